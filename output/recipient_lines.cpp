@@ -1,0 +1,19 @@
+// A recipient's destination lines in the print stream.
+#include "model/recipient.h"
+
+const char* Tarvik40FaxRecipient::assembleFaxRcptPDLString(char* dialingPrefix, char* linePrefix)
+{
+    pdlString = linePrefix;
+    pdlString += "OID_ATT_FAX_DESTINATION_PHONE \"";
+    if (dialingPrefix) {
+        pdlString += dialingPrefix;
+        pdlString += ","; // the pause between prefix and number
+    }
+    pdlString += cleansedFaxNumber;
+    pdlString += "\";\r\n";
+    if (!recipientMailbox.empty()) {
+        pdlString += linePrefix;
+        pdlString += "OID_ATT_FAX_MAILBOX \"" + recipientMailbox + "\";\r\n";
+    }
+    return pdlString.c_str();
+}
