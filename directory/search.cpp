@@ -54,8 +54,9 @@ void addResultRow(const ResultValues& values)
     host::addListRow(*ldapRowFactory, pbListWidget, columns);
 }
 
-void reportCount(int count, int resultCode)
+void reportCount(LDAPSession& session)
 {
+    const int count = session.getLastResponseItemCount();
     constexpr int sizeLimitExceeded = 4;
     if (count == 0)
         setStatus("No Records Found");
@@ -63,7 +64,7 @@ void reportCount(int count, int resultCode)
         setStatus("1 Record Found");
     else if (count < 1000)
         setStatus((std::string(itoa(count)) + " Records Found").c_str());
-    else if (resultCode == sizeLimitExceeded)
+    else if (session.getLastResponseCode() == sizeLimitExceeded)
         setStatus("1000+ Records Found");
     // With any other code the status stays at "Searching...".
 }
@@ -92,7 +93,7 @@ int PerformLDAPSearch(char* text)
         entry.clearAttributeValue();
         addResultRow(values);
     }
-    reportCount(ldapSession->getLastResponseItemCount(), ldapSession->getLastResponseCode());
+    reportCount(*ldapSession);
     pbListWidget->setListFreezeState(false);
     return 1;
 }

@@ -152,11 +152,10 @@ void T40RemoveMultipleFaxRecipients()
 
 void T40RemoveTmpFaxRecipientTest()
 {
-    if (!askBeforeRemoving()) {
+    Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST);
+    if (!askBeforeRemoving())
         T40RemoveTmpFaxRecipient();
-        return;
-    }
-    if (Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST))
+    else if (recipient)
         host::askQuestion(questionResponse(RemoveTmpRcptResponseCB), removalQuestion(*recipient));
 }
 
