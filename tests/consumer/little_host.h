@@ -1,0 +1,14 @@
+// What the parts of this little host share.
+#ifndef CONSUMER_LITTLE_HOST_H
+#define CONSUMER_LITTLE_HOST_H
+
+#include <string>
+
+/// The installation folder, without a trailing "/"; set before the component is loaded.
+extern std::string installationFolder;
+
+/// The name and address of the object that the component registered last.
+extern std::string registeredName;
+extern void* registeredObject;
+
+#endif

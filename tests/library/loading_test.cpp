@@ -1,0 +1,51 @@
+// How the library meets hosts that lack the boundary or a part of it.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct Outcome {
+    int status;
+    std::string output;
+};
+
+/// Lets a host program load the library; `binding` is "lazy" or "now".
+Outcome load(const std::string& host, const std::string& binding)
+{
+    const std::string command =
+        "unset LD_BIND_NOW; '" + host + "' '" COMPONENT_LIBRARY "' " + binding + " 2>&1";
+    FILE* output = popen(command.c_str(), "r");
+    if (!output)
+        return {-1, "cannot run " + command};
+    std::string text;
+    for (int c; (c = std::fgetc(output)) != EOF;)
+        text += static_cast<char>(c);
+    const int status = pclose(output);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text};
+}
+
+TEST(Loading, IsRefusedWithoutTheBoundaryByTheNameOfAVariable)
+{
+    const Outcome outcome = load(HOST_WITHOUT_BOUNDARY, "lazy");
+    EXPECT_EQ(outcome.status, 1) << outcome.output;
+    EXPECT_NE(outcome.output.find("undefined symbol: p"), std::string::npos) << outcome.output;
+}
+
+TEST(Loading, LooksUpFunctionsWhenTheyAreFirstCalled)
+{
+    const Outcome outcome = load(HOST_WITH_VARIABLES, "lazy");
+    EXPECT_EQ(outcome.status, 0) << outcome.output;
+    EXPECT_EQ(outcome.output, "loaded\n");
+}
+
+TEST(Loading, IsRefusedAtOnceWithoutTheFunctionsWhenTheHostBindsNow)
+{
+    const Outcome outcome = load(HOST_WITH_VARIABLES, "now");
+    EXPECT_EQ(outcome.status, 1) << outcome.output;
+    EXPECT_NE(outcome.output.find("undefined symbol: "), std::string::npos) << outcome.output;
+}
+
+} // namespace

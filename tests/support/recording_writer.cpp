@@ -1,0 +1,33 @@
+// Keeps the writes of a print stream.
+#include "tests/support/recording_writer.h"
+
+#include "tests/support/fake_host.h"
+
+#include <ostream>
+
+namespace fake {
+
+bool RecordingWriter::add(const char* operation, const std::string& text)
+{
+    writes.push_back({operation, text});
+    fakeHost().journal.add(Journal::Kind::effect, std::string(operation) + " " + quoted(text));
+    const int number = static_cast<int>(writes.size());
+    succeeded.push_back(number != failAt && (failFrom == 0 || number < failFrom));
+    return succeeded.back();
+}
+
+std::string RecordingWriter::stream() const
+{
+    std::string result;
+    for (std::size_t i = 0; i < writes.size(); ++i)
+        if (succeeded[i])
+            result += writes[i].text;
+    return result;
+}
+
+void PrintTo(const RecordingWriter::Write& write, std::ostream* out)
+{
+    *out << write.operation << ' ' << quoted(write.text);
+}
+
+} // namespace fake
