@@ -1,0 +1,26 @@
+// Guards calls into the component: what it throws ends there.
+#ifndef DRIVER_CORE_CALL_GUARD_H
+#define DRIVER_CORE_CALL_GUARD_H
+
+#include <functional>
+#include <string_view>
+
+namespace quelm {
+
+/// Runs calls into the component. An exception that leaves one is logged with the name of what
+/// was called, and counted.
+class CallGuard {
+public:
+    /// False when the call ended in an exception.
+    bool run(std::string_view what, const std::function<void()>& call);
+
+    /// How many calls ended in an exception.
+    int failures() const { return failureCount; }
+
+private:
+    int failureCount = 0;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,56 @@
+// Looks callbacks up and calls them.
+#include "driver/core/callbacks.h"
+
+#include "host/component.h"
+
+namespace quelm {
+
+namespace {
+
+/// The driver's own callback: every help button names it.
+constexpr std::string_view helpCallback = "ProcessPushButtonHelpInvocation";
+
+} // namespace
+
+Callbacks::Callbacks(HostState& hostState, const ComponentLibrary& library)
+    : state(hostState), component(library)
+{
+}
+
+bool Callbacks::fire(Widget& widget)
+{
+    const std::string* name = widget.attribute("AddCallback");
+    if (name == nullptr || name->empty()) {
+        return false;
+    }
+    if (const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(*name))) {
+        GTKObject& handle = state.handleOf(widget);
+        state.guard.run(*name, [&] { callback(nullptr, &handle); });
+        return true;
+    }
+    if (*name == helpCallback) {
+        const std::string* given = widget.attribute("HelpTopic");
+        topic = given == nullptr ? std::string() : *given;
+        if (showHelp) {
+            showHelp(topic);
+        }
+        return true;
+    }
+    return false;
+}
+
+bool Callbacks::call(const std::string& exportedName)
+{
+    const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(exportedName));
+    if (callback != nullptr) {
+        state.guard.run(exportedName, [&] { callback(nullptr, nullptr); });
+    }
+    return callback != nullptr;
+}
+
+void Callbacks::run(std::string_view what, HostState::Handler handler)
+{
+    state.guard.run(what, [handler] { handler(); });
+}
+
+} // namespace quelm

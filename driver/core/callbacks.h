@@ -1,0 +1,46 @@
+// Fires what a widget's AddCallback names: the component's functions and the driver's own.
+#ifndef DRIVER_CORE_CALLBACKS_H
+#define DRIVER_CORE_CALLBACKS_H
+
+#include "driver/core/component_library.h"
+#include "driver/core/host_state.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// Looks a callback's name up in the component's export list, then among the driver's own, and calls
+/// it guarded.
+class Callbacks {
+public:
+    /// Both outlive this object.
+    Callbacks(HostState& hostState, const ComponentLibrary& library);
+
+    /// Fires the callback of `widget`. False when it has none, or none of that name exists anywhere:
+    /// the driver then does what it does by default.
+    bool fire(Widget& widget);
+
+    /// Calls a function of the export list that needs no widget; false when there is none.
+    bool call(const std::string& exportedName);
+
+    /// Runs a handler that the component attached itself.
+    void run(std::string_view what, HostState::Handler handler);
+
+    /// The topic of the help button pressed last; empty before that.
+    const std::string& helpTopic() const { return topic; }
+
+    /// Shows help on a topic when a help button is pressed; for front ends.
+    void setHelp(std::function<void(const std::string& topic)> show) { showHelp = std::move(show); }
+
+private:
+    HostState& state;
+    const ComponentLibrary& component;
+    std::string topic;
+    std::function<void(const std::string&)> showHelp;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,165 @@
+// Starts a driver and hands its actions and queries on to its parts.
+#include "driver/core/driver.h"
+
+#include "driver/core/callbacks.h"
+#include "driver/core/clock.h"
+#include "driver/core/component_fax_session.h"
+#include "driver/core/component_library.h"
+#include "driver/core/error.h"
+#include "driver/core/host_state.h"
+#include "driver/core/installation.h"
+#include "driver/core/log.h"
+#include "driver/core/record_database.h"
+#include "driver/core/translation.h"
+#include "driver/core/user_actions.h"
+#include "driver/core/widget_view.h"
+
+namespace quelm {
+
+namespace {
+
+/// Fixes the clock for the life of a driver.
+class ClockSetting {
+public:
+    explicit ClockSetting(const std::string& now) : isFixed(!now.empty())
+    {
+        if (isFixed) {
+            fixClock(parseLocalTime(now));
+        }
+    }
+    ~ClockSetting()
+    {
+        if (isFixed) {
+            releaseClock();
+        }
+    }
+    ClockSetting(const ClockSetting&) = delete;
+    ClockSetting& operator=(const ClockSetting&) = delete;
+
+private:
+    bool isFixed;
+};
+
+} // namespace
+
+struct Driver::Parts {
+    ClockSetting clock;
+    HostState state;
+    ComponentLibrary library;
+    Callbacks callbacks{state, library};
+    UserActions actions{state, callbacks};
+    std::unique_ptr<ComponentFaxSession> faxSession;
+
+    explicit Parts(const DriverOptions& options)
+        : clock(options.now), state(resolveHome(options.home), resolveUser(options.user)),
+          library(options.component.empty() ? defaultComponent(state.home) : options.component)
+    {
+    }
+
+    const Widget& existing(std::string_view name) const
+    {
+        const Widget* widget = state.tree.find(name);
+        if (widget == nullptr) {
+            throw Error("there is no widget \"" + std::string(name) + "\"");
+        }
+        return *widget;
+    }
+};
+
+Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(options))
+{
+    HostState& state = parts->state;
+    useTranslations(options.localeFolder.empty() ? state.home + "/locale" : options.localeFolder);
+    prepareInstallation(state.home);
+    const std::string databaseError = lastDatabaseError();
+    if (!parts->library.start(state.guard)) {
+        const std::string reason = state.guard.failures() > 0 ? "it failed in its start-up"
+                                                              : oneLine(startUpTrouble(state, databaseError));
+        throw Error("the component " + parts->library.path() + " cannot start: " + reason);
+    }
+    if (options.loadFeatures || options.saveFeatures) {
+        const FeatureFile file(featureFilePath(options.configDirectory, state.user));
+        state.features.load(file, options.loadFeatures, options.saveFeatures);
+    }
+}
+
+Driver::~Driver() { parts->state.features.keep(); }
+
+void Driver::press(std::string_view widget) { parts->actions.press(widget); }
+
+void Driver::type(std::string_view field, std::string_view text) { parts->actions.type(field, text); }
+
+void Driver::tick(std::string_view box, bool on) { parts->actions.tick(box, on); }
+
+void Driver::choose(std::string_view widget, int value) { parts->actions.choose(widget, value); }
+
+void Driver::select(std::string_view list, const std::vector<int>& rows)
+{
+    parts->actions.select(list, rows);
+}
+
+void Driver::closeWindow(std::string_view window) { parts->actions.closeWindow(window); }
+
+void Driver::answer(bool yes) { parts->actions.answer(yes); }
+
+void Driver::call(std::string_view exportedName) { parts->actions.call(exportedName); }
+
+WidgetView Driver::show(std::string_view widget) const { return viewOf(parts->existing(widget)); }
+
+std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
+{
+    const Widget& widget = parts->existing(list);
+    if (!widget.isList()) {
+        throw Error("\"" + std::string(list) + "\" is no list");
+    }
+    return rowsOf(widget);
+}
+
+std::vector<std::string> Driver::windows() const
+{
+    std::vector<std::string> names;
+    for (const auto& window : parts->state.tree.windows()) {
+        if (window->isWindow() && window->visible()) {
+            names.push_back(window->name());
+        }
+    }
+    return names;
+}
+
+std::optional<QuestionView> Driver::pendingQuestion() const
+{
+    const Question* question = parts->state.questions.top();
+    return question == nullptr ? std::nullopt : std::optional(QuestionView{question->kind, question->text});
+}
+
+const std::string& Driver::helpTopic() const { return parts->callbacks.helpTopic(); }
+
+int Driver::failedCallbacks() const { return parts->state.guard.failures(); }
+
+FaxSession& Driver::faxSession()
+{
+    if (!parts->faxSession) {
+        parts->faxSession = std::make_unique<ComponentFaxSession>(parts->library, parts->state.guard);
+    }
+    return *parts->faxSession;
+}
+
+void* Driver::resource(std::string_view name) const
+{
+    const auto found = parts->state.resources.find(name);
+    return found == parts->state.resources.end() ? nullptr : found->second;
+}
+
+const std::string& Driver::home() const { return parts->state.home; }
+
+const std::string& Driver::user() const { return parts->state.user; }
+
+WidgetTree& Driver::widgets() { return parts->state.tree; }
+
+Features& Driver::features() { return parts->state.features; }
+
+Questions& Driver::questions() { return parts->state.questions; }
+
+ComponentLibrary& Driver::component() { return parts->library; }
+
+} // namespace quelm

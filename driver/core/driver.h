@@ -1,0 +1,153 @@
+// The reference driver: loads the component, and does to its dialogs what a user does.
+#ifndef DRIVER_CORE_DRIVER_H
+#define DRIVER_CORE_DRIVER_H
+
+#include "driver/core/fax_session.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+class ComponentLibrary;
+class Features;
+class HostState;
+class Questions;
+class WidgetTree;
+
+/// How a driver is started. Texts are UTF-8; an empty text stands for the default.
+struct DriverOptions {
+    std::string home;            ///< installation folder; default: the folder of the running program
+    std::string user;            ///< login name of the user; default: that of the process
+    std::string component;       ///< the component's file; default: libBramblecorLanFax.so in `home`
+    std::string now;             ///< "YYYY-MM-DDTHH:MM", a clock that stands still; default: the system's
+    std::string configDirectory; ///< the driver's folder of settings; default: quelm in the XDG config folder
+    std::string localeFolder;    ///< holds LANGUAGE/LC_MESSAGES/*.mo; default: locale in `home`
+    bool loadFeatures = true;    ///< start with the option values that were kept; false: with the defaults
+    bool saveFeatures = true;    ///< keep the option values between runs; false: they end with this driver
+};
+
+/// What a widget shows. A value that its kind does not have is absent.
+struct WidgetView {
+    std::string name;
+    std::string kind;     ///< the element of the dialog definition: "Button", "ListBox", ...
+    bool visible = false; ///< the widget's own property, whatever is around it
+    bool sensitive = false;
+    bool operable = false;           ///< the widget and all that it stands in are visible and sensitive
+    std::optional<std::string> text; ///< label, title, button text; what a text field or file chooser holds
+    std::optional<bool> ticked;      ///< check box, radio item
+    std::optional<int> value;        ///< index, page, number; the lowest selected row of a list, -1 for none
+    std::vector<std::string> items;  ///< texts of the items of a combo box or radio group, of pages
+    std::optional<std::size_t> rowCount; ///< of a list
+    std::vector<int> selection;          ///< selected rows of a list, from 0, ascending
+};
+
+/// A question that waits for an answer.
+struct QuestionView {
+    int kind = 0; ///< 3: to be answered with yes or no
+    std::string text;
+};
+
+/// One driver with its component; at most one lives in a process at a time. Everything happens on
+/// the thread that constructed it.
+///
+/// User actions do what a person at a desktop could do, and fire the component's callbacks as a
+/// desktop would. An action that is impossible throws quelm::Error with one line and changes
+/// nothing: no such widget, a widget (or what it stands in) that is hidden or insensitive, a value
+/// out of range, a question that must be answered first. Pages of a tab set need not be turned to
+/// first. A name that occurs more than once means the first widget in document order.
+///
+/// An exception that leaves the component is logged with the callback's name and counted in
+/// `failedCallbacks`; the action then returns as usual.
+class Driver {
+public:
+    /// Loads and starts the component, and puts the kept option values into its widgets. Throws
+    /// quelm::Error when that fails; another driver can be started then.
+    explicit Driver(const DriverOptions& options = {});
+
+    /// Keeps the option values. The component stays loaded until the process ends.
+    ~Driver();
+
+    Driver(const Driver&) = delete;
+    Driver& operator=(const Driver&) = delete;
+
+    // --- User actions ------------------------------------------------------------------------
+
+    /// Presses a button or toolbar item; in a file chooser, its OK button.
+    void press(std::string_view widget);
+
+    /// Replaces what a text field holds (a file chooser: the path). At most "SetMaximum"
+    /// characters, one line.
+    void type(std::string_view field, std::string_view text);
+
+    /// Ticks or unticks a check box; ticking a radio item chooses it.
+    void tick(std::string_view box, bool on);
+
+    /// Chooses the item (from 0) of a combo box or radio group, the number of a spin box, or
+    /// turns to the page (from 0) of a tab set.
+    void choose(std::string_view widget, int value);
+
+    /// Selects exactly these rows (from 0) of a list, in this order; none to select nothing.
+    void select(std::string_view list, const std::vector<int>& rows);
+
+    /// Closes a window (or file chooser) from its frame.
+    void closeWindow(std::string_view window);
+
+    /// Answers the question that was asked last. Throws when none is open.
+    void answer(bool yes);
+
+    /// Calls a function of the component's export list, as the driver's main window does with
+    /// "T40InvokeFaxDialog".
+    void call(std::string_view exportedName);
+
+    // --- What a user sees --------------------------------------------------------------------
+
+    /// Throws quelm::Error when there is no such widget.
+    WidgetView show(std::string_view widget) const;
+
+    /// The cells of a list, row by row, each with as many cells as the list has columns. Throws
+    /// quelm::Error when there is no such list.
+    std::vector<std::vector<std::string>> rows(std::string_view list) const;
+
+    /// The names of the visible windows and file choosers, in document order; the driver's own
+    /// main window is not among them.
+    std::vector<std::string> windows() const;
+
+    /// The question that `answer` would answer.
+    std::optional<QuestionView> pendingQuestion() const;
+
+    /// The topic that the user last asked help on; empty before that.
+    const std::string& helpTopic() const;
+
+    /// How many calls into the component ended in an exception.
+    int failedCallbacks() const;
+
+    // --- Parts of the driver -----------------------------------------------------------------
+
+    /// The fax job, for the print path. Lives as long as the driver. Throws quelm::Error when the
+    /// component lacks a member function of it.
+    FaxSession& faxSession();
+
+    /// What the component registered under `name`, null when nothing.
+    void* resource(std::string_view name) const;
+
+    const std::string& home() const; ///< absolute, without a trailing "/"
+    const std::string& user() const;
+
+    WidgetTree& widgets();
+    Features& features();
+    Questions& questions();
+    ComponentLibrary& component();
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts;
+};
+
+} // namespace quelm
+
+#endif

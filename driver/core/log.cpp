@@ -1,0 +1,43 @@
+// Writes the driver's log.
+#include "driver/core/log.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace quelm {
+
+namespace {
+
+LogSink& currentSink()
+{
+    static LogSink sink;
+    return sink;
+}
+
+} // namespace
+
+std::string oneLine(std::string text)
+{
+    for (char& character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code < 0x20 || code == 0x7F) {
+            character = ' ';
+        }
+    }
+    return text;
+}
+
+void log(Severity severity, const std::string& message)
+{
+    const std::string line = oneLine(message);
+    if (const LogSink& sink = currentSink()) {
+        sink(severity, line);
+    } else if (severity != Severity::information) {
+        std::fprintf(stderr, "quelm-driver: %s%s\n", severity == Severity::warning ? "warning: " : "",
+                     line.c_str());
+    }
+}
+
+LogSink setLogSink(LogSink sink) { return std::exchange(currentSink(), std::move(sink)); }
+
+} // namespace quelm

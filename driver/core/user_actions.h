@@ -1,0 +1,45 @@
+// What a user can do to the dialogs, and when it is impossible.
+#ifndef DRIVER_CORE_USER_ACTIONS_H
+#define DRIVER_CORE_USER_ACTIONS_H
+
+#include "driver/core/callbacks.h"
+#include "driver/core/host_state.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// The user actions of `Driver`, which documents them. Each throws quelm::Error, with nothing
+/// changed, when a person at a desktop could not do it.
+class UserActions {
+public:
+    UserActions(HostState& hostState, Callbacks& widgetCallbacks)
+        : state(hostState), callbacks(widgetCallbacks)
+    {
+    }
+
+    void press(std::string_view name);
+    void type(std::string_view name, std::string_view text);
+    void tick(std::string_view name, bool on);
+    void choose(std::string_view name, int value);
+    void select(std::string_view name, const std::vector<int>& rows);
+    void closeWindow(std::string_view name);
+    void answer(bool yes);
+    void call(std::string_view exportedName);
+
+private:
+    void requireNoQuestion() const;
+    Widget& existing(std::string_view name) const;
+    Widget& operable(std::string_view name) const;
+    void requireUsableItem(const Widget& item) const;
+    void pressOk(Widget& chooser);
+
+    HostState& state;
+    Callbacks& callbacks;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,42 @@
+// What the component throws ends at the guard.
+#include "driver/core/call_guard.h"
+
+#include "tests/driver/core/log_capture.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+TEST(CallGuardTest, ACallThatReturnsIsNoFailure)
+{
+    quelm::CallGuard guard;
+    bool called = false;
+    EXPECT_TRUE(guard.run("Callback", [&called] { called = true; }));
+    EXPECT_TRUE(called);
+    EXPECT_EQ(guard.failures(), 0);
+}
+
+TEST(CallGuardTest, AnExceptionIsLoggedWithTheCallbacksName)
+{
+    const LogCapture log;
+    quelm::CallGuard guard;
+    EXPECT_FALSE(guard.run("T40AddFaxRecipient", [] { throw std::runtime_error("too\nlong"); }));
+    EXPECT_EQ(guard.failures(), 1);
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(log.messages[0], "the component failed in T40AddFaxRecipient: too long");
+    EXPECT_EQ(log.severities[0], quelm::Severity::error);
+}
+
+TEST(CallGuardTest, WhateverIsThrownIsCaught)
+{
+    const LogCapture log;
+    quelm::CallGuard guard;
+    EXPECT_FALSE(guard.run("T40AddFaxRecipient", [] { throw 7; }));
+    EXPECT_EQ(guard.failures(), 1);
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_NE(log.messages[0].find("unknown kind"), std::string::npos);
+}
+
+} // namespace
