@@ -1,0 +1,80 @@
+// Texts of a user as the comments of a print job carry them.
+#include "driver/jobs/job_texts.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+
+namespace quelm {
+namespace {
+
+bool isPrintableAscii(char byte) { return byte >= ' ' && byte <= '~'; }
+
+bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U; }
+
+/// Takes the next character of UTF-8 from `text`; a stray byte counts as one.
+std::string_view takeCharacter(std::string_view& text)
+{
+    constexpr std::size_t longest = 4;
+    std::size_t size = 1;
+    if (!isPrintableAscii(text.front()))
+        while (size < longest && size < text.size() && isContinuation(text[size]))
+            ++size;
+    const auto character = text.substr(0, size);
+    text.remove_prefix(size);
+    return character;
+}
+
+std::string escaped(std::string_view character)
+{
+    std::string result;
+    for (const char byte : character) {
+        if (byte == '(' || byte == ')' || byte == '\\') {
+            result += '\\';
+            result += byte;
+        } else if (isPrintableAscii(byte)) {
+            result += byte;
+        } else {
+            std::array<char, 5> octal{};
+            std::snprintf(octal.data(), octal.size(), "\\%03o",
+                          static_cast<unsigned>(static_cast<unsigned char>(byte)));
+            result += octal.data();
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::string dscComment(std::string_view keyword, std::string_view text)
+{
+    constexpr std::size_t longestLine = 255;
+    std::string line(keyword);
+    line += " (";
+    while (!text.empty()) {
+        const std::string next = escaped(takeCharacter(text));
+        if (line.size() + next.size() + 1 > longestLine)
+            break;
+        line += next;
+    }
+    return line + ")\n";
+}
+
+std::string pjlText(std::string_view text)
+{
+    constexpr std::size_t longest = 80;
+    std::string result;
+    while (!text.empty() && result.size() < longest) {
+        const std::string_view character = takeCharacter(text);
+        const char first = character.front();
+        if (first == '"')
+            result += '\'';
+        else if (isPrintableAscii(first))
+            result += first;
+        else
+            result += static_cast<unsigned char>(first) < ' ' || first == '\x7f' ? ' ' : '?';
+    }
+    return result.empty() ? "Fax" : result;
+}
+
+} // namespace quelm

@@ -1,0 +1,245 @@
+// What the tests of the print path share: a folder of their own, a fax session to write, and Ghostscript.
+#include "tests/driver/jobs/job_support.h"
+
+#include "driver/core/error.h"
+#include "driver/core/process.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace quelm::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string trimmed(const std::string& text)
+{
+    const auto isBlank = [](char byte) {
+        return byte == ' ' || byte == '\n' || byte == '\f' || byte == '\r';
+    };
+    const auto begin = std::find_if_not(text.begin(), text.end(), isBlank);
+    const auto end = std::find_if_not(text.rbegin(), text.rend(), isBlank).base();
+    return begin < end ? std::string(begin, end) : std::string();
+}
+
+} // namespace
+
+JobTest::JobTest()
+{
+    const char* before = std::getenv("TMPDIR");
+    temporaryFolderBefore_ = before ? before : "";
+    folder_ = (fs::temp_directory_path() / "quelm-jobs-XXXXXX").string();
+    if (::mkdtemp(folder_.data()) == nullptr)
+        throw std::runtime_error("no temporary folder");
+    ::setenv("TMPDIR", folder_.c_str(), 1);
+}
+
+JobTest::~JobTest()
+{
+    if (temporaryFolderBefore_.empty())
+        ::unsetenv("TMPDIR");
+    else
+        ::setenv("TMPDIR", temporaryFolderBefore_.c_str(), 1);
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+}
+
+std::string JobTest::file(const std::string& name, std::string_view content) const
+{
+    std::ofstream(path(name), std::ios::binary) << content;
+    return path(name);
+}
+
+std::vector<std::string> JobTest::namesInFolder() const
+{
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder_))
+        names.push_back(entry.path().filename().string());
+    std::ranges::sort(names);
+    return names;
+}
+
+std::string contentOf(const std::string& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream)
+        return "(no file)";
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string errorLine(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return {};
+}
+
+void FailingSink::write(std::string_view bytes)
+{
+    if (bytes.size() > room_)
+        throw Error("the paper ran out");
+    room_ -= bytes.size();
+}
+
+void FakeFaxSession::setPdl(Pdl pdl)
+{
+    calls.emplace_back(pdl == Pdl::dsc ? "setPdl dsc" : "setPdl pjl");
+    pdl_ = pdl;
+}
+
+bool FakeFaxSession::coverPageChosen()
+{
+    calls.emplace_back("coverPageChosen");
+    return cover;
+}
+
+bool FakeFaxSession::checkInfo()
+{
+    calls.emplace_back("checkInfo");
+    return hasRecipients;
+}
+
+bool FakeFaxSession::serializeJob(AbstractPDLWriter& writer)
+{
+    calls.emplace_back("serializeJob");
+    if (!writesAttributes)
+        return false;
+    const std::string prefix = pdl_ == Pdl::dsc ? "%%" : "@PJL COMMENT ";
+    writer.writeString(prefix + "OID_ATT_FAX_COVER_SHEET TRUE;\r\n");
+    writer.writeString(prefix + "OID_ATT_JOB_TYPE OID_VAL_JOB_TYPE_FAX_SEND;\n");
+    writer.writeString(prefix + "OID_ATT_FAX_CONFIRMATION_SHEET TRUE;\r\n" + prefix +
+                       "OID_ATT_FAX_RESOLUTION 0;\r\n" + prefix +
+                       "OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_G3_14400;\r\n");
+    writer.writeText((prefix + "OID_ATT_FAX_DESTINATION_PHONE \"9,5551234\";\r\n" + prefix +
+                      "OID_ATT_FAX_MAILBOX \"" + mailbox + "\";\r\n")
+                         .c_str());
+    if (pdl_ == Pdl::dsc)
+        writer.writeString("%%QLMbegin\r\n");
+    writer.writeString(prefix + "OID_ATT_CREDIT_CARD \"4929\";\r\n");
+    if (pdl_ == Pdl::dsc)
+        writer.writeString("%%QLMend\r\n");
+    return true;
+}
+
+std::string FakeFaxSession::attributeLines(Pdl pdl)
+{
+    if (pdl == Pdl::dsc)
+        return "%%OID_ATT_FAX_COVER_SHEET TRUE;\r\n"
+               "%%OID_ATT_JOB_TYPE OID_VAL_JOB_TYPE_FAX_SEND;\n"
+               "%%OID_ATT_FAX_CONFIRMATION_SHEET TRUE;\r\n"
+               "%%OID_ATT_FAX_RESOLUTION 0;\r\n"
+               "%%OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_G3_14400;\r\n"
+               "%%OID_ATT_FAX_DESTINATION_PHONE \"9,5551234\";\r\n"
+               "%%OID_ATT_FAX_MAILBOX \"12\";\r\n"
+               "%%QLMbegin\r\n"
+               "%%OID_ATT_CREDIT_CARD \"4929\";\r\n"
+               "%%QLMend\r\n";
+    return "@PJL COMMENT OID_ATT_FAX_COVER_SHEET TRUE;\r\n"
+           "@PJL COMMENT OID_ATT_JOB_TYPE OID_VAL_JOB_TYPE_FAX_SEND;\n"
+           "@PJL COMMENT OID_ATT_FAX_CONFIRMATION_SHEET TRUE;\r\n"
+           "@PJL COMMENT OID_ATT_FAX_RESOLUTION 0;\r\n"
+           "@PJL COMMENT OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_G3_14400;\r\n"
+           "@PJL COMMENT OID_ATT_FAX_DESTINATION_PHONE \"9,5551234\";\r\n"
+           "@PJL COMMENT OID_ATT_FAX_MAILBOX \"12\";\r\n"
+           "@PJL COMMENT OID_ATT_CREDIT_CARD \"4929\";\r\n";
+}
+
+std::string FakeFaxSession::coverPage()
+{
+    return "\n%!PS-Adobe-3.0\n%%Page: FaxCover 1\n%%BeginPageSetup\n"
+           "     8 dict begin\n"
+           "     /QLMFaxCoverSheetParameters <<\n"
+           "       /RecipientName    (Ann)\n"
+           "/CoverNote        [ (Please call back) ]\n"
+           "     >> def\n"
+           "/pgsave save def\n"
+           "%%EndPageSetup\n"
+           "/Helvetica 24 selectfont 77 700 moveto (Fax Cover Sheet) show\n"
+           "showpage\n"
+           "pgsave restore\n"
+           "end\n"
+           "%%PageTrailer\n%% End Fax Cover Sheet Template\n";
+}
+
+bool FakeFaxSession::serializeCoverSheet(AbstractPDLWriter& writer)
+{
+    calls.emplace_back("serializeCoverSheet");
+    beforeCoverPage();
+    if (!writesCoverPage)
+        return false;
+    const std::string page = coverPage();
+    const auto trailer = page.find("/pgsave");
+    return writer.writeText(page.substr(0, trailer).c_str()) &&
+           writer.writeText(page.substr(trailer).c_str());
+}
+
+JobFacts someFacts()
+{
+    JobFacts facts;
+    facts.title = "A letter";
+    facts.creator = "quelm-driver";
+    facts.now.tm_year = 124;
+    facts.now.tm_mon = 2;
+    facts.now.tm_mday = 5;
+    facts.now.tm_hour = 14;
+    facts.now.tm_min = 7;
+    return facts;
+}
+
+std::string writtenJob(FakeFaxSession& session, const Document& document, Pdl pdl, const JobFacts& facts)
+{
+    StringSink sink;
+    writeFaxJob(session, document, pdl, sink, facts);
+    return sink.text;
+}
+
+std::string postScriptPages(const std::vector<std::string>& texts)
+{
+    std::string program = "%!PS-Adobe-3.0\n";
+    for (const std::string& text : texts)
+        program += "/Helvetica 12 selectfont 72 700 moveto (" + text + ") show showpage\n";
+    return program;
+}
+
+Rendering render(const std::string& path)
+{
+    ProcessRequest request;
+    request.arguments = {"gs",
+                         "-q",
+                         "-dSAFER",
+                         "-dBATCH",
+                         "-dNOPAUSE",
+                         "-sDEVICE=txtwrite",
+                         "-sOutputFile=" + path + ".page%d",
+                         path};
+    const ProcessResult result = runProcess(request);
+
+    Rendering rendering;
+    rendering.exitStatus = result.exitStatus;
+    rendering.messages = result.output + result.errors;
+    for (int page = 1; fs::exists(path + ".page" + std::to_string(page)); ++page) {
+        const std::string name = path + ".page" + std::to_string(page);
+        rendering.pages.push_back(trimmed(contentOf(name)));
+        fs::remove(name);
+    }
+    return rendering;
+}
+
+void runGhostscript(const std::vector<std::string>& arguments)
+{
+    ProcessRequest request;
+    request.arguments = {"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE"};
+    request.arguments.insert(request.arguments.end(), arguments.begin(), arguments.end());
+    const ProcessResult result = runProcess(request);
+    if (result.exitStatus != 0)
+        throw std::runtime_error("gs failed: " + result.output + result.errors);
+}
+
+} // namespace quelm::tests

@@ -1,0 +1,177 @@
+// Tests of where a finished job goes.
+#include "driver/jobs/output.h"
+
+#include "tests/driver/jobs/job_support.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+
+namespace quelm::tests {
+namespace {
+
+class OutputTest : public JobTest {
+protected:
+    /// The destination for a job with a document of its own.
+    std::unique_ptr<JobDestination> open(const std::string& output) const
+    {
+        return openOutput(output, Document::open(file("document.ps", "%!PS\n")));
+    }
+
+    std::string failure(const std::string& output) const
+    {
+        return errorLine([&] { open(output); });
+    }
+};
+
+/// Sends standard output to `descriptor` for its life.
+class StandardOutputTo {
+public:
+    explicit StandardOutputTo(int descriptor) : before_(::dup(STDOUT_FILENO))
+    {
+        ::dup2(descriptor, STDOUT_FILENO);
+    }
+    ~StandardOutputTo() { ::dup2(before_.get(), STDOUT_FILENO); }
+    StandardOutputTo(const StandardOutputTo&) = delete;
+    StandardOutputTo& operator=(const StandardOutputTo&) = delete;
+
+private:
+    FileHandle before_;
+};
+
+TEST_F(OutputTest, AFileAppearsOnDelivery)
+{
+    const auto destination = open(path("job.ps"));
+    destination->sink().write("the ");
+    destination->sink().write("job");
+    EXPECT_EQ(contentOf(path("job.ps")), "(no file)");
+    destination->deliver();
+    EXPECT_EQ(contentOf(path("job.ps")), "the job");
+    EXPECT_EQ(namesInFolder(), (std::vector<std::string>{"document.ps", "job.ps"}));
+}
+
+TEST_F(OutputTest, AnExistingFileIsReplacedOnDeliveryOnly)
+{
+    const std::string name = file("job.ps", "before");
+    {
+        const auto undelivered = open(name);
+        undelivered->sink().write("half a jo");
+    }
+    EXPECT_EQ(contentOf(name), "before");
+    EXPECT_EQ(namesInFolder(), (std::vector<std::string>{"document.ps", "job.ps"}));
+    const auto destination = open(name);
+    destination->sink().write("the job");
+    destination->deliver();
+    EXPECT_EQ(contentOf(name), "the job");
+}
+
+TEST_F(OutputTest, TheDocumentItselfIsRefused)
+{
+    const std::string name = file("document.ps", "%!PS\n");
+    std::filesystem::create_symlink(name, path("link.ps"));
+    for (const std::string& output : {name, path("link.ps"), path("./document.ps")})
+        EXPECT_EQ(failure(output), output + ": is the document itself; name another file for the fax job");
+    EXPECT_EQ(contentOf(name), "%!PS\n");
+}
+
+TEST_F(OutputTest, PlacesThatCannotBeWrittenToAreRefusedAtOnce)
+{
+    EXPECT_EQ(failure(path(".")), path(".") + ": is a folder; name a file in it for the fax job");
+    const std::string line = failure(path("missing/job.ps"));
+    EXPECT_NE(line.find("missing\" does not exist"), std::string::npos) << line;
+    EXPECT_EQ(namesInFolder(), std::vector<std::string>{"document.ps"});
+}
+
+TEST_F(OutputTest, StandardOutputGetsTheWholeJobOnDelivery)
+{
+    const FileHandle captured(::open(file("captured", "").c_str(), O_RDWR | O_CLOEXEC));
+    const std::string large(std::size_t{1} << 20U, 'x');
+    {
+        const StandardOutputTo capture(captured.get());
+        const auto destination = open("-");
+        destination->sink().write("the job ");
+        destination->sink().write(large);
+        EXPECT_EQ(contentOf(path("captured")), "");
+        destination->deliver();
+    }
+    EXPECT_EQ(contentOf(path("captured")), "the job " + large);
+    EXPECT_EQ(namesInFolder(), (std::vector<std::string>{"captured", "document.ps"}));
+}
+
+TEST_F(OutputTest, AFullDiskBehindStandardOutputIsALine)
+{
+    const FileHandle full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+    const auto destination = open("-");
+    destination->sink().write("the job");
+    const StandardOutputTo capture(full.get());
+    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+              "standard output: cannot be written: the disk is full; make room and try again");
+}
+
+TEST_F(OutputTest, AReaderOfStandardOutputThatWentAwayIsALine)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    const FileHandle written(ends[1]);
+    ::close(ends[0]);
+    const auto destination = open("-");
+    destination->sink().write("the job");
+    const StandardOutputTo capture(written.get());
+    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+              "standard output: cannot be written: the program that reads it has ended");
+}
+
+TEST_F(OutputTest, ADeviceIsWrittenToAndStaysADevice)
+{
+    const auto destination = open("/dev/full");
+    destination->sink().write("the job");
+    const std::string line = errorLine([&] { destination->deliver(); });
+    EXPECT_NE(line.find("/dev/full"), std::string::npos) << line;
+    EXPECT_NE(line.find("the disk is full"), std::string::npos) << line;
+    struct stat status = {};
+    ASSERT_EQ(::stat("/dev/full", &status), 0);
+    EXPECT_TRUE(S_ISCHR(status.st_mode));
+}
+
+TEST_F(OutputTest, AFifoGetsNothingOfAJobThatFails)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const FileHandle reader(::open(path("fifo").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    std::array<char, 100> bytes{};
+    open(path("fifo"))->sink().write("half a jo");
+    EXPECT_EQ(::read(reader.get(), bytes.data(), bytes.size()), 0);
+
+    const auto destination = open(path("fifo"));
+    destination->sink().write("the job");
+    destination->deliver();
+    EXPECT_EQ(::read(reader.get(), bytes.data(), bytes.size()), 7);
+}
+
+/// Stands for a destination over a wire.
+class FakeWire final : public SpooledDestination {
+public:
+    std::string sent;
+
+private:
+    void send(int spool, std::uint64_t size) override
+    {
+        sent.resize(size);
+        sent.resize(readFully(spool, sent.data(), size, 0, "the job"));
+    }
+};
+
+TEST_F(OutputTest, ADestinationOverAWireIsHandedTheWholeJob)
+{
+    FakeWire wire;
+    wire.sink().write("the ");
+    wire.sink().write("job");
+    EXPECT_EQ(wire.sent, "");
+    wire.deliver();
+    EXPECT_EQ(wire.sent, "the job");
+}
+
+} // namespace
+} // namespace quelm::tests
