@@ -38,13 +38,23 @@ std::string removalQuestion(Tarvik40FaxRecipient& recipient)
     return text + questionText("Are you sure you want to remove this Recipient?");
 }
 
-/// Puts the count in place of "%d". Translations come from outside, so nothing else in them is
-/// taken for a format.
+/// The text with the count in place of "%d", and "%%" as "%". Translations come from outside, so
+/// nothing else in them is taken for a format.
 std::string withCount(const std::string& text, int count)
 {
-    std::string out = text;
-    if (const std::size_t place = out.find("%d"); place != out.npos)
-        out.replace(place, 2, std::to_string(count));
+    std::string out;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string_view directive = std::string_view(text).substr(at, 2);
+        if (directive == "%d")
+            out += std::to_string(count);
+        else if (directive == "%%")
+            out += '%';
+        else {
+            out += text[at];
+            continue;
+        }
+        ++at;
+    }
     return out;
 }
 

@@ -3,6 +3,8 @@
 
 #include "tests/support/component_test.h"
 
+#include <ostream>
+
 namespace {
 
 constexpr const char* jobList = "LanFax Recipient List";
@@ -114,6 +116,8 @@ struct ButtonRow {
     bool remove;
     bool saveGroup;
 };
+
+static void PrintTo(const ButtonRow& row, std::ostream* out) { *out << row.testName; }
 
 class ButtonsTest : public RecipientSelectionTest, public testing::WithParamInterface<ButtonRow> {};
 
@@ -354,6 +358,13 @@ TEST_F(RecipientSelectionTest, PercentSignsInATranslationAreNoFormats)
     host.translations["Are you sure you want to remove all %d Recipients?"] = "%s %n 100% of %d, %x %5$n %";
     T40RemoveMultipleFaxRecipientsTest(12);
     EXPECT_EQ(host.openQuestions(), Names{"%s %n 100% of 12, %x %5$n %"});
+}
+
+TEST_F(RecipientSelectionTest, ADoubledPercentSignInATranslationIsShownOnce)
+{
+    host.translations["Are you sure you want to remove all %d Recipients?"] = "100%% von %d?";
+    T40RemoveMultipleFaxRecipientsTest(12);
+    EXPECT_EQ(host.openQuestions(), Names{"100% von 12?"});
 }
 
 TEST_F(RecipientSelectionTest, ATranslationWithoutAPlaceForTheNumberStandsAsItIs)
