@@ -4,6 +4,7 @@
 #include "component/module_state.h"
 #include "host/calls.h"
 #include "model/fax_job.h"
+#include "model/listed_texts.h"
 #include "model/recipient.h"
 
 #include <array>
@@ -12,21 +13,19 @@ GTKObject* listItemFactory = nullptr;
 
 namespace {
 
-constexpr std::array columnKeys{"RecipientName",  "RecipientFaxNumber", "RecipientOrganization",
-                                "RecipientPhone", "RecipientEmail",     "RecipientMailbox"};
-
 /// Six texts and a closing null. A group shows its name alone.
-using Row = std::array<const char*, columnKeys.size() + 1>;
+using Row = std::array<const char*, 7>;
 
 Row rowFor(Tarvik40FaxRecipient& recipient)
 {
     Row row;
     row.fill(pEmptyString);
     row.back() = nullptr;
-    const std::size_t filled = recipient.getRecipientType() == GROUP_RECIPIENT ? 1 : columnKeys.size();
+    const auto texts = listedTexts(recipient);
+    const std::size_t filled = recipient.getRecipientType() == GROUP_RECIPIENT ? 1 : texts.size();
     for (std::size_t column = 0; column < filled; ++column) {
-        if (const char* text = recipient.getRecipientData(columnKeys[column]))
-            row[column] = text;
+        if (!texts[column]->empty())
+            row[column] = texts[column]->c_str();
     }
     return row;
 }

@@ -2,6 +2,7 @@
 #include "model/recipient.h"
 
 #include "host/calls.h"
+#include "model/listed_texts.h"
 #include "model/recipient_key.h"
 
 #include <array>
@@ -126,4 +127,10 @@ bool hasRecipientKey(const Tarvik40FaxRecipient& recipient, std::string_view key
     const std::string& name = recipient.recipientName;
     return key.size() == name.size() + recipient.recipientFaxNumber.size() && key.starts_with(name) &&
            key.ends_with(recipient.recipientFaxNumber);
+}
+
+std::array<const std::string*, 6> listedTexts(const Tarvik40FaxRecipient& recipient)
+{
+    return {&recipient.recipientName,  &recipient.recipientFaxNumber, &recipient.recipientOrganization,
+            &recipient.recipientPhone, &recipient.recipientEmail,     &recipient.recipientMailbox};
 }

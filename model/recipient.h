@@ -2,6 +2,7 @@
 #ifndef MODEL_RECIPIENT_H
 #define MODEL_RECIPIENT_H
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -64,6 +65,7 @@ public:
 
 private:
     friend bool hasRecipientKey(const Tarvik40FaxRecipient& recipient, std::string_view key);
+    friend std::array<const std::string*, 6> listedTexts(const Tarvik40FaxRecipient& recipient);
 
     int recipientType = 0;
     std::string recipientName;

@@ -99,10 +99,16 @@ void AddPBEntryToList(GTKObject* listWidget, LegacyDBRecord* record)
     ClearLegacyDBRecipientInfo(recipient);
     if (!ParseLegacyPBEntry(record, recipient))
         return;
-    if (recipient.type == 1)
-        row = {true, recipient.name, recipient.faxNumber};
-    else if (recipient.type == 2)
-        row = {true, "[" + recipient.name + "]", ""};
+    // Assigned text by text: a phonebook has many rows, and each so uses the memory of the one before.
+    if (recipient.type == 1) {
+        row.filled = true;
+        row.name = recipient.name;
+        row.faxNumber = recipient.faxNumber;
+    } else if (recipient.type == 2) {
+        row.filled = true;
+        row.name.assign("[").append(recipient.name).append("]");
+        row.faxNumber.clear();
+    }
 
     std::array<const char*, 7> columns{}; // before the first filled row there is nothing to repeat
     if (row.filled)

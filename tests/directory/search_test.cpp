@@ -6,6 +6,7 @@
 #include "host/directory_client.h"
 #include "tests/support/phonebook_test.h"
 
+#include <ostream>
 #include <stdexcept>
 #include <utility>
 
@@ -259,6 +260,8 @@ struct Found {
     const char* status;
 };
 
+static void PrintTo(const Found& found, std::ostream* out) { *out << found.count << ", code " << found.code; }
+
 class SearchStatusTest : public DirectorySearchTest, public testing::WithParamInterface<Found> {};
 
 INSTANTIATE_TEST_SUITE_P(
@@ -354,6 +357,15 @@ TEST_F(DirectoryPickTest, EmptyCellsDoNotRepeatTheOneBefore)
         EXPECT_EQ(john->getRecipientData("RecipientPhone"), nullptr);
         EXPECT_EQ(john->getRecipientData("RecipientEmail"), nullptr);
     }
+}
+
+TEST_F(DirectoryPickTest, ACellThatCannotBeReadIsEmptyAndDoesNotRepeatTheOneBefore)
+{
+    host.faults.failNth(fake::Op::readCell, 2);
+    add(0);
+    ASSERT_EQ(pickNames(), std::vector<std::string>{"Smith, Anne"});
+    EXPECT_EQ(pick(0)->getRecipientData("RecipientFaxNumber"), nullptr);
+    EXPECT_EQ(field(pick(0), "RecipientPhone"), "777");
 }
 
 TEST_F(DirectoryPickTest, AResultWithoutAFaxNumberIsPicked)

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 #include <stdexcept>
 #include <unistd.h>
 #include <utility>
@@ -27,6 +28,8 @@ struct Chooser {
     std::string hidden() const { return "set " + fake::quoted(name) + " Visibility off"; }
     std::string shown() const { return "set " + fake::quoted(name) + " Visibility on"; }
 };
+
+void PrintTo(const Chooser& chooser, std::ostream* out) { *out << chooser.testName; }
 
 const Chooser choosers[] = {
     {"Personal", "Select Personal PB Button", "PersonalPBSelectFileDialog", "/db/phonebook/user/*.xdb",
