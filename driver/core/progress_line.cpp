@@ -29,7 +29,9 @@ void ProgressLine::show(std::size_t done, std::size_t total)
         return;
     next_ = now + interval;
     shown_ = true;
-    std::cerr << "\r\033[K" << work_ << ": " << done << " of " << total << std::flush;
+    // One piece, so that nobody sees half a line.
+    std::cerr << "\r\033[K" + work_ + ": " + std::to_string(done) + " of " + std::to_string(total)
+              << std::flush;
 }
 
 void ProgressLine::wipe()
