@@ -1,0 +1,24 @@
+// The commands of the program. Each acts on a parsed command line, and throws quelm::Error when it
+// cannot be carried out.
+#ifndef DRIVER_CLI_COMMANDS_H
+#define DRIVER_CLI_COMMANDS_H
+
+#include "driver/cli/command_line.h"
+
+namespace quelm {
+
+/// Writes a document and its fax job as one print stream.
+void runFaxCommand(const CommandLine& line);
+
+/// Writes what the component writes for the job, one system call for each of its writes.
+void runAttributesCommand(const CommandLine& line);
+
+/// Looks at a phonebook or changes it; the component is not needed.
+void runPhonebookCommand(const CommandLine& line);
+
+/// Carries out a script, with its answers on standard output.
+void runScriptCommand(const CommandLine& line);
+
+} // namespace quelm
+
+#endif

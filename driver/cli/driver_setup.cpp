@@ -1,0 +1,36 @@
+// Merging command line and configuration file.
+#include "driver/cli/driver_setup.h"
+
+#include "driver/core/clock.h"
+#include "driver/core/configuration.h"
+
+#include <optional>
+#include <string>
+
+namespace quelm {
+namespace {
+
+void fillIn(std::string& option, const std::optional<std::string>& configured)
+{
+    if (option.empty() && configured)
+        option = *configured;
+}
+
+} // namespace
+
+DriverSetup setUpDriver(const CommandLine& line)
+{
+    DriverSetup setup;
+    setup.driver = line.driver;
+    if (!line.driver.now.empty())
+        parseLocalTime(line.driver.now);
+    const auto named = line.config.empty() ? std::nullopt : std::optional(line.config);
+    const auto configuration = loadConfiguration(named);
+    fillIn(setup.driver.home, configuration.home);
+    fillIn(setup.driver.user, configuration.user);
+    fillIn(setup.driver.component, configuration.component);
+    setup.pdl = line.job.pdl.value_or(configuration.pdl.value_or(Pdl::dsc));
+    return setup;
+}
+
+} // namespace quelm

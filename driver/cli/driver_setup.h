@@ -1,0 +1,22 @@
+// How the driver is to be started: the command line over the configuration file.
+#ifndef DRIVER_CLI_DRIVER_SETUP_H
+#define DRIVER_CLI_DRIVER_SETUP_H
+
+#include "driver/cli/command_line.h"
+#include "driver/core/driver.h"
+#include "driver/core/fax_session.h"
+
+namespace quelm {
+
+struct DriverSetup {
+    DriverOptions driver;
+    Pdl pdl = Pdl::dsc;
+};
+
+/// Reads the configuration file, the user's own when none is named, and puts what the command line
+/// says over it. Throws Error when the file cannot be used, UsageError for an impossible --now.
+DriverSetup setUpDriver(const CommandLine& line);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,32 @@
+// From a command line to a filled job.
+#include "driver/cli/filled_job.h"
+
+#include "driver/cli/fill_job.h"
+#include "driver/cli/question_policy.h"
+
+namespace quelm {
+namespace {
+
+/// The options of one command are that job's alone.
+DriverSetup setUpForOneJob(const CommandLine& line)
+{
+    auto setup = setUpDriver(line);
+    setup.driver.saveFeatures = false;
+    return setup;
+}
+
+} // namespace
+
+FilledJob::FilledJob(const CommandLine& line)
+    : recipients_(recipientsOf(line.job)), setup_(setUpForOneJob(line)), driver_(setup_.driver)
+{
+    const QuestionPolicy policy(line.job.duplicates.value_or(Duplicates::ask), Terminal::standard());
+    fillJob(driver_, line.job, recipients_, policy);
+}
+
+std::size_t FilledJob::recipientCount() const
+{
+    return driver_.show("LanFax Recipient List").rowCount.value_or(0);
+}
+
+} // namespace quelm

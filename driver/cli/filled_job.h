@@ -1,0 +1,35 @@
+// A driver whose fax job is what the command line asks for, ready to be written.
+#ifndef DRIVER_CLI_FILLED_JOB_H
+#define DRIVER_CLI_FILLED_JOB_H
+
+#include "driver/cli/command_line.h"
+#include "driver/cli/driver_setup.h"
+#include "driver/cli/recipient_input.h"
+#include "driver/core/driver.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace quelm {
+
+/// Starts the driver and carries out the job's options. The user's saved choices are the starting
+/// point, and stay as they are. Throws Error or UsageError when the job cannot be put together.
+class FilledJob {
+public:
+    explicit FilledJob(const CommandLine& line);
+
+    FaxSession& session() { return driver_.faxSession(); }
+    Pdl pdl() const { return setup_.pdl; }
+
+    /// How many recipients the job holds.
+    std::size_t recipientCount() const;
+
+private:
+    std::vector<RecipientInput> recipients_;
+    DriverSetup setup_;
+    Driver driver_;
+};
+
+} // namespace quelm
+
+#endif

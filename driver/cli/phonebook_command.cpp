@@ -1,0 +1,94 @@
+// The command `phonebook`: looks at phonebooks and changes them, without the component.
+#include "driver/cli/commands.h"
+
+#include "driver/cli/driver_setup.h"
+#include "driver/core/error.h"
+#include "driver/core/installation.h"
+#include "driver/core/log.h"
+#include "driver/core/progress_line.h"
+#include "driver/jobs/file_handle.h"
+#include "driver/phonebook/actions.h"
+#include "driver/phonebook/import.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+namespace quelm {
+namespace {
+
+PhonebookPlace placeOf(const CommandLine& line)
+{
+    if (!line.phonebook.phonebook.empty())
+        return {line.phonebook.phonebook, false};
+    const auto setup = setUpDriver(line);
+    return personalPhonebook(resolveHome(setup.driver.home), resolveUser(setup.driver.user));
+}
+
+void warn(const std::vector<std::string>& warnings)
+{
+    for (const auto& warning : warnings)
+        log(Severity::warning, warning);
+}
+
+void print(const Outcome& outcome)
+{
+    writeAll(STDOUT_FILENO, outcome.done, "standard output");
+    warn(outcome.warnings);
+}
+
+void import(const PhonebookPlace& place, const PhonebookRequest& request)
+{
+    ImportReport report;
+    {
+        ProgressLine progress("Importing");
+        ImportOptions options;
+        options.skipBad = request.skipBad;
+        options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
+        report = importFile(place, request.file, options);
+    }
+    for (const auto& refusal : refusalLines(report))
+        std::cerr << "quelm-driver: " << refusal << "\n" << std::flush;
+    if (!report.written)
+        throw Error(importFailure(report));
+    print({importSummary(report), report.strayMembers});
+}
+
+void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
+{
+    const bool toStandardOutput = request.file == "-";
+    const auto format = request.format ? request.format : formatByName(request.file);
+    if (!format)
+        throw UsageError(toStandardOutput ? "say with --format what to write to standard output"
+                                          : request.file + ": ends in neither .vcf nor .csv; say --format");
+    print(toStandardOutput ? exportText(place, *format) : exportFile(place, request.file, *format));
+}
+
+} // namespace
+
+void runPhonebookCommand(const CommandLine& line)
+{
+    const auto& request = line.phonebook;
+    const auto place = placeOf(line);
+    switch (request.action) {
+    case PhonebookAction::list:
+        return print(listPhonebook(place, request.asCsv));
+    case PhonebookAction::show:
+        return print(showItem(place, request.name));
+    case PhonebookAction::add:
+        return print(addEntry(place, request.entry, request.replace));
+    case PhonebookAction::addGroup:
+        return print(addGroup(place, {request.name, request.members}, request.replace));
+    case PhonebookAction::remove:
+        return print(removeItem(place, request.name));
+    case PhonebookAction::import:
+        return import(place, request);
+    case PhonebookAction::exportTo:
+        return exportTo(place, request);
+    case PhonebookAction::none:
+        break;
+    }
+    throw UsageError("say what to do with the phonebook; see quelm-driver phonebook --help");
+}
+
+} // namespace quelm

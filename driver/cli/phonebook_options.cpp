@@ -1,0 +1,123 @@
+// The actions on phonebooks and their options.
+#include "driver/cli/phonebook_options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace quelm {
+namespace {
+
+/// Makes one action known. `onlyReads`: then a shared phonebook will do.
+CLI::App& addAction(CLI::App& command, PhonebookRequest& request, PhonebookAction action, const char* name,
+                    const char* description, bool onlyReads)
+{
+    CLI::App& added = *command.add_subcommand(name, description);
+    added.callback([&request, action] { request.action = action; });
+    const auto addPath = [&](const char* option, const char* text) {
+        return added
+            .add_option_function<std::string>(
+                option,
+                [&request, option](const std::string& path) {
+                    if (path.empty())
+                        throw CLI::ValidationError(option, "is empty");
+                    request.phonebook = path;
+                },
+                text)
+            ->type_name("PHONEBOOK");
+    };
+    auto* const file = addPath("--file", "This phonebook in place of the user's own");
+    if (onlyReads)
+        addPath("--shared", "A phonebook of others, which is only read")->excludes(file);
+    return added;
+}
+
+void addText(CLI::App& action, const char* name, std::string& value, const char* description)
+{
+    action.add_option(name, value, description)->type_name("TEXT");
+}
+
+void addName(CLI::App& action, std::string& name, const char* description)
+{
+    action.add_option("NAME", name, description)->required()->type_name("");
+}
+
+void addReplace(CLI::App& action, PhonebookRequest& request)
+{
+    action.add_flag("--replace", request.replace, "Put it in the place of the one of that name");
+}
+
+void addFormats(CLI::App& action, PhonebookRequest& request)
+{
+    action
+        .add_option_function<std::string>(
+            "--format",
+            [&request](const std::string& given) {
+                if (given == "vcard3")
+                    request.format = FileFormat::vcard3;
+                else if (given == "vcard4")
+                    request.format = FileFormat::vcard4;
+                else if (given == "csv")
+                    request.format = FileFormat::csv;
+                else
+                    throw CLI::ValidationError("--format", "\"" + given + "\" is none of vcard3|vcard4|csv");
+            },
+            "How to write it; by default .vcf is vcard4 and .csv is csv")
+        ->type_name("vcard3|vcard4|csv");
+}
+
+} // namespace
+
+void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
+{
+    command.require_subcommand(1);
+    const auto add = [&](PhonebookAction action, const char* name, const char* text,
+                         bool onlyReads) -> CLI::App& {
+        return addAction(command, request, action, name, text, onlyReads);
+    };
+
+    auto& list = add(PhonebookAction::list, "list", "List the entries and groups", true);
+    list.add_option_function<std::string>(
+            "--format",
+            [&request](const std::string& given) {
+                if (given != "text" && given != "csv")
+                    throw CLI::ValidationError("--format", "\"" + given + "\" is none of text|csv");
+                request.asCsv = given == "csv";
+            },
+            "Columns to read, or CSV with all fields (text)")
+        ->type_name("text|csv");
+
+    auto& show = add(PhonebookAction::show, "show", "Show all fields of an entry or group", true);
+    addName(show, request.name, "Name of an entry, or of a group: NAME or [NAME]");
+
+    auto& entry = add(PhonebookAction::add, "add", "Add an entry", false);
+    addName(entry, request.entry.name, "Name");
+    entry.add_option("NUMBER", request.entry.number, "Fax number")->required()->type_name("");
+    addText(entry, "--organization", request.entry.organization, "Organization");
+    addText(entry, "--phone", request.entry.phone, "Phone number");
+    addText(entry, "--email", request.entry.email, "E-mail address");
+    addReplace(entry, request);
+
+    auto& group = add(PhonebookAction::addGroup, "add-group", "Add a group of entries", false);
+    addName(group, request.name, "Name of the group");
+    group.add_option("MEMBER", request.members, "Name of an entry; one or more")->required()->type_name("");
+    addReplace(group, request);
+
+    auto& removal = add(PhonebookAction::remove, "remove", "Remove an entry or group", false);
+    addName(removal, request.name, "Name of an entry, or of a group: NAME or [NAME]");
+
+    auto& import = add(PhonebookAction::import, "import", "Bring in a vCard or CSV file", false);
+    import.add_option("FILE", request.file, "vCard 3.0 or 4.0, or CSV; - is standard input")
+        ->required()
+        ->type_name("");
+    import.add_flag("--skip-bad", request.skipBad, "Leave out what cannot be used, and import the rest");
+
+    auto& exported = add(PhonebookAction::exportTo, "export", "Write a vCard or CSV file", true);
+    exported.add_option("FILE", request.file, "File to write; - is standard output")
+        ->required()
+        ->type_name("");
+    addFormats(exported, request);
+
+    for (auto* action : command.get_subcommands({}))
+        action->fallthrough();
+}
+
+} // namespace quelm

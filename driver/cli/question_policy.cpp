@@ -1,0 +1,58 @@
+// Answering the duplicate question by policy, or by the person at the terminal.
+#include "driver/cli/question_policy.h"
+
+#include "driver/core/error.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+namespace quelm {
+
+Terminal Terminal::standard()
+{
+    Terminal terminal;
+    terminal.interactive = ::isatty(STDIN_FILENO) == 1;
+    terminal.show = [](const std::string& text) { std::cerr << text << std::flush; };
+    terminal.readLine = []() -> std::optional<std::string> {
+        std::string line;
+        if (!std::getline(std::cin, line))
+            return std::nullopt;
+        return line;
+    };
+    return terminal;
+}
+
+QuestionPolicy::QuestionPolicy(Duplicates duplicates, Terminal terminal)
+    : duplicates_(duplicates), terminal_(std::move(terminal))
+{
+}
+
+bool QuestionPolicy::addDuplicate(const std::string& question, const std::string& origin) const
+{
+    return duplicates_ == Duplicates::ask ? ask(question, origin) : duplicates_ == Duplicates::add;
+}
+
+bool QuestionPolicy::ask(const std::string& question, const std::string& origin) const
+{
+    const Error unanswered(origin + ": this recipient is in the job already; say --duplicates add or "
+                                    "--duplicates skip");
+    if (!terminal_.interactive)
+        throw unanswered;
+    std::string text = question;
+    std::erase(text, '\r');
+    for (;;) {
+        terminal_.show(text + " [y/n] ");
+        const auto answer = terminal_.readLine();
+        if (!answer)
+            throw unanswered;
+        if (*answer == "y" || *answer == "yes")
+            return true;
+        if (*answer == "n" || *answer == "no")
+            return false;
+    }
+}
+
+} // namespace quelm

@@ -1,0 +1,20 @@
+// Splitting the value of --to.
+#include "driver/cli/recipient_input.h"
+
+#include "driver/core/error.h"
+
+namespace quelm {
+
+RecipientInput recipientFromOption(const std::string& value)
+{
+    const auto split = value.rfind('=');
+    if (split == std::string::npos || split == 0 || split + 1 == value.size())
+        throw UsageError("--to \"" + value + "\": write NAME=NUMBER, such as --to \"Ann=555-1234\"");
+    RecipientInput recipient;
+    recipient.origin = "--to " + value;
+    recipient.name = value.substr(0, split);
+    recipient.number = value.substr(split + 1);
+    return recipient;
+}
+
+} // namespace quelm

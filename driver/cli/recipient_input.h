@@ -1,0 +1,49 @@
+// A recipient as the command line's user gave it, before it is typed into the recipient dialog.
+#ifndef DRIVER_CLI_RECIPIENT_INPUT_H
+#define DRIVER_CLI_RECIPIENT_INPUT_H
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// The texts of one recipient, UTF-8, as they are to be typed. `origin` says in messages where
+/// the recipient stands: "list.csv:12" or "--to Ann=555".
+struct RecipientInput {
+    std::string origin;
+    std::string name;
+    std::string number;
+    std::string organization;
+    std::string phone;
+    std::string email;
+    std::string mailbox;
+};
+
+/// One field of a recipient: its column in a CSV file, its member, the text field of the
+/// recipient dialog that takes it, and its name in messages.
+struct RecipientField {
+    std::string_view column;
+    std::string RecipientInput::*text;
+    const char* widget;
+    std::string_view label;
+    bool required;
+};
+
+/// All fields, in the order of the dialog.
+inline constexpr std::array<RecipientField, 6> recipientFields{{
+    {"name", &RecipientInput::name, "RecipientName", "name", true},
+    {"number", &RecipientInput::number, "RecipientNumber", "fax number", true},
+    {"organization", &RecipientInput::organization, "RecipientOrganization", "organization", false},
+    {"phone", &RecipientInput::phone, "RecipientTelNumber", "phone number", false},
+    {"email", &RecipientInput::email, "RecipientEmailAddr", "e-mail address", false},
+    {"mailbox", &RecipientInput::mailbox, "RecipientMailbox", "mailbox", false},
+}};
+
+/// The recipient of `--to NAME=NUMBER`, split at the last "=" since a number holds none. Throws
+/// UsageError without a "=", a name or a number.
+RecipientInput recipientFromOption(const std::string& value);
+
+} // namespace quelm
+
+#endif

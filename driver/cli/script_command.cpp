@@ -1,0 +1,41 @@
+// The command `script`: reads it whole, then acts line by line.
+#include "driver/cli/commands.h"
+
+#include "driver/cli/driver_setup.h"
+#include "driver/cli/script_runner.h"
+#include "driver/core/error.h"
+#include "driver/core/text_checks.h"
+#include "driver/jobs/file_handle.h"
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <string>
+
+namespace quelm {
+namespace {
+
+constexpr std::size_t largestScript = std::size_t{16} * 1024 * 1024;
+
+} // namespace
+
+void runScriptCommand(const CommandLine& line)
+{
+    const auto name = displayName(line.script);
+    const auto script = readTextFile(line.script, largestScript);
+    const auto steps = parseScript(script, name);
+    const auto setup = setUpDriver(line);
+    Driver driver(setup.driver);
+    ScriptRunner runner(driver, setup.pdl);
+    for (const auto& step : steps) {
+        std::string answer;
+        try {
+            answer = runner.run(step);
+        } catch (const Error& error) {
+            throw Error(name + ":" + std::to_string(step.line) + ": " + error.what());
+        }
+        writeAll(STDOUT_FILENO, answer, "standard output");
+    }
+}
+
+} // namespace quelm

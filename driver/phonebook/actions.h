@@ -1,0 +1,52 @@
+// What a user does with a phonebook, for the command line and the phonebook program alike.
+#ifndef DRIVER_PHONEBOOK_ACTIONS_H
+#define DRIVER_PHONEBOOK_ACTIONS_H
+
+#include "driver/phonebook/entry.h"
+#include "driver/phonebook/phonebook.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// What an action did, in one sentence for the user, and what he should know besides.
+struct Outcome {
+    std::string done; ///< text to print; several lines for a list, each ended by LF
+    std::vector<std::string> warnings;
+};
+
+enum class FileFormat { csv, vcard3, vcard4 };
+
+/// The format of a file by its name's ending, .csv or .vcf (vCard 4.0). Nothing for another one.
+std::optional<FileFormat> formatByName(std::string_view file);
+
+// Each opens the phonebook for as long as it takes. All throw Error and leave it as it was when they cannot
+// do what they say.
+
+/// The whole phonebook, as columns or as CSV.
+Outcome listPhonebook(const PhonebookPlace& place, bool csv);
+
+/// One entry or group, found as `findItem` does.
+Outcome showItem(const PhonebookPlace& place, const std::string& name);
+
+/// Adds an entry or group; one of that name has to be there or not according to `replace`. A group's
+/// members have to be entries of the phonebook.
+Outcome addEntry(const PhonebookPlace& place, PhonebookEntry entry, bool replace);
+Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace);
+
+/// Removes an entry, group or unreadable record, found as `findItem` does, and warns of groups that lose a
+/// member.
+Outcome removeItem(const PhonebookPlace& place, const std::string& name);
+
+/// The readable part of the phonebook in a format.
+Outcome exportText(const PhonebookPlace& place, FileFormat format);
+
+/// Writes that to a file, which appears whole or not at all.
+Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format);
+
+} // namespace quelm
+
+#endif

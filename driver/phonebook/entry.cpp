@@ -1,0 +1,139 @@
+// Checks entries and groups by the rules of the component's dialogs.
+#include "driver/phonebook/entry.h"
+
+#include "driver/core/text_checks.h"
+#include "driver/core/texts.h"
+#include "driver/phonebook/record_codec.h"
+
+#include <glib.h>
+
+#include <algorithm>
+#include <variant>
+
+namespace quelm {
+namespace {
+
+// What the component's dialogs hand to the host's checks, and the greatest lengths of their fields.
+constexpr const char* nameMarks = "- .";
+constexpr const char* numberMarks = "- ( ) /";
+constexpr long nameLength = 31;
+constexpr long numberLength = 46;
+constexpr long textLength = 59;
+
+using Problem = std::optional<std::string>;
+
+Problem tooLong(const char* what, const std::string& text, long most)
+{
+    const long length = g_utf8_strlen(text.data(), static_cast<gssize>(text.size()));
+    if (length <= most)
+        return std::nullopt;
+    return std::string(what) + " has " + std::to_string(length) + " characters; " + std::to_string(most) +
+           " are possible";
+}
+
+Problem problemWithNameOf(const char* what, const std::string& name)
+{
+    if (name.empty())
+        return std::string(what) + " is missing";
+    if (auto problem = problemWithName(name, nameMarks))
+        return problem;
+    return tooLong(what, name, nameLength);
+}
+
+Problem problemWithNumber(const char* what, const std::string& number)
+{
+    if (!isUtf8(number))
+        return std::string(what) + " is not UTF-8";
+    if (auto problem = problemWithPhoneNumber(number, numberMarks))
+        return std::string(what) + ": " + *problem;
+    return tooLong(what, number, numberLength);
+}
+
+Problem problemWithText(const char* what, const std::string& text, bool severalLines)
+{
+    if (!isUtf8(text))
+        return std::string(what) + " is not UTF-8";
+    std::string line = text;
+    if (severalLines)
+        std::ranges::replace(line, '\n', ' ');
+    if (hasControlCharacter(line))
+        return std::string(what) + " holds a line break or control character";
+    return tooLong(what, text, textLength);
+}
+
+/// The record's fields end at marks that a text must not hold.
+template <typename Content>
+Problem unlessKept(const Content& content)
+{
+    const auto kept = decodeRecord(encodeRecord(content));
+    const auto* same = std::get_if<Content>(&kept);
+    if (same != nullptr && *same == content)
+        return std::nullopt;
+    return "\"" + content.name +
+           "\" cannot be kept: a text holds a mark of the record format, such as \".enam\"";
+}
+
+bool isSpace(char character) { return std::string_view(" \t\n\v\f\r").find(character) != std::string::npos; }
+
+} // namespace
+
+std::string tidied(std::string_view text)
+{
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text.substr(at, 2) != "\r\n")
+            result += text[at];
+    }
+    return result;
+}
+
+PhonebookEntry tidied(PhonebookEntry entry)
+{
+    for (auto* text : {&entry.name, &entry.number, &entry.organization, &entry.phone, &entry.email})
+        *text = tidied(std::string_view(*text));
+    return entry;
+}
+
+PhonebookGroup tidied(PhonebookGroup group)
+{
+    group.name = tidied(std::string_view(group.name));
+    for (auto& member : group.members)
+        member = tidied(std::string_view(member));
+    std::erase(group.members, "");
+    return group;
+}
+
+Problem problemWith(const PhonebookEntry& entry)
+{
+    Problem problem = problemWithNameOf("the name", entry.name);
+    if (!problem && entry.number.empty())
+        problem = "the fax number is missing";
+    if (!problem)
+        problem = problemWithNumber("the fax number", entry.number);
+    if (!problem)
+        problem = problemWithText("the organization", entry.organization, true);
+    if (!problem && !entry.phone.empty())
+        problem = problemWithNumber("the phone number", entry.phone);
+    if (!problem)
+        problem = problemWithText("the e-mail address", entry.email, false);
+    return problem ? problem : unlessKept(entry);
+}
+
+Problem problemWith(const PhonebookGroup& group)
+{
+    if (auto problem = problemWithNameOf("the group's name", group.name))
+        return problem;
+    if (group.members.empty())
+        return "the group has no member";
+    const auto notText = std::ranges::find_if_not(group.members, isUtf8);
+    if (notText != group.members.end())
+        return "the name of a member is not UTF-8";
+    return unlessKept(group);
+}
+
+} // namespace quelm

@@ -1,0 +1,50 @@
+// What a phonebook holds: entries and groups, and what makes one acceptable.
+#ifndef DRIVER_PHONEBOOK_ENTRY_H
+#define DRIVER_PHONEBOOK_ENTRY_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// A single entry. Texts are UTF-8; only name and number are always there. A mailbox is no part of it:
+/// phonebooks keep none.
+struct PhonebookEntry {
+    std::string name;
+    std::string number; ///< fax number
+    std::string organization;
+    std::string phone;
+    std::string email;
+
+    friend bool operator==(const PhonebookEntry&, const PhonebookEntry&) = default;
+};
+
+/// A group names single entries of the same phonebook, in the order in which they are faxed.
+struct PhonebookGroup {
+    std::string name;
+    std::vector<std::string> members;
+
+    friend bool operator==(const PhonebookGroup&, const PhonebookGroup&) = default;
+};
+
+/// A text without the white space around it, which records do not keep, and with plain line feeds.
+std::string tidied(std::string_view text);
+
+/// All texts tidied.
+PhonebookEntry tidied(PhonebookEntry entry);
+PhonebookGroup tidied(PhonebookGroup group);
+
+/// Why an entry (tidied) cannot be kept, or nothing. The dialogs' rules: a name of letters, digits, "-",
+/// blanks, "." and apostrophes, numbers to dial, and the fields' greatest lengths (31, 46, 59, 46 and 59
+/// characters). An organization may have several lines. A text that the record's own marks would
+/// cut is refused, too.
+std::optional<std::string> problemWith(const PhonebookEntry& entry);
+
+/// The same for a group, which needs a member. Whether the members exist is not looked at.
+std::optional<std::string> problemWith(const PhonebookGroup& group);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,164 @@
+// Reads, checks and saves what a file of contacts holds.
+#include "driver/phonebook/import.h"
+
+#include "driver/core/error.h"
+#include "driver/core/log.h"
+#include "driver/core/text_checks.h"
+#include "driver/phonebook/interruption.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace quelm {
+namespace {
+
+constexpr std::size_t largestFile = std::size_t{256} * 1024 * 1024;
+constexpr std::size_t mostLines = 100;
+
+std::string keyOf(const Contact& contact)
+{
+    const auto* entry = std::get_if<PhonebookEntry>(&contact.content);
+    return entry != nullptr ? entryKey(entry->name)
+                            : groupKey(std::get<PhonebookGroup>(contact.content).name);
+}
+
+/// True when one in the place of the other would lose a number or member.
+bool contradict(const Contact& one, const Contact& other)
+{
+    if (const auto* entry = std::get_if<PhonebookEntry>(&one.content))
+        return entry->number != std::get<PhonebookEntry>(other.content).number;
+    return std::get<PhonebookGroup>(one.content) != std::get<PhonebookGroup>(other.content);
+}
+
+/// Refuses what contradicts something ahead of it under the same name: two people may be meant.
+void refuseContradictions(Contacts& all)
+{
+    std::unordered_map<std::string, const Contact*> first;
+    std::unordered_set<const Contact*> refused;
+    for (const auto& contact : all.contacts) {
+        const auto [known, isNew] = first.try_emplace(keyOf(contact), &contact);
+        if (isNew || !contradict(*known->second, contact))
+            continue;
+        const bool group = std::holds_alternative<PhonebookGroup>(contact.content);
+        all.refused.push_back({contact.line, "\"" + known->first.substr(1) + "\" stands on line " +
+                                                 std::to_string(known->second->line) + " with " +
+                                                 (group ? "other members" : "another number") +
+                                                 " already; give one of them another name"});
+        refused.insert(&contact);
+    }
+    if (refused.empty())
+        return;
+    std::vector<Contact> kept;
+    for (auto& contact : all.contacts) {
+        if (!refused.contains(&contact))
+            kept.push_back(std::move(contact));
+    }
+    all.contacts = std::move(kept);
+    std::ranges::stable_sort(all.refused, {}, &Refusal::line);
+}
+
+std::vector<std::string> strayMembers(const std::vector<Contact>& contacts, const Phonebook& phonebook)
+{
+    std::vector<std::string> strays;
+    for (const auto& contact : contacts) {
+        const auto* group = std::get_if<PhonebookGroup>(&contact.content);
+        if (group == nullptr)
+            continue;
+        for (const auto& member : group->members) {
+            if (!phonebook.hasEntry(member))
+                strays.push_back("the group \"" + group->name + "\" has the member \"" + member +
+                                 "\", which is not in the phonebook");
+        }
+    }
+    return strays;
+}
+
+void save(const Contacts& all, const PhonebookPlace& place, const ImportOptions& options,
+          ImportReport& report)
+{
+    Phonebook phonebook(place, Phonebook::Access::create);
+    std::size_t done = 0;
+    for (const auto& contact : all.contacts) {
+        if (Interruption::requested())
+            throw Error(report.file + ": the import was interrupted; nothing was imported");
+        const bool replaced =
+            std::visit([&](const auto& content) { return phonebook.save(content); }, contact.content);
+        ++(replaced ? report.merged : report.added);
+        if (options.progress)
+            options.progress(++done, all.contacts.size());
+    }
+    report.strayMembers = strayMembers(all.contacts, phonebook);
+    if (Interruption::requested())
+        throw Error(report.file + ": the import was interrupted; nothing was imported");
+    phonebook.commit();
+}
+
+std::string counted(std::size_t count, const char* one, const char* many)
+{
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+} // namespace
+
+ImportReport importFile(const PhonebookPlace& place, const std::string& file, const ImportOptions& options)
+{
+    ImportReport report;
+    report.file = displayName(file);
+    Contacts all;
+    {
+        const auto text = readTextFile(file, largestFile);
+        if (text.find_first_not_of(" \t\r\n") == std::string::npos)
+            throw Error(report.file + ": is empty; give a CSV or vCard file");
+        all = isVcardText(text) ? readVcards(text) : readCsvContacts(text, report.file);
+    }
+    refuseContradictions(all);
+    report.withoutNumber = all.withoutNumber;
+    report.mailboxes = all.mailboxes;
+    report.refused = std::move(all.refused);
+    report.written = report.refused.empty() || options.skipBad;
+    if (report.written && !all.contacts.empty()) {
+        const Interruption interruption; // outlives the phonebook, which takes its changes back first
+        save(all, place, options, report);
+    }
+    return report;
+}
+
+std::string importSummary(const ImportReport& report)
+{
+    std::string text = report.file + ": " + std::to_string(report.added) + " added, " +
+                       std::to_string(report.merged) + " merged, " + std::to_string(report.refused.size()) +
+                       " refused\n";
+    if (report.withoutNumber > 0)
+        text += counted(report.withoutNumber, "card without a fax number was",
+                        "cards without a fax number were") +
+                " passed over\n";
+    if (report.mailboxes > 0)
+        text +=
+            counted(report.mailboxes, "mailbox was", "mailboxes were") + " left out; phonebooks keep none\n";
+    return text;
+}
+
+std::vector<std::string> refusalLines(const ImportReport& report)
+{
+    std::vector<std::string> lines;
+    for (const auto& refusal : report.refused) {
+        if (lines.size() == mostLines) {
+            lines.push_back(
+                report.file + ": " +
+                counted(report.refused.size() - mostLines, "more is refused", "more are refused"));
+            break;
+        }
+        lines.push_back(oneLine(report.file + ":" + std::to_string(refusal.line) + ": " + refusal.reason));
+    }
+    return lines;
+}
+
+std::string importFailure(const ImportReport& report)
+{
+    return report.file + ": nothing was imported, for " +
+           counted(report.refused.size(), "row or card is", "rows or cards are") +
+           " refused; mend the file or leave them out with --skip-bad";
+}
+
+} // namespace quelm

@@ -1,0 +1,79 @@
+// Opens, reads and changes a phonebook.
+#include "driver/phonebook/phonebook.h"
+
+#include "driver/core/error.h"
+#include "driver/core/files.h"
+
+#include <utility>
+
+namespace quelm {
+namespace {
+
+constexpr int openToAll = 777; // the digits are those of the permissions
+
+/// What the component makes for its phonebook: folders that every user may use.
+void makeFolders(const std::string& file)
+{
+    const auto user = file.substr(0, file.rfind('/'));
+    const auto phonebooks = user.substr(0, user.rfind('/'));
+    const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
+    for (auto folder : {databases, phonebooks, user}) {
+        if (!FileObject::doesPathExist(folder.data()) &&
+            !FileObject::createDirectory(folder.data(), openToAll))
+            throw Error("The folder " + folder + " cannot be made; check its permissions");
+    }
+}
+
+bool exists(std::string path) { return FileObject::doesPathExist(path.data()); }
+
+} // namespace
+
+PhonebookPlace personalPhonebook(const std::string& home, const std::string& user)
+{
+    return {home + "/db/phonebook/user/" + user + ".xdb", true};
+}
+
+Phonebook::Phonebook(const PhonebookPlace& place, Access access) : path_(place.path)
+{
+    if (!exists(path_)) {
+        if (access != Access::create && place.personal)
+            return;
+        if (access == Access::create) {
+            if (place.personal)
+                makeFolders(path_);
+            RecordStore::create(path_);
+        }
+    }
+    store_ = std::make_unique<RecordStore>(path_, access == Access::read ? RecordStore::Access::read
+                                                                         : RecordStore::Access::readWrite);
+}
+
+std::vector<Phonebook::Item> Phonebook::items() const
+{
+    std::vector<Item> items;
+    if (!store_)
+        return items;
+    items.reserve(store_->records().size());
+    for (const auto& record : store_->records())
+        items.push_back({record.key, decodeRecord(record)});
+    return items;
+}
+
+bool Phonebook::has(const std::string& key) const { return store_ && store_->find(key).has_value(); }
+
+bool Phonebook::saveRecord(Record record)
+{
+    const bool replaces = has(record.key);
+    store_->save(std::move(record));
+    return replaces;
+}
+
+bool Phonebook::remove(const std::string& key) { return store_ && store_->remove(key); }
+
+void Phonebook::commit()
+{
+    if (store_)
+        store_->commit();
+}
+
+} // namespace quelm

@@ -1,0 +1,70 @@
+// One phonebook file as entries and groups.
+#ifndef DRIVER_PHONEBOOK_PHONEBOOK_H
+#define DRIVER_PHONEBOOK_PHONEBOOK_H
+
+#include "driver/core/record_store.h"
+#include "driver/phonebook/entry.h"
+#include "driver/phonebook/record_codec.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// Where a phonebook is.
+struct PhonebookPlace {
+    std::string path;
+    /// The user's own phonebook: while there is none yet it counts as an empty one, and its folders are
+    /// made with it, as the component does.
+    bool personal = false;
+};
+
+/// The personal phonebook of a user in an installation. `home` is absolute.
+PhonebookPlace personalPhonebook(const std::string& home, const std::string& user);
+
+/// An open phonebook. Failures are quelm::Errors that name the file. Changes reach the file with `commit`,
+/// all of them or none; what was not committed is gone with the object.
+class Phonebook {
+public:
+    /// `create` makes the file when there is none.
+    enum class Access { read, write, create };
+
+    Phonebook(const PhonebookPlace& place, Access access);
+
+    /// One record, decoded.
+    struct Item {
+        std::string key;
+        RecordContent content;
+    };
+
+    /// All records in the phonebook's order, unreadable ones included.
+    std::vector<Item> items() const;
+
+    bool hasEntry(std::string_view name) const { return has(entryKey(name)); }
+    bool hasGroup(std::string_view name) const { return has(groupKey(name)); }
+
+    /// Puts an acceptable entry or group behind the others, or into the place of the one of that name:
+    /// then true.
+    bool save(const PhonebookEntry& entry) { return saveRecord(encodeRecord(entry)); }
+    bool save(const PhonebookGroup& group) { return saveRecord(encodeRecord(group)); }
+
+    /// Removes the record of that key. False when there is none.
+    bool remove(const std::string& key);
+
+    void commit();
+
+    const std::string& path() const { return path_; }
+
+private:
+    bool has(const std::string& key) const;
+    bool saveRecord(Record record);
+
+    std::string path_;
+    std::unique_ptr<RecordStore> store_; ///< null for a personal phonebook that is not there yet
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,131 @@
+// Reads and writes the tagged text of phonebook records.
+#include "driver/phonebook/record_codec.h"
+
+#include <cstddef>
+#include <map>
+#include <optional>
+
+namespace quelm {
+namespace {
+
+constexpr std::size_t tagLength = 3;
+
+std::string field(const char* tag, const std::string& value)
+{
+    return std::string(".s") + tag + "\r\n" + value + "\r\n.e" + tag + "\r\n";
+}
+
+std::string fieldUnlessEmpty(const char* tag, const std::string& value)
+{
+    return value.empty() ? std::string() : field(tag, value);
+}
+
+std::string_view trimmed(std::string_view value)
+{
+    constexpr std::string_view space = " \t\n\v\f\r";
+    const auto first = value.find_first_not_of(space);
+    if (first == std::string_view::npos)
+        return {};
+    return value.substr(first, value.find_last_not_of(space) - first + 1);
+}
+
+/// The members in a group's value. A name begins behind ">" or, when no ">" is left, behind "u", and
+/// ends at a comma: as the component reads it, oddities of mixed lists included.
+void appendMembers(std::string_view list, std::vector<std::string>& members)
+{
+    bool angleLeft = true;
+    for (;;) {
+        auto mark = angleLeft ? list.find('>') : std::string_view::npos;
+        angleLeft = mark != std::string_view::npos;
+        if (!angleLeft)
+            mark = list.find('u');
+        if (mark == std::string_view::npos)
+            return;
+        list.remove_prefix(mark);
+        const auto end = list.find(',');
+        members.emplace_back(list.substr(0, end).substr(1));
+        list.remove_prefix(end == std::string_view::npos ? list.size() : end);
+    }
+}
+
+/// What has been read of one record.
+struct Reading {
+    enum class Kind { none, entry, group } kind = Kind::none;
+    PhonebookEntry entry;
+    PhonebookGroup group;
+
+    void take(const Record& record, std::string_view tag, std::string_view value)
+    {
+        static const std::map<std::string_view, std::string PhonebookEntry::*> texts{
+            {"nam", &PhonebookEntry::name},
+            {"cmp", &PhonebookEntry::organization},
+            {"fxn", &PhonebookEntry::number},
+            {"von", &PhonebookEntry::phone},
+            {"eml", &PhonebookEntry::email}};
+        if (const auto text = texts.find(tag); text != texts.end()) {
+            entry.*(text->second) = value;
+        } else if (tag == "usg") {
+            kind = Kind::entry;
+        } else if (tag == "gen") {
+            kind = Kind::group;
+            group.name = record.key.empty() ? "" : record.key.substr(1);
+            entry.name = group.name; // the component holds both in one text
+            appendMembers(value, group.members);
+        }
+    }
+};
+
+} // namespace
+
+std::string entryKey(std::string_view name) { return "u" + std::string(name); }
+
+std::string groupKey(std::string_view name) { return "g" + std::string(name); }
+
+RecordContent decodeRecord(const Record& record)
+{
+    Reading reading;
+    std::string_view rest = record.data;
+    for (auto start = rest.find(".s"); start != std::string_view::npos; start = rest.find(".s")) {
+        rest.remove_prefix(start + 2);
+        const std::string tag(rest.substr(0, tagLength));
+        const auto end = rest.find(".e" + tag);
+        if (end == std::string_view::npos)
+            return UnreadableRecord{"its field \"" + tag + "\" has no end"};
+        if (end > tagLength) {
+            const auto value = trimmed(rest.substr(tagLength, end - tagLength));
+            // The component gives up listing the whole phonebook at such a field.
+            if (value.empty())
+                return UnreadableRecord{"its field \"" + tag + "\" is blank"};
+            reading.take(record, tag, value);
+        }
+        rest.remove_prefix(end + tagLength + 1);
+    }
+    switch (reading.kind) {
+    case Reading::Kind::entry:
+        return reading.entry;
+    case Reading::Kind::group:
+        reading.group.name = reading.entry.name;
+        return reading.group;
+    case Reading::Kind::none:
+        break;
+    }
+    return UnreadableRecord{"it is neither an entry nor a group"};
+}
+
+Record encodeRecord(const PhonebookEntry& entry)
+{
+    return {entryKey(entry.name), field("usg", "0") + field("nam", entry.name) + field("fxn", entry.number) +
+                                      fieldUnlessEmpty("cmp", entry.organization) +
+                                      fieldUnlessEmpty("von", entry.phone) +
+                                      fieldUnlessEmpty("eml", entry.email)};
+}
+
+Record encodeRecord(const PhonebookGroup& group)
+{
+    std::string members;
+    for (const auto& member : group.members)
+        members += ",u" + member;
+    return {groupKey(group.name), field("gen", members)};
+}
+
+} // namespace quelm

@@ -1,0 +1,37 @@
+// Entries and groups as phonebook records, in the form that the component reads and writes.
+#ifndef DRIVER_PHONEBOOK_RECORD_CODEC_H
+#define DRIVER_PHONEBOOK_RECORD_CODEC_H
+
+#include "driver/core/record_store.h"
+#include "driver/phonebook/entry.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace quelm {
+
+/// A record that the component could not show, or not as one of the two kinds.
+struct UnreadableRecord {
+    std::string reason;
+
+    friend bool operator==(const UnreadableRecord&, const UnreadableRecord&) = default;
+};
+
+using RecordContent = std::variant<PhonebookEntry, PhonebookGroup, UnreadableRecord>;
+
+/// A record's key is the letter of its kind and its name: a group's members are found by it.
+std::string entryKey(std::string_view name);
+std::string groupKey(std::string_view name);
+
+/// What the component takes a record for. Fields that no entry has (a mailbox that another host keeps,
+/// unknown ones) are passed over.
+RecordContent decodeRecord(const Record& record);
+
+/// The record that the component itself would write.
+Record encodeRecord(const PhonebookEntry& entry);
+Record encodeRecord(const PhonebookGroup& group);
+
+} // namespace quelm
+
+#endif

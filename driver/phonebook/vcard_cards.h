@@ -1,0 +1,25 @@
+// Finds the cards in a text, with their lines, before the vCard library reads them.
+#ifndef DRIVER_PHONEBOOK_VCARD_CARDS_H
+#define DRIVER_PHONEBOOK_VCARD_CARDS_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// One card as it stands in the text, from BEGIN to END.
+struct CardText {
+    std::size_t line = 0; ///< of BEGIN, from 1
+    std::string text;
+    std::string problem; ///< why it cannot be read; empty when it can
+};
+
+/// The cards of a text with or without a byte order mark. What stands outside of cards makes a "card" of its
+/// own with a problem; blank lines do not count.
+std::vector<CardText> findCards(std::string_view text);
+
+} // namespace quelm
+
+#endif

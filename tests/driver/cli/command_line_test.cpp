@@ -1,0 +1,238 @@
+// What the command line's options become.
+#include "driver/cli/command_line.h"
+
+#include "tests/driver/core/failure_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quelm {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+CommandLine parsed(const std::vector<const char*>& arguments)
+{
+    std::vector<const char*> argv{"quelm-driver"};
+    argv.insert(argv.end(), arguments.begin(), arguments.end());
+    return parseCommandLine(static_cast<int>(argv.size()), argv.data());
+}
+
+std::string refusal(const std::vector<const char*>& arguments)
+{
+    return test::failureLine<UsageError>([&] { parsed(arguments); });
+}
+
+TEST(CommandLine, KnowsItsCommands)
+{
+    EXPECT_EQ(parsed({}).command, Command::none);
+    EXPECT_EQ(parsed({"attributes"}).command, Command::attributes);
+    const auto fax = parsed({"fax", "letter.ps"});
+    EXPECT_EQ(fax.command, Command::fax);
+    EXPECT_EQ(fax.document, "letter.ps");
+    const auto script = parsed({"script", "-"});
+    EXPECT_EQ(script.command, Command::script);
+    EXPECT_EQ(script.script, "-");
+}
+
+TEST(CommandLine, TakesADocumentNamedLikeACommand)
+{
+    EXPECT_EQ(parsed({"fax", "script"}).document, "script");
+}
+
+TEST(CommandLine, TakesTheDriversOptionsBeforeAndBehindTheCommand)
+{
+    for (const auto& line : {parsed({"--home", "/h", "--user", "ann", "--component", "c.so", "--config",
+                                     "q.conf", "--now", "2024-02-29T12:30", "attributes"}),
+                             parsed({"attributes", "--home", "/h", "--user=ann", "--component", "c.so",
+                                     "--config", "q.conf", "--now", "2024-02-29T12:30"})}) {
+        EXPECT_EQ(line.driver.home, "/h");
+        EXPECT_EQ(line.driver.user, "ann");
+        EXPECT_EQ(line.driver.component, "c.so");
+        EXPECT_EQ(line.config, "q.conf");
+        EXPECT_EQ(line.driver.now, "2024-02-29T12:30");
+    }
+}
+
+TEST(CommandLine, LeavesOptionsThatWereNotGivenEmpty)
+{
+    const auto job = parsed({"attributes"}).job;
+    EXPECT_TRUE(job.to.empty());
+    EXPECT_FALSE(job.recipients || job.cover || job.note || job.showRecipients || job.customText ||
+                 job.showSender);
+    EXPECT_FALSE(job.senderName || job.senderNumber || job.senderOrganization || job.senderPhone ||
+                 job.senderEmail);
+    EXPECT_FALSE(job.confirmation || job.resolution || job.speed || job.sendAt || job.prefix ||
+                 job.creditCard);
+    EXPECT_FALSE(job.duplicates || job.pdl || job.output);
+    EXPECT_TRUE(job.unavailable.empty());
+}
+
+TEST(CommandLine, CollectsRecipientsWithoutSwallowingTheDocument)
+{
+    const auto line = parsed({"fax", "--to", "Ann=1", "letter.ps", "--to", "[Bob,Cid]=2"});
+    EXPECT_THAT(line.job.to, ElementsAre("Ann=1", "[Bob,Cid]=2"));
+    EXPECT_EQ(line.document, "letter.ps");
+}
+
+TEST(CommandLine, MapsResolutionsToTheDialogsOrder)
+{
+    EXPECT_EQ(parsed({"attributes", "--resolution", "standard"}).job.resolution, 0);
+    EXPECT_EQ(parsed({"attributes", "--resolution", "superfine"}).job.resolution, 1);
+    EXPECT_EQ(parsed({"attributes", "--resolution", "fine"}).job.resolution, 2);
+    EXPECT_THAT(refusal({"attributes", "--resolution", "1"}),
+                HasSubstr("\"1\" is none of standard|fine|superfine"));
+}
+
+TEST(CommandLine, MapsSpeedsToTheDialogsOrder)
+{
+    EXPECT_EQ(parsed({"attributes", "--speed", "4800"}).job.speed, 0);
+    EXPECT_EQ(parsed({"attributes", "--speed", "14.4"}).job.speed, 1);
+    EXPECT_EQ(parsed({"attributes", "--speed", "super-g3"}).job.speed, 2);
+    EXPECT_THAT(refusal({"attributes", "--speed", "fast"}), HasSubstr("--speed"));
+}
+
+TEST(CommandLine, ReadsTimesOfDay)
+{
+    const std::tuple<const char*, int, int> times[] = {
+        {"00:05", 0, 5}, {"0:05", 0, 5}, {"9:30", 9, 30}, {"12:30", 12, 30}, {"23:59", 23, 59}};
+    for (const auto& [text, hour, minute] : times) {
+        const auto time = parsed({"attributes", "--send-at", text}).job.sendAt;
+        ASSERT_TRUE(time) << text;
+        EXPECT_EQ(time->hour, hour) << text;
+        EXPECT_EQ(time->minute, minute) << text;
+    }
+}
+
+TEST(CommandLine, RefusesWhatIsNoTimeOfDay)
+{
+    for (const auto* text :
+         {"24:00", "12:60", "12", "12:5", "12:345", ":30", "123:30", "-1:30", "1a:30", "+1:30", "", "12:"})
+        EXPECT_THAT(refusal({"attributes", "--send-at", text}), HasSubstr("is no time of day")) << text;
+}
+
+TEST(CommandLine, SwitchesHaveTheirOpposites)
+{
+    const auto on =
+        parsed({"attributes", "--cover", "--show-recipients", "--show-sender", "--confirmation"}).job;
+    EXPECT_EQ(on.cover, true);
+    EXPECT_EQ(on.showRecipients, true);
+    EXPECT_EQ(on.showSender, true);
+    EXPECT_EQ(on.confirmation, true);
+    const auto off =
+        parsed({"attributes", "--no-cover", "--hide-recipients", "--hide-sender", "--no-confirmation"}).job;
+    EXPECT_EQ(off.cover, false);
+    EXPECT_EQ(off.showRecipients, false);
+    EXPECT_EQ(off.showSender, false);
+    EXPECT_EQ(off.confirmation, false);
+    EXPECT_THAT(refusal({"attributes", "--cover", "--no-cover"}), HasSubstr("--cover"));
+}
+
+TEST(CommandLine, KeepsTextsAsTheyStand)
+{
+    const auto job =
+        parsed({"attributes", "--note", "Call me (soon)", "--custom-text", "-x-", "--sender-name", "A",
+                "--sender-number", "1", "--sender-organization", "O", "--sender-phone", "2", "--sender-email",
+                "e@x", "--recipients", "l.csv", "--output", "-"})
+            .job;
+    EXPECT_EQ(job.note, "Call me (soon)");
+    EXPECT_EQ(job.customText, "-x-");
+    EXPECT_EQ(job.senderName, "A");
+    EXPECT_EQ(job.senderNumber, "1");
+    EXPECT_EQ(job.senderOrganization, "O");
+    EXPECT_EQ(job.senderPhone, "2");
+    EXPECT_EQ(job.senderEmail, "e@x");
+    EXPECT_EQ(job.recipients, "l.csv");
+    EXPECT_EQ(job.output, "-");
+}
+
+TEST(CommandLine, AnEmptyTextIsATextInBothSpellings)
+{
+    for (const auto& line :
+         {parsed({"attributes", "--note=", "--cover"}), parsed({"attributes", "--note", "", "--cover"})}) {
+        EXPECT_EQ(line.job.note, "");
+        EXPECT_EQ(line.job.cover, true);
+    }
+    EXPECT_EQ(parsed({"fax", "--", "--note="}).document, "--note=");
+}
+
+TEST(CommandLine, TheDriversOptionGivenLastCounts)
+{
+    EXPECT_EQ(parsed({"--home", "/a", "attributes", "--home", "/b"}).driver.home, "/b");
+}
+
+TEST(CommandLine, TakesOnlyWhatCanBeDialled)
+{
+    const auto job = parsed({"attributes", "--prefix", "9*#,", "--credit-card", "1234 5678-9"}).job;
+    EXPECT_EQ(job.prefix, "9*#,");
+    EXPECT_EQ(job.creditCard, "1234 5678-9");
+    for (const auto* text : {"9x", "", "\"", " 9"})
+        EXPECT_THAT(refusal({"attributes", "--prefix", text}), HasSubstr("is no number to dial")) << text;
+    EXPECT_THAT(refusal({"attributes", "--credit-card", "12\";"}), HasSubstr("is no number to dial"));
+}
+
+TEST(CommandLine, KnowsTheFormsOfAJobAndTheDuplicatePolicies)
+{
+    EXPECT_EQ(parsed({"attributes", "--pdl", "dsc"}).job.pdl, Pdl::dsc);
+    EXPECT_EQ(parsed({"attributes", "--pdl", "pjl"}).job.pdl, Pdl::pjl);
+    EXPECT_EQ(parsed({"attributes", "--duplicates", "ask"}).job.duplicates, Duplicates::ask);
+    EXPECT_EQ(parsed({"attributes", "--duplicates", "add"}).job.duplicates, Duplicates::add);
+    EXPECT_EQ(parsed({"attributes", "--duplicates", "skip"}).job.duplicates, Duplicates::skip);
+    EXPECT_THAT(refusal({"attributes", "--pdl", "pcl"}), HasSubstr("\"pcl\" is none of dsc|pjl"));
+}
+
+TEST(CommandLine, RefusesOptionsOfLaterBuildsByName)
+{
+    for (const auto* name : {"--directory", "--device", "--queue"}) {
+        const auto job = parsed({"attributes", name, "x"}).job;
+        EXPECT_THAT(job.unavailable, ElementsAre(name));
+        EXPECT_THAT(test::failureLine([&] { refuseUnavailableOptions(job); }),
+                    StartsWith(std::string(name) + " is not available in this build"));
+    }
+    refuseUnavailableOptions(parsed({"attributes", "--to", "Ann=1"}).job);
+}
+
+TEST(CommandLine, RefusesWrongUsageInOneLine)
+{
+    const std::vector<std::vector<const char*>> wrong = {
+        {"send"},
+        {"fax"},
+        {"fax", "a", "b"},
+        {"script"},
+        {"attributes", "a"},
+        {"attributes", "--bogus"},
+        {"--now"},
+        {"attributes", "--to"},
+        {"attributes", "--output", "a", "--output", "b"},
+        {"--home", "", "attributes"},
+    };
+    for (const auto& arguments : wrong) {
+        const auto line = refusal(arguments);
+        EXPECT_THAT(line, HasSubstr("see quelm-driver --help"));
+        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+    }
+}
+
+TEST(CommandLine, PrintsHelpAndVersion)
+{
+    EXPECT_THAT(parsed({"--help"}).information, HasSubstr("attributes"));
+    EXPECT_THAT(parsed({"fax", "--help"}).information, HasSubstr("--resolution"));
+    EXPECT_THAT(parsed({"fax", "--help"}).information, HasSubstr("DOCUMENT"));
+    EXPECT_THAT(parsed({"--version"}).information, StartsWith("quelm-driver "));
+    EXPECT_THAT(parsed({"fax", "--version"}).information, StartsWith("quelm-driver "));
+}
+
+TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptions)
+{
+    const auto fax = parsed({"fax", "--help"}).information;
+    const auto attributes = parsed({"attributes", "--help"}).information;
+    const auto options = [](const std::string& help) { return help.substr(help.find("--to")); };
+    EXPECT_EQ(options(fax), options(attributes));
+}
+
+} // namespace
+} // namespace quelm

@@ -1,0 +1,84 @@
+// The command line over the configuration file.
+#include "driver/cli/driver_setup.h"
+
+#include "tests/driver/core/failure_line.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace quelm {
+namespace {
+
+class DriverSetupTest : public testing::Test {
+protected:
+    DriverSetupTest()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "driver-setup-XXXXXX").string();
+        folder = ::mkdtemp(pattern.data());
+        ::setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+    }
+    ~DriverSetupTest() override
+    {
+        ::unsetenv("XDG_CONFIG_HOME");
+        std::filesystem::remove_all(folder);
+    }
+
+    std::string configured(const std::string& content)
+    {
+        std::ofstream(folder / "q.conf") << content;
+        return (folder / "q.conf").string();
+    }
+
+    std::filesystem::path folder;
+};
+
+TEST_F(DriverSetupTest, WithoutAFileTheCommandLineStandsAlone)
+{
+    CommandLine line;
+    line.driver.user = "ann";
+    const auto setup = setUpDriver(line);
+    EXPECT_EQ(setup.driver.user, "ann");
+    EXPECT_EQ(setup.driver.home, "");
+    EXPECT_EQ(setup.pdl, Pdl::dsc);
+}
+
+TEST_F(DriverSetupTest, TheFileFillsWhatTheCommandLineLeavesOpen)
+{
+    CommandLine line;
+    line.config = configured("[driver]\nhome=/srv/fax\nuser=bob\n[job]\npdl=pjl\n");
+    line.driver.user = "ann";
+    const auto setup = setUpDriver(line);
+    EXPECT_EQ(setup.driver.home, "/srv/fax");
+    EXPECT_EQ(setup.driver.user, "ann");
+    EXPECT_EQ(setup.pdl, Pdl::pjl);
+}
+
+TEST_F(DriverSetupTest, TheCommandLinesFormOfTheJobWins)
+{
+    CommandLine line;
+    line.config = configured("[job]\npdl=pjl\n");
+    line.job.pdl = Pdl::dsc;
+    EXPECT_EQ(setUpDriver(line).pdl, Pdl::dsc);
+}
+
+TEST_F(DriverSetupTest, ANamedFileMustBeThere)
+{
+    CommandLine line;
+    line.config = (folder / "none.conf").string();
+    EXPECT_NE(test::failureLine([&] { setUpDriver(line); }).find("none.conf"), std::string::npos);
+}
+
+TEST_F(DriverSetupTest, AnImpossibleTimeIsWrongUsage)
+{
+    CommandLine line;
+    line.driver.now = "2023-02-29T10:00";
+    EXPECT_NE(test::failureLine<UsageError>([&] { setUpDriver(line); }).find("2023-02-29"),
+              std::string::npos);
+}
+
+} // namespace
+} // namespace quelm

@@ -1,0 +1,109 @@
+// What the options put on the cover sheet.
+#include "tests/journeys/journey.h"
+
+#include <gmock/gmock.h>
+
+namespace journeys {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class CoverSheetJourney : public Journey {
+protected:
+    /// The header of the cover page, with its values, of a job for Ann.
+    std::string cover(const Arguments& options) const
+    {
+        Arguments all{
+            "fax",
+            document("letter.ps", "Hello"),
+            "--cover",
+            "--recipients",
+            file("list.csv", "name,number,organization,phone,email\nAnn,555-1234,Acme,77,ann@acme\n"),
+            "--now",
+            "2024-03-05T14:07",
+            "--output",
+            path("job")};
+        all.insert(all.end(), options.begin(), options.end());
+        const auto result = driver(all);
+        EXPECT_EQ(result.status, 0) << result.errors;
+        const auto text = content("job");
+        const auto start = text.find("/QLMFaxCoverSheetParameters");
+        return start == std::string::npos ? "" : text.substr(start, text.find(">> def", start) - start);
+    }
+};
+
+TEST_F(CoverSheetJourney, AloneItHoldsNoteAndTimeOnly)
+{
+    EXPECT_THAT(cover({"--note", "Call me"}),
+                AllOf(HasSubstr("/RecipientName    ()"), HasSubstr("/SenderName       ()"),
+                      HasSubstr("/CoverNote        [ (Call me) ]"), HasSubstr("/Year             2024"),
+                      HasSubstr("/Month            03"), HasSubstr("/MonthDay         05"),
+                      HasSubstr("/Hour             14"), HasSubstr("/Minute           07")));
+}
+
+TEST_F(CoverSheetJourney, ShowsTheRecipient)
+{
+    EXPECT_THAT(cover({"--show-recipients"}),
+                AllOf(HasSubstr("/RecipientName    (Ann)"), HasSubstr("/RecipientCompany (Acme)"),
+                      HasSubstr("/RecipientPhone   (77)"), HasSubstr("/RecipientFax     (555-1234)"),
+                      HasSubstr("/RecipientEmail   (ann@acme)")));
+}
+
+TEST_F(CoverSheetJourney, ShowsACustomTextInPlaceOfTheName)
+{
+    EXPECT_THAT(cover({"--show-recipients", "--custom-text", "All of sales"}),
+                AllOf(HasSubstr("/RecipientName    (All of sales)"), Not(HasSubstr("(Ann)"))));
+}
+
+TEST_F(CoverSheetJourney, ShowsTheSender)
+{
+    EXPECT_THAT(
+        cover({"--show-sender", "--sender-name", "Bob", "--sender-number", "99", "--sender-organization",
+               "Initech", "--sender-phone", "98", "--sender-email", "bob@initech"}),
+        AllOf(HasSubstr("/SenderName       (Bob)"), HasSubstr("/SenderCompany    (Initech)"),
+              HasSubstr("/SenderPhone      (98)"), HasSubstr("/SenderFax        (99)"),
+              HasSubstr("/SenderEmail      (bob@initech)")));
+}
+
+TEST_F(CoverSheetJourney, WithSeveralRecipientsNamesThemAll)
+{
+    EXPECT_THAT(cover({"--show-recipients", "--to", "Bob=2"}), HasSubstr("/RecipientName    (Bob, Ann)"));
+}
+
+TEST_F(CoverSheetJourney, OptionsThatNeedOthersSayWhich)
+{
+    const auto expect = [this](const Arguments& options, const std::string& words) {
+        Arguments all{"attributes", "--to", "Ann=1"};
+        all.insert(all.end(), options.begin(), options.end());
+        expectFailure(driver(all), 2, words);
+    };
+    expect({"--note", "x"}, "--note needs --cover");
+    expect({"--show-recipients"}, "--show-recipients needs a cover sheet; add --cover");
+    expect({"--sender-name", "Bob"}, "--sender-name needs a cover sheet; add --cover");
+    expect({"--cover", "--custom-text", "x"}, "--custom-text needs --show-recipients");
+    expect({"--cover", "--sender-name", "Bob"}, "--sender-name needs --show-sender");
+}
+
+TEST_F(CoverSheetJourney, ATextTooLongForItsFieldNamesTheOption)
+{
+    const auto expect = [this](const Arguments& options) {
+        Arguments all{"attributes", "--to", "Ann=1", "--cover", "--show-recipients", "--show-sender"};
+        all.insert(all.end(), options.begin(), options.end());
+        expectFailure(driver(all), 1, options.front() + ": ");
+    };
+    expect({"--note", std::string(65, 'x')});
+    expect({"--custom-text", std::string(32, 'x')});
+    expect({"--sender-name", std::string(32, 'x')});
+    expect({"--sender-number", std::string(47, '1')});
+    expect({"--sender-organization", std::string(60, 'x')});
+    expect({"--sender-phone", std::string(47, '1')});
+    expect({"--sender-email", std::string(60, 'x')});
+    expect({"--prefix", "12345"});
+    expect({"--credit-card", std::string(32, '1')});
+    expect({"--note", "two\nlines"});
+}
+
+} // namespace
+} // namespace journeys

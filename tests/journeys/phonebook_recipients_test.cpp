@@ -1,0 +1,132 @@
+// Recipients from phonebooks: --entry, --group, --shared.
+#include "tests/journeys/journey.h"
+
+#include <gmock/gmock.h>
+
+namespace journeys {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class PhonebookRecipients : public Journey {
+protected:
+    PhonebookRecipients() { fill({}); }
+
+    /// Puts Ann, Bob, Cid, Team (Bob, Ann) and All into a phonebook.
+    void fill(const Arguments& where) const
+    {
+        phonebook({"import", "-"}, where,
+                  "name,number,type,members\nAnn,1,,\nBob,2,,\nTeam,,group,\"Bob,Ann\"\nCid,3,,\n"
+                  "Broken,,group,\"Ann,Gone\"\n");
+    }
+
+    void phonebook(Arguments arguments, const Arguments& more, const std::string& input = {}) const
+    {
+        arguments.insert(arguments.begin(), "phonebook");
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        EXPECT_EQ(driver(arguments, input).status, 0);
+    }
+
+    /// The numbers that a job with these options goes to.
+    std::vector<std::string> numbers(const Arguments& options) const
+    {
+        std::vector<std::string> all;
+        for (const auto& write : attributes(options)) {
+            const std::string mark = "FAX_DESTINATION_PHONE \"";
+            if (const auto at = write.find(mark); at != std::string::npos)
+                all.push_back(
+                    write.substr(at + mark.size(), write.find('"', at + mark.size()) - at - mark.size()));
+        }
+        return all;
+    }
+
+    void expectRefusal(Arguments options, int status, const std::string& words) const
+    {
+        options.insert(options.begin(), "attributes");
+        expectFailure(driver(options), status, words);
+    }
+};
+
+TEST_F(PhonebookRecipients, EntriesAndGroupsGoIntoTheJob)
+{
+    EXPECT_THAT(numbers({"--entry", "Cid"}), ElementsAre("3"));
+    EXPECT_THAT(numbers({"--group", "Team"}), ElementsAre("2", "1"));
+    EXPECT_THAT(numbers({"--group", "Team", "--entry", "Cid", "--to", "Zoë=9"}),
+                ElementsAre("9", "3", "2", "1"));
+    EXPECT_THAT(numbers({"--entry", "Cid", "--entry", "Ann"}), ElementsAre("3", "1"));
+}
+
+TEST_F(PhonebookRecipients, AFaxGoesToAGroup)
+{
+    const auto result =
+        driver({"fax", document("letter.ps", "Hello"), "--group", "Team", "--output", path("out")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.errors, HasSubstr("for 2 recipients"));
+    EXPECT_THAT(content("out"), HasSubstr("PHONE \"2\""));
+}
+
+TEST_F(PhonebookRecipients, ASharedPhonebookIsNamed)
+{
+    const auto book = path("of others.xdb");
+    phonebook({"add", "Dee", "4"}, {"--file", book});
+    const auto before = content("of others.xdb");
+    EXPECT_THAT(numbers({"--shared", book, "--entry", "Dee"}), ElementsAre("4"));
+    EXPECT_EQ(content("of others.xdb"), before);
+    expectRefusal({"--shared", book, "--entry", "Ann"}, 1, "--entry Ann: is no entry of the phonebook");
+    expectRefusal({"--shared", path("none.xdb"), "--entry", "Ann"}, 1, "none.xdb\" cannot be opened");
+    expectRefusal({"--shared", file("text", "no phonebook"), "--entry", "Ann"}, 1, "no phonebook");
+    expectRefusal({"--shared", book}, 2, "--shared needs --entry or --group");
+}
+
+TEST_F(PhonebookRecipients, WhatIsNotThereIsNamedAndNothingIsWritten)
+{
+    const auto letter = document("letter.ps", "Hello");
+    for (const auto& [options, words] :
+         {std::pair<Arguments, std::string>{{"--entry", "Zed"}, "--entry Zed: is no entry of the phonebook"},
+          {{"--entry", "Team"}, "--entry Team: is no entry"},
+          {{"--group", "Ann"}, "--group Ann: is no group"},
+          {{"--entry", "Ann", "--group", "Broken"},
+           "--group Broken: its member \"Gone\" is not in the phonebook"}}) {
+        expectRefusal(options, 1, words);
+        Arguments all{"fax", letter, "--output", path("out")};
+        all.insert(all.end(), options.begin(), options.end());
+        expectFailure(driver(all), 1, words);
+    }
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(PhonebookRecipients, DuplicatesFollowThePolicy)
+{
+    const Arguments twice{"--to", "Ann=1", "--entry", "Ann", "--group", "Team"};
+    const auto with = [&](const std::string& policy) {
+        auto all = twice;
+        all.insert(all.end(), {"--duplicates", policy});
+        return all;
+    };
+    EXPECT_THAT(numbers(with("skip")), ElementsAre("1", "2"));
+    EXPECT_THAT(numbers(with("add")), ElementsAre("1", "1", "2", "1"));
+    expectRefusal(with("ask"), 1, "--entry Ann: this recipient is in the job already");
+    Request request;
+    request.arguments = twice;
+    request.arguments.insert(request.arguments.begin(), "attributes");
+    request.inputIsTerminal = true;
+    request.input = "n\ny\n";
+    const auto result = driver(request);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.writes.size(), 8U);
+    EXPECT_THAT(result.errors, HasSubstr("[y/n]"));
+}
+
+TEST_F(PhonebookRecipients, TheUsersOwnChoicesInTheDialogStay)
+{
+    script({"call T40InvokeFaxDialog", "press AddPBFaxRcpt", "choose \"Current PB Type\" 1"});
+    EXPECT_THAT(numbers({"--entry", "Cid"}), ElementsAre("3"));
+    const auto answers =
+        script({"call T40InvokeFaxDialog", "show \"Current PB Type\"", "show \"LanFax Shared PB Name\""});
+    EXPECT_THAT(answers.at(1), HasSubstr("value 1"));
+    EXPECT_THAT(answers.at(2), HasSubstr("text \"\""));
+}
+
+} // namespace
+} // namespace journeys

@@ -1,0 +1,32 @@
+// Runs a program and collects everything that it says.
+#ifndef TESTS_JOURNEYS_RUN_PROGRAM_H
+#define TESTS_JOURNEYS_RUN_PROGRAM_H
+
+#include <string>
+#include <vector>
+
+namespace journeys {
+
+struct Request {
+    std::vector<std::string> arguments;   ///< the program first
+    std::string input;                    ///< standard input, at most what a pipe holds
+    bool inputIsTerminal = false;         ///< `input` is typed at a terminal
+    std::string outputFile;               ///< standard output goes to this file; empty: it is collected
+    bool outputClosed = false;            ///< standard output is a pipe that nobody reads
+    std::vector<std::string> environment; ///< NAME=VALUE, over the test's own
+};
+
+struct Result {
+    int status = -1; ///< exit status, 128 + number when a signal ended it
+    std::string output;
+    std::vector<std::string> writes; ///< `output`, one text for each write(2) of the program
+    std::string errors;
+};
+
+/// Standard output is a sequential packet socket, on which every write arrives as one message.
+/// A program that runs for longer than four minutes is killed.
+Result runProgram(const Request& request);
+
+} // namespace journeys
+
+#endif

@@ -1,0 +1,76 @@
+// Help, version, wrong usage, and what this build does not have.
+#include "tests/journeys/journey.h"
+
+#include <gmock/gmock.h>
+
+namespace journeys {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class UsageJourney : public Journey {};
+
+TEST_F(UsageJourney, WrongUsageIsStatusTwo)
+{
+    const auto letter = document("letter.ps", "Hello");
+    const std::vector<Arguments> wrong = {
+        {"send"},
+        {"fax"},
+        {"fax", letter, "extra", "--output", path("out")},
+        {"fax", letter, "--to", "Ann=1"},
+        {"attributes", "--bogus"},
+        {"attributes", "--to", "Ann"},
+        {"attributes", "--to", "Ann=1", "--resolution", "coarse"},
+        {"attributes", "--to", "Ann=1", "--speed", "9600"},
+        {"attributes", "--to", "Ann=1", "--pdl", "pcl"},
+        {"attributes", "--to", "Ann=1", "--send-at", "25:00"},
+        {"attributes", "--to", "Ann=1", "--prefix", "x"},
+        {"attributes", "--to", "Ann=1", "--duplicates", "maybe"},
+        {"--now", "2024-13-01T00:00", "attributes", "--to", "Ann=1"},
+        {"--now", "yesterday", "attributes", "--to", "Ann=1"},
+        {"script"},
+    };
+    for (const auto& arguments : wrong)
+        expectFailure(driver(arguments), 2, "");
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(UsageJourney, WithoutACommandTheMissingDesktopIsNamed)
+{
+    expectFailure(driver(Arguments{}), 1, "no display support");
+    expectFailure(driver(Arguments{}), 1, "--help");
+}
+
+TEST_F(UsageJourney, OptionsOfLaterBuildsAreRefusedByName)
+{
+    const auto letter = document("letter.ps", "Hello");
+    for (const auto* name : {"--directory", "--device", "--queue"})
+        expectFailure(driver({"fax", letter, "--to", "Ann=1", "--output", path("out"), name, "x"}), 1,
+                      std::string(name) + " is not available in this build");
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(UsageJourney, HelpAndVersionStandOnStandardOutput)
+{
+    for (const auto& arguments : {Arguments{"--help"}, Arguments{"fax", "--help"},
+                                  Arguments{"attributes", "--help"}, Arguments{"script", "--help"}}) {
+        const auto result = driver(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_THAT(result.output, HasSubstr("Usage: quelm-driver"));
+    }
+    EXPECT_THAT(driver({"--version"}).output, StartsWith("quelm-driver "));
+}
+
+TEST_F(UsageJourney, TheDriversOptionsStandBeforeOrBehindTheCommand)
+{
+    const auto before = driver({"--now", "2024-03-05T14:07", "attributes", "--to", "Ann=1"});
+    const auto behind = driver({"attributes", "--to", "Ann=1", "--now", "2024-03-05T14:07"});
+    EXPECT_EQ(before.status, 0);
+    EXPECT_EQ(behind.status, 0);
+    EXPECT_EQ(before.output, behind.output);
+}
+
+} // namespace
+} // namespace journeys
