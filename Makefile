@@ -1,0 +1,37 @@
+# The commands of the house; `make help` lists them. Each is one script or one preset: nothing clever here.
+.DEFAULT_GOAL := help
+.PHONY: help demo test build bench format tidy packages clean
+
+help: ## Lists the commands.
+	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 18
+
+demo: packages build ## Installs what is missing, builds, and writes a fax job with a picture of its pages into demo/.
+	tools/demo
+
+test: ## Installs what is missing, builds in every configuration, and runs all tests and checks.
+	tools/run-tests
+
+build: ## Builds the release; the programs are in build/release/stage/.
+	cmake --preset release -D BUILD_TESTING=OFF
+	cmake --build --preset release
+
+BENCH_FLAGS ?= --benchmark_repetitions=5 --benchmark_display_aggregates_only=true
+bench: ## Builds the benchmarks and runs them; docs/performance.md says how to read the figures.
+	cmake --preset bench
+	cmake --build --preset bench
+	build/bench/bench/component_bench $(BENCH_FLAGS)
+	build/bench/bench/driver_bench $(BENCH_FLAGS)
+
+format: ## Formats all sources.
+	tools/list-sources | xargs -r -d '\n' clang-format -i
+
+tidy: ## Runs clang-tidy over all sources.
+	cmake --preset dev
+	cmake --build --preset dev
+	tools/tidy build/dev
+
+packages: ## Installs the Debian packages that are missing.
+	tools/install-packages
+
+clean: ## Removes everything that was built.
+	rm -rf build demo
