@@ -1,9 +1,9 @@
 /* What libintl's sources ask of the system they are compiled for: GNU/Linux with glibc 2.34 or newer. */
 #ifndef _FILE_OFFSET_BITS
-#define _FILE_OFFSET_BITS 64
+#    define _FILE_OFFSET_BITS 64
 #endif
 #ifndef _GNU_SOURCE
-#define _GNU_SOURCE 1
+#    define _GNU_SOURCE 1
 #endif
 
 #define ENABLE_NLS 1
@@ -64,9 +64,9 @@
 /* The plural form expression of a catalogue may divide by zero, which these processors answer
    with a signal that libintl then expects. */
 #if defined __i386__ || defined __x86_64__
-#define INTDIV0_RAISES_SIGFPE 1
+#    define INTDIV0_RAISES_SIGFPE 1
 #else
-#define INTDIV0_RAISES_SIGFPE 0
+#    define INTDIV0_RAISES_SIGFPE 0
 #endif
 
 /* Only the names without prefix leave the library (see component/exports.map). */
