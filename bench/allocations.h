@@ -1,0 +1,14 @@
+// Counts what the program allocates.
+#ifndef BENCH_ALLOCATIONS_H
+#define BENCH_ALLOCATIONS_H
+
+#include <cstddef>
+
+namespace bench {
+
+/// How often the program has called `operator new` so far.
+std::size_t allocations();
+
+} // namespace bench
+
+#endif

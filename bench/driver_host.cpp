@@ -1,0 +1,22 @@
+// The driver's core as the host, in a temporary installation.
+#include "bench/host.h"
+#include "driver/core/host_state.h"
+#include "driver/core/installation.h"
+#include "tests/driver/core/temporary_folder.h"
+
+namespace bench {
+
+namespace {
+
+struct DriverHost {
+    TemporaryFolder folder;
+    quelm::HostState state{folder.path(), "ann"};
+
+    DriverHost() { quelm::prepareInstallation(state.home); }
+};
+
+} // namespace
+
+std::shared_ptr<void> startHost() { return std::make_shared<DriverHost>(); }
+
+} // namespace bench

@@ -1,0 +1,81 @@
+// Makes the entries and writes them in their forms.
+#include "bench/samples.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <utility>
+
+namespace bench {
+
+Entry entryNumber(int number)
+{
+    std::array<char, 16> digits{};
+    std::snprintf(digits.data(), digits.size(), "%06d", number);
+    const std::string text = digits.data();
+    return {"Recipient " + text, "(0123) 555-" + text, "Office " + text + " of the Works",
+            "(0123) 444-" + text, "recipient." + text + "@example.com"};
+}
+
+std::vector<Entry> entries(int count)
+{
+    std::vector<Entry> made;
+    made.reserve(static_cast<std::size_t>(count));
+    for (int number = 0; number < count; ++number)
+        made.push_back(entryNumber(number));
+    return made;
+}
+
+Record::Record(std::string recordKey, std::string recordData)
+    : key(std::move(recordKey)), data(std::move(recordData))
+{
+}
+
+LegacyDBRecord* Record::get()
+{
+    record = {static_cast<std::uint16_t>(key.size() + data.size()), static_cast<std::uint16_t>(key.size()),
+              static_cast<std::uint16_t>(data.size()), key.data(), data.data()};
+    return &record;
+}
+
+std::string taggedField(const std::string& tag, const std::string& value)
+{
+    return ".s" + tag + "\r\n" + value + "\r\n.e" + tag + "\r\n";
+}
+
+Record entryRecord(const Entry& entry)
+{
+    return {"u" + entry.name, taggedField("usg", "0") + taggedField("nam", entry.name) +
+                                  taggedField("fxn", entry.faxNumber) +
+                                  taggedField("cmp", entry.organization) + taggedField("von", entry.phone) +
+                                  taggedField("eml", entry.email)};
+}
+
+Record groupRecord(const std::string& name, int members)
+{
+    std::string list;
+    for (int number = 0; number < members; ++number)
+        list += ",u" + entryNumber(number).name;
+    return {"g" + name, taggedField("gen", list)};
+}
+
+std::unique_ptr<Tarvik40FaxRecipient> recipientOf(const Entry& entry)
+{
+    auto recipient = std::make_unique<Tarvik40FaxRecipient>();
+    recipient->setRecipientType(SINGLE_RECIPIENT);
+    recipient->setRecipientData("RecipientName", entry.name.c_str());
+    recipient->setRecipientData("RecipientFaxNumber", entry.faxNumber.c_str());
+    recipient->setRecipientData("RecipientOrganization", entry.organization.c_str());
+    recipient->setRecipientData("RecipientPhone", entry.phone.c_str());
+    recipient->setRecipientData("RecipientEmail", entry.email.c_str());
+    return recipient;
+}
+
+std::string vCardOf(const Entry& entry)
+{
+    return "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:" + entry.name + "\r\nTEL;TYPE=WORK,FAX:" + entry.faxNumber +
+           "\r\nORG:" + entry.organization + "\r\nTEL;TYPE=WORK,VOICE:" + entry.phone +
+           "\r\nEMAIL:" + entry.email + "\r\nEND:VCARD\r\n";
+}
+
+} // namespace bench
