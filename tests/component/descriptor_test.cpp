@@ -2,66 +2,13 @@
 #include "component/descriptor.h"
 
 #include "tests/support/component_test.h"
+#include "tests/support/entry_points.h"
 
 #include <algorithm>
 #include <functional>
 #include <set>
 
 namespace {
-
-// The entry points in the order in which hosts read them.
-constexpr const char* entryPoints[] = {
-    "InitializeFaxComponent",
-    "T40LanFaxDialogOk",
-    "T40InvokeFaxDialog",
-    "T40FaxDialogCancel",
-    "T40ShowFaxRecipientDialog",
-    "T40EditFaxRecipient",
-    "T40CancelFaxRecipientDialog",
-    "T40ShowFaxCoverSheetSetupDialog",
-    "T40ShowAddRcptFromPBDialog",
-    "T40AddRcptFromPBDialogOk",
-    "T40AddRcptFromPBDialogCancel",
-    "T40FaxCoverSheetSetupDialogOk",
-    "T40FaxCoverSheetSetupDialogCancel",
-    "T40FaxSenderSetupInvoke",
-    "T40AddFaxRecipientTest",
-    "T40AddFaxRecipient",
-    "T40AddFaxRecipientFromPBTest",
-    "T40AddFaxRecipientFromPB",
-    "T40HideFaxRecipientErrorDialog",
-    "T40SelectFaxRecipient",
-    "T40SelectTmpFaxRecipient",
-    "T40RemoveFaxRecipientTest",
-    "T40RemoveTmpFaxRecipient",
-    "T40RemoveTmpFaxRecipientTest",
-    "T40LanFaxPreferencesCB",
-    "T40FaxSenderSetupOk",
-    "T40FaxSenderSetupCancel",
-    "SetCurrentPBType",
-    "SynchronizeLDAPConnection",
-    "PBSearch",
-    "LDAPMoreInfoCB",
-    "LDAPInfoClose",
-    "T40SaveGroup",
-    "T40SaveGroupOk",
-    "T40SaveGroupCancel",
-    "T40SaveEntry",
-    "InvokePersonalSelectFileDialog",
-    "PersonalSelectFileDialogCancel",
-    "PersonalSelectFileDialogOk",
-    "LanFaxOptionsTabDefaults",
-    "LanFaxPrefsTabDefaults",
-    "OpenPersonalPB",
-    "InvokeSharedSelectFileDialog",
-    "SharedSelectFileDialogCancel",
-    "SharedSelectFileDialogOk",
-    "OpenSharedPB",
-    "T40ViewPBRcptProperties",
-    "T40FaxRcptPropsOk",
-    "T40FaxRcptPropsCancel",
-    "T40AddFaxRecLDAP",
-};
 
 // Names that several widgets bear, and how many; no code addresses them.
 const std::map<std::string, int> sharedNames = {
