@@ -51,7 +51,7 @@ std::string windowsAnswer(const std::vector<WidgetView>& windows)
 {
     std::string answer = "windows " + std::to_string(windows.size()) + "\n";
     for (const auto& window : windows)
-        answer += "window " + inQuotes(window.name) + " title " + inQuotes(window.text.value_or("")) + "\n";
+        answer += "window " + inQuotes(window.name) + " title " + inQuotes(window.title.value_or("")) + "\n";
     return answer;
 }
 

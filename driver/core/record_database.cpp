@@ -49,6 +49,7 @@ struct QuelmLegacyDatabase::Impl {
         std::unique_ptr<quelm::RecordStore> store;
     };
     std::shared_ptr<Slot> slot = std::make_shared<Slot>();
+    std::string missing; ///< what could not be opened last, because there was no such file
 
     quelm::RecordStore& store() const
     {
@@ -74,6 +75,8 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
         const bool writes = mode != nullptr && std::strcmp(mode, "r+") == 0;
         if (path == nullptr || (!reads && !writes))
             throw quelm::Error("A phonebook is opened by its file name and with the mode \"r\" or \"r+\"");
+        // Remembered for `createDatabase`, which is asked next.
+        impl->missing = FileObject::doesPathExist(path) ? "" : path;
         using Access = quelm::RecordStore::Access;
         impl->slot->store =
             std::make_unique<quelm::RecordStore>(path, reads ? Access::read : Access::readWrite);
@@ -90,8 +93,16 @@ bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
         using Store = quelm::RecordStore;
         constexpr int neverOverwrite = 2;
         const bool empties = flags != neverOverwrite && FileObject::doesPathExist(path);
-        if (!empties)
-            Store::create(path);
+        if (!empties) {
+            try {
+                Store::create(path);
+            } catch (const quelm::Error&) {
+                // Two drivers that miss the same phonebook both make it: the slower one takes the faster
+                // one's.
+                if (impl->missing != path || !FileObject::doesPathExist(path))
+                    throw;
+            }
+        }
         auto store = std::make_unique<Store>(path, Store::Access::readWrite);
         if (empties) {
             store->clear();

@@ -44,6 +44,12 @@ WidgetView viewOf(const Widget& widget)
     if (hasText(widget)) {
         view.text = widget.text();
     }
+    if (widget.kind() == WidgetKind::dialogWindow) {
+        view.title = widget.text();
+    } else if (widget.kind() == WidgetKind::fileSelection) {
+        const std::string* title = widget.attribute("Title");
+        view.title = title ? *title : "";
+    }
     if (widget.hasFlag()) {
         view.ticked = widget.flag();
     }

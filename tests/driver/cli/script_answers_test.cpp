@@ -68,7 +68,7 @@ TEST(ScriptAnswers, RowsStandOneALineWithTheirCells)
 TEST(ScriptAnswers, WindowsStandOneALineWithTheirTitles)
 {
     auto window = view("Lan Fax Window", "DialogWindow");
-    window.text = "Quelm LAN Fax Setup";
+    window.title = "Quelm LAN Fax Setup";
     EXPECT_EQ(windowsAnswer({window}),
               "windows 1\nwindow \"Lan Fax Window\" title \"Quelm LAN Fax Setup\"\n");
     EXPECT_EQ(windowsAnswer({}), "windows 0\n");

@@ -31,6 +31,17 @@ TEST_F(WidgetViewTest, AnItemWithoutTextShowsItsName)
     EXPECT_EQ(quelm::viewOf(widget("Tabs")).items, (std::vector<std::string>{"A", "B"}));
 }
 
+TEST_F(WidgetViewTest, AWindowAndAFileChooserHaveATitle)
+{
+    widget("Window").setText("Now");
+    EXPECT_EQ(quelm::viewOf(widget("Window")).title, "Now");
+    quelm::Widget& chooser = state.tree.addFileChooser(widget("Window"), "Load...");
+    chooser.setText("here/*.xdb");
+    EXPECT_EQ(quelm::viewOf(chooser).title, "Load...");
+    EXPECT_EQ(quelm::viewOf(chooser).text, "here/*.xdb");
+    EXPECT_FALSE(quelm::viewOf(widget("Entry")).title);
+}
+
 TEST_F(WidgetViewTest, OperableMeansWithAllAroundIt)
 {
     EXPECT_TRUE(quelm::viewOf(widget("Entry")).visible);
