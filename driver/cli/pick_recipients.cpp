@@ -125,6 +125,8 @@ private:
         driver_.choose("Current PB Type", options_.shared ? sharedType : personalType);
         if (!driver_.show(phonebookWindow).visible)
             throw Error("the component does not open its phonebook dialog; use --to instead");
+        if (driver_.failedCallbacks() != 0)
+            throw Error("the phonebook dialog cannot list the phonebook; " + remedy());
     }
 
     /// The preferences' file chooser decides which file is the shared phonebook.
@@ -152,10 +154,14 @@ private:
         const auto row = static_cast<std::size_t>(pick.row);
         if (row < rows.size() && rows[row].at(0) == expected.first && rows[row].at(1) == expected.second)
             return;
+        throw Error(pick.origin + ": the phonebook dialog lists something else in its place; " + remedy());
+    }
+
+    std::string remedy() const
+    {
         const auto unreadable = unreadableRecords(items_, place_.path);
-        throw Error(pick.origin + ": the phonebook dialog lists something else in its place; " +
-                    (unreadable.empty() ? "the phonebook has just changed, try again"
-                                        : "remove what cannot be read first: " + unreadable.front()));
+        return unreadable.empty() ? "the phonebook has just changed, try again"
+                                  : "remove what cannot be read first: " + unreadable.front();
     }
 
     void add(const Pick& pick, ProgressLine& progress)

@@ -75,7 +75,7 @@ std::string listText(const std::vector<Phonebook::Item>& items)
     }
     std::string text;
     for (const auto& [name, rest] : rows)
-        text += name + std::string(widest - widthOf(name) + 2, ' ') + rest + "\n";
+        text.append(name).append(widest - widthOf(name) + 2, ' ').append(rest).append("\n");
     return text;
 }
 

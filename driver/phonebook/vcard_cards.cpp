@@ -1,15 +1,60 @@
-// Splits a text at BEGIN:VCARD and END:VCARD; the library reads one card at a time, and says nothing about
-// what it cannot read.
+// Splits a text at BEGIN:VCARD and END:VCARD and unfolds its lines; the library reads one card at a time, and
+// says nothing about what it cannot read.
 #include "driver/phonebook/vcard_cards.h"
 
 #include "driver/core/text_checks.h"
 
 #include <glib.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace quelm {
 namespace {
+
+bool isWord(std::string_view word)
+{
+    return !word.empty() && std::ranges::all_of(word, [](char character) {
+        return g_ascii_isalnum(character) != 0 || character == '-' || character == '_';
+    });
+}
+
+/// Where the first of `marks` stands in a text, outside of quotation marks; its size when none does.
+std::size_t findUnquoted(std::string_view text, std::string_view marks)
+{
+    bool quoted = false;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '"')
+            quoted = !quoted;
+        else if (!quoted && marks.find(text[at]) != std::string_view::npos)
+            return at;
+    }
+    return text.size();
+}
+
+/// What is wrong with an unfolded line "GROUP.NAME;PARAMETER=VALUE;...:VALUE" ahead of its value; empty
+/// when nothing is.
+std::string problemWithProperty(std::string_view line)
+{
+    const auto colon = findUnquoted(line, ":");
+    if (colon == line.size())
+        return "has no \":\" behind the property's name";
+    auto head = line.substr(0, colon);
+    auto end = findUnquoted(head, ";");
+    const auto name = head.substr(0, end);
+    const auto dot = name.find('.');
+    const bool grouped = dot != std::string_view::npos;
+    if (!isWord(name.substr(grouped ? dot + 1 : 0)) || (grouped && !isWord(name.substr(0, dot))))
+        return "does not begin with a property's name";
+    while (end < head.size()) {
+        head.remove_prefix(end + 1);
+        end = findUnquoted(head, ";");
+        const auto parameter = head.substr(0, end);
+        if (!isWord(parameter.substr(0, parameter.find('='))))
+            return "has a parameter without a name";
+    }
+    return "";
+}
 
 class CardFinder {
 public:
@@ -27,69 +72,87 @@ public:
     }
 
 private:
+    /// The next line without its end.
     std::string_view nextLine()
     {
         const auto end = rest_.find('\n');
-        const auto size = end == std::string_view::npos ? rest_.size() : end + 1;
-        const auto line = rest_.substr(0, size);
-        rest_.remove_prefix(size);
+        auto line = rest_.substr(0, end);
+        rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
         return line;
     }
 
     void take(std::string_view line)
     {
-        const auto content = line.substr(0, line.find_last_not_of(" \t\r\n") + 1);
+        const auto content = line.substr(0, line.find_last_not_of(" \t") + 1);
         if (is(content, "BEGIN:VCARD"))
-            return begin(line);
+            return begin();
         if (!open_) {
             if (!content.empty() && !outside_)
                 cards_.push_back({line_, "", "stands outside of any card; a card begins with BEGIN:VCARD"});
             outside_ = outside_ || !content.empty();
             return;
         }
-        card_.text += line;
         if (is(content, "END:VCARD"))
             return close("");
-        check(line, content);
+        if (softBreak())
+            property_.replace(property_.size() - 1, 1, line);
+        else if (line.starts_with(' ') || line.starts_with('\t'))
+            property_ += line.substr(1);
+        else
+            startProperty(line);
     }
 
-    void begin(std::string_view line)
+    void begin()
     {
         if (open_)
             close("has no END:VCARD");
         open_ = true;
         outside_ = false;
-        softBreak_ = false;
-        card_ = {line_, std::string(line), ""};
+        card_ = {line_, "BEGIN:VCARD\r\n", ""};
     }
 
     void close(const char* problem)
     {
+        startProperty("");
+        card_.text += "END:VCARD\r\n";
         if (card_.problem.empty())
             card_.problem = problem;
         cards_.push_back(std::move(card_));
         open_ = false;
     }
 
-    /// Notes the first thing that is wrong with a line of the open card.
-    void check(std::string_view line, std::string_view content)
+    /// A quoted-printable value goes on behind "=" at the end of a line.
+    bool softBreak() const
     {
-        const bool continues = softBreak_ || line.front() == ' ' || line.front() == '\t';
-        const bool quotedPrintable =
-            (continues && softBreak_) || content.find("QUOTED-PRINTABLE") != std::string_view::npos;
-        softBreak_ = quotedPrintable && content.ends_with('=');
-        if (line.find('\0') != std::string_view::npos)
-            note("holds a NUL byte; save the cards as UTF-8 text");
-        else if (!isUtf8(line))
-            note("is not UTF-8; save the cards as UTF-8 text");
-        else if (!content.empty() && !continues && content.find(':') == std::string_view::npos)
-            note("has no \":\" behind the property's name");
+        return property_.ends_with('=') && property_.find("QUOTED-PRINTABLE") != std::string::npos;
     }
 
-    void note(const std::string& problem)
+    /// Takes the property that ends here into the card, and notes the first that is wrong with one.
+    void startProperty(std::string_view line)
     {
-        if (card_.problem.empty())
-            card_.problem = "its line " + std::to_string(line_) + " " + problem;
+        if (!property_.empty()) {
+            if (card_.problem.empty())
+                card_.problem = problemOfCard();
+            card_.text += property_ + "\r\n";
+        }
+        property_ = line;
+        propertyLine_ = line_;
+    }
+
+    std::string problemOfCard() const
+    {
+        std::string problem;
+        if (property_.find('\0') != std::string::npos)
+            problem = "holds a NUL byte; save the cards as UTF-8 text";
+        else if (property_.find('\r') != std::string::npos)
+            problem = "holds a carriage return that ends no line; save the cards with plain line ends";
+        else if (!isUtf8(property_))
+            problem = "is not UTF-8; save the cards as UTF-8 text";
+        else if (property_.find_first_not_of(" \t") != std::string::npos)
+            problem = problemWithProperty(property_);
+        return problem.empty() ? "" : "its line " + std::to_string(propertyLine_) + " " + problem;
     }
 
     static bool is(std::string_view content, std::string_view word)
@@ -102,8 +165,9 @@ private:
     std::size_t line_ = 0;
     bool open_ = false;
     bool outside_ = false; ///< text between two cards is noted once
-    bool softBreak_ = false;
     CardText card_;
+    std::string property_; ///< unfolded so far
+    std::size_t propertyLine_ = 0;
     std::vector<CardText> cards_;
 };
 

@@ -9,7 +9,7 @@
 
 namespace quelm {
 
-/// One card as it stands in the text, from BEGIN to END.
+/// One card from BEGIN to END, each property unfolded on a line of its own that ends in CRLF.
 struct CardText {
     std::size_t line = 0; ///< of BEGIN, from 1
     std::string text;

@@ -52,7 +52,7 @@ Journey::~Journey() { fs::remove_all(root_); }
 
 Result Journey::driver(Request request) const
 {
-    Arguments all{(stage / "quelm-driver").string(), "--home", home.string(), "--user", "ann"};
+    Arguments all{(stage / "quelm-driver").string(), "--home", home.string(), "--user", user};
     all.insert(all.end(), request.arguments.begin(), request.arguments.end());
     request.arguments = std::move(all);
     const auto own = (root_ / "home").string();

@@ -20,7 +20,7 @@ protected:
     Journey();
     ~Journey() override;
 
-    /// Runs quelm-driver in the installation folder, as the user "ann".
+    /// Runs quelm-driver in the installation folder, as `user`.
     Result driver(const Arguments& arguments, const std::string& input = {}) const;
     Result driver(Request request) const;
 
@@ -46,6 +46,7 @@ protected:
 
     std::filesystem::path folder; ///< the work folder, empty at first
     std::filesystem::path home;   ///< the installation folder
+    std::string user = "ann";     ///< who runs the programs
 
 private:
     std::filesystem::path root_;

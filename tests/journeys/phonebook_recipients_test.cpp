@@ -2,6 +2,7 @@
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 namespace journeys {
 namespace {
@@ -26,6 +27,20 @@ protected:
         arguments.insert(arguments.begin(), "phonebook");
         arguments.insert(arguments.end(), more.begin(), more.end());
         EXPECT_EQ(driver(arguments, input).status, 0);
+    }
+
+    /// Puts a record that no dialog would write into the user's phonebook.
+    void addRecord(const std::string& key, const std::string& data) const
+    {
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open((home / "db/phonebook/user/ann.xdb").c_str(), &database), SQLITE_OK);
+        sqlite3_stmt* insertion = nullptr;
+        sqlite3_prepare_v2(database, "INSERT INTO record(key, data) VALUES(?1, ?2)", -1, &insertion, nullptr);
+        sqlite3_bind_blob(insertion, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC);
+        sqlite3_bind_blob(insertion, 2, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
+        EXPECT_EQ(sqlite3_step(insertion), SQLITE_DONE);
+        sqlite3_finalize(insertion);
+        sqlite3_close(database);
     }
 
     /// The numbers that a job with these options goes to.
@@ -118,14 +133,31 @@ TEST_F(PhonebookRecipients, DuplicatesFollowThePolicy)
     EXPECT_THAT(result.errors, HasSubstr("[y/n]"));
 }
 
-TEST_F(PhonebookRecipients, TheUsersOwnChoicesInTheDialogStay)
+TEST_F(PhonebookRecipients, ARecordWithoutARowMakesNobodyElseTheRecipient)
 {
-    script({"call T40InvokeFaxDialog", "press AddPBFaxRcpt", "choose \"Current PB Type\" 1"});
+    addRecord("uNoEnd", ".snam\r\nNoEnd\r\n");
+    phonebook({"add", "Dee", "4"}, {});
+    phonebook({"add", "Eve", "5"}, {});
     EXPECT_THAT(numbers({"--entry", "Cid"}), ElementsAre("3"));
-    const auto answers =
-        script({"call T40InvokeFaxDialog", "show \"Current PB Type\"", "show \"LanFax Shared PB Name\""});
-    EXPECT_THAT(answers.at(1), HasSubstr("value 1"));
-    EXPECT_THAT(answers.at(2), HasSubstr("text \"\""));
+    expectRefusal(
+        {"--entry", "Dee"}, 1,
+        "--entry Dee: the phonebook dialog lists something else in its place; remove what cannot be "
+        "read first: ");
+    expectRefusal({"--entry", "Eve"}, 1, "\"NoEnd\" is left out");
+    const auto removal = driver({"phonebook", "remove", "NoEnd"});
+    EXPECT_EQ(removal.output, "removed the unreadable record \"NoEnd\"\n");
+    EXPECT_THAT(numbers({"--entry", "Dee", "--entry", "Eve"}), ElementsAre("4", "5"));
+}
+
+TEST_F(PhonebookRecipients, ARecordAtWhichTheDialogGivesUpIsNamed)
+{
+    addRecord("uBlank", ".snam\r\n\r\n.enam\r\n");
+    const auto result = driver({"attributes", "--entry", "Ann"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, HasSubstr("the phonebook dialog cannot list the phonebook; remove what cannot "
+                                         "be read first: "));
+    EXPECT_THAT(result.errors, HasSubstr("\"Blank\" is left out: its field \"nam\" is blank\n"));
 }
 
 } // namespace

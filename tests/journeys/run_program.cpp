@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -107,14 +108,15 @@ void openTerminal(const std::string& text, End& ours, End& theirs)
 /// Reads what is there; false at the end.
 bool readSome(int descriptor, std::string& text)
 {
-    static std::array<char, 1 << 20> block;
+    thread_local std::array<char, 1 << 20> block;
     const auto size = ::read(descriptor, block.data(), block.size());
     text.assign(block.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
     return size > 0;
 }
 
-void collect(Result& result, End& output, End& errors, pid_t child)
+void collect(Result& result, End& output, End& errors, pid_t child, std::size_t killedAfterLines)
 {
+    std::size_t lines = 0;
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(4);
     while (output.isOpen() || errors.isOpen()) {
         std::array<pollfd, 2> ends{{{output.get(), POLLIN, 0}, {errors.get(), POLLIN, 0}}};
@@ -124,6 +126,9 @@ void collect(Result& result, End& output, End& errors, pid_t child)
             output.close();
         if (!text.empty()) {
             result.output += text;
+            lines += static_cast<std::size_t>(std::ranges::count(text, '\n'));
+            if (killedAfterLines != 0 && lines >= killedAfterLines)
+                ::kill(child, SIGKILL);
             result.writes.push_back(std::move(text));
             text.clear();
         }
@@ -166,7 +171,7 @@ Result runProgram(const Request& request)
     output.theirs.close();
     errors.theirs.close();
     Result result;
-    collect(result, output.ours, errors.ours, child);
+    collect(result, output.ours, errors.ours, child, request.killedAfterLines);
     int status = 0;
     require(::waitpid(child, &status, 0) == child, "waitpid");
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

@@ -2,17 +2,19 @@
 #ifndef TESTS_JOURNEYS_RUN_PROGRAM_H
 #define TESTS_JOURNEYS_RUN_PROGRAM_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace journeys {
 
 struct Request {
-    std::vector<std::string> arguments;   ///< the program first
-    std::string input;                    ///< standard input, at most what a pipe holds
-    bool inputIsTerminal = false;         ///< `input` is typed at a terminal
-    std::string outputFile;               ///< standard output goes to this file; empty: it is collected
-    bool outputClosed = false;            ///< standard output is a pipe that nobody reads
+    std::vector<std::string> arguments; ///< the program first
+    std::string input;                  ///< standard input, at most what a pipe holds
+    bool inputIsTerminal = false;       ///< `input` is typed at a terminal
+    std::string outputFile;             ///< standard output goes to this file; empty: it is collected
+    bool outputClosed = false;          ///< standard output is a pipe that nobody reads
+    std::size_t killedAfterLines = 0; ///< SIGKILL ends it when it has written so many lines; 0: nothing does
     std::vector<std::string> environment; ///< NAME=VALUE, over the test's own
 };
 

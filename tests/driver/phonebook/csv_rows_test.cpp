@@ -1,0 +1,84 @@
+// Rows of CSV text and their lines.
+#include "driver/phonebook/csv_rows.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace quelm {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+using Fields = std::vector<std::string>;
+
+TEST(CsvRows, KnowTheLinesOnWhichTheyBegin)
+{
+    const auto rows = readCsvRows("\xef\xbb\xbf"
+                                  "a,b\r\n\r\n\"c\nd\",e\n \nf,\"g\"\"\"");
+    ASSERT_THAT(rows, SizeIs(3));
+    EXPECT_EQ(rows[0].line, 1U);
+    EXPECT_EQ(rows[1].line, 3U);
+    EXPECT_EQ(rows[2].line, 6U);
+    EXPECT_EQ(rows[1].fields, (Fields{"c\nd", "e"}));
+    EXPECT_EQ(rows[2].fields, (Fields{"f", "g\""}));
+}
+
+TEST(CsvRows, ABadRowIsNamedAndTheNextOnesAreRead)
+{
+    const auto rows = readCsvRows(std::string("a,b\nc\"d\",e\nf,g\nh\xff,i\nj\0,k\nl,m\n", 29));
+    ASSERT_THAT(rows, SizeIs(6));
+    EXPECT_THAT(rows[1].problem, HasSubstr("quotation marks stand amid a field"));
+    EXPECT_EQ(rows[2].fields, (Fields{"f", "g"}));
+    EXPECT_THAT(rows[3].problem, HasSubstr("is not UTF-8"));
+    EXPECT_THAT(rows[4].problem, HasSubstr("NUL"));
+    EXPECT_EQ(rows[4].line, 5U);
+    EXPECT_EQ(rows[5].fields, (Fields{"l", "m"}));
+    EXPECT_EQ(rows[5].problem, "");
+}
+
+TEST(CsvRows, AnOpenQuoteEndsTheReading)
+{
+    const auto rows = readCsvRows("a\n\"b\nc\n");
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[1].line, 2U);
+    EXPECT_THAT(rows[1].problem, HasSubstr("not closed"));
+}
+
+TEST(CsvRows, Utf16IsRefused)
+{
+    for (const auto* text : {"\xff\xfe"
+                             "a",
+                             "\xfe\xff"
+                             "a"}) {
+        const auto rows = readCsvRows(text);
+        ASSERT_THAT(rows, SizeIs(1));
+        EXPECT_THAT(rows[0].problem, HasSubstr("UTF-16"));
+    }
+}
+
+TEST(CsvRows, NothingHasNoRows)
+{
+    EXPECT_THAT(readCsvRows(""), IsEmpty());
+    EXPECT_THAT(readCsvRows("\n\r\n"), IsEmpty());
+}
+
+TEST(CsvLine, QuotesWhatNeedsIt)
+{
+    EXPECT_EQ(csvLine({"a", "b c", "", "1"}), "a,b c,,1\n");
+    EXPECT_EQ(csvLine({"a,b", "c\"d", "e\nf", " g", "h "}), "\"a,b\",\"c\"\"d\",\"e\nf\",\" g\",\"h \"\n");
+}
+
+TEST(CsvLine, IsReadAsItWas)
+{
+    const Fields fields{"a,\"b\"", "\r\n", " c ", "", "Zo\xc3\xab", "\""};
+    const auto rows = readCsvRows(csvLine(fields) + csvLine({"x"}));
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[0].fields, fields);
+    EXPECT_EQ(rows[1].line, 3U);
+}
+
+} // namespace
+} // namespace quelm

@@ -1,0 +1,78 @@
+// A phonebook in a folder of the test's own, with entries to start from.
+#ifndef TESTS_DRIVER_PHONEBOOK_PHONEBOOK_FOLDER_H
+#define TESTS_DRIVER_PHONEBOOK_PHONEBOOK_FOLDER_H
+
+#include "driver/phonebook/actions.h"
+#include "driver/phonebook/phonebook.h"
+#include "tests/driver/core/failure_line.h"
+#include "tests/driver/core/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace quelm {
+
+// What gtest prints of them.
+inline void PrintTo(const PhonebookEntry& entry, std::ostream* out)
+{
+    *out << entry.name << "|" << entry.number << "|" << entry.organization << "|" << entry.phone << "|"
+         << entry.email;
+}
+inline void PrintTo(const PhonebookGroup& group, std::ostream* out)
+{
+    *out << "[" << group.name << "]";
+    for (const auto& member : group.members)
+        *out << "|" << member;
+}
+inline void PrintTo(const UnreadableRecord& record, std::ostream* out)
+{
+    *out << "unreadable: " << record.reason;
+}
+
+namespace test {
+
+class PhonebookTest : public testing::Test {
+protected:
+    /// Puts these into the phonebook, which is made when there is none.
+    void fill(const std::vector<PhonebookEntry>& entries, const std::vector<PhonebookGroup>& groups = {})
+    {
+        Phonebook phonebook(place, Phonebook::Access::create);
+        for (const auto& entry : entries)
+            phonebook.save(entry);
+        for (const auto& group : groups)
+            phonebook.save(group);
+        phonebook.commit();
+    }
+
+    /// Puts a record of any content into it.
+    void addRecord(const std::string& key, const std::string& data)
+    {
+        fill({});
+        RecordStore store(place.path, RecordStore::Access::readWrite);
+        store.save({key, data});
+        store.commit();
+    }
+
+    std::vector<RecordContent> contents() const
+    {
+        std::vector<RecordContent> all;
+        for (const auto& item : Phonebook(place, Phonebook::Access::read).items())
+            all.push_back(item.content);
+        return all;
+    }
+
+    std::string list() const { return listPhonebook(place, false).done; }
+    bool exists() const { return std::filesystem::exists(place.path); }
+
+    TemporaryFolder folder;
+    PhonebookPlace place{folder / "book.xdb"};
+};
+
+} // namespace test
+} // namespace quelm
+
+#endif

@@ -1,0 +1,104 @@
+// Opening, making and changing a phonebook.
+#include "driver/phonebook/phonebook.h"
+
+#include "tests/driver/phonebook/phonebook_folder.h"
+
+#include <sys/stat.h>
+
+namespace quelm {
+namespace {
+
+using test::failureLine;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const PhonebookEntry ann{"Ann", "1", "", "", ""};
+const PhonebookEntry bob{"Bob", "2", "", "", ""};
+const PhonebookGroup team{"Team", {"Ann"}};
+
+class PhonebookFileTest : public test::PhonebookTest {};
+
+TEST_F(PhonebookFileTest, KeepsEntriesAndGroupsInOrder)
+{
+    fill({bob, ann}, {team});
+    EXPECT_THAT(contents(), ElementsAre(RecordContent(bob), RecordContent(ann), RecordContent(team)));
+}
+
+TEST_F(PhonebookFileTest, SavingAgainReplacesInPlaceAndSaysSo)
+{
+    fill({ann, bob});
+    Phonebook phonebook(place, Phonebook::Access::write);
+    const PhonebookEntry moved{"Ann", "9", "", "", ""};
+    EXPECT_TRUE(phonebook.save(moved));
+    EXPECT_FALSE(phonebook.save(PhonebookGroup{"Ann", {"Bob"}}));
+    phonebook.commit();
+    EXPECT_THAT(contents(), ElementsAre(RecordContent(moved), RecordContent(bob),
+                                        RecordContent(PhonebookGroup{"Ann", {"Bob"}})));
+}
+
+TEST_F(PhonebookFileTest, TellsEntriesFromGroupsOfTheSameName)
+{
+    fill({ann}, {team});
+    const Phonebook phonebook(place, Phonebook::Access::read);
+    EXPECT_TRUE(phonebook.hasEntry("Ann"));
+    EXPECT_FALSE(phonebook.hasGroup("Ann"));
+    EXPECT_TRUE(phonebook.hasGroup("Team"));
+    EXPECT_FALSE(phonebook.hasEntry("Team"));
+}
+
+TEST_F(PhonebookFileTest, WithoutACommitNothingChanges)
+{
+    fill({ann});
+    const auto before = contentOf(place.path);
+    {
+        Phonebook phonebook(place, Phonebook::Access::write);
+        phonebook.save(bob);
+        EXPECT_TRUE(phonebook.remove("uAnn"));
+        EXPECT_FALSE(phonebook.remove("uAnn"));
+    }
+    EXPECT_EQ(contentOf(place.path), before);
+}
+
+TEST_F(PhonebookFileTest, OnlyCreateMakesAFile)
+{
+    for (const auto access : {Phonebook::Access::read, Phonebook::Access::write})
+        EXPECT_THAT(failureLine([&] { const Phonebook phonebook(place, access); }),
+                    HasSubstr("no such file"));
+    EXPECT_THAT(folder.names(), IsEmpty());
+    fill({});
+    EXPECT_THAT(contents(), IsEmpty());
+}
+
+TEST_F(PhonebookFileTest, APersonalPhonebookThatIsNotThereIsEmptyAndStaysAway)
+{
+    place = personalPhonebook(folder.path().string(), "ann");
+    EXPECT_EQ(place.path, folder / "db/phonebook/user/ann.xdb");
+    Phonebook phonebook(place, Phonebook::Access::write);
+    EXPECT_THAT(phonebook.items(), IsEmpty());
+    EXPECT_FALSE(phonebook.hasEntry("Ann"));
+    EXPECT_FALSE(phonebook.remove("uAnn"));
+    phonebook.commit();
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST_F(PhonebookFileTest, APersonalPhonebookIsMadeWithItsFolders)
+{
+    place = personalPhonebook(folder.path().string(), "ann");
+    const auto mask = umask(0);
+    fill({ann});
+    umask(mask);
+    EXPECT_THAT(contents(), ElementsAre(RecordContent(ann)));
+    const auto permissions = std::filesystem::status(folder / "db/phonebook/user").permissions();
+    EXPECT_EQ(permissions, std::filesystem::perms::all);
+}
+
+TEST_F(PhonebookFileTest, AFileThatIsNoPhonebookIsRefusedAndLeftAlone)
+{
+    writeFile(place.path, "name,number\n");
+    EXPECT_THAT(failureLine([&] { fill({ann}); }), HasSubstr("no phonebook"));
+    EXPECT_EQ(contentOf(place.path), "name,number\n");
+}
+
+} // namespace
+} // namespace quelm
