@@ -68,8 +68,9 @@ TEST(FindCards, LinesThatTheLibraryWouldDropAreNoted)
     EXPECT_EQ(problem(card("FN:A\xff")), "its line 2 is not UTF-8; save the cards as UTF-8 text");
     EXPECT_EQ(problem(card(std::string("FN:A\0", 5))),
               "its line 2 holds a NUL byte; save the cards as UTF-8 text");
-    EXPECT_EQ(problem("\xff\xfe"
-                      "B\0"),
+    EXPECT_EQ(problem(std::string("\xff\xfe" // the mark of UTF-16, and a "B" in it
+                                  "B\0",
+                                  4)),
               "is UTF-16; save the cards as UTF-8 text");
 }
 
