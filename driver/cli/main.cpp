@@ -2,28 +2,12 @@
 #include "driver/cli/command_line.h"
 #include "driver/cli/commands.h"
 #include "driver/core/error.h"
-#include "driver/core/log.h"
+#include "driver/core/program_end.h"
 #include "driver/jobs/file_handle.h"
 
 #include <unistd.h>
 
-#include <exception>
-#include <iostream>
-#include <new>
-#include <string>
-#include <string_view>
-
 namespace {
-
-constexpr int done = 0;
-constexpr int failed = 1;
-constexpr int wrongUsage = 2;
-
-int complain(std::string_view line, int status)
-{
-    std::cerr << "quelm-driver: " << quelm::oneLine(std::string(line)) << std::endl;
-    return status;
-}
 
 void run(const quelm::CommandLine& line)
 {
@@ -50,14 +34,5 @@ void run(const quelm::CommandLine& line)
 int main(int argc, char** argv)
 {
     const quelm::WriteSignalsIgnored ignored;
-    try {
-        run(quelm::parseCommandLine(argc, argv));
-        return done;
-    } catch (const quelm::UsageError& error) {
-        return complain(error.what(), wrongUsage);
-    } catch (const std::bad_alloc&) {
-        return complain("out of memory", failed);
-    } catch (const std::exception& error) {
-        return complain(error.what(), failed);
-    }
+    return quelm::exitStatusOf("quelm-driver", [&] { run(quelm::parseCommandLine(argc, argv)); });
 }

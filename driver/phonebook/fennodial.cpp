@@ -1,6 +1,7 @@
 // The program fennodial, which the fax dialog starts to open a phonebook.
 #include "driver/core/error.h"
 #include "driver/core/log.h"
+#include "driver/core/program_end.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/menu.h"
 
@@ -8,16 +9,11 @@
 
 #include <csignal>
 #include <iostream>
-#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-constexpr int done = 0;
-constexpr int failed = 1;
-constexpr int wrongUsage = 2;
 
 constexpr std::string_view usage =
     "Opens a phonebook of the LAN fax component.\n"
@@ -28,12 +24,6 @@ constexpr std::string_view usage =
     "\n"
     "  --help       Print this help and exit\n"
     "  --version    Print the version and exit\n";
-
-int complain(std::string_view line, int status)
-{
-    std::cerr << "fennodial: " << quelm::oneLine(std::string(line)) << std::endl;
-    return status;
-}
 
 /// The path behind -FP. The fax dialog hands it over without quotes, so that a shell has parted it at
 /// its blanks.
@@ -78,14 +68,5 @@ void run(const std::vector<std::string>& arguments)
 int main(int argc, char** argv)
 {
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an error like any other
-    try {
-        run(std::vector<std::string>(argv + 1, argv + argc));
-        return done;
-    } catch (const quelm::UsageError& error) {
-        return complain(error.what(), wrongUsage);
-    } catch (const std::bad_alloc&) {
-        return complain("out of memory", failed);
-    } catch (const std::exception& error) {
-        return complain(error.what(), failed);
-    }
+    return quelm::exitStatusOf("fennodial", [&] { run(std::vector<std::string>(argv + 1, argv + argc)); });
 }
