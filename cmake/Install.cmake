@@ -4,11 +4,9 @@
 #   include/bramblecor-lan-fax/      host/ and model/, included by these names
 #   <libdir>/cmake/BramblecorLanFax  find_package(BramblecorLanFax): what a host is written against
 #
-# Two install components: "Runtime" is what users need, "Development" what writers of hosts need.
+# The programs are installed by InstallDriver.cmake. Two install components: "Runtime" is what users need, "Development" what writers of hosts need.
 include(CMakePackageConfigHelpers)
 
-set(BRAMBLECOR_INSTALL_HOME "lib/quelm" CACHE STRING
-    "Where the driver's home folder is installed, below the prefix")
 set(header_dir "${CMAKE_INSTALL_INCLUDEDIR}/bramblecor-lan-fax")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/BramblecorLanFax")
 
@@ -40,3 +38,7 @@ install(FILES
   "${CMAKE_BINARY_DIR}/BramblecorLanFaxConfig.cmake"
   "${CMAKE_BINARY_DIR}/BramblecorLanFaxConfigVersion.cmake"
   DESTINATION "${package_dir}" COMPONENT Development)
+
+if(BRAMBLECOR_DRIVER)
+  include(cmake/InstallDriver.cmake)
+endif()

@@ -8,6 +8,9 @@
 /// until the next message is translated.
 const char* translated(const char* text);
 
+/// Marks a text that is translated where it is shown, for the extraction of the catalogues' template.
+constexpr const char* forTranslation(const char* text) { return text; }
+
 /// A line of a question in plain text: the translation, or the English text, without markup.
 std::string questionText(const char* text);
 

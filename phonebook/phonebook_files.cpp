@@ -6,6 +6,7 @@
 #include "phonebook/phonebook_state.h"
 
 #include <cstdlib>
+#include <vector>
 
 GTKObject* personalPBFileDialog = nullptr;
 GTKObject* sharedPBFileDialog = nullptr;
@@ -50,7 +51,7 @@ std::string executableLocation() { return pDriverGlobals->getExecutableLocation(
 /// The title in plain text; the English one stands as it is.
 std::string chooserTitle()
 {
-    constexpr const char* english = "Load...";
+    constexpr const char* english = forTranslation("Load...");
     const char* title = translated(english);
     return title == english ? english : host::plainText(title);
 }
@@ -79,6 +80,13 @@ void invokeChooser(const PhonebookFile& file)
     file.chooser->setWidgetProperty(host::in("Visibility"), true);
 }
 
+/// Leaves a database object to the end of the process, where a search for leaks finds it in use.
+void keep(QuelmLegacyDatabase* database)
+{
+    static auto* const kept = new std::vector<QuelmLegacyDatabase*>;
+    kept->push_back(database);
+}
+
 void takeChosenFile(const PhonebookFile& file)
 {
     host::TextBuffer chosen;
@@ -90,7 +98,8 @@ void takeChosenFile(const PhonebookFile& file)
         *file.path = chosen.c_str();
         if (file.database) {
             file.database->closeDatabase();
-            file.database = nullptr; // the object stays: the current phonebook may still be it
+            keep(file.database); // the current phonebook may still be it
+            file.database = nullptr;
         }
     }
     host::hide(file.chooserName);

@@ -18,9 +18,10 @@ struct Check {
 };
 
 constexpr Check nameCheck{host::validateName, nameCharacters,
-                          "The Name is a required field&#10;Please enter a Name."};
-constexpr Check numberCheck{host::validatePhoneNumber, numberCharacters,
-                            "The Fax Number is a required field&#10;Please enter a Fax Number."};
+                          forTranslation("The Name is a required field&#10;Please enter a Name.")};
+constexpr Check numberCheck{
+    host::validatePhoneNumber, numberCharacters,
+    forTranslation("The Fax Number is a required field&#10;Please enter a Fax Number.")};
 
 /// The message that refuses the field's text, or none.
 host::Message refusal(char* widget, char* out, const Check& check, bool required)

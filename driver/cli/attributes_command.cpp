@@ -3,6 +3,8 @@
 
 #include "driver/cli/filled_job.h"
 #include "driver/core/atomic_file.h"
+#include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/pdl_writers.h"
 
@@ -12,11 +14,13 @@ namespace quelm {
 
 void runAttributesCommand(const CommandLine& line)
 {
-    refuseUnavailableOptions(line.job);
+    if (line.job.device || line.job.queue)
+        throw UsageError(
+            localized("attributes are no job that a device or queue could take; write them with --output"));
     FilledJob job(line);
     const auto output = line.job.output.value_or("-");
     if (output == "-") {
-        DescriptorPdlWriter writer(STDOUT_FILENO, "standard output");
+        DescriptorPdlWriter writer(STDOUT_FILENO, localized("standard output"));
         writeAttributes(job.session(), job.pdl(), writer);
         return;
     }

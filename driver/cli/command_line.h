@@ -10,22 +10,27 @@
 
 namespace quelm {
 
-enum class Command { none, fax, attributes, script, phonebook };
+enum class Command { none, fax, attributes, script, phonebook, deviceInfo, directorySearch };
 
 struct CommandLine {
     Command command = Command::none;
-    DriverOptions driver;       ///< the options that every command takes; `now` is checked
-    std::string config;         ///< configuration file, empty for the user's own
-    JobOptions job;             ///< of `fax` and `attributes`
-    std::string document;       ///< of `fax`
-    std::string script;         ///< of `script`: a file, or "-" for standard input
-    PhonebookRequest phonebook; ///< of `phonebook`
+    DriverOptions driver; ///< the options that every command takes, unchecked
+    std::string config;   ///< configuration file, empty for the user's own
+    JobOptions job;       ///< of `fax` and `attributes`
+    std::string document; ///< of `fax`; without a command, what the desktop is to open, perhaps nothing
+    std::string script;   ///< of `script`: a file, or "-" for standard input
+    std::string directoryPrefix; ///< of `directory search`: how the names begin
+    PhonebookRequest phonebook;  ///< of `phonebook`
     /// Not empty when the user asked for help or the version: print it and do nothing else.
     std::string information;
 };
 
 /// Takes `argv` apart. Throws UsageError with one line when it cannot be understood.
 CommandLine parseCommandLine(int argc, const char* const* argv);
+
+/// The same for quelm-desktop, which has no commands: the options that every command takes, and
+/// perhaps a document.
+CommandLine parseDesktopCommandLine(int argc, const char* const* argv);
 
 } // namespace quelm
 

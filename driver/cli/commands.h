@@ -16,6 +16,13 @@ void runAttributesCommand(const CommandLine& line);
 /// Looks at a phonebook or changes it; the component is not needed.
 void runPhonebookCommand(const CommandLine& line);
 
+/// Shows the directory settings that the device reports, on standard output: one line for each field
+/// of the component's dialog.
+void runDeviceInfoCommand(const CommandLine& line);
+
+/// Lists the people of the device's directory whose names begin as asked, one a line, on standard output.
+void runDirectoryCommand(const CommandLine& line);
+
 /// Carries out a script, with its answers on standard output.
 void runScriptCommand(const CommandLine& line);
 

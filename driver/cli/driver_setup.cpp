@@ -3,6 +3,8 @@
 
 #include "driver/core/clock.h"
 #include "driver/core/configuration.h"
+#include "driver/core/device_address.h"
+#include "driver/core/error.h"
 
 #include <optional>
 #include <string>
@@ -16,6 +18,15 @@ void fillIn(std::string& option, const std::optional<std::string>& configured)
         option = *configured;
 }
 
+void checkDeviceOption(const std::string& address)
+{
+    try {
+        parseNetworkAddress(address, snmpPort);
+    } catch (const Error& error) {
+        throw UsageError("--device-snmp: " + std::string(error.what()));
+    }
+}
+
 } // namespace
 
 DriverSetup setUpDriver(const CommandLine& line)
@@ -24,11 +35,17 @@ DriverSetup setUpDriver(const CommandLine& line)
     setup.driver = line.driver;
     if (!line.driver.now.empty())
         parseLocalTime(line.driver.now);
+    if (!line.driver.device.address.empty())
+        checkDeviceOption(line.driver.device.address);
     const auto named = line.config.empty() ? std::nullopt : std::optional(line.config);
     const auto configuration = loadConfiguration(named);
     fillIn(setup.driver.home, configuration.home);
     fillIn(setup.driver.user, configuration.user);
     fillIn(setup.driver.component, configuration.component);
+    setup.driver.device = configuration.device;
+    if (!line.driver.device.address.empty())
+        setup.driver.device.address = line.driver.device.address;
+    setup.driver.directory = configuration.directory;
     setup.pdl = line.job.pdl.value_or(configuration.pdl.value_or(Pdl::dsc));
     return setup;
 }

@@ -14,7 +14,8 @@ struct DriverSetup {
 };
 
 /// Reads the configuration file, the user's own when none is named, and puts what the command line
-/// says over it. Throws Error when the file cannot be used, UsageError for an impossible --now.
+/// says over it. Throws Error when the file cannot be used, UsageError for an impossible --now or
+/// --device-snmp.
 DriverSetup setUpDriver(const CommandLine& line);
 
 } // namespace quelm

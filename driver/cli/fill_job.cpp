@@ -1,12 +1,14 @@
 // The user actions behind the options of a job.
 #include "driver/cli/fill_job.h"
 
+#include "driver/cli/directory_recipients.h"
 #include "driver/cli/pick_recipients.h"
 #include "driver/cli/recipients_csv.h"
 #include "driver/core/driver.h"
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <iterator>
@@ -49,9 +51,10 @@ public:
         setCover();
         addRecipients(recipients);
         pickRecipients(driver_, options_, policy_);
+        addDirectoryRecipients(driver_, options_);
         driver_.press("LanFax OK Button");
         if (driver_.failedCallbacks() != 0)
-            throw Error("the component failed while the job was put together; nothing is written");
+            throw Error(localized("the component failed while the job was put together; nothing is written"));
     }
 
 private:
@@ -102,7 +105,7 @@ private:
             type("--note", "LanFax Cover Sheet Notes", *options_.note);
         }
         if (const auto option = coverSetupOption(); option && !chosen)
-            throw UsageError(*option + " needs a cover sheet; add --cover");
+            throw UsageError(localized("%s needs a cover sheet; add --cover", *option));
         // Also without such an option: only the set-up's OK takes the user's saved choices over.
         if (chosen)
             setUpCover();
@@ -134,8 +137,9 @@ private:
         driver_.press("LanFax Setup Cover Sheet Button");
         if (!driver_.show(coverWindow).visible) {
             if (const auto option = coverSetupOption())
-                throw Error(*option +
-                            ": the component does not open its cover sheet set-up; leave the option away");
+                throw Error(
+                    localized("%s: the component does not open its cover sheet set-up; leave the option away",
+                              *option));
             return;
         }
         if (options_.showRecipients)
@@ -160,7 +164,8 @@ private:
         require(driver_.show("Show Sender Info Checkbox").ticked.value_or(false), option, "--show-sender");
         driver_.press("Sender Properties Button");
         if (!driver_.show(senderWindow).visible)
-            throw Error(option + ": the component does not open its sender dialog; leave the option away");
+            throw Error(localized("%s: the component does not open its sender dialog; leave the option away",
+                                  option));
         for (const auto& field : senderFields) {
             if (const auto& text = options_.*field.text)
                 type(field.option, field.widget, *text);
@@ -170,7 +175,7 @@ private:
 
     void addRecipients(const std::vector<RecipientInput>& recipients)
     {
-        ProgressLine progress("Adding recipients");
+        ProgressLine progress(localized("Adding recipients"));
         for (std::size_t i = 0; i < recipients.size(); ++i) {
             progress.show(i, recipients.size());
             addRecipient(recipients[i], progress);
@@ -191,12 +196,15 @@ private:
         if (driver_.show(recipientErrorWindow).visible)
             throw Error(recipient.origin + ": " + labelText(driver_, "LanFax Add Fax Rcpt Error Label"));
         if (driver_.show(recipientWindow).visible)
-            throw Error(recipient.origin + ": the component does not take this recipient");
+            throw Error(localized("%s: the component does not take this recipient", recipient.origin));
         // The component drops a phone number that it does not accept without a word, and empties
         // its field.
         if (!recipient.phone.empty() && driver_.show("RecipientTelNumber").text.value_or("").empty())
-            throw Error(recipient.origin + ": the phone number \"" + oneLine(recipient.phone) +
-                        "\" is not accepted; write digits, such as +1 (555) 123-4567");
+            throw Error(
+                // Translators: the recipient and its phone number.
+                localized("%s: the phone number \"%s\" is not accepted; write digits, such as +1 (555) "
+                          "123-4567",
+                          recipient.origin, oneLine(recipient.phone)));
     }
 
     void answerDuplicateQuestion(const RecipientInput& recipient, ProgressLine& progress)
@@ -214,7 +222,8 @@ private:
     static void require(bool given, const std::string& option, const std::string& needed)
     {
         if (!given)
-            throw UsageError(option + " needs " + needed);
+            // Translators: two options, such as --note and --cover.
+            throw UsageError(localized("%s needs %s", option, needed));
     }
 
     /// Runs a user action; `origin` says in the error line whose text or choice was refused.

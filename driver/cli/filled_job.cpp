@@ -3,6 +3,7 @@
 
 #include "driver/cli/fill_job.h"
 #include "driver/cli/question_policy.h"
+#include "driver/core/held_log.h"
 
 namespace quelm {
 namespace {
@@ -21,7 +22,7 @@ FilledJob::FilledJob(const CommandLine& line)
     : recipients_(recipientsOf(line.job)), setup_(setUpForOneJob(line)), driver_(setup_.driver)
 {
     const QuestionPolicy policy(line.job.duplicates.value_or(Duplicates::ask), Terminal::standard());
-    fillJob(driver_, line.job, recipients_, policy);
+    tellTroubleOnce([&] { fillJob(driver_, line.job, recipients_, policy); });
 }
 
 std::size_t FilledJob::recipientCount() const

@@ -8,6 +8,7 @@
 #include "driver/core/driver.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace quelm {
@@ -20,6 +21,7 @@ public:
 
     FaxSession& session() { return driver_.faxSession(); }
     Pdl pdl() const { return setup_.pdl; }
+    const std::string& user() const { return driver_.user(); }
 
     /// How many recipients the job holds.
     std::size_t recipientCount() const;

@@ -2,6 +2,7 @@
 #include "driver/cli/job_options.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,7 +29,7 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
             if (word == given)
                 return store(value);
         }
-        throw CLI::ValidationError(name, "\"" + given + "\" is none of " + words);
+        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
@@ -39,7 +40,7 @@ void addSwitch(CLI::App& command, const std::string& yes, const std::string& no,
 {
     const auto set = [&value, yes, no](bool to) {
         if (value && *value != to)
-            throw CLI::ValidationError(yes, "stands beside " + no);
+            throw CLI::ValidationError(yes, localized("stands beside %s", no));
         value = to;
     };
     command.add_flag_callback(
@@ -55,20 +56,10 @@ void addText(CLI::App& command, const std::string& name, std::optional<std::stri
     const auto take = [&value, name, characters](const std::string& given) {
         if (!characters.empty() &&
             (given.empty() || given.find_first_not_of(characters) != std::string::npos))
-            throw CLI::ValidationError(name, "\"" + given + "\" is no number to dial");
+            throw CLI::ValidationError(name, localized("\"%s\" is no number to dial", given));
         value = given;
     };
     command.add_option_function<std::string>(name, take, description)->type_name(type);
-}
-
-/// An option of the driver that this build cannot serve: taken, so that it can be refused by name.
-void addUnavailable(CLI::App& command, const std::string& name, std::vector<std::string>& unavailable)
-{
-    command
-        .add_option_function<std::vector<std::string>>(
-            name, [&unavailable, name](const std::vector<std::string>&) { unavailable.push_back(name); })
-        ->allow_extra_args(false)
-        ->group("");
 }
 
 TimeOfDay timeOfDay(const std::string& given)
@@ -87,46 +78,66 @@ TimeOfDay timeOfDay(const std::string& given)
             return time;
     }
     throw CLI::ValidationError("--send-at",
-                               "\"" + given + "\" is no time of day; write HH:MM, such as 17:30");
+                               localized("\"%s\" is no time of day; write HH:MM, such as 17:30", given));
 }
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
-    command.add_option("--to", options.to, "Add a recipient; repeat for more")
+    command.add_option("--to", options.to, localized("Add a recipient; repeat for more"))
         ->type_name("NAME=NUMBER")
         ->allow_extra_args(false);
     addText(command, "--recipients", options.recipients, "FILE.csv",
-            "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
-            "and mailbox");
+            localized(
+                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
+                "and mailbox"));
     addChoice<Duplicates>(
         command, "--duplicates",
         {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
         [&options](Duplicates policy) { options.duplicates = policy; },
-        "What to do with a recipient that the job holds already (ask)");
-    command.add_option("--entry", options.entries, "Add an entry of the phonebook; repeat for more")
+        localized("What to do with a recipient that the job holds already (ask)"));
+    command
+        .add_option("--entry", options.entries, localized("Add an entry of the phonebook; repeat for more"))
         ->type_name("NAME")
         ->allow_extra_args(false);
-    command.add_option("--group", options.groups, "Add the members of a phonebook group; repeat for more")
+    command
+        .add_option("--group", options.groups,
+                    localized("Add the members of a phonebook group; repeat for more"))
         ->type_name("NAME")
         ->allow_extra_args(false);
     addText(command, "--shared", options.shared, "PHONEBOOK",
-            "Take --entry and --group from this phonebook instead of the user's own");
-    addUnavailable(command, "--directory", options.unavailable);
+            localized("Take --entry and --group from this phonebook instead of the user's own"));
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--directory",
+            [&options](const std::vector<std::string>& given) {
+                for (const auto& prefix : given) {
+                    if (prefix.empty())
+                        throw CLI::ValidationError("--directory", localized("is empty"));
+                }
+                options.directory = given;
+            },
+            localized(
+                "Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins like "
+                "this; repeat for more"))
+        ->type_name("PREFIX")
+        ->allow_extra_args(false);
 }
 
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
-    addSwitch(command, "--cover", "--no-cover", options.cover, "Send a cover sheet first",
-              "Send no cover sheet");
-    addText(command, "--note", options.note, "TEXT", "Note on the cover sheet");
+    addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
+              localized("Send no cover sheet"));
+    addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
     addSwitch(command, "--show-recipients", "--hide-recipients", options.showRecipients,
-              "Name the recipients on the cover sheet", "Leave the recipients off the cover sheet");
+              localized("Name the recipients on the cover sheet"),
+              localized("Leave the recipients off the cover sheet"));
     addText(command, "--custom-text", options.customText, "TEXT",
-            "Text on the cover sheet in place of the recipients' names");
+            localized("Text on the cover sheet in place of the recipients' names"));
     addSwitch(command, "--show-sender", "--hide-sender", options.showSender,
-              "Name the sender on the cover sheet", "Leave the sender off the cover sheet");
+              localized("Name the sender on the cover sheet"),
+              localized("Leave the sender off the cover sheet"));
     for (const auto& field : senderFields)
-        addText(command, field.option, options.*field.text, "TEXT", field.description);
+        addText(command, field.option, options.*field.text, "TEXT", translated(field.description));
 }
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
@@ -134,21 +145,38 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
     // The dialog lists Superfine before Fine.
     addChoice<int>(
         command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
-        [&options](int index) { options.resolution = index; }, "Resolution of the pages");
+        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
     addChoice<int>(
         command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
-        [&options](int index) { options.speed = index; }, "Highest speed of the transmission");
+        [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
     addSwitch(command, "--confirmation", "--no-confirmation", options.confirmation,
-              "Print a confirmation sheet", "Print no confirmation sheet");
+              localized("Print a confirmation sheet"), localized("Print no confirmation sheet"));
     command
         .add_option_function<std::string>(
             "--send-at", [&options](const std::string& given) { options.sendAt = timeOfDay(given); },
-            "Send at a time of day, on the 24-hour clock")
+            localized("Send at a time of day, on the 24-hour clock"))
         ->type_name("HH:MM");
-    addText(command, "--prefix", options.prefix, "DIGITS", "Dialled ahead of every fax number",
+    addText(command, "--prefix", options.prefix, "DIGITS", localized("Dialled ahead of every fax number"),
             "0123456789*#,");
-    addText(command, "--credit-card", options.creditCard, "NUMBER", "Credit card that the call is charged to",
-            "0123456789 -");
+    addText(command, "--credit-card", options.creditCard, "NUMBER",
+            localized("Credit card that the call is charged to"), "0123456789 -");
+}
+
+void addDestinationOptions(CLI::App& command, JobOptions& options)
+{
+    addText(command, "--output", options.output, "FILE", localized("Where to write; - is standard output"));
+    const auto takeDevice = [&options](const std::string& given) {
+        try {
+            options.device = parseNetworkAddress(given);
+        } catch (const Error& error) {
+            throw CLI::ValidationError("--device", error.what());
+        }
+    };
+    command
+        .add_option_function<std::string>("--device", takeDevice,
+                                          localized("The device that takes the job on a TCP port (9100)"))
+        ->type_name("HOST[:PORT]");
+    addText(command, "--queue", options.queue, "NAME", localized("The CUPS queue that takes the job"));
 }
 
 } // namespace
@@ -160,17 +188,8 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addSendingOptions(command, options);
     addChoice<Pdl>(
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
-        "How the job carries its attributes (dsc)");
-    addText(command, "--output", options.output, "FILE", "Where to write; - is standard output");
-    for (const auto* name : {"--device", "--queue"})
-        addUnavailable(command, name, options.unavailable);
-}
-
-void refuseUnavailableOptions(const JobOptions& options)
-{
-    if (!options.unavailable.empty())
-        throw Error(options.unavailable.front() +
-                    " is not available in this build; use --to or --recipients, and --output");
+        localized("How the job carries its attributes (dsc)"));
+    addDestinationOptions(command, options);
 }
 
 } // namespace quelm

@@ -3,6 +3,8 @@
 #define DRIVER_CLI_JOB_OPTIONS_H
 
 #include "driver/core/fax_session.h"
+#include "driver/core/network_address.h"
+#include "driver/core/translation.h"
 
 #include <array>
 #include <optional>
@@ -31,7 +33,8 @@ struct JobOptions {
     std::vector<std::string> to;           ///< NAME=NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
     std::vector<std::string> entries;      ///< names in the phonebook, after those
-    std::vector<std::string> groups;       ///< groups of the phonebook, last
+    std::vector<std::string> groups;       ///< groups of the phonebook, after those
+    std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last
     std::optional<std::string> shared;     ///< the phonebook that they stand in; without it the user's own
     std::optional<bool> cover;
     std::optional<std::string> note;
@@ -51,16 +54,13 @@ struct JobOptions {
     std::optional<std::string> creditCard;
     std::optional<Duplicates> duplicates;
     std::optional<Pdl> pdl;
-    std::optional<std::string> output; ///< a file, or "-" for standard output
-    /// Names of the given options that this build cannot serve, such as "--group".
-    std::vector<std::string> unavailable;
+    std::optional<std::string> output;    ///< a file, or "-" for standard output
+    std::optional<NetworkAddress> device; ///< the device that takes the job
+    std::optional<std::string> queue;     ///< the print queue that takes it
 };
 
 /// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
 void addJobOptions(CLI::App& command, JobOptions& options);
-
-/// Throws Error when an option was given that this build cannot serve.
-void refuseUnavailableOptions(const JobOptions& options);
 
 /// One field of the sender dialog and the option that fills it.
 struct SenderField {
@@ -72,12 +72,15 @@ struct SenderField {
 
 /// All sender fields, in the order of the dialog.
 inline constexpr std::array<SenderField, 5> senderFields{{
-    {"--sender-number", &JobOptions::senderNumber, "Sender Fax Number", "The sender's fax number"},
-    {"--sender-name", &JobOptions::senderName, "Sender Fax Name", "The sender's name"},
+    {"--sender-number", &JobOptions::senderNumber, "Sender Fax Number",
+     forTranslation("The sender's fax number")},
+    {"--sender-name", &JobOptions::senderName, "Sender Fax Name", forTranslation("The sender's name")},
     {"--sender-organization", &JobOptions::senderOrganization, "Sender Fax Organization",
-     "The sender's organization"},
-    {"--sender-phone", &JobOptions::senderPhone, "Sender Fax Tel Number", "The sender's phone number"},
-    {"--sender-email", &JobOptions::senderEmail, "Sender Fax Email Addr", "The sender's e-mail address"},
+     forTranslation("The sender's organization")},
+    {"--sender-phone", &JobOptions::senderPhone, "Sender Fax Tel Number",
+     forTranslation("The sender's phone number")},
+    {"--sender-email", &JobOptions::senderEmail, "Sender Fax Email Addr",
+     forTranslation("The sender's e-mail address")},
 }};
 
 } // namespace quelm

@@ -1,6 +1,7 @@
 // The program quelm-driver: takes the command line, runs one command, and tells how it ended.
 #include "driver/cli/command_line.h"
 #include "driver/cli/commands.h"
+#include "driver/cli/desktop_command.h"
 #include "driver/core/error.h"
 #include "driver/core/program_end.h"
 #include "driver/jobs/file_handle.h"
@@ -9,7 +10,8 @@
 
 namespace {
 
-void run(const quelm::CommandLine& line)
+/// `argv` is what `line` was taken from.
+void run(const quelm::CommandLine& line, char** argv)
 {
     if (!line.information.empty())
         return quelm::writeAll(STDOUT_FILENO, line.information, "standard output");
@@ -20,13 +22,16 @@ void run(const quelm::CommandLine& line)
         return quelm::runAttributesCommand(line);
     case quelm::Command::script:
         return quelm::runScriptCommand(line);
+    case quelm::Command::deviceInfo:
+        return quelm::runDeviceInfoCommand(line);
+    case quelm::Command::directorySearch:
+        return quelm::runDirectoryCommand(line);
     case quelm::Command::phonebook:
         return quelm::runPhonebookCommand(line);
     case quelm::Command::none:
         break;
     }
-    throw quelm::Error("this build has no display support and cannot open the desktop; give a command, "
-                       "see quelm-driver --help");
+    quelm::becomeDesktop(line, argv);
 }
 
 } // namespace
@@ -34,5 +39,5 @@ void run(const quelm::CommandLine& line)
 int main(int argc, char** argv)
 {
     const quelm::WriteSignalsIgnored ignored;
-    return quelm::exitStatusOf("quelm-driver", [&] { run(quelm::parseCommandLine(argc, argv)); });
+    return quelm::exitStatusOf("quelm-driver", [&] { run(quelm::parseCommandLine(argc, argv), argv); });
 }

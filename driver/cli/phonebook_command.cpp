@@ -6,6 +6,7 @@
 #include "driver/core/installation.h"
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/file_handle.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
@@ -33,7 +34,7 @@ void warn(const std::vector<std::string>& warnings)
 
 void print(const Outcome& outcome)
 {
-    writeAll(STDOUT_FILENO, outcome.done, "standard output");
+    writeAll(STDOUT_FILENO, outcome.done, localized("standard output"));
     warn(outcome.warnings);
 }
 
@@ -41,7 +42,7 @@ void import(const PhonebookPlace& place, const PhonebookRequest& request)
 {
     ImportReport report;
     {
-        ProgressLine progress("Importing");
+        ProgressLine progress(localized("Importing"));
         ImportOptions options;
         options.skipBad = request.skipBad;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
@@ -59,8 +60,9 @@ void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
     const bool toStandardOutput = request.file == "-";
     const auto format = request.format ? request.format : formatByName(request.file);
     if (!format)
-        throw UsageError(toStandardOutput ? "say with --format what to write to standard output"
-                                          : request.file + ": ends in neither .vcf nor .csv; say --format");
+        throw UsageError(toStandardOutput
+                             ? localized("say with --format what to write to standard output")
+                             : localized("%s: ends in neither .vcf nor .csv; say --format", request.file));
     print(toStandardOutput ? exportText(place, *format) : exportFile(place, request.file, *format));
 }
 
@@ -88,7 +90,7 @@ void runPhonebookCommand(const CommandLine& line)
     case PhonebookAction::none:
         break;
     }
-    throw UsageError("say what to do with the phonebook; see quelm-driver phonebook --help");
+    throw UsageError(localized("say what to do with the phonebook; see quelm-driver phonebook --help"));
 }
 
 } // namespace quelm

@@ -1,6 +1,8 @@
 // The actions on phonebooks and their options.
 #include "driver/cli/phonebook_options.h"
 
+#include "driver/core/translation.h"
+
 #include <CLI/CLI.hpp>
 
 namespace quelm {
@@ -8,41 +10,50 @@ namespace {
 
 /// Makes one action known. `onlyReads`: then a shared phonebook will do.
 CLI::App& addAction(CLI::App& command, PhonebookRequest& request, PhonebookAction action, const char* name,
-                    const char* description, bool onlyReads)
+                    const std::string& description, bool onlyReads)
 {
     CLI::App& added = *command.add_subcommand(name, description);
     added.callback([&request, action] { request.action = action; });
-    const auto addPath = [&](const char* option, const char* text) {
+    const auto addPath = [&](const char* option, const std::string& text) {
         return added
             .add_option_function<std::string>(
                 option,
                 [&request, option](const std::string& path) {
                     if (path.empty())
-                        throw CLI::ValidationError(option, "is empty");
+                        throw CLI::ValidationError(option, localized("is empty"));
                     request.phonebook = path;
                 },
                 text)
             ->type_name("PHONEBOOK");
     };
-    auto* const file = addPath("--file", "This phonebook in place of the user's own");
+    auto* const file = addPath("--file", localized("This phonebook in place of the user's own"));
     if (onlyReads)
-        addPath("--shared", "A phonebook of others, which is only read")->excludes(file);
+        addPath("--shared", localized("A phonebook of others, which is only read"))->excludes(file);
     return added;
 }
 
-void addText(CLI::App& action, const char* name, std::string& value, const char* description)
+void addText(CLI::App& action, const char* name, std::string& value, const std::string& description)
 {
     action.add_option(name, value, description)->type_name("TEXT");
 }
 
-void addName(CLI::App& action, std::string& name, const char* description)
+void addName(CLI::App& action, std::string& name, const std::string& description)
 {
     action.add_option("NAME", name, description)->required()->type_name("");
 }
 
 void addReplace(CLI::App& action, PhonebookRequest& request)
 {
-    action.add_flag("--replace", request.replace, "Put it in the place of the one of that name");
+    action.add_flag("--replace", request.replace, localized("Put it in the place of the one of that name"));
+}
+
+constexpr const char* vcardFormats = "vcard3|vcard4|csv";
+constexpr const char* listFormats = "text|csv";
+
+CLI::ValidationError noFormat(const std::string& given, const char* formats)
+{
+    // Translators: what was given, and what is possible: vcard3|vcard4|csv.
+    return CLI::ValidationError("--format", localized("\"%s\" is none of %s", given, formats));
 }
 
 void addFormats(CLI::App& action, PhonebookRequest& request)
@@ -58,10 +69,10 @@ void addFormats(CLI::App& action, PhonebookRequest& request)
                 else if (given == "csv")
                     request.format = FileFormat::csv;
                 else
-                    throw CLI::ValidationError("--format", "\"" + given + "\" is none of vcard3|vcard4|csv");
+                    throw noFormat(given, vcardFormats);
             },
-            "How to write it; by default .vcf is vcard4 and .csv is csv")
-        ->type_name("vcard3|vcard4|csv");
+            localized("How to write it; by default .vcf is vcard4 and .csv is csv"))
+        ->type_name(vcardFormats);
 }
 
 } // namespace
@@ -69,49 +80,52 @@ void addFormats(CLI::App& action, PhonebookRequest& request)
 void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
 {
     command.require_subcommand(1);
-    const auto add = [&](PhonebookAction action, const char* name, const char* text,
+    const auto add = [&](PhonebookAction action, const char* name, const std::string& text,
                          bool onlyReads) -> CLI::App& {
         return addAction(command, request, action, name, text, onlyReads);
     };
 
-    auto& list = add(PhonebookAction::list, "list", "List the entries and groups", true);
+    auto& list = add(PhonebookAction::list, "list", localized("List the entries and groups"), true);
     list.add_option_function<std::string>(
             "--format",
             [&request](const std::string& given) {
                 if (given != "text" && given != "csv")
-                    throw CLI::ValidationError("--format", "\"" + given + "\" is none of text|csv");
+                    throw noFormat(given, listFormats);
                 request.asCsv = given == "csv";
             },
-            "Columns to read, or CSV with all fields (text)")
-        ->type_name("text|csv");
+            localized("Columns to read, or CSV with all fields (text)"))
+        ->type_name(listFormats);
 
-    auto& show = add(PhonebookAction::show, "show", "Show all fields of an entry or group", true);
-    addName(show, request.name, "Name of an entry, or of a group: NAME or [NAME]");
+    auto& show = add(PhonebookAction::show, "show", localized("Show all fields of an entry or group"), true);
+    addName(show, request.name, localized("Name of an entry, or of a group: NAME or [NAME]"));
 
-    auto& entry = add(PhonebookAction::add, "add", "Add an entry", false);
-    addName(entry, request.entry.name, "Name");
-    entry.add_option("NUMBER", request.entry.number, "Fax number")->required()->type_name("");
-    addText(entry, "--organization", request.entry.organization, "Organization");
-    addText(entry, "--phone", request.entry.phone, "Phone number");
-    addText(entry, "--email", request.entry.email, "E-mail address");
+    auto& entry = add(PhonebookAction::add, "add", localized("Add an entry"), false);
+    addName(entry, request.entry.name, localized("Name"));
+    entry.add_option("NUMBER", request.entry.number, localized("Fax number"))->required()->type_name("");
+    addText(entry, "--organization", request.entry.organization, localized("Organization"));
+    addText(entry, "--phone", request.entry.phone, localized("Phone number"));
+    addText(entry, "--email", request.entry.email, localized("E-mail address"));
     addReplace(entry, request);
 
-    auto& group = add(PhonebookAction::addGroup, "add-group", "Add a group of entries", false);
-    addName(group, request.name, "Name of the group");
-    group.add_option("MEMBER", request.members, "Name of an entry; one or more")->required()->type_name("");
-    addReplace(group, request);
-
-    auto& removal = add(PhonebookAction::remove, "remove", "Remove an entry or group", false);
-    addName(removal, request.name, "Name of an entry, or of a group: NAME or [NAME]");
-
-    auto& import = add(PhonebookAction::import, "import", "Bring in a vCard or CSV file", false);
-    import.add_option("FILE", request.file, "vCard 3.0 or 4.0, or CSV; - is standard input")
+    auto& group = add(PhonebookAction::addGroup, "add-group", localized("Add a group of entries"), false);
+    addName(group, request.name, localized("Name of the group"));
+    group.add_option("MEMBER", request.members, localized("Name of an entry; one or more"))
         ->required()
         ->type_name("");
-    import.add_flag("--skip-bad", request.skipBad, "Leave out what cannot be used, and import the rest");
+    addReplace(group, request);
 
-    auto& exported = add(PhonebookAction::exportTo, "export", "Write a vCard or CSV file", true);
-    exported.add_option("FILE", request.file, "File to write; - is standard output")
+    auto& removal = add(PhonebookAction::remove, "remove", localized("Remove an entry or group"), false);
+    addName(removal, request.name, localized("Name of an entry, or of a group: NAME or [NAME]"));
+
+    auto& import = add(PhonebookAction::import, "import", localized("Bring in a vCard or CSV file"), false);
+    import.add_option("FILE", request.file, localized("vCard 3.0 or 4.0, or CSV; - is standard input"))
+        ->required()
+        ->type_name("");
+    import.add_flag("--skip-bad", request.skipBad,
+                    localized("Leave out what cannot be used, and import the rest"));
+
+    auto& exported = add(PhonebookAction::exportTo, "export", localized("Write a vCard or CSV file"), true);
+    exported.add_option("FILE", request.file, localized("File to write; - is standard output"))
         ->required()
         ->type_name("");
     addFormats(exported, request);

@@ -5,6 +5,7 @@
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/listing.h"
 #include "driver/phonebook/phonebook.h"
 
@@ -54,7 +55,7 @@ public:
         const auto wanted = find();
         openDialog();
         const auto rows = driver_.rows(phonebookList);
-        ProgressLine progress("Adding recipients");
+        ProgressLine progress(localized("Adding recipients"));
         for (std::size_t i = 0; i < wanted.size(); ++i) {
             progress.show(i, wanted.size());
             requireRow(wanted[i], rows);
@@ -82,8 +83,10 @@ private:
             if (entry != nullptr && entry->name == name)
                 return {origin, static_cast<int>(i), {*entry}};
         }
-        throw Error(origin + ": is no entry of the phonebook " + oneLine(place_.path) +
-                    "; quelm-driver phonebook list shows what there is");
+        throw Error(
+            // Translators: an option, such as --entry Ann, and a file.
+            localized("%s: is no entry of the phonebook %s; quelm-driver phonebook list shows what there is",
+                      origin, oneLine(place_.path)));
     }
 
     Pick findGroup(const std::string& name) const
@@ -94,8 +97,10 @@ private:
             if (group != nullptr && group->name == name)
                 return {origin, static_cast<int>(i), membersOf(*group, origin)};
         }
-        throw Error(origin + ": is no group of the phonebook " + oneLine(place_.path) +
-                    "; quelm-driver phonebook list shows what there is");
+        throw Error(
+            // Translators: an option, such as --group Sales, and a file.
+            localized("%s: is no group of the phonebook %s; quelm-driver phonebook list shows what there is",
+                      origin, oneLine(place_.path)));
     }
 
     /// The dialog would pass over a member that is not there, and the fax would miss somebody.
@@ -107,13 +112,13 @@ private:
             const auto* entry =
                 found == byKey_.end() ? nullptr : std::get_if<PhonebookEntry>(&found->second->content);
             if (entry == nullptr)
-                throw Error(origin + ": its member \"" + oneLine(name) +
-                            "\" is not in the phonebook; add it, or "
-                            "replace the group");
+                throw Error(
+                    localized("%s: its member \"%s\" is not in the phonebook; add it, or replace the group",
+                              origin, oneLine(name)));
             members.push_back(*entry);
         }
         if (members.empty())
-            throw Error(origin + ": the group has no member; replace it");
+            throw Error(localized("%s: the group has no member; replace it", origin));
         return members;
     }
 
@@ -124,9 +129,10 @@ private:
         driver_.press("AddPBFaxRcpt");
         driver_.choose("Current PB Type", options_.shared ? sharedType : personalType);
         if (!driver_.show(phonebookWindow).visible)
-            throw Error("the component does not open its phonebook dialog; use --to instead");
+            throw Error(localized("the component does not open its phonebook dialog; use --to instead"));
         if (driver_.failedCallbacks() != 0)
-            throw Error("the phonebook dialog cannot list the phonebook; " + remedy());
+            // Translators: %s is what to do about it.
+            throw Error(localized("the phonebook dialog cannot list the phonebook; %s", remedy()));
     }
 
     /// The preferences' file chooser decides which file is the shared phonebook.
@@ -154,14 +160,16 @@ private:
         const auto row = static_cast<std::size_t>(pick.row);
         if (row < rows.size() && rows[row].at(0) == expected.first && rows[row].at(1) == expected.second)
             return;
-        throw Error(pick.origin + ": the phonebook dialog lists something else in its place; " + remedy());
+        // Translators: an option, such as --entry Ann, and what to do about it.
+        throw Error(localized("%s: the phonebook dialog lists something else in its place; %s", pick.origin,
+                              remedy()));
     }
 
     std::string remedy() const
     {
         const auto unreadable = unreadableRecords(items_, place_.path);
-        return unreadable.empty() ? "the phonebook has just changed, try again"
-                                  : "remove what cannot be read first: " + unreadable.front();
+        return unreadable.empty() ? localized("the phonebook has just changed, try again")
+                                  : localized("remove what cannot be read first: %s", unreadable.front());
     }
 
     void add(const Pick& pick, ProgressLine& progress)
@@ -189,8 +197,8 @@ private:
         for (std::size_t i = 0; same && i < expected.size(); ++i)
             same = picked(i);
         if (!same)
-            throw Error(pick.origin + ": the phonebook dialog did not pick what was asked for; nothing is "
-                                      "written");
+            throw Error(localized(
+                "%s: the phonebook dialog did not pick what was asked for; nothing is written", pick.origin));
     }
 
     /// Which of the recipients a question is about.
@@ -202,7 +210,8 @@ private:
                 question.find("   " + recipients[i].number + "\r\n") != std::string::npos)
                 return i;
         }
-        throw Error(origin + ": the phonebook dialog asks about somebody else; nothing is written");
+        throw Error(
+            localized("%s: the phonebook dialog asks about somebody else; nothing is written", origin));
     }
 
     Driver& driver_;
@@ -220,7 +229,7 @@ void pickRecipients(Driver& driver, const JobOptions& options, const QuestionPol
     if (!options.entries.empty() || !options.groups.empty())
         RecipientPicker(driver, options, policy).pickAll();
     else if (options.shared)
-        throw UsageError("--shared needs --entry or --group");
+        throw UsageError(localized("--shared needs --entry or --group"));
 }
 
 } // namespace quelm

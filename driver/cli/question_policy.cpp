@@ -2,6 +2,8 @@
 #include "driver/cli/question_policy.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
+#include "driver/core/yes_no.h"
 
 #include <unistd.h>
 
@@ -37,20 +39,21 @@ bool QuestionPolicy::addDuplicate(const std::string& question, const std::string
 
 bool QuestionPolicy::ask(const std::string& question, const std::string& origin) const
 {
-    const Error unanswered(origin + ": this recipient is in the job already; say --duplicates add or "
-                                    "--duplicates skip");
+    const Error unanswered(localized(
+        "%s: this recipient is in the job already; say --duplicates add or --duplicates skip", origin));
     if (!terminal_.interactive)
         throw unanswered;
     std::string text = question;
     std::erase(text, '\r');
     for (;;) {
-        terminal_.show(text + " [y/n] ");
+        // Translators: a question in several lines, and how to answer it.
+        terminal_.show(localized("%s [y/n] ", text));
         const auto answer = terminal_.readLine();
         if (!answer)
             throw unanswered;
-        if (*answer == "y" || *answer == "yes")
+        if (isYes(*answer))
             return true;
-        if (*answer == "n" || *answer == "no")
+        if (isNo(*answer))
             return false;
     }
 }

@@ -2,6 +2,7 @@
 #include "driver/cli/recipient_input.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 namespace quelm {
 
@@ -9,7 +10,7 @@ RecipientInput recipientFromOption(const std::string& value)
 {
     const auto split = value.rfind('=');
     if (split == std::string::npos || split == 0 || split + 1 == value.size())
-        throw UsageError("--to \"" + value + "\": write NAME=NUMBER, such as --to \"Ann=555-1234\"");
+        throw UsageError(localized("--to \"%s\": write NAME=NUMBER, such as --to \"Ann=555-1234\"", value));
     RecipientInput recipient;
     recipient.origin = "--to " + value;
     recipient.name = value.substr(0, split);

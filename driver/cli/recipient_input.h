@@ -2,6 +2,8 @@
 #ifndef DRIVER_CLI_RECIPIENT_INPUT_H
 #define DRIVER_CLI_RECIPIENT_INPUT_H
 
+#include "driver/core/translation.h"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -21,23 +23,24 @@ struct RecipientInput {
 };
 
 /// One field of a recipient: its column in a CSV file, its member, the text field of the
-/// recipient dialog that takes it, and its name in messages.
+/// recipient dialog that takes it, and its name in messages, to be translated.
 struct RecipientField {
     std::string_view column;
     std::string RecipientInput::*text;
     const char* widget;
-    std::string_view label;
+    const char* label;
     bool required;
 };
 
 /// All fields, in the order of the dialog.
 inline constexpr std::array<RecipientField, 6> recipientFields{{
-    {"name", &RecipientInput::name, "RecipientName", "name", true},
-    {"number", &RecipientInput::number, "RecipientNumber", "fax number", true},
-    {"organization", &RecipientInput::organization, "RecipientOrganization", "organization", false},
-    {"phone", &RecipientInput::phone, "RecipientTelNumber", "phone number", false},
-    {"email", &RecipientInput::email, "RecipientEmailAddr", "e-mail address", false},
-    {"mailbox", &RecipientInput::mailbox, "RecipientMailbox", "mailbox", false},
+    {"name", &RecipientInput::name, "RecipientName", forTranslation("the name"), true},
+    {"number", &RecipientInput::number, "RecipientNumber", forTranslation("the fax number"), true},
+    {"organization", &RecipientInput::organization, "RecipientOrganization",
+     forTranslation("the organization"), false},
+    {"phone", &RecipientInput::phone, "RecipientTelNumber", forTranslation("the phone number"), false},
+    {"email", &RecipientInput::email, "RecipientEmailAddr", forTranslation("the e-mail address"), false},
+    {"mailbox", &RecipientInput::mailbox, "RecipientMailbox", forTranslation("the mailbox"), false},
 }};
 
 /// The recipient of `--to NAME=NUMBER`, split at the last "=" since a number holds none. Throws

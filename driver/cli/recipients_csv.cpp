@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/csv_rows.h"
 
 #include <algorithm>
@@ -30,36 +31,33 @@ std::vector<const RecipientField*> readHeader(const CsvRow& header, const std::s
         const auto field =
             std::ranges::find_if(recipientFields, [&](const auto& known) { return known.column == name; });
         if (field == recipientFields.end())
-            throw refuse("unknown column \"" + name + "\"; the columns are " + knownColumns());
+            throw refuse(localized("unknown column \"%s\"; the columns are %s", name, knownColumns()));
         if (std::ranges::find(columns, &*field) != columns.end())
-            throw refuse("the column " + name + " stands twice");
+            throw refuse(localized("the column %s stands twice", name));
         columns.push_back(&*field);
     }
     for (const auto& field : recipientFields)
         if (field.required && std::ranges::find(columns, &field) == columns.end())
-            throw refuse("the column " + std::string(field.column) +
-                         " is missing; the first line names the columns");
+            throw refuse(
+                localized("the column %s is missing; the first line names the columns", field.column));
     return columns;
 }
 
 RecipientInput readRow(const CsvRow& row, const std::vector<const RecipientField*>& columns,
                        const std::string& origin)
 {
-    const std::string where = origin + ": ";
+    const auto refuse = [&origin](const std::string& problem) { return Error(origin + ": " + problem); };
     if (row.fields.size() != columns.size())
-        throw Error(where + "has " + std::to_string(row.fields.size()) +
-                    " fields where the first line names " + std::to_string(columns.size()));
+        throw refuse(
+            localized("has %d fields where the first line names %d", row.fields.size(), columns.size()));
     RecipientInput recipient;
     recipient.origin = origin;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const auto& field = *columns[i];
-        const auto refuse = [&](const char* problem) {
-            return Error(where + "the " + std::string(field.label) + problem);
-        };
         if (row.fields[i].empty() && field.required)
-            throw refuse(" is missing");
+            throw refuse(localized("%s is missing", translated(field.label)));
         if (hasControlCharacter(row.fields[i]))
-            throw refuse(" holds a line break or control character");
+            throw refuse(localized("%s holds a line break or control character", translated(field.label)));
         recipient.*field.text = row.fields[i];
     }
     return recipient;
@@ -76,10 +74,10 @@ std::vector<RecipientInput> parseRecipientsCsv(const std::string& text, const st
             throw Error(origin(row) + ": " + row.problem);
     }
     if (rows.empty())
-        throw Error(name + ":1: the first line must name the columns, such as name,number");
+        throw Error(name + ":1: " + localized("the first line must name the columns, such as name,number"));
     const auto columns = readHeader(rows.front(), origin(rows.front()) + ": ");
     if (rows.size() == 1)
-        throw Error(name + ":" + std::to_string(rows.front().line) + ": no recipient follows the first line");
+        throw Error(origin(rows.front()) + ": " + localized("no recipient follows the first line"));
     std::vector<RecipientInput> recipients;
     recipients.reserve(rows.size() - 1);
     for (auto row = rows.begin() + 1; row != rows.end(); ++row)

@@ -60,4 +60,14 @@ std::string questionAnswer(const QuestionView& question)
     return "question " + inQuotes(question.text) + "\n";
 }
 
+std::string deviceAnswer(const NetworkAddress& device)
+{
+    return "handed device " + inQuotes(toText(device)) + "\n";
+}
+
+std::string queueAnswer(std::string_view queue, int job)
+{
+    return "handed queue " + inQuotes(queue) + " job " + std::to_string(job) + "\n";
+}
+
 } // namespace quelm

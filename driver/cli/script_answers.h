@@ -3,6 +3,7 @@
 #define DRIVER_CLI_SCRIPT_ANSWERS_H
 
 #include "driver/core/driver.h"
+#include "driver/core/network_address.h"
 
 #include <string>
 #include <string_view>
@@ -21,6 +22,12 @@ std::string windowsAnswer(const std::vector<WidgetView>& windows);
 
 /// question "TEXT", one line.
 std::string questionAnswer(const QuestionView& question);
+
+/// handed device "HOST:PORT", one line.
+std::string deviceAnswer(const NetworkAddress& device);
+
+/// handed queue "NAME" job NUMBER, one line.
+std::string queueAnswer(std::string_view queue, int job);
 
 } // namespace quelm
 

@@ -5,6 +5,7 @@
 #include "driver/cli/script_runner.h"
 #include "driver/core/error.h"
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/file_handle.h"
 
 #include <unistd.h>
@@ -27,6 +28,7 @@ void runScriptCommand(const CommandLine& line)
     const auto setup = setUpDriver(line);
     Driver driver(setup.driver);
     ScriptRunner runner(driver, setup.pdl);
+    const auto output = localized("standard output");
     for (const auto& step : steps) {
         std::string answer;
         try {
@@ -34,7 +36,7 @@ void runScriptCommand(const CommandLine& line)
         } catch (const Error& error) {
             throw Error(name + ":" + std::to_string(step.line) + ": " + error.what());
         }
-        writeAll(STDOUT_FILENO, answer, "standard output");
+        writeAll(STDOUT_FILENO, answer, output);
     }
 }
 

@@ -3,7 +3,9 @@
 
 #include "driver/core/error.h"
 #include "driver/core/log.h"
+#include "driver/core/network_address.h"
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <array>
@@ -35,7 +37,8 @@ constexpr std::array<Command, 12> commands{{
     {"show", ScriptVerb::show, "show \"WIDGET\"", 1, 1},
     {"rows", ScriptVerb::rows, "rows \"LIST\"", 1, 1},
     {"windows", ScriptVerb::windows, "windows", 0, 0},
-    {"fax", ScriptVerb::fax, "fax DOCUMENT OUTPUT", 2, 2},
+    {"fax", ScriptVerb::fax, "fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS or fax DOCUMENT queue NAME", 2,
+     3},
 }};
 
 int hexDigit(char digit)
@@ -70,7 +73,7 @@ private:
     {
         const auto size = std::min(rest_.find_first_of(" \t\""), rest_.size());
         if (size < rest_.size() && rest_[size] == '"')
-            throw Error("a quotation mark stands amid a word");
+            throw Error(localized("a quotation mark stands amid a word"));
         std::string word(rest_.substr(0, size));
         rest_.remove_prefix(size);
         return word;
@@ -82,12 +85,12 @@ private:
         for (rest_.remove_prefix(1); !rest_.empty() && rest_.front() != '"';)
             word += rest_.front() == '\\' ? escape() : plain();
         if (rest_.empty())
-            throw Error("a quotation mark is not closed");
+            throw Error(localized("a quotation mark is not closed"));
         rest_.remove_prefix(1);
         if (!rest_.empty() && !isBlank(rest_.front()) && rest_.front() != '#')
-            throw Error("a word follows a quotation mark without a blank");
+            throw Error(localized("a word follows a quotation mark without a blank"));
         if (!isUtf8(word))
-            throw Error("the text in quotation marks is not UTF-8");
+            throw Error(localized("the text in quotation marks is not UTF-8"));
         return word;
     }
 
@@ -115,7 +118,7 @@ private:
         case 'x':
             return byte();
         default:
-            throw Error("unknown escape; after a backslash stands \", \\, n, r, t or xNN");
+            throw Error(localized("unknown escape; after a backslash stands \", \\, n, r, t or xNN"));
         }
     }
 
@@ -124,9 +127,9 @@ private:
         const int high = rest_.size() > 1 ? hexDigit(rest_[0]) : -1;
         const int low = rest_.size() > 1 ? hexDigit(rest_[1]) : -1;
         if (high < 0 || low < 0)
-            throw Error("after \\x stand two hexadecimal digits");
+            throw Error(localized("after \\x stand two hexadecimal digits"));
         if (high == 0 && low == 0)
-            throw Error("\\x00 cannot stand in a text");
+            throw Error(localized("\\x00 cannot stand in a text"));
         rest_.remove_prefix(2);
         return static_cast<char>(high * 16 + low);
     }
@@ -140,15 +143,28 @@ int number(const std::string& word)
     const auto* end = word.data() + word.size();
     const auto result = std::from_chars(word.data(), end, value);
     if (result.ec != std::errc() || result.ptr != end || value < 0)
-        throw Error("\"" + oneLine(word) + "\" is no row or index; they count from 0");
+        throw Error(localized("\"%s\" is no row or index; they count from 0", oneLine(word)));
     return value;
 }
 
 bool either(const std::string& word, std::string_view yes, std::string_view no)
 {
     if (word != yes && word != no)
-        throw Error("\"" + oneLine(word) + "\" is neither " + std::string(yes) + " nor " + std::string(no));
+        // Translators: a word, and the two that are possible, such as on and off.
+        throw Error(localized("\"%s\" is neither %s nor %s", oneLine(word), yes, no));
     return word == yes;
+}
+
+void fillFax(ScriptStep& step, const std::vector<std::string>& words)
+{
+    step.text = words.back();
+    if (words.size() == 3) {
+        step.place = either(words[1], "device", "queue") ? ScriptPlace::device : ScriptPlace::queue;
+        if (step.place == ScriptPlace::device)
+            parseNetworkAddress(step.text); // refused before anything is done
+    } else if (step.text == "-") {
+        throw Error(localized("a script's answers stand on standard output; name a file for the job"));
+    }
 }
 
 void fill(ScriptStep& step, const std::vector<std::string>& words)
@@ -157,8 +173,10 @@ void fill(ScriptStep& step, const std::vector<std::string>& words)
         step.target = words[0];
     switch (step.verb) {
     case ScriptVerb::type:
-    case ScriptVerb::fax:
         step.text = words[1];
+        break;
+    case ScriptVerb::fax:
+        fillFax(step, words);
         break;
     case ScriptVerb::tick:
         step.on = either(words[1], "on", "off");
@@ -173,28 +191,27 @@ void fill(ScriptStep& step, const std::vector<std::string>& words)
     default:
         break;
     }
-    if (step.verb == ScriptVerb::fax && step.text == "-")
-        throw Error("a script's answers stand on standard output; name a file for the job");
 }
 
 std::optional<ScriptStep> parseLine(std::string_view line)
 {
     if (line.find('\0') != std::string_view::npos)
-        throw Error("holds a NUL byte");
+        throw Error(localized("holds a NUL byte"));
     if (!isUtf8(line))
-        throw Error("is not UTF-8");
+        throw Error(localized("is not UTF-8"));
     Words words(line);
     const auto word = words.next();
     if (!word)
         return std::nullopt;
     const auto command = std::ranges::find(commands, std::string_view(*word), &Command::word);
     if (command == commands.end())
-        throw Error("unknown command \"" + oneLine(*word) + "\"");
+        throw Error(localized("unknown command \"%s\"", oneLine(*word)));
     std::vector<std::string> rest;
     while (auto next = words.next())
         rest.push_back(*std::move(next));
     if (rest.size() < command->least || rest.size() > command->most)
-        throw Error("write: " + std::string(command->usage));
+        // Translators: %s is how a command is written.
+        throw Error(localized("write: %s", command->usage));
     ScriptStep step;
     step.verb = command->verb;
     fill(step, rest);

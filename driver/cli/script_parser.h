@@ -21,15 +21,19 @@ enum class ScriptVerb {
     show,    ///< show "W"
     rows,    ///< rows "LIST"
     windows, ///< windows
-    fax,     ///< fax DOCUMENT OUTPUT
+    fax,     ///< fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS, fax DOCUMENT queue NAME
 };
+
+/// What takes the job of `fax`.
+enum class ScriptPlace { file, device, queue };
 
 /// One line of a script. Which members hold something follows from the verb.
 struct ScriptStep {
     std::size_t line = 0; ///< counted from 1
     ScriptVerb verb = ScriptVerb::windows;
-    std::string target;       ///< the widget, list, window, function or document
-    std::string text;         ///< the text to type, or the output of `fax`
+    std::string target; ///< the widget, list, window, function or document
+    std::string text;   ///< the text to type, or the file, address or queue of `fax`
+    ScriptPlace place = ScriptPlace::file;
     bool on = false;          ///< `on` or `yes`
     std::vector<int> numbers; ///< the index of `choose`, the rows of `select`
 };

@@ -5,6 +5,7 @@
 #include "driver/cli/write_document.h"
 #include "driver/core/driver.h"
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <iterator>
@@ -29,11 +30,12 @@ std::string ScriptRunner::run(const ScriptStep& step)
         break;
     }
     const int failedBefore = driver_.failedCallbacks();
+    receipt_.clear();
     act(step);
     if (driver_.failedCallbacks() != failedBefore)
-        throw Error("the component failed in its callback; see the line ahead of this one");
+        throw Error(localized("the component failed in its callback; see the line ahead of this one"));
     const auto question = driver_.pendingQuestion();
-    return "ok\n" + (question ? questionAnswer(*question) : std::string());
+    return "ok\n" + receipt_ + (question ? questionAnswer(*question) : std::string());
 }
 
 void ScriptRunner::act(const ScriptStep& step)
@@ -56,12 +58,28 @@ void ScriptRunner::act(const ScriptStep& step)
     case ScriptVerb::call:
         return driver_.call(step.target);
     case ScriptVerb::fax:
-        return writeDocument(driver_.faxSession(), pdl_, openDocument(step.target), step.text);
+        return fax(step);
     case ScriptVerb::show:
     case ScriptVerb::rows:
     case ScriptVerb::windows:
         break; // `run` answers these.
     }
+}
+
+void ScriptRunner::fax(const ScriptStep& step)
+{
+    JobTarget target = FileTarget{step.text};
+    if (step.place == ScriptPlace::device)
+        target = parseNetworkAddress(step.text);
+    else if (step.place == ScriptPlace::queue)
+        target = QueueTarget{step.text};
+    const auto tell = [&](const Receipt& receipt) {
+        if (const auto* device = std::get_if<NetworkAddress>(&target))
+            receipt_ = deviceAnswer(*device);
+        else if (step.place == ScriptPlace::queue)
+            receipt_ = queueAnswer(step.text, receipt.job);
+    };
+    writeDocument(driver_.faxSession(), pdl_, openDocument(step.target), target, driver_.user(), tell);
 }
 
 } // namespace quelm

@@ -19,14 +19,16 @@ public:
     ScriptRunner(Driver& driver, Pdl pdl) : driver_(driver), pdl_(pdl) {}
 
     /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
-    /// question waits, an action's answer ends with it.
+    /// question waits, an action's answer ends with it; a job that went to a device or queue is told ahead.
     std::string run(const ScriptStep& step);
 
 private:
     void act(const ScriptStep& step);
+    void fax(const ScriptStep& step);
 
     Driver& driver_;
     Pdl pdl_;
+    std::string receipt_; ///< what the last step answers beside "ok"
 };
 
 } // namespace quelm

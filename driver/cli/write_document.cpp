@@ -1,13 +1,52 @@
-// From a filled job and a document to the output.
+// From a filled job and a document to the place that takes it.
 #include "driver/cli/write_document.h"
 
 #include "driver/core/clock.h"
+#include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
+#include "driver/core/translation.h"
+#include "driver/jobs/cups_destination.h"
 #include "driver/jobs/job_writer.h"
-#include "driver/jobs/output.h"
+#include "driver/jobs/tcp_destination.h"
+#include "driver/phonebook/interruption.h"
+
+#include <iostream>
+#include <memory>
 
 namespace quelm {
+namespace {
+
+std::unique_ptr<JobDestination> open(const JobTarget& target, const Document& document,
+                                     const std::string& user)
+{
+    if (const auto* device = std::get_if<NetworkAddress>(&target))
+        return openDevice(*device);
+    if (const auto* queue = std::get_if<QueueTarget>(&target))
+        return openQueue({queue->name, document.name(), user});
+    return openOutput(std::get<FileTarget>(target).path, document);
+}
+
+/// A job that is cut off on its way can do harm at the device. So a signal is no sudden end here.
+Receipt send(JobDestination& destination)
+{
+    ProgressLine progress(localized("Sending the job"));
+    Transfer transfer;
+    transfer.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
+    transfer.cancelled = &Interruption::requested;
+    try {
+        return destination.deliver(transfer);
+    } catch (const Error& error) {
+        // The signal that comes next leaves nobody who could tell.
+        if (Interruption::requested()) {
+            progress.wipe();
+            std::cerr << "quelm-driver: " << oneLine(error.what()) << std::endl;
+        }
+        throw;
+    }
+}
+
+} // namespace
 
 Document openDocument(const std::string& path)
 {
@@ -17,16 +56,22 @@ Document openDocument(const std::string& path)
     return document;
 }
 
-void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const std::string& output)
+void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
+                   const std::string& user, const std::function<void(const Receipt&)>& tell)
 {
-    ProgressLine progress("Writing the job");
-    JobFacts facts;
-    facts.creator = "quelm-driver " QUELM_DRIVER_VERSION;
-    facts.now = localTime();
-    facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
-    const auto destination = openOutput(output, document);
-    writeFaxJob(session, document, pdl, destination->sink(), facts);
-    destination->deliver();
+    const auto destination = open(target, document, user);
+    {
+        ProgressLine progress(localized("Writing the job"));
+        JobFacts facts;
+        facts.creator = "quelm-driver " QUELM_DRIVER_VERSION;
+        facts.now = localTime();
+        facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
+        writeFaxJob(session, document, pdl, destination->sink(), facts);
+    }
+    if (std::holds_alternative<FileTarget>(target))
+        return tell(destination->deliver());
+    const Interruption interruption;
+    tell(send(*destination));
 }
 
 } // namespace quelm

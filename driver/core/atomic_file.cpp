@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 namespace quelm {
 
@@ -81,18 +82,18 @@ std::string reasonText(int error)
     switch (error) {
     case ENOSPC:
     case EDQUOT:
-        return "the disk is full; make room and try again";
+        return localized("the disk is full; make room and try again");
     case EFBIG:
-        return "the file would exceed the size limit; raise the limit or write a smaller file";
+        return localized("the file would exceed the size limit; raise the limit or write a smaller file");
     case EACCES:
     case EPERM:
-        return "permission denied; choose a place where you may write";
+        return localized("permission denied; choose a place where you may write");
     case EROFS:
-        return "the file system is read-only; choose another place";
+        return localized("the file system is read-only; choose another place");
     case ENAMETOOLONG:
-        return "the name is too long; choose a shorter one";
+        return localized("the name is too long; choose a shorter one");
     case ELOOP:
-        return "its symbolic links lead nowhere; choose another name";
+        return localized("its symbolic links lead nowhere; choose another name");
     default:
         return std::strerror(error);
     }
@@ -172,16 +173,17 @@ struct AtomicFile::State {
 
     [[noreturn]] void fail(const std::string& reason) const
     {
-        throw Error("\"" + path + "\" cannot be written: " + reason);
+        throw Error(localized("\"%s\" cannot be written: %s", path, reason));
     }
 
     /// For an `error` met while reaching or opening the target.
     [[noreturn]] void failOpening(int error) const
     {
         if (error == ENOENT)
-            fail("the folder \"" + folderPath + "\" does not exist; create it or choose another place");
+            fail(
+                localized("the folder \"%s\" does not exist; create it or choose another place", folderPath));
         if (error == ENOTDIR)
-            fail("\"" + folderPath + "\" is no folder; choose another place");
+            fail(localized("\"%s\" is no folder; choose another place", folderPath));
         fail(reasonText(error));
     }
 
@@ -286,7 +288,7 @@ AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>(
     handleSignals();
     state->path = path;
     if (path.empty())
-        state->fail("the file name is empty; name a file");
+        state->fail(localized("the file name is empty; name a file"));
     const std::string target = followLinks(path);
     if (target.empty())
         state->fail(reasonText(errno));
@@ -295,7 +297,7 @@ AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>(
     struct stat present {};
     const bool exists = stat(target.c_str(), &present) == 0;
     if ((exists && S_ISDIR(present.st_mode)) || state->name.empty())
-        state->fail("that is a folder; name a file");
+        state->fail(localized("that is a folder; name a file"));
     if (exists && !S_ISREG(present.st_mode)) {
         state->openDirectly();
         return;
@@ -313,7 +315,7 @@ void AtomicFile::write(std::string_view bytes)
 {
     constexpr std::size_t mostBuffered = std::size_t{1} << 16U;
     if (state->file < 0)
-        state->fail("it was committed already");
+        state->fail(localized("it was committed already"));
     if (state->buffer.size() + bytes.size() > mostBuffered)
         state->flush();
     if (bytes.size() > mostBuffered)

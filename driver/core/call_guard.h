@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace quelm {
 
@@ -17,8 +18,14 @@ public:
     /// How many calls ended in an exception.
     int failures() const { return failureCount; }
 
+    /// `action` runs ahead of each call from now on, but not ahead of calls within a call: once for
+    /// each thing that a user does. An empty one is none.
+    void setBeforeCall(std::function<void()> action) { beforeCall = std::move(action); }
+
 private:
     int failureCount = 0;
+    int depth = 0;
+    std::function<void()> beforeCall;
 };
 
 } // namespace quelm

@@ -31,6 +31,7 @@ bool Callbacks::fire(Widget& widget)
     if (*name == helpCallback) {
         const std::string* given = widget.attribute("HelpTopic");
         topic = given == nullptr ? std::string() : *given;
+        askedAt = &widget;
         if (showHelp) {
             showHelp(topic);
         }

@@ -34,10 +34,14 @@ public:
     /// Shows help on a topic when a help button is pressed; for front ends.
     void setHelp(std::function<void(const std::string& topic)> show) { showHelp = std::move(show); }
 
+    /// The help button pressed last, which tells where help was asked for; null before that.
+    const Widget* helpButton() const { return askedAt; }
+
 private:
     HostState& state;
     const ComponentLibrary& component;
     std::string topic;
+    const Widget* askedAt = nullptr; // the tree keeps the widgets of dialogs until the driver ends
     std::function<void(const std::string&)> showHelp;
 };
 

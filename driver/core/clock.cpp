@@ -5,6 +5,7 @@
 #include <string>
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 namespace quelm {
 
@@ -45,25 +46,29 @@ int daysIn(int month, int year)
 std::string fieldProblem(int year, int month, int day, int hour, int minute)
 {
     if (year < 1970)
-        return "the year must lie between 1970 and 9999";
+        return localized("the year must lie between 1970 and 9999");
     if (month < 1 || month > 12)
-        return "the month must lie between 01 and 12";
+        return localized("the month must lie between 01 and 12");
     if (day < 1 || day > daysIn(month, year))
-        return "that month has the days 01 to " + std::to_string(daysIn(month, year));
+        return localized("that month has the days 01 to %d", daysIn(month, year));
     if (hour > 23)
-        return "the hour must lie between 00 and 23";
+        return localized("the hour must lie between 00 and 23");
     if (minute > 59)
-        return "the minute must lie between 00 and 59";
+        return localized("the minute must lie between 00 and 59");
     return "";
+}
+
+UsageError noTime(std::string_view text, const std::string& problem)
+{
+    return UsageError(localized("\"%s\" is no time: %s", text, problem));
 }
 
 } // namespace
 
 std::tm parseLocalTime(std::string_view text)
 {
-    const std::string quoted = "\"" + std::string(text) + "\" is no time: ";
     if (!hasForm(text, "0000-00-00T00:00"))
-        throw UsageError(quoted + "write it as YYYY-MM-DDTHH:MM, such as 2026-03-09T14:05");
+        throw noTime(text, localized("write it as YYYY-MM-DDTHH:MM, such as 2026-03-09T14:05"));
     std::tm time{};
     const int year = numberAt(text, 0, 4);
     const int month = numberAt(text, 5, 2);
@@ -72,7 +77,7 @@ std::tm parseLocalTime(std::string_view text)
     time.tm_min = numberAt(text, 14, 2);
     const std::string problem = fieldProblem(year, month, time.tm_mday, time.tm_hour, time.tm_min);
     if (!problem.empty())
-        throw UsageError(quoted + problem);
+        throw noTime(text, problem);
     time.tm_year = year - 1900;
     time.tm_mon = month - 1;
     time.tm_isdst = -1;

@@ -4,6 +4,7 @@
 #include "driver/core/call_guard.h"
 #include "driver/core/component_library.h"
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "host/fax_session.h"
 
 #include <string>
@@ -17,8 +18,8 @@ Function member(const ComponentLibrary& library, const char* linkerName)
 {
     void* found = library.symbol(linkerName);
     if (found == nullptr) {
-        throw Error(library.path() + " is not a fax component: it lacks the function " + linkerName +
-                    " of the fax job");
+        throw Error(localized("%s is not a fax component: it lacks the function %s of the fax job",
+                              library.path(), linkerName));
     }
     return reinterpret_cast<Function>(found);
 }
@@ -39,7 +40,7 @@ ComponentFaxSession::ComponentFaxSession(const ComponentLibrary& library, CallGu
           member<Serialize>(library, "_ZN11Tarvik40Fax22serializeFaxCoverSheetEP17AbstractPDLWriter"))
 {
     if (job() == nullptr) {
-        throw Error(library.path() + " has made no fax job; it was not started");
+        throw Error(localized("%s has made no fax job; it was not started", library.path()));
     }
 }
 

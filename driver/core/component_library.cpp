@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/shared_object.h"
+#include "driver/core/translation.h"
 #include "host/component.h"
 
 #include <algorithm>
@@ -20,18 +21,18 @@ constexpr std::array<const char*, 7> descriptorObjects{
 
 Error cannotLoad(const std::string& file, const std::string& reason)
 {
-    return Error("the component " + file + " cannot be loaded: " + reason);
+    return Error(localized("the component %s cannot be loaded: %s", file, reason));
 }
 
 Error notAComponent(const std::string& file, const std::string& reason)
 {
-    return Error(file + " is not a fax component: " + reason);
+    return Error(localized("%s is not a fax component: %s", file, reason));
 }
 
 std::string loaderMessage(const std::string& file)
 {
     const char* message = ::dlerror();
-    std::string reason = message == nullptr ? "unknown reason" : message;
+    std::string reason = message == nullptr ? localized("unknown reason") : message;
     const std::string prefix = file + ": ";
     return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
 }
@@ -88,14 +89,14 @@ void ComponentLibrary::checkDescriptors() const
 {
     for (const char* name : descriptorObjects) {
         if (symbol(name) == nullptr) {
-            throw notAComponent(file, std::string("it lacks the descriptor object ") + name);
+            throw notAComponent(file, localized("it lacks the descriptor object %s", name));
         }
         if (text(name) == nullptr) {
-            throw notAComponent(file, std::string("its descriptor object ") + name + " is empty");
+            throw notAComponent(file, localized("its descriptor object %s is empty", name));
         }
     }
     if (symbol(host::entryPointSymbol) == nullptr) {
-        throw notAComponent(file, std::string("it lacks the entry point ") + host::entryPointSymbol);
+        throw notAComponent(file, localized("it lacks the entry point %s", host::entryPointSymbol));
     }
 }
 
@@ -103,15 +104,15 @@ void ComponentLibrary::readExportList()
 {
     const std::string_view list = text(host::exportListSymbol);
     if (list.size() < 2 || list.front() != ',' || list.back() != ',') {
-        throw notAComponent(file, std::string("its export list ") + host::exportListSymbol +
-                                      " does not begin and end with a comma");
+        throw notAComponent(file, localized("its export list %s does not begin and end with a comma",
+                                            host::exportListSymbol));
     }
     for (std::size_t start = 1; start < list.size();) {
         const std::size_t end = list.find(',', start);
         exports.emplace_back(list.substr(start, end - start));
         if (symbol(exports.back().c_str()) == nullptr) {
-            throw notAComponent(file,
-                                "it lacks the entry point " + exports.back() + " that its export list names");
+            throw notAComponent(
+                file, localized("it lacks the entry point %s that its export list names", exports.back()));
         }
         start = end + 1;
     }

@@ -1,7 +1,7 @@
 // Reads the driver's configuration file with GLib's key file parser.
 #include "driver/core/configuration.h"
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -14,60 +14,20 @@
 
 #include <glib.h>
 
+#include "driver/core/configuration_keys.h"
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 namespace quelm {
 
 namespace {
 
+/// `problem` ends the sentence: "has ...", "cannot be read ...".
 [[noreturn]] void fail(const std::string& file, const std::string& problem)
 {
-    throw Error("The configuration file \"" + file + "\" " + problem);
+    // Translators: %s is the file's name, and what is wrong with it: "has no value at ...".
+    throw Error(localized("The configuration file \"%s\" %s", file, problem));
 }
-
-/// One key that the driver knows, and what taking its value does. `take` answers with what is
-/// wrong with the value, or with an empty text.
-struct Key {
-    std::string_view group;
-    std::string_view name;
-    std::string (*take)(Configuration&, const std::string& value);
-};
-
-/// A relative path counts from the folder of the configuration file.
-std::string fromFileFolder(const Configuration& configuration, const std::string& value)
-{
-    if (value.front() == '/')
-        return value;
-    const std::size_t slash = configuration.file.rfind('/');
-    return slash == std::string::npos ? value : configuration.file.substr(0, slash + 1) + value;
-}
-
-constexpr std::array<Key, 4> knownKeys{{
-    {"driver", "home",
-     [](Configuration& configuration, const std::string& value) -> std::string {
-         configuration.home = fromFileFolder(configuration, value);
-         return "";
-     }},
-    {"driver", "user",
-     [](Configuration& configuration, const std::string& value) -> std::string {
-         if (value.find('/') != std::string::npos)
-             return "a user name without \"/\"";
-         configuration.user = value;
-         return "";
-     }},
-    {"driver", "component",
-     [](Configuration& configuration, const std::string& value) -> std::string {
-         configuration.component = fromFileFolder(configuration, value);
-         return "";
-     }},
-    {"job", "pdl",
-     [](Configuration& configuration, const std::string& value) -> std::string {
-         if (value != "dsc" && value != "pjl")
-             return "dsc or pjl";
-         configuration.pdl = value == "dsc" ? Pdl::dsc : Pdl::pjl;
-         return "";
-     }},
-}};
 
 struct Freer {
     void operator()(GKeyFile* file) const { g_key_file_free(file); }
@@ -91,33 +51,67 @@ std::string oneLine(const GError& error)
     return text;
 }
 
+/// A file as it was read, and whose it is.
+struct Content {
+    std::string text;
+    struct stat status {};
+};
+
+/// Closes the file that it is handed.
+class Opened {
+public:
+    explicit Opened(int file) : descriptor(file) {}
+    ~Opened()
+    {
+        if (descriptor >= 0)
+            close(descriptor);
+    }
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
+
+    int get() const { return descriptor; }
+
+private:
+    int descriptor;
+};
+
 /// The whole file; bounded, so that a device named by mistake does not fill the memory.
-std::string contentOf(const std::string& path)
+Content contentOf(const std::string& path)
 {
     constexpr std::size_t mostBytes = std::size_t{1} << 20U;
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0)
-        fail(path, std::string("cannot be read: ") + std::strerror(errno) + "; check the name given");
-    if (S_ISDIR(status.st_mode))
-        fail(path, "is a folder; name a file");
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        fail(path, std::string("cannot be read: ") + std::strerror(errno) + "; check its permissions");
-    std::string content(mostBytes + 1, '\0');
+    // A pipe that nobody writes to must not hold us up.
+    const Opened file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    Content content;
+    if (file.get() < 0 && errno == EACCES)
+        fail(path, localized("cannot be read: %s; check its permissions", std::strerror(errno)));
+    // What is looked at is what was opened, whatever the name stands for by now.
+    if (file.get() < 0 || fstat(file.get(), &content.status) != 0)
+        fail(path, localized("cannot be read: %s; check the name given", std::strerror(errno)));
+    if (S_ISDIR(content.status.st_mode))
+        fail(path, localized("is a folder; name a file"));
+    content.text.resize(mostBytes + 1);
     std::size_t size = 0;
     ssize_t got = 1;
-    while (size < content.size() && got > 0) {
-        got = read(file, content.data() + size, content.size() - size);
+    while (size < content.text.size() && got > 0) {
+        got = read(file.get(), content.text.data() + size, content.text.size() - size);
         size += got > 0 ? static_cast<std::size_t>(got) : 0;
     }
-    const int error = errno;
-    close(file);
     if (got < 0)
-        fail(path, std::string("cannot be read: ") + std::strerror(error));
+        fail(path, localized("cannot be read: %s", std::strerror(errno)));
     if (size > mostBytes)
-        fail(path, "is larger than 1 MiB and no configuration file; name another file");
-    content.resize(size);
+        fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
+    content.text.resize(size);
     return content;
+}
+
+/// A secret that others can read, or a stranger wrote, is none.
+void requirePrivate(const std::string& path, const struct stat& status)
+{
+    constexpr mode_t anybodyElse = S_IRWXG | S_IRWXO;
+    if ((status.st_mode & anybodyElse) != 0)
+        fail(path, localized("holds a secret, and others have access to it; run chmod 600 %s", path));
+    if (status.st_uid != geteuid() && status.st_uid != 0)
+        fail(path, localized("holds a secret, and belongs to another user; copy it to a file of your own"));
 }
 
 KeyFile parse(const std::string& path, const std::string& content)
@@ -128,7 +122,7 @@ KeyFile parse(const std::string& path, const std::string& content)
         std::size_t line = 1;
         for (const char character : valid)
             line += character == '\n' ? 1 : 0;
-        fail(path, "is no UTF-8 text in line " + std::to_string(line) + "; save it as UTF-8");
+        fail(path, localized("is no UTF-8 text in line %d; save it as UTF-8", line));
     }
     KeyFile keyFile(g_key_file_new());
     GError* error = nullptr;
@@ -137,35 +131,31 @@ KeyFile parse(const std::string& path, const std::string& content)
         const Problem problem(error);
         // An empty file says nothing, which is fine.
         if (content.find_first_not_of(" \t\r\n") != std::string::npos)
-            fail(path, "cannot be understood: " + oneLine(*problem));
+            fail(path, localized("cannot be understood: %s", oneLine(*problem)));
     }
     return keyFile;
 }
 
-std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 /// The key of that name, or an Error that lists what is possible.
-const Key& requireKey(const std::string& path, std::string_view group, std::string_view name)
+const ConfigurationKey& requireKey(const std::string& path, std::string_view group, std::string_view name)
 {
     std::string possible;
-    for (const Key& key : knownKeys) {
+    for (const ConfigurationKey& key : configurationKeys()) {
         if (key.group != group)
             continue;
         if (key.name == name)
             return key;
         possible += (possible.empty() ? "" : ", ") + std::string(key.name);
     }
-    fail(path,
-         "has an unknown key " + quoted(name) + " in [" + std::string(group) + "]; possible are " + possible);
+    fail(path, localized("has an unknown key \"%s\" in [%s]; possible are %s", name, group, possible));
 }
 
 void requireGroup(const std::string& path, std::string_view group)
 {
-    for (const Key& key : knownKeys) {
-        if (key.group == group)
-            return;
-    }
-    fail(path, "has an unknown group [" + std::string(group) + "]; possible are [driver] and [job]");
+    if (std::ranges::find(configurationKeys(), group, &ConfigurationKey::group) == configurationKeys().end())
+        fail(path, localized("has an unknown group [%s]; possible are [driver], [job], [device] and "
+                             "[directory]",
+                             group));
 }
 
 void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* group)
@@ -174,20 +164,19 @@ void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* grou
     requireGroup(path, group);
     const Texts names(g_key_file_get_keys(keyFile, group, nullptr, nullptr));
     for (gchar** name = names.get(); name != nullptr && *name != nullptr; ++name) {
-        const Key& key = requireKey(path, group, *name);
+        const ConfigurationKey& key = requireKey(path, group, *name);
         const std::string where = "[" + std::string(group) + "] " + *name;
         GError* error = nullptr;
         const Text value(g_key_file_get_string(keyFile, group, *name, &error));
         if (error != nullptr) { // a value may have come all the same
             const Problem problem(error);
-            fail(path, "has a bad value at " + where + ": " + oneLine(*problem));
+            fail(path, localized("has a bad value at %s: %s", where, oneLine(*problem)));
         }
         if (*value == '\0')
-            fail(path, "has no value at " + where + "; write one or remove the line");
+            fail(path, localized("has no value at %s; write one or remove the line", where));
         const std::string expected = key.take(configuration, value.get());
         if (!expected.empty())
-            fail(path,
-                 "has " + quoted(value.get()) + " at " + where + ", where " + expected + " is expected");
+            fail(path, localized("has \"%s\" at %s, where %s is expected", value.get(), where, expected));
     }
 }
 
@@ -197,10 +186,15 @@ Configuration readConfiguration(const std::string& path)
 {
     Configuration configuration;
     configuration.file = path;
-    const KeyFile keyFile = parse(path, contentOf(path));
+    const Content content = contentOf(path);
+    const KeyFile keyFile = parse(path, content.text);
     const Texts groups(g_key_file_get_groups(keyFile.get(), nullptr));
     for (gchar** group = groups.get(); *group != nullptr; ++group)
         takeGroup(configuration, keyFile.get(), *group);
+    if (holdsSecret(configuration.device))
+        requirePrivate(path, content.status);
+    if (const std::string mismatch = deviceMismatch(configuration.device); !mismatch.empty())
+        fail(path, mismatch);
     return configuration;
 }
 

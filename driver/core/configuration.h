@@ -5,11 +5,13 @@
 #include <optional>
 #include <string>
 
+#include "driver/core/device_settings.h"
+#include "driver/core/directory_settings.h"
 #include "driver/core/fax_session.h"
 
 namespace quelm {
 
-/// What a configuration file says; what it leaves out is empty.
+/// What a configuration file says; what it leaves out is empty, or the default of the settings.
 ///
 ///     [driver]
 ///     home = /opt/quelm            # installation folder
@@ -19,18 +21,29 @@ namespace quelm {
 ///     [job]
 ///     pdl = dsc                    # or pjl: the form of the job attributes
 ///
-/// (A comment stands on a line of its own in a real file.) Relative paths count from the file's
-/// own folder.
+///     [device]
+///     snmp = fax.example:161       # where the device answers SNMP
+///     version = 2c                 # or 1, or 3
+///
+///     [directory]
+///     start-tls = true             # how directory servers are talked to
+///
+/// (A comment stands on a line of its own in a real file. docs/command-line.md lists all keys.)
+/// Relative paths count from the file's own folder.
 struct Configuration {
     std::string file; ///< where it came from; empty when no file was read
     std::optional<std::string> home;
     std::optional<std::string> user;
     std::optional<std::string> component;
     std::optional<Pdl> pdl;
+    DeviceSettings device; ///< with an address only when the file names one
+    DirectorySettings directory;
 };
 
 /// Reads one file (UTF-8). Throws Error that names the file and the group, key or line when it is
-/// missing, unreadable, malformed, or says something that the driver does not know.
+/// missing, unreadable, malformed, or says something that the driver does not know or that does not
+/// fit together. A file that holds a secret (a community other than "public", a passphrase) must be
+/// the process's user's own, or root's, and nobody else's to read or write.
 Configuration readConfiguration(const std::string& path);
 
 /// Reads the file named on the command line; without one the user's own

@@ -2,6 +2,7 @@
 #include "driver/core/definition.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 #include <pugixml.hpp>
 
@@ -17,13 +18,14 @@ constexpr int deepestNesting = 64;
 
 Error definitionError(const std::string& problem)
 {
-    return Error("the dialog definition cannot be used: " + problem);
+    return Error(localized("the dialog definition cannot be used: %s", problem));
 }
 
 std::string describe(const pugi::xml_node& element)
 {
     const std::string name = element.attribute("Name").value();
-    return std::string("element ") + element.name() + (name.empty() ? "" : " \"" + name + "\"");
+    return name.empty() ? localized("element %s", element.name())
+                        : localized("element %s \"%s\"", element.name(), name);
 }
 
 Widget::Attributes attributesOf(const pugi::xml_node& element)
@@ -45,15 +47,16 @@ public:
     std::unique_ptr<Widget> widget(const pugi::xml_node& element, Widget* parent, int depth) const
     {
         if (depth > deepestNesting) {
-            throw definitionError(describe(element) + " is nested too deeply");
+            throw definitionError(localized("%s is nested too deeply", describe(element)));
         }
         const std::optional<WidgetKind> kind = kindOfElement(element.name());
         if (!kind) {
-            throw definitionError(describe(element) + " is of no kind that the driver knows");
+            throw definitionError(localized("%s is of no kind that the driver knows", describe(element)));
         }
         if ((*kind == WidgetKind::dialogWindow) != (parent == nullptr)) {
-            throw definitionError(describe(element) + (parent == nullptr ? " stands outside a DialogWindow"
-                                                                         : " stands inside another widget"));
+            throw definitionError(parent == nullptr
+                                      ? localized("%s stands outside a DialogWindow", describe(element))
+                                      : localized("%s stands inside another widget", describe(element)));
         }
         auto built = std::make_unique<Widget>(tree, *kind, element.attribute("Name").value(),
                                               attributesOf(element), parent);
@@ -75,16 +78,15 @@ std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetTree& tree, std::
     const pugi::xml_parse_result result =
         document.load_buffer(definition.data(), definition.size(), pugi::parse_default, pugi::encoding_utf8);
     if (!result) {
-        throw definitionError(std::string(result.description()) + " at byte " +
-                              std::to_string(result.offset));
+        // Translators: %s says what is wrong with the XML text.
+        throw definitionError(localized("%s at byte %d", result.description(), result.offset));
     }
     const pugi::xml_node root = document.document_element();
     if (std::strcmp(root.name(), "XmlGuiDefinition") != 0) {
-        throw definitionError(std::string("its root element is \"") + root.name() +
-                              "\", not \"XmlGuiDefinition\"");
+        throw definitionError(localized("its root element is \"%s\", not \"XmlGuiDefinition\"", root.name()));
     }
     if (root.next_sibling()) {
-        throw definitionError("something stands behind its root element");
+        throw definitionError(localized("something stands behind its root element"));
     }
     std::vector<std::unique_ptr<Widget>> windows;
     const DefinitionReader reader(tree);

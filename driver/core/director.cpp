@@ -4,6 +4,7 @@
 #include "driver/core/error.h"
 #include "driver/core/host_state.h"
 #include "driver/core/log.h"
+#include "driver/core/translation.h"
 
 #include <vector>
 
@@ -30,7 +31,7 @@ bool ComponentDirector::parseXMLBuffer(char* text)
         }
         try {
             if (g_utf8_validate(text, -1, nullptr) == FALSE) {
-                throw quelm::Error("the dialog definition cannot be used: it is not UTF-8");
+                throw quelm::Error(quelm::localized("the dialog definition cannot be used: it is not UTF-8"));
             }
             if (state->tree.build(text)) {
                 state->features.setAllDefaults();

@@ -60,7 +60,7 @@ struct Driver::Parts {
     {
         const Widget* widget = state.tree.find(name);
         if (widget == nullptr) {
-            throw Error("there is no widget \"" + std::string(name) + "\"");
+            throw Error(localized("there is no widget \"%s\"", name));
         }
         return *widget;
     }
@@ -69,13 +69,17 @@ struct Driver::Parts {
 Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(options))
 {
     HostState& state = parts->state;
-    useTranslations(options.localeFolder.empty() ? state.home + "/locale" : options.localeFolder);
+    state.directory = options.directory;
+    useTranslations(options.localeFolder.empty() ? localeFolder(state.home) : options.localeFolder);
+    if (!options.device.address.empty()) {
+        state.connectDevice(options.device);
+    }
     prepareInstallation(state.home);
     const std::string databaseError = lastDatabaseError();
     if (!parts->library.start(state.guard)) {
-        const std::string reason = state.guard.failures() > 0 ? "it failed in its start-up"
+        const std::string reason = state.guard.failures() > 0 ? localized("it failed in its start-up")
                                                               : oneLine(startUpTrouble(state, databaseError));
-        throw Error("the component " + parts->library.path() + " cannot start: " + reason);
+        throw Error(localized("the component %s cannot start: %s", parts->library.path(), reason));
     }
     if (options.loadFeatures || options.saveFeatures) {
         const FeatureFile file(featureFilePath(options.configDirectory, state.user));
@@ -110,7 +114,7 @@ std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
 {
     const Widget& widget = parts->existing(list);
     if (!widget.isList()) {
-        throw Error("\"" + std::string(list) + "\" is no list");
+        throw Error(localized("\"%s\" is no list", list));
     }
     return rowsOf(widget);
 }
@@ -153,6 +157,10 @@ void* Driver::resource(std::string_view name) const
 const std::string& Driver::home() const { return parts->state.home; }
 
 const std::string& Driver::user() const { return parts->state.user; }
+
+UserActions& Driver::actions() { return parts->actions; }
+
+Callbacks& Driver::callbacks() { return parts->callbacks; }
 
 WidgetTree& Driver::widgets() { return parts->state.tree; }
 

@@ -2,6 +2,8 @@
 #ifndef DRIVER_CORE_DRIVER_H
 #define DRIVER_CORE_DRIVER_H
 
+#include "driver/core/device_settings.h"
+#include "driver/core/directory_settings.h"
 #include "driver/core/fax_session.h"
 
 #include <cstddef>
@@ -13,10 +15,12 @@
 
 namespace quelm {
 
+class Callbacks;
 class ComponentLibrary;
 class Features;
 class HostState;
 class Questions;
+class UserActions;
 class WidgetTree;
 
 /// How a driver is started. Texts are UTF-8; an empty text stands for the default.
@@ -26,7 +30,9 @@ struct DriverOptions {
     std::string component;       ///< the component's file; default: libBramblecorLanFax.so in `home`
     std::string now;             ///< "YYYY-MM-DDTHH:MM", a clock that stands still; default: the system's
     std::string configDirectory; ///< the driver's folder of settings; default: quelm in the XDG config folder
-    std::string localeFolder;    ///< holds LANGUAGE/LC_MESSAGES/*.mo; default: locale in `home`
+    std::string localeFolder;    ///< holds LANGUAGE/LC_MESSAGES/*.mo; default: those of `home`
+    DeviceSettings device;       ///< without an address the driver is connected to no device
+    DirectorySettings directory; ///< for the device's directory
     bool loadFeatures = true;    ///< start with the option values that were kept; false: with the defaults
     bool saveFeatures = true;    ///< keep the option values between runs; false: they end with this driver
 };
@@ -67,7 +73,7 @@ struct QuestionView {
 class Driver {
 public:
     /// Loads and starts the component, and puts the kept option values into its widgets. Throws
-    /// quelm::Error when that fails; another driver can be started then.
+    /// quelm::Error when that fails; another driver can be started then. A device is not asked yet.
     explicit Driver(const DriverOptions& options = {});
 
     /// Keeps the option values. The component stays loaded until the process ends.
@@ -139,6 +145,9 @@ public:
     const std::string& home() const; ///< absolute, without a trailing "/"
     const std::string& user() const;
 
+    /// The user actions for front ends, which know the very widget that was pressed.
+    UserActions& actions();
+    Callbacks& callbacks();
     WidgetTree& widgets();
     Features& features();
     Questions& questions();

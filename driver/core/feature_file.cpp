@@ -3,6 +3,7 @@
 
 #include "driver/core/atomic_file.h"
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 #include <cerrno>
 #include <cstring>
@@ -34,13 +35,14 @@ using Texts = std::unique_ptr<gchar*, Release>;
 
 Error unusable(const std::string& path, const std::string& reason)
 {
-    return Error("the kept options in " + path + " cannot be used: " + reason +
-                 "; repair or remove the file, it is left as it is");
+    return Error(
+        localized("the kept options in %s cannot be used: %s; repair or remove the file, it is left as it is",
+                  path, reason));
 }
 
 Error unwritable(const std::string& path, const std::string& reason)
 {
-    return Error("the options cannot be kept in " + path + ": " + reason);
+    return Error(localized("the options cannot be kept in %s: %s", path, reason));
 }
 
 Keys readKeys(const std::string& path)

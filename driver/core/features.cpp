@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/log.h"
+#include "driver/core/translation.h"
 
 #include <array>
 #include <charconv>
@@ -233,8 +234,10 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
         const auto kept = values.find(std::string(name));
         Widget* widget = tree.find(name);
         if (kept != values.end() && widget != nullptr && !takeKept(*widget, kept->second)) {
-            log(Severity::warning, "the value \"" + kept->second + "\" of \"" + kept->first + "\" in " +
-                                       source.path() + " does not suit and is passed over");
+            log(Severity::warning,
+                // Translators: a value, the name of its option and the file that keeps it.
+                localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", kept->second,
+                          kept->first, source.path()));
         }
     }
     written = keptValues();

@@ -1,8 +1,10 @@
 // The one host state, and the globals of the boundary.
 #include "driver/core/host_state.h"
 
+#include "driver/core/device_session.h"
 #include "driver/core/error.h"
 #include "driver/core/gtk_handle.h"
+#include "driver/core/translation.h"
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"
@@ -29,9 +31,10 @@ namespace {
 
 HostState* theState = nullptr;
 
-// The component reaches both through pointers only; what they do is done on the host state.
+// The component reaches them through pointers only; what they do is done on the host state.
 ComponentDirector director;
 GlobalDriverInfo driverInfo;
+BaseBiDiSession deviceQueries;
 
 } // namespace
 
@@ -39,7 +42,7 @@ HostState::HostState(std::string homeFolder, std::string userName)
     : home(std::move(homeFolder)), user(std::move(userName))
 {
     if (theState != nullptr) {
-        throw Error("a driver runs in this process already; end it before another one is started");
+        throw Error(localized("a driver runs in this process already; end it before another one is started"));
     }
     theState = this;
     pDriverDirector = &director;
@@ -52,7 +55,15 @@ HostState::~HostState()
     pDriverDirector = nullptr;
     pDriverGlobals = nullptr;
     pFaxSession = nullptr;
+    pBiDi = nullptr;
     alive.reset();
+}
+
+void HostState::connectDevice(const DeviceSettings& settings)
+{
+    device = std::make_unique<DeviceSession>(settings);
+    guard.setBeforeCall([this] { device->startAction(); });
+    pBiDi = &deviceQueries;
 }
 
 HostState* HostState::current() { return theState; }

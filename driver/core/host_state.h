@@ -4,6 +4,8 @@
 
 #include "driver/core/bindings.h"
 #include "driver/core/call_guard.h"
+#include "driver/core/device_settings.h"
+#include "driver/core/directory_settings.h"
 #include "driver/core/features.h"
 #include "driver/core/questions.h"
 #include "driver/core/widget_tree.h"
@@ -16,6 +18,8 @@
 #include <vector>
 
 namespace quelm {
+
+class DeviceSession;
 
 /// The host side of the boundary, without a screen. While one exists, the boundary's functions
 /// reach it and the globals point at it; without one they answer null or false.
@@ -39,6 +43,14 @@ public:
     Features features{tree};
     Questions questions{guard};
     std::map<std::string, void*, std::less<>> resources;
+
+    DirectorySettings directory; ///< what sessions with a directory server go by
+
+    /// Lets the component ask a device: `pBiDi` points at a session with it as long as this object
+    /// exists. Nothing is sent before the first question. Throws quelm::Error when the settings'
+    /// address is none.
+    void connectDevice(const DeviceSettings& settings);
+    std::unique_ptr<DeviceSession> device; ///< null without one
 
     std::string home; ///< as the component is told it: without a trailing "/"
     std::string user;

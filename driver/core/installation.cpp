@@ -5,6 +5,7 @@
 #include "driver/core/host_state.h"
 #include "driver/core/record_database.h"
 #include "driver/core/record_store.h"
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <array>
@@ -19,14 +20,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// The folder of the running program; empty when the system does not tell.
 fs::path programFolder()
 {
     std::error_code failure;
     const fs::path program = fs::read_symlink("/proc/self/exe", failure);
-    if (failure) {
-        throw Error("the folder of the running program cannot be found; name the installation with --home");
-    }
-    return program.parent_path();
+    return failure ? fs::path() : program.parent_path();
 }
 
 /// An environment variable, or the empty text.
@@ -54,7 +53,7 @@ std::string settingsFolder()
     }
     const std::string home = userHomeFolder();
     if (home.empty()) {
-        throw Error("no folder for the driver's settings is known; set HOME or XDG_CONFIG_HOME");
+        throw Error(localized("no folder for the driver's settings is known; set HOME or XDG_CONFIG_HOME"));
     }
     return home + "/.config/quelm";
 }
@@ -68,8 +67,8 @@ std::string folderTrouble(const fs::path& folder)
         (fs::is_directory(parent, failure) && ::access(parent.c_str(), W_OK) == 0)) {
         return "";
     }
-    return "the folder " + folder.string() + " cannot be made; " + parent.string() +
-           " is no folder that you may write to";
+    return localized("the folder %s cannot be made; %s is no folder that you may write to", folder.string(),
+                     parent.string());
 }
 
 /// Why the phonebook cannot be used; empty when it can.
@@ -89,12 +88,32 @@ std::string phonebookTrouble(const fs::path& file)
 
 } // namespace
 
+void useOwnTranslations()
+{
+    if (const fs::path folder = programFolder(); !folder.empty()) {
+        useTranslations(localeFolder(folder.string()));
+    }
+}
+
+std::string localeFolder(const std::string& home)
+{
+    const fs::path own = home + "/locale"; // the home "/" is the empty text
+    const fs::path program = programFolder();
+    std::error_code failure;
+    const bool usesOwn = program.empty() || fs::is_directory(own, failure);
+    return (usesOwn ? own : program / "locale").string();
+}
+
 std::string resolveHome(const std::string& given)
 {
     const fs::path folder = given.empty() ? programFolder() : fs::path(given);
+    if (folder.empty()) {
+        throw Error(localized(
+            "the folder of the running program cannot be found; name the installation with --home"));
+    }
     std::error_code failure;
     if (!fs::is_directory(folder, failure)) {
-        throw Error("there is no installation folder " + folder.string());
+        throw Error(localized("there is no installation folder %s", folder.string()));
     }
     std::string home = fs::absolute(folder).lexically_normal().string();
     while (!home.empty() && home.back() == '/') {
@@ -111,17 +130,19 @@ std::string resolveUser(const std::string& given)
         user = entry != nullptr ? entry->pw_name : environment("LOGNAME");
     }
     if (user.empty()) {
-        throw Error("your login name is not known; name the user with --user");
+        throw Error(localized("your login name is not known; name the user with --user"));
     }
     const bool isPlain = std::none_of(user.begin(), user.end(), [](char character) {
         const auto code = static_cast<unsigned char>(character);
         return character == '/' || code < 0x20 || code == 0x7F;
     });
     if (!isPlain || user == "." || user == "..") {
-        throw Error("\"" + user + "\" cannot be a user's name; files are named after it");
+        throw Error(localized("\"%s\" cannot be a user's name; files are named after it", user));
     }
     return user;
 }
+
+bool hasDisplay() { return !environment("DISPLAY").empty() || !environment("WAYLAND_DISPLAY").empty(); }
 
 std::string defaultComponent(const std::string& home) { return home + "/libBramblecorLanFax.so"; }
 
@@ -147,7 +168,7 @@ std::string startUpTrouble(const HostState& state, const std::string& databaseEr
                              databaseError == databaseErrorBefore ? std::string() : databaseError};
     const auto* known = std::find_if(reasons.begin(), reasons.end(),
                                      [](const std::string& reason) { return !reason.empty(); });
-    return known == reasons.end() ? "it gives no reason" : *known;
+    return known == reasons.end() ? localized("it gives no reason") : *known;
 }
 
 } // namespace quelm

@@ -8,6 +8,13 @@ namespace quelm {
 
 class HostState;
 
+/// Takes the user's language, with the catalogues in locale/ beside the running program, for what is said
+/// until a driver uses those of its installation.
+void useOwnTranslations();
+
+/// The catalogues of an installation: its locale/ or, when it has none, that beside the running program.
+std::string localeFolder(const std::string& home);
+
 /// An existing folder as an absolute path without a trailing "/"; for an empty text, the folder of
 /// the running program. Throws quelm::Error when there is no such folder.
 std::string resolveHome(const std::string& given);
@@ -15,6 +22,9 @@ std::string resolveHome(const std::string& given);
 /// The user's name, or for an empty text the login name of the process. Throws quelm::Error for a
 /// name that cannot name a file, as phonebooks and option files are named after it.
 std::string resolveUser(const std::string& given);
+
+/// True when the environment names a display to open windows on.
+bool hasDisplay();
 
 /// The component of an installation.
 std::string defaultComponent(const std::string& home);

@@ -1,6 +1,8 @@
 // Writes the driver's log.
 #include "driver/core/log.h"
 
+#include "driver/core/translation.h"
+
 #include <cstdio>
 #include <utility>
 
@@ -33,8 +35,8 @@ void log(Severity severity, const std::string& message)
     if (const LogSink& sink = currentSink()) {
         sink(severity, line);
     } else if (severity != Severity::information) {
-        std::fprintf(stderr, "quelm-driver: %s%s\n", severity == Severity::warning ? "warning: " : "",
-                     line.c_str());
+        const std::string shown = severity == Severity::warning ? localized("warning: %s", line) : line;
+        std::fprintf(stderr, "quelm-driver: %s\n", shown.c_str());
     }
 }
 

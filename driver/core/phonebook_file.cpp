@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 namespace quelm::phonebook_file {
 
@@ -27,17 +28,17 @@ std::string systemReason(int error)
 {
     switch (error) {
     case ENOENT:
-        return "there is no such file; check the name";
+        return localized("there is no such file; check the name");
     case EACCES:
     case EPERM:
-        return "permission denied; ask its owner or choose another file";
+        return localized("permission denied; ask its owner or choose another file");
     case EFBIG:
-        return "the file would exceed the size limit; raise the limit and try again";
+        return localized("the file would exceed the size limit; raise the limit and try again");
     case ENOSPC:
     case EDQUOT:
-        return "the disk is full; make room and try again";
+        return localized("the disk is full; make room and try again");
     default:
-        return std::string(std::strerror(error)) + "; check the disk or choose another file";
+        return localized("%s; check the disk or choose another file", std::strerror(error));
     }
 }
 
@@ -98,12 +99,24 @@ bool isWhole(const sqlite::Database& database)
     return whole;
 }
 
+const char* failureOf(Action action)
+{
+    switch (action) {
+    case Action::open:
+        return forTranslation("The phonebook \"%s\" cannot be opened: %s");
+    case Action::save:
+        return forTranslation("The phonebook \"%s\" cannot be saved: %s");
+    case Action::create:
+        break;
+    }
+    return forTranslation("The phonebook \"%s\" cannot be created: %s");
+}
+
 } // namespace
 
 void fail(const std::string& path, Action action, const std::string& reason)
 {
-    const char* verb = action == Action::open ? "opened" : action == Action::save ? "saved" : "created";
-    throw Error("The phonebook \"" + path + "\" cannot be " + verb + ": " + reason);
+    throw Error(localized(failureOf(action), path, reason));
 }
 
 std::string reason(const sqlite::Failure& failure)
@@ -111,27 +124,29 @@ std::string reason(const sqlite::Failure& failure)
     switch (failure.primaryCode()) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return "another program is saving to it; try again in a moment";
+        return localized("another program is saving to it; try again in a moment");
     case SQLITE_FULL:
         return systemReason(ENOSPC);
     case SQLITE_READONLY:
         if (failure.code == SQLITE_READONLY_DIRECTORY)
-            return "its folder may not be written; change the folder's permissions or choose another file";
-        return "it may not be written; change its permissions or choose another file";
+            return localized(
+                "its folder may not be written; change the folder's permissions or choose another file");
+        return localized("it may not be written; change its permissions or choose another file");
     case SQLITE_CANTOPEN:
-        return "the file or its folder may not be used; check their permissions";
+        return localized("the file or its folder may not be used; check their permissions");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-        return "it is damaged; restore it from a copy or choose another file";
+        return localized("it is damaged; restore it from a copy or choose another file");
     case SQLITE_TOOBIG:
-        return "a record is too large; shorten it";
+        return localized("a record is too large; shorten it");
     case SQLITE_IOERR:
         // Whatever the system said is gone after a commit was undone.
         if (failure.code == SQLITE_IOERR_WRITE && failure.systemError == 0)
-            return "its file could not be extended; make room on the disk or raise the size limit and try "
-                   "again";
+            return localized(
+                "its file could not be extended; make room on the disk or raise the size limit and try "
+                "again");
         return failure.systemError != 0 ? systemReason(failure.systemError)
-                                        : "the disk answers with errors; check it";
+                                        : localized("the disk answers with errors; check it");
     default:
         return failure.text;
     }
@@ -143,9 +158,10 @@ std::string requirePhonebook(const std::string& path)
     if (stat(path.c_str(), &status) != 0)
         fail(path, Action::open, systemReason(errno));
     if (!S_ISREG(status.st_mode))
-        fail(path, Action::open, "that is no file but a folder or device; choose a file");
+        fail(path, Action::open, localized("that is no file but a folder or device; choose a file"));
     if (status.st_size == 0)
-        fail(path, Action::open, "the file is empty and no phonebook; move it away or choose another file");
+        fail(path, Action::open,
+             localized("the file is empty and no phonebook; move it away or choose another file"));
     struct Freer {
         void operator()(char* text) const { std::free(text); }
     };
@@ -159,9 +175,10 @@ std::string requirePhonebook(const std::string& path)
     const std::string head = fileHead(absolute.get(), headSize);
     if (head.compare(0, magic.size(), magic) != 0 ||
         bigEndian(head, applicationOffset) != phonebookApplication)
-        fail(path, Action::open, "the file is no phonebook; move it away or choose another file");
+        fail(path, Action::open, localized("the file is no phonebook; move it away or choose another file"));
     if (bigEndian(head, versionOffset) > phonebookVersion)
-        fail(path, Action::open, "it was written by a newer version of this program; update the program");
+        fail(path, Action::open,
+             localized("it was written by a newer version of this program; update the program"));
     return absolute.get();
 }
 

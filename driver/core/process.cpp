@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 extern char** environ;
 
@@ -24,9 +25,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-[[noreturn]] void fail(const std::string& program, const std::string& problem)
+[[noreturn]] void cannotRun(const std::string& program, const std::string& reason)
 {
-    throw Error("The program \"" + program + "\" " + problem);
+    throw Error(localized("The program \"%s\" cannot be run: %s", program, reason));
 }
 
 /// A descriptor that closes itself.
@@ -59,7 +60,7 @@ struct Pipe {
     {
         std::array<int, 2> ends{};
         if (pipe2(ends.data(), O_CLOEXEC) != 0)
-            fail(program, std::string("cannot be run: ") + std::strerror(errno));
+            cannotRun(program, std::strerror(errno));
         readEnd.reset(ends[0]);
         writeEnd.reset(ends[1]);
         fcntl(ends[0], F_SETFL, O_NONBLOCK);
@@ -99,8 +100,10 @@ public:
         posix_spawn_file_actions_destroy(&actions);
         if (error != 0) {
             id = -1;
-            fail(program, error == ENOENT ? "is not installed; install it and try again"
-                                          : std::string("cannot be run: ") + std::strerror(error));
+            if (error == ENOENT)
+                throw Error(
+                    localized("The program \"%s\" is not installed; install it and try again", program));
+            cannotRun(program, std::strerror(error));
         }
     }
     ~Child()
@@ -164,12 +167,13 @@ void waitForPipes(const Descriptor& output, const Descriptor& errors, millisecon
     poll(pipes.data(), pipes.size(), static_cast<int>(longest.count()));
 }
 
-int openFile(const std::string& program, const std::string& path, int flags, const char* verb)
+/// `failure` is a text for the path and the reason.
+int openFile(const std::string& program, const std::string& path, int flags, const char* failure)
 {
     constexpr mode_t readAndWrite = 0666;
     const int file = open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, readAndWrite);
     if (file < 0)
-        fail(program, "cannot be run: \"" + path + "\" cannot be " + verb + ": " + std::strerror(errno));
+        cannotRun(program, localized(failure, path, std::strerror(errno)));
     return file;
 }
 
@@ -190,16 +194,16 @@ void startAtLine(std::string& errors)
 ProcessResult runProcess(const ProcessRequest& request)
 {
     if (request.arguments.empty() || request.arguments.front().empty())
-        throw Error("No program was named to run");
+        throw Error(localized("No program was named to run"));
     const std::string& program = request.arguments.front();
-    const Descriptor input(
-        openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile, O_RDONLY, "read"));
+    const Descriptor input(openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
+                                    O_RDONLY, forTranslation("\"%s\" cannot be read: %s")));
     Pipe errorPipe(program);
     Pipe outputPipe(program);
     int output = request.outputDescriptor;
     if (!request.outputFile.empty())
-        outputPipe.writeEnd.reset(
-            openFile(program, request.outputFile, O_WRONLY | O_CREAT | O_TRUNC, "written"));
+        outputPipe.writeEnd.reset(openFile(program, request.outputFile, O_WRONLY | O_CREAT | O_TRUNC,
+                                           forTranslation("\"%s\" cannot be written: %s")));
     if (output < 0)
         output = outputPipe.writeEnd.get();
     if (!request.outputFile.empty() || request.outputDescriptor >= 0)
@@ -216,13 +220,17 @@ ProcessResult runProcess(const ProcessRequest& request)
     for (milliseconds pause(1);; pause = std::min(pause * 2, milliseconds(50))) {
         const bool ended = child.ended(result.exitStatus);
         if (!drain(outputPipe.readEnd, result.output, request.outputLimit, false))
-            fail(program, "was ended: it wrote more than " + std::to_string(request.outputLimit) + " bytes");
+            throw Error(localized("The program \"%s\" was ended: it wrote more than %d bytes", program,
+                                  request.outputLimit));
         drain(errorPipe.readEnd, result.errors, mostErrorBytes, true);
         if (ended)
             break;
+        if (request.stop.stop_requested())
+            throw Error(localized("The program \"%s\" was stopped", program));
         if (Clock::now() >= deadline)
-            fail(program, "was ended: it ran longer than " + std::to_string(request.timeLimit.count()) +
-                              " ms; try a smaller document");
+            throw Error(
+                localized("The program \"%s\" was ended: it ran longer than %d ms; try a smaller document",
+                          program, request.timeLimit.count()));
         const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
         waitForPipes(outputPipe.readEnd, errorPipe.readEnd, std::clamp(left, milliseconds(0), pause));
     }

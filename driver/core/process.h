@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ struct ProcessRequest {
     std::size_t outputLimit = std::size_t{1} << 20U;
     /// The program is ended, with SIGKILL, when it runs longer.
     std::chrono::milliseconds timeLimit{std::chrono::minutes(2)};
+    /// The program is ended the same way soon after a stop is requested, from whichever thread.
+    std::stop_token stop;
 };
 
 /// How it ended.
@@ -33,8 +36,8 @@ struct ProcessResult {
 };
 
 /// Runs the program and waits for its end. Throws Error, naming the program, when it could not be
-/// started (not installed), ran into the time limit or wrote more than the limit; it does not run
-/// any more then. A non-zero exit status is a result, not an error. A process that the program
+/// started (not installed), ran into the time limit, wrote more than the limit or was stopped; it does
+/// not run any more then. A non-zero exit status is a result, not an error. A process that the program
 /// leaves behind is not waited for.
 ProcessResult runProcess(const ProcessRequest& request);
 

@@ -2,12 +2,15 @@
 #include "driver/core/program_end.h"
 
 #include "driver/core/error.h"
+#include "driver/core/installation.h"
 #include "driver/core/log.h"
+#include "driver/core/translation.h"
 
 #include <exception>
 #include <iostream>
 #include <new>
 #include <string>
+#include <utility>
 
 namespace quelm {
 namespace {
@@ -16,9 +19,9 @@ constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 
-int complain(std::string_view program, std::string_view line, int status)
+int complain(std::string_view program, std::string line, int status)
 {
-    std::cerr << program << ": " << oneLine(std::string(line)) << std::endl;
+    std::cerr << program << ": " << oneLine(std::move(line)) << std::endl;
     return status;
 }
 
@@ -26,13 +29,15 @@ int complain(std::string_view program, std::string_view line, int status)
 
 int exitStatusOf(std::string_view program, const std::function<void()>& work)
 {
+    useOwnTranslations();
+    auto outOfMemory = localized("out of memory"); // at hand when there is no more
     try {
         work();
         return done;
     } catch (const UsageError& error) {
         return complain(program, error.what(), wrongUsage);
     } catch (const std::bad_alloc&) {
-        return complain(program, "out of memory", failed);
+        return complain(program, std::move(outOfMemory), failed);
     } catch (const std::exception& error) {
         return complain(program, error.what(), failed);
     }

@@ -1,6 +1,8 @@
 // The progress line.
 #include "driver/core/progress_line.h"
 
+#include "driver/core/translation.h"
+
 #include <unistd.h>
 
 #include <iostream>
@@ -30,8 +32,8 @@ void ProgressLine::show(std::size_t done, std::size_t total)
     next_ = now + interval;
     shown_ = true;
     // One piece, so that nobody sees half a line.
-    std::cerr << "\r\033[K" + work_ + ": " + std::to_string(done) + " of " + std::to_string(total)
-              << std::flush;
+    // Translators: the work, how much is done, how much there is: "Importing: 120 of 400".
+    std::cerr << "\r\033[K" + localized("%s: %d of %d", work_, done, total) << std::flush;
 }
 
 void ProgressLine::wipe()

@@ -1,6 +1,8 @@
 // Asks, answers and closes questions.
 #include "driver/core/questions.h"
 
+#include "driver/core/translation.h"
+
 #include <utility>
 
 namespace quelm {
@@ -32,7 +34,7 @@ bool Questions::answerTop(bool yes)
     const host::ResponseCallback response = open.back().response;
     if (response != nullptr) {
         const std::optional<int> before = std::exchange(answering, number);
-        guard.run("the answer to a question",
+        guard.run(localized("the answer to a question"),
                   [&] { response(dialogHandle(number), yes ? host::responseYes : host::responseNo); });
         answering = before;
     }

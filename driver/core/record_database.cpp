@@ -9,6 +9,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/record_store.h"
+#include "driver/core/translation.h"
 #include "host/files.h"
 
 namespace quelm {
@@ -35,7 +36,10 @@ bool guarded(Operation operation) noexcept
     return false;
 }
 
-[[noreturn]] void failWithoutFile() { throw Error("No phonebook is open: choose a file and open it first"); }
+[[noreturn]] void failWithoutFile()
+{
+    throw Error(localized("No phonebook is open: choose a file and open it first"));
+}
 
 } // namespace
 
@@ -74,7 +78,8 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
         const bool reads = mode != nullptr && std::strcmp(mode, "r") == 0;
         const bool writes = mode != nullptr && std::strcmp(mode, "r+") == 0;
         if (path == nullptr || (!reads && !writes))
-            throw quelm::Error("A phonebook is opened by its file name and with the mode \"r\" or \"r+\"");
+            throw quelm::Error(
+                quelm::localized("A phonebook is opened by its file name and with the mode \"r\" or \"r+\""));
         // Remembered for `createDatabase`, which is asked next.
         impl->missing = FileObject::doesPathExist(path) ? "" : path;
         using Access = quelm::RecordStore::Access;
@@ -89,7 +94,7 @@ bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
     return quelm::guarded([&] {
         impl->slot->store.reset();
         if (path == nullptr)
-            throw quelm::Error("A phonebook is created under a file name; name a file");
+            throw quelm::Error(quelm::localized("A phonebook is created under a file name; name a file"));
         using Store = quelm::RecordStore;
         constexpr int neverOverwrite = 2;
         const bool empties = flags != neverOverwrite && FileObject::doesPathExist(path);
@@ -132,7 +137,8 @@ bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* record)
 {
     return quelm::guarded([&] {
         if (record == nullptr || record->key == nullptr || record->data == nullptr)
-            throw quelm::Error("A phonebook takes records with a key and a text; nothing was saved");
+            throw quelm::Error(
+                quelm::localized("A phonebook takes records with a key and a text; nothing was saved"));
         impl->store().save({record->key, record->data});
         return true;
     });

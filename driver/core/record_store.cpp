@@ -10,6 +10,7 @@
 #include "driver/core/atomic_file.h"
 #include "driver/core/phonebook_file.h"
 #include "driver/core/sqlite.h"
+#include "driver/core/translation.h"
 
 namespace quelm {
 
@@ -78,13 +79,13 @@ void RecordStore::create(const std::string& path)
     if (exists(path)) {
         // What is wrong with the file helps more than that it is there.
         const RecordStore present(path, Access::readWrite);
-        fail(path, Action::create, "it exists already; open it or choose another name");
+        fail(path, Action::create, localized("it exists already; open it or choose another name"));
     }
     wording(path, Action::create, [&] {
         AtomicFile created(path);
         created.write(phonebook_file::empty());
         if (!created.commitNew())
-            fail(path, Action::create, "a file of that name has just appeared; try again");
+            fail(path, Action::create, localized("a file of that name has just appeared; try again"));
     });
 }
 
@@ -182,9 +183,9 @@ bool RecordStore::isSameFile() const
 void RecordStore::beginChange()
 {
     if (access == Access::read)
-        fail(file, Action::save, "it was opened for reading only");
+        fail(file, Action::save, localized("it was opened for reading only"));
     if (!isSameFile())
-        fail(file, Action::save, "the file was removed or replaced; open it again");
+        fail(file, Action::save, localized("the file was removed or replaced; open it again"));
     if (inTransaction)
         return;
     sqlite::run(connection->database, "BEGIN IMMEDIATE");
@@ -252,7 +253,7 @@ void RecordStore::giveUpTransaction()
 void RecordStore::save(Record record)
 {
     if (record.key.empty())
-        fail(file, Action::save, "a record has no key; give it a name");
+        fail(file, Action::save, localized("a record has no key; give it a name"));
     make({Change::Kind::save, record});
     if (const auto at = find(record.key)) {
         list[*at].data = std::move(record.data);

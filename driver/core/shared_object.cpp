@@ -1,6 +1,8 @@
 // Checks a library's headers against the file that holds them.
 #include "driver/core/shared_object.h"
 
+#include "driver/core/translation.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -18,8 +20,9 @@ namespace {
 using FileHeader = ElfW(Ehdr);
 using SegmentHeader = ElfW(Phdr);
 
-constexpr const char* noLibrary = "it is not a shared library";
-constexpr const char* cutShort = "it is cut short; install it again";
+std::string noLibrary() { return localized("it is not a shared library"); }
+
+std::string cutShort() { return localized("it is cut short; install it again"); }
 
 /// The header of this program itself: a component must be for the same kind of processor.
 FileHeader ownHeader()
@@ -40,15 +43,15 @@ bool read(std::ifstream& stream, std::uint64_t offset, Header& header)
 std::string problemOfSegments(std::ifstream& stream, const FileHeader& header, std::uint64_t size)
 {
     if (header.e_phentsize != sizeof(SegmentHeader)) {
-        return noLibrary;
+        return noLibrary();
     }
     for (unsigned number = 0; number < header.e_phnum; ++number) {
         SegmentHeader segment{};
         if (!read(stream, header.e_phoff + number * sizeof segment, segment)) {
-            return cutShort;
+            return cutShort();
         }
         if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset) {
-            return cutShort;
+            return cutShort();
         }
     }
     return "";
@@ -61,10 +64,10 @@ std::string problemOfSharedObject(const std::string& file)
     std::error_code failure;
     const std::filesystem::file_status status = std::filesystem::status(file, failure);
     if (!std::filesystem::exists(status)) {
-        return "no such file; install it there or name another one";
+        return localized("no such file; install it there or name another one");
     }
     if (!std::filesystem::is_regular_file(status)) {
-        return "it is not a file";
+        return localized("it is not a file");
     }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
@@ -72,19 +75,19 @@ std::string problemOfSharedObject(const std::string& file)
     }
     std::array<char, SELFMAG> start{};
     if (!read(stream, 0, start) || std::memcmp(start.data(), ELFMAG, SELFMAG) != 0) {
-        return noLibrary;
+        return noLibrary();
     }
     FileHeader header{};
     if (!read(stream, 0, header)) {
-        return cutShort;
+        return cutShort();
     }
     const FileHeader own = ownHeader();
     if (header.e_ident[EI_CLASS] != own.e_ident[EI_CLASS] || header.e_machine != own.e_machine) {
-        return "it is built for another kind of processor";
+        return localized("it is built for another kind of processor");
     }
     return header.e_type == ET_DYN
                ? problemOfSegments(stream, header, std::filesystem::file_size(file, failure))
-               : noLibrary;
+               : noLibrary();
 }
 
 } // namespace quelm

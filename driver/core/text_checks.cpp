@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/log.h"
+#include "driver/core/translation.h"
 
 #include <fcntl.h>
 #include <glib.h>
@@ -42,13 +43,14 @@ bool hasControlCharacter(std::string_view text) { return std::ranges::any_of(tex
 
 std::string displayName(const std::filesystem::path& file)
 {
-    return file == "-" ? "standard input" : oneLine(file.string());
+    return file == "-" ? localized("standard input") : oneLine(file.string());
 }
 
 std::string readTextFile(const std::filesystem::path& file, std::size_t largest)
 {
     const auto fail = [&](int error) {
-        return Error(displayName(file) + ": cannot be read: " + std::system_category().message(error));
+        return Error(
+            localized("%s: cannot be read: %s", displayName(file), std::system_category().message(error)));
     };
     const Descriptor input(file == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
                                        : ::open(file.c_str(), O_RDONLY | O_CLOEXEC));
@@ -66,8 +68,8 @@ std::string readTextFile(const std::filesystem::path& file, std::size_t largest)
             return content;
         content.append(block.data(), static_cast<std::size_t>(size));
         if (content.size() > largest)
-            throw Error(displayName(file) + ": is larger than " + std::to_string(largest / 1048576) +
-                        " MiB; give a smaller file");
+            throw Error(localized("%s: is larger than %d MiB; give a smaller file", displayName(file),
+                                  largest / 1048576));
     }
 }
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
-#include <initializer_list>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <glib.h>
@@ -50,16 +50,16 @@ bool contains(const std::vector<gunichar>& characters, gunichar wanted)
     return false;
 }
 
-/// `format` with each "%s" replaced by the next argument and "%%" reduced; anything else, a "%s" too
-/// many included, stands as it is. Never a printf: a translation may say what it likes.
-std::string substitute(std::string_view format, std::initializer_list<std::string_view> arguments)
+/// `format` with its first "%s" replaced by the argument and "%%" reduced; anything else, a further "%s"
+/// included, stands as it is. Never a printf: a format may say what it likes.
+std::string substitute(std::string_view format, std::string_view argument)
 {
     std::string result;
-    const auto* argument = arguments.begin();
+    bool replaced = false;
     for (std::size_t at = 0; at < format.size(); ++at) {
         const std::string_view pair = format.substr(at, 2);
-        if (pair == "%s" && argument != arguments.end())
-            result += *argument++;
+        if (pair == "%s" && !std::exchange(replaced, true))
+            result += argument;
         else if (pair == "%%")
             result += '%';
         else {
@@ -101,7 +101,7 @@ std::string listed(std::string_view marks)
             continue;
         seen.push_back(mark);
         list += list.empty() ? "" : " ";
-        list += mark == ' ' ? translated("blank") : shown(mark);
+        list += mark == ' ' ? localized("blank") : shown(mark);
     }
     return list;
 }
@@ -122,10 +122,9 @@ std::optional<std::string> firstProblem(std::string_view text, std::string_view 
         const std::size_t start = at;
         const auto character = nextCharacter(text, at);
         if (!character)
-            return substitute(translated(check.noText), {shownByte(text[start])});
+            return localized(check.noText, shownByte(text[start]));
         if (!check.accepts(*character) && !contains(extra, *character))
-            return substitute(translated(check.forbidden),
-                              {shown(*character), listed(check.always + std::string(allowed))});
+            return localized(check.forbidden, shown(*character), listed(check.always + std::string(allowed)));
     }
     return std::nullopt;
 }
@@ -170,15 +169,17 @@ std::optional<std::string> problemWithName(std::string_view name, std::string_vi
     static constexpr Check check{
         isNameCharacter,
         "'",
-        "The Name must not contain %s. Possible are letters, digits and %s",
-        "The Name is not readable: the byte %s is not part of a UTF-8 text. Please enter the Name again.",
+        // Translators: %s is one character, then a list of characters.
+        forTranslation("The Name must not contain %s. Possible are letters, digits and %s"),
+        forTranslation("The Name is not readable: the byte %s is not part of a UTF-8 text. Please enter the "
+                       "Name again."),
     };
     if (auto problem = firstProblem(name, allowed, check))
         return problem;
     // The parser of phonebook records fails on a value of nothing but blanks, and with it the
     // list of the whole phonebook.
     if (!name.empty() && name.find_first_not_of(' ') == std::string_view::npos)
-        return translated("The Name consists of blanks only. Please enter a Name.");
+        return localized("The Name consists of blanks only. Please enter a Name.");
     return std::nullopt;
 }
 
@@ -187,13 +188,16 @@ std::optional<std::string> problemWithPhoneNumber(std::string_view number, std::
     static constexpr Check check{
         isPhoneCharacter,
         "+.*#,",
-        "The number must not contain %s. Possible are digits and %s",
-        "The number is not readable: the byte %s is not part of a UTF-8 text. Please enter the number again.",
+        // Translators: %s is one character, then a list of characters.
+        forTranslation("The number must not contain %s. Possible are digits and %s"),
+        forTranslation(
+            "The number is not readable: the byte %s is not part of a UTF-8 text. Please enter the "
+            "number again."),
     };
     if (auto problem = firstProblem(number, allowed, check))
         return problem;
     if (number.find_first_of("0123456789") == std::string_view::npos)
-        return translated("The number has no digit. Please enter at least one.");
+        return localized("The number has no digit. Please enter at least one.");
     return std::nullopt;
 }
 
@@ -212,7 +216,7 @@ char* ValidatePhoneNumber(char* text, char* allowed)
 char* SaveString(char* format, void* argument)
 {
     return quelm::newText(
-        quelm::substitute(quelm::viewOf(format), {quelm::viewOf(static_cast<const char*>(argument))}));
+        quelm::substitute(quelm::viewOf(format), quelm::viewOf(static_cast<const char*>(argument))));
 }
 
 int GetTokenNum(char* list, char* token, char delimiter, bool /*flag*/)

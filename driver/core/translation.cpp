@@ -5,6 +5,9 @@
 #include <cstring>
 #include <libintl.h>
 
+#include <fmt/args.h>
+#include <fmt/printf.h>
+
 #include "driver/core/bounded_text.h"
 
 namespace quelm {
@@ -19,6 +22,26 @@ const char* lookUp(const char* text)
         return nullptr;
     const char* found = dgettext(textDomain, text);
     return found == text ? nullptr : found;
+}
+
+/// `format` with its places filled; throws fmt::format_error when they do not fit the arguments.
+std::string filled(const char* format, std::initializer_list<TextArgument> arguments)
+{
+    fmt::dynamic_format_arg_store<fmt::printf_context> store;
+    for (const TextArgument& argument : arguments)
+        std::visit([&store](const auto& value) { store.push_back(value); }, argument.value());
+    return fmt::vsprintf(fmt::string_view(format), fmt::basic_format_args<fmt::printf_context>(store));
+}
+
+/// A translation that does not fit gives way to the English text.
+std::string filledEither(const char* translation, const char* english,
+                         std::initializer_list<TextArgument> arguments)
+{
+    try {
+        return filled(translation, arguments);
+    } catch (const fmt::format_error&) {
+        return filled(english, arguments);
+    }
 }
 
 } // namespace
@@ -48,6 +71,19 @@ std::string translated(const char* text)
     if (found != nullptr)
         return found;
     return text != nullptr ? text : "";
+}
+
+std::string fillIn(const char* english, std::initializer_list<TextArgument> arguments)
+{
+    const char* found = lookUp(english);
+    return filledEither(found != nullptr ? found : english, english, arguments);
+}
+
+std::string fillInCount(const char* singular, const char* plural, unsigned long count,
+                        std::initializer_list<TextArgument> arguments)
+{
+    const char* english = count == 1 ? singular : plural;
+    return filledEither(dngettext(textDomain, singular, plural, count), english, arguments);
 }
 
 } // namespace quelm

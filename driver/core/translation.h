@@ -2,7 +2,12 @@
 #ifndef DRIVER_CORE_TRANSLATION_H
 #define DRIVER_CORE_TRANSLATION_H
 
+#include <concepts>
+#include <initializer_list>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <variant>
 
 namespace quelm {
 
@@ -22,6 +27,55 @@ bool translate(const char* text, char* out);
 
 /// The translation of `text`, or the text itself, in full length.
 std::string translated(const char* text);
+
+/// What fills a place of a text: a number for %d, anything for %s.
+class TextArgument {
+public:
+    template <std::integral Number>
+    TextArgument(Number number) // NOLINT(google-explicit-constructor): arguments are passed as they are
+    {
+        if constexpr (std::is_signed_v<Number>) {
+            value_ = static_cast<long long>(number);
+        } else {
+            value_ = static_cast<unsigned long long>(number);
+        }
+    }
+    TextArgument(std::string_view text) : value_(text) {}   // NOLINT(google-explicit-constructor)
+    TextArgument(const std::string& text) : value_(text) {} // NOLINT(google-explicit-constructor)
+    TextArgument(const char* text) : value_(text) {}        // NOLINT(google-explicit-constructor)
+
+    const std::variant<long long, unsigned long long, std::string_view>& value() const { return value_; }
+
+private:
+    std::variant<long long, unsigned long long, std::string_view> value_; // a text stays the caller's
+};
+
+/// The translation of `english` with its places filled: "%s" and "%d" in order, or "%2$s" for the
+/// second argument; "%%" is a percent sign. The English text stands in for a translation that does not
+/// fit the arguments.
+std::string fillIn(const char* english, std::initializer_list<TextArgument> arguments);
+
+/// The same for a text about a number of things, in the form that the language uses for `count`.
+std::string fillInCount(const char* singular, const char* plural, unsigned long count,
+                        std::initializer_list<TextArgument> arguments);
+
+/// The text for the user; the catalogues' template is made of the literals in these calls.
+template <class... Arguments>
+std::string localized(const char* english, const Arguments&... arguments)
+{
+    return fillIn(english, {TextArgument(arguments)...});
+}
+
+/// The text for the user about `count` things.
+template <class... Arguments>
+std::string localizedCount(const char* singular, const char* plural, unsigned long count,
+                           const Arguments&... arguments)
+{
+    return fillInCount(singular, plural, count, {TextArgument(arguments)...});
+}
+
+/// Marks a text of a table, which is translated where it is shown.
+constexpr const char* forTranslation(const char* text) { return text; }
 
 } // namespace quelm
 

@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/gtk_handle.h"
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <string>
@@ -13,11 +14,10 @@ namespace quelm {
 
 namespace {
 
-std::string quoted(std::string_view name) { return "\"" + std::string(name) + "\""; }
-
 std::string described(const Widget& widget)
 {
-    return std::string(kindName(widget.kind())) + " " + quoted(widget.name());
+    // Translators: the kind and the name of a widget: Button "LanFax OK Button".
+    return localized("%s \"%s\"", kindName(widget.kind()), widget.name());
 }
 
 /// The nearest widget, itself or one that it stands in, for which `test` fails.
@@ -34,36 +34,39 @@ const Widget& culprit(const Widget& widget, Test test)
 [[noreturn]] void refuseHidden(const Widget& widget)
 {
     const Widget& hidden = culprit(widget, [](const Widget& candidate) { return candidate.visible(); });
-    const std::string where = &hidden == &widget ? "" : ": its " + described(hidden) + " is hidden";
-    throw Error(described(widget) + " is not visible" + where);
+    throw Error(&hidden == &widget
+                    ? localized("%s is not visible", described(widget))
+                    : localized("%s is not visible: its %s is hidden", described(widget), described(hidden)));
 }
 
 [[noreturn]] void refuseInsensitive(const Widget& widget)
 {
     const Widget& insensitive =
         culprit(widget, [](const Widget& candidate) { return candidate.sensitive(); });
-    const std::string where =
-        &insensitive == &widget ? "" : ": its " + described(insensitive) + " is insensitive";
-    throw Error(described(widget) + " is insensitive" + where);
+    throw Error(&insensitive == &widget ? localized("%s is insensitive", described(widget))
+                                        : localized("%s is insensitive: its %s is insensitive",
+                                                    described(widget), described(insensitive)));
 }
 
 void requireTypable(const Widget& field, std::string_view text)
 {
     if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) == FALSE) {
-        throw Error("the text for " + described(field) + " is not UTF-8");
+        throw Error(localized("the text for %s is not UTF-8", described(field)));
     }
     const bool hasControl = std::any_of(text.begin(), text.end(), [](char character) {
         const auto code = static_cast<unsigned char>(character);
         return code < 0x20 || code == 0x7F;
     });
     if (hasControl) {
-        throw Error("the text for " + described(field) + " holds a line end or another control character");
+        throw Error(
+            localized("the text for %s holds a line end or another control character", described(field)));
     }
     const auto length =
         static_cast<std::size_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
     if (length > field.maximumLength()) {
-        throw Error("the text for " + described(field) + " has " + std::to_string(length) +
-                    " characters; the field takes " + std::to_string(field.maximumLength()));
+        throw Error(localizedCount("the text for %s has %d character; the field takes %d",
+                                   "the text for %s has %d characters; the field takes %d", length,
+                                   described(field), length, field.maximumLength()));
     }
 }
 
@@ -72,30 +75,29 @@ void requireTypable(const Widget& field, std::string_view text)
 void UserActions::requireNoQuestion() const
 {
     if (state.questions.top() != nullptr) {
-        throw Error("a question is waiting for an answer; answer it first");
+        throw Error(localized("a question is waiting for an answer; answer it first"));
     }
 }
 
 Widget& UserActions::existing(std::string_view name) const
 {
+    requireNoQuestion();
     Widget* widget = state.tree.find(name);
     if (widget == nullptr) {
-        throw Error("there is no widget " + quoted(name));
+        throw Error(localized("there is no widget \"%s\"", name));
     }
     return *widget;
 }
 
-Widget& UserActions::operable(std::string_view name) const
+void UserActions::requireOperable(const Widget& widget) const
 {
     requireNoQuestion();
-    Widget& widget = existing(name);
     if (!widget.onScreen()) {
         refuseHidden(widget);
     }
     if (!widget.active()) {
         refuseInsensitive(widget);
     }
-    return widget;
 }
 
 void UserActions::requireUsableItem(const Widget& item) const
@@ -108,15 +110,17 @@ void UserActions::requireUsableItem(const Widget& item) const
     }
 }
 
-void UserActions::press(std::string_view name)
+void UserActions::press(std::string_view name) { press(existing(name)); }
+
+void UserActions::press(Widget& widget)
 {
-    Widget& widget = operable(name);
+    requireOperable(widget);
     if (widget.kind() == WidgetKind::fileSelection) {
         pressOk(widget);
     } else if (widget.kind() == WidgetKind::button || widget.kind() == WidgetKind::toolbarItem) {
         callbacks.fire(widget);
     } else {
-        throw Error(described(widget) + " cannot be pressed; it is no button");
+        throw Error(localized("%s cannot be pressed; it is no button", described(widget)));
     }
     state.features.keep();
 }
@@ -127,7 +131,7 @@ void UserActions::pressOk(Widget& chooser)
     const std::string& path = chooser.text();
     const std::string_view file = std::string_view(path).substr(path.rfind('/') + 1);
     if (file.empty() || file.find_first_of("*?[") != std::string_view::npos) {
-        throw Error("no file is chosen in " + described(chooser) + "; type its path first");
+        throw Error(localized("no file is chosen in %s; type its path first", described(chooser)));
     }
     if (const HostState::Handler handler = state.handlerFor(chooser, okPart)) {
         callbacks.run(okPart, handler);
@@ -136,16 +140,18 @@ void UserActions::pressOk(Widget& chooser)
     }
 }
 
-void UserActions::type(std::string_view name, std::string_view text)
+void UserActions::type(std::string_view name, std::string_view text) { type(existing(name), text); }
+
+void UserActions::type(Widget& widget, std::string_view text)
 {
-    Widget& widget = operable(name);
+    requireOperable(widget);
     const bool isField = widget.kind() == WidgetKind::textEntry;
     if (!isField && widget.kind() != WidgetKind::fileSelection) {
-        throw Error(described(widget) + " takes no text");
+        throw Error(localized("%s takes no text", described(widget)));
     }
     const std::string* editable = widget.attribute("Editable");
     if (editable != nullptr && *editable == "false") {
-        throw Error(described(widget) + " is read-only");
+        throw Error(localized("%s is read-only", described(widget)));
     }
     requireTypable(widget, text);
     widget.setText(text);
@@ -153,14 +159,16 @@ void UserActions::type(std::string_view name, std::string_view text)
     state.features.keep();
 }
 
-void UserActions::tick(std::string_view name, bool on)
+void UserActions::tick(std::string_view name, bool on) { tick(existing(name), on); }
+
+void UserActions::tick(Widget& widget, bool on)
 {
-    Widget& widget = operable(name);
+    requireOperable(widget);
     if (!widget.hasFlag()) {
-        throw Error(described(widget) + " cannot be ticked; it is no check box");
+        throw Error(localized("%s cannot be ticked; it is no check box", described(widget)));
     }
     if (widget.kind() == WidgetKind::radioButtonItem && !on) {
-        throw Error(described(widget) + " cannot be unticked; choose another item of its group");
+        throw Error(localized("%s cannot be unticked; choose another item of its group", described(widget)));
     }
     widget.setFlag(on);
     if (!callbacks.fire(widget) && widget.kind() == WidgetKind::radioButtonItem) {
@@ -169,18 +177,21 @@ void UserActions::tick(std::string_view name, bool on)
     state.features.keep();
 }
 
-void UserActions::choose(std::string_view name, int value)
+void UserActions::choose(std::string_view name, int value) { choose(existing(name), value); }
+
+void UserActions::choose(Widget& widget, int value)
 {
-    Widget& widget = operable(name);
+    requireOperable(widget);
     if (!widget.hasNumber() || widget.isList()) {
-        throw Error(described(widget) + " offers no choice");
+        throw Error(localized("%s offers no choice", described(widget)));
     }
     const auto range = widget.numberRange();
-    if (!range || value < range->first || value > range->second) {
-        throw Error(
-            described(widget) + " has no " + std::to_string(value) +
-            (range ? "; it goes from " + std::to_string(range->first) + " to " + std::to_string(range->second)
-                   : "; it is empty"));
+    if (!range) {
+        throw Error(localized("%s has no %d; it is empty", described(widget), value));
+    }
+    if (value < range->first || value > range->second) {
+        throw Error(localized("%s has no %d; it goes from %d to %d", described(widget), value, range->first,
+                              range->second));
     }
     if (widget.kind() != WidgetKind::spinBox) {
         requireUsableItem(*widget.items()[static_cast<std::size_t>(value)]);
@@ -192,22 +203,28 @@ void UserActions::choose(std::string_view name, int value)
 
 void UserActions::select(std::string_view name, const std::vector<int>& rows)
 {
-    Widget& list = operable(name);
+    select(existing(name), rows);
+}
+
+void UserActions::select(Widget& list, const std::vector<int>& rows)
+{
+    requireOperable(list);
     if (!list.isList()) {
-        throw Error(described(list) + " has no rows; it is no list");
+        throw Error(localized("%s has no rows; it is no list", described(list)));
     }
     if (rows.size() > 1 && !list.isMultipleSelection()) {
-        throw Error("only one row of " + described(list) + " can be selected");
+        throw Error(localized("only one row of %s can be selected", described(list)));
     }
     const auto count = list.rows().count();
     std::vector<bool> chosen(count);
     for (const int row : rows) {
         if (row < 0 || static_cast<std::size_t>(row) >= count) {
-            throw Error(described(list) + " has no row " + std::to_string(row) + "; it has " +
-                        std::to_string(count) + " rows, counted from 0");
+            throw Error(localizedCount("%s has no row %d; it has %d row, counted from 0",
+                                       "%s has no row %d; it has %d rows, counted from 0", count,
+                                       described(list), row, count));
         }
         if (chosen[static_cast<std::size_t>(row)]) {
-            throw Error("row " + std::to_string(row) + " of " + described(list) + " is named twice");
+            throw Error(localized("row %d of %s is named twice", row, described(list)));
         }
         chosen[static_cast<std::size_t>(row)] = true;
     }
@@ -216,15 +233,16 @@ void UserActions::select(std::string_view name, const std::vector<int>& rows)
     state.features.keep();
 }
 
-void UserActions::closeWindow(std::string_view name)
+void UserActions::closeWindow(std::string_view name) { closeWindow(existing(name)); }
+
+void UserActions::closeWindow(Widget& window)
 {
     requireNoQuestion();
-    Widget& window = existing(name);
     if (!window.isWindow()) {
-        throw Error(described(window) + " is no window");
+        throw Error(localized("%s is no window", described(window)));
     }
     if (!window.visible()) {
-        throw Error(described(window) + " is not open");
+        throw Error(localized("%s is not open", described(window)));
     }
     if (const HostState::Handler handler = state.handlerFor(window, closeSignal)) {
         callbacks.run(closeSignal, handler);
@@ -237,7 +255,7 @@ void UserActions::closeWindow(std::string_view name)
 void UserActions::answer(bool yes)
 {
     if (!state.questions.answerTop(yes)) {
-        throw Error("no question is waiting for an answer");
+        throw Error(localized("no question is waiting for an answer"));
     }
     state.features.keep();
 }
@@ -247,10 +265,10 @@ void UserActions::call(std::string_view exportedName)
     requireNoQuestion();
     // The one callback that looks at the widget that fired, and cannot do without.
     if (exportedName == "T40LanFaxPreferencesCB") {
-        throw Error("T40LanFaxPreferencesCB cannot be called by itself; tick one of its check boxes");
+        throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
     }
     if (!callbacks.call(std::string(exportedName))) {
-        throw Error("the component's export list has no function " + quoted(exportedName));
+        throw Error(localized("the component's export list has no function \"%s\"", exportedName));
     }
     state.features.keep();
 }

@@ -12,7 +12,8 @@
 namespace quelm {
 
 /// The user actions of `Driver`, which documents them. Each throws quelm::Error, with nothing
-/// changed, when a person at a desktop could not do it.
+/// changed, when a person at a desktop could not do it. A widget is given by its name, which means
+/// the first one of that name, or as itself.
 class UserActions {
 public:
     UserActions(HostState& hostState, Callbacks& widgetCallbacks)
@@ -21,18 +22,24 @@ public:
     }
 
     void press(std::string_view name);
+    void press(Widget& widget);
     void type(std::string_view name, std::string_view text);
+    void type(Widget& widget, std::string_view text);
     void tick(std::string_view name, bool on);
+    void tick(Widget& widget, bool on);
     void choose(std::string_view name, int value);
+    void choose(Widget& widget, int value);
     void select(std::string_view name, const std::vector<int>& rows);
+    void select(Widget& list, const std::vector<int>& rows);
     void closeWindow(std::string_view name);
+    void closeWindow(Widget& window);
     void answer(bool yes);
     void call(std::string_view exportedName);
 
 private:
     void requireNoQuestion() const;
     Widget& existing(std::string_view name) const;
-    Widget& operable(std::string_view name) const;
+    void requireOperable(const Widget& widget) const;
     void requireUsableItem(const Widget& item) const;
     void pressOk(Widget& chooser);
 

@@ -3,6 +3,7 @@
 
 #include "driver/core/host_state.h"
 #include "driver/core/properties.h"
+#include "driver/core/translation.h"
 
 namespace {
 
@@ -23,8 +24,8 @@ GTKObject* GetWidgetByName(char* name)
             return &state->handleOf(*widget);
         }
         if (state != nullptr) {
-            state->trouble = std::string("it asks for a widget \"") + (name == nullptr ? "" : name) +
-                             "\" that does not exist";
+            state->trouble = quelm::localized("it asks for a widget \"%s\" that does not exist",
+                                              name == nullptr ? "" : name);
         }
         return nullptr;
     });

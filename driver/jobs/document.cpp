@@ -2,6 +2,7 @@
 #include "driver/jobs/document.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/print_wrapping.h"
 
 #include <fcntl.h>
@@ -24,7 +25,12 @@ constexpr std::size_t blockSize = 256 * 1024;
 constexpr const char* standardInput = "-";
 
 /// The name of the document in error lines.
-std::string shown(const std::string& path) { return path == standardInput ? "standard input" : path; }
+std::string shown(const std::string& path)
+{
+    return path == standardInput ? localized("standard input") : path;
+}
+
+std::string copyOf(const std::string& path) { return localized("the copy of %s", shown(path)); }
 
 bool isPostScript(std::string_view head) { return head.starts_with("%!"); }
 
@@ -47,7 +53,7 @@ Document Document::open(const std::string& path, const PdfConversion& conversion
     document.path_ = path;
     document.openFile();
     if (document.end_ == 0)
-        throw Error(shown(path) + ": is empty; there is nothing to fax");
+        throw Error(localized("%s: is empty; there is nothing to fax", shown(path)));
     document.locate(conversion);
     return document;
 }
@@ -55,7 +61,7 @@ Document Document::open(const std::string& path, const PdfConversion& conversion
 std::string Document::name() const
 {
     if (path_ == standardInput)
-        return "Standard input";
+        return "Standard input"; // in every language: it goes into the job
     return std::filesystem::path(path_).filename().string();
 }
 
@@ -68,13 +74,12 @@ void Document::openFile()
                            : ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status = {};
     if (!file_.isOpen() || ::fstat(file_.get(), &status) != 0)
-        throw Error(
-            who + ": " +
-            (errno == ENOENT ? "there is no such document" : "cannot be opened: " + systemReason(errno)));
+        throw Error(errno == ENOENT ? localized("%s: there is no such document", who)
+                                    : localized("%s: cannot be opened: %s", who, systemReason(errno)));
     if (S_ISDIR(status.st_mode))
-        throw Error(who + ": is a folder; name a PostScript or PDF document in it");
+        throw Error(localized("%s: is a folder; name a PostScript or PDF document in it", who));
     if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode))
-        throw Error(who + ": is a device, not a document");
+        throw Error(localized("%s: is a device, not a document", who));
 
     device_ = status.st_dev;
     inode_ = status.st_ino;
@@ -89,12 +94,13 @@ void Document::spool()
     if (const int flags = ::fcntl(file_.get(), F_GETFL); path_ != standardInput && flags >= 0)
         ::fcntl(file_.get(), F_SETFL, flags & ~O_NONBLOCK);
     FileHandle copy = makeUnnamedFile();
+    const std::string copyName = copyOf(path_);
     std::string block(blockSize, '\0');
     constexpr long long whereItStands = -1;
     while (const auto size =
                readFully(file_.get(), block.data(), block.size(), whereItStands, shown(path_))) {
         const WriteSignalsIgnored failuresOnly;
-        writeAll(copy.get(), std::string_view(block).substr(0, size), "the copy of " + shown(path_));
+        writeAll(copy.get(), std::string_view(block).substr(0, size), copyName);
         end_ += size;
     }
     file_ = std::move(copy);
@@ -114,8 +120,8 @@ void Document::locate(const PdfConversion& conversion)
     std::string head = window(0, std::min<std::uint64_t>(end_, headSize));
     if (const auto section = readPreviewHeader(head)) {
         if (section->size == 0 || section->offset > end_ || section->size > end_ - section->offset)
-            throw Error(who +
-                        ": the EPS file is damaged: its PostScript would end behind the end of the file");
+            throw Error(localized(
+                "%s: the EPS file is damaged: its PostScript would end behind the end of the file", who));
         begin_ = section->offset;
         end_ = section->offset + section->size;
         head = window(begin_, std::min<std::uint64_t>(size(), headSize));
@@ -135,12 +141,16 @@ void Document::locate(const PdfConversion& conversion)
         return;
     }
     if (isTaggedBinary(head))
-        throw Error(who + ": is in tagged binary form (TBCP), for serial lines; print it to a file again as "
-                          "plain PostScript");
+        throw Error(
+            localized("%s: is in tagged binary form (TBCP), for serial lines; print it to a file again as "
+                      "plain PostScript",
+                      who));
     if (!prologue.language.empty() && prologue.language != "POSTSCRIPT")
-        throw Error(who + ": is a print file in " + prologue.language +
-                    ", not in PostScript; print it to a file again with a PostScript driver");
-    throw Error(who + ": is neither PostScript nor PDF; save or print it as PDF and fax that");
+        // Translators: the document and a printer language, such as PCLXL.
+        throw Error(localized("%s: is a print file in %s, not in PostScript; print it to a file again with a "
+                              "PostScript driver",
+                              who, prologue.language));
+    throw Error(localized("%s: is neither PostScript nor PDF; save or print it as PDF and fax that", who));
 }
 
 void Document::replaceByPostScript(const PdfConversion& conversion)
@@ -148,11 +158,12 @@ void Document::replaceByPostScript(const PdfConversion& conversion)
     if (begin_ != 0) {
         // Ghostscript reads the file from its start.
         FileHandle copy = makeUnnamedFile();
+        const std::string copyName = copyOf(path_);
         std::string block(blockSize, '\0');
         for (std::uint64_t offset = 0; const auto count = read(offset, block.data(), block.size());
              offset += count) {
             const WriteSignalsIgnored failuresOnly;
-            writeAll(copy.get(), std::string_view(block).substr(0, count), "the copy of " + shown(path_));
+            writeAll(copy.get(), std::string_view(block).substr(0, count), copyName);
         }
         file_ = std::move(copy);
     }
@@ -163,7 +174,7 @@ void Document::replaceByPostScript(const PdfConversion& conversion)
 
     struct stat status = {};
     if (::fstat(file_.get(), &status) != 0)
-        throw Error(shown(path_) + ": its PostScript cannot be read: " + systemReason(errno));
+        throw Error(localized("%s: its PostScript cannot be read: %s", shown(path_), systemReason(errno)));
     begin_ = 0;
     end_ = static_cast<std::uint64_t>(status.st_size);
 }
@@ -175,7 +186,8 @@ std::size_t Document::read(std::uint64_t offset, char* bytes, std::size_t size) 
     const auto position = static_cast<long long>(begin_ + offset);
     const std::size_t count = readFully(file_.get(), bytes, wanted, position, shown(path_));
     if (count < wanted)
-        throw Error(shown(path_) + ": became shorter while it was read; try again when it is complete");
+        throw Error(
+            localized("%s: became shorter while it was read; try again when it is complete", shown(path_)));
     return count;
 }
 

@@ -2,6 +2,7 @@
 #include "driver/jobs/document_copy.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/print_wrapping.h"
 
 #include <algorithm>
@@ -201,9 +202,10 @@ private:
             return;
         const std::string_view done(buffer_.data(), size);
         if (searchUel_(done))
-            throw Error(document_.path() +
-                        ": holds a command that ends a print job (UEL) in its middle, so that only a part "
-                        "of it would be faxed; print it to a file again as one document");
+            throw Error(localized(
+                "%s: holds a command that ends a print job (UEL) in its middle, so that only a part "
+                "of it would be faxed; print it to a file again as one document",
+                document_.path()));
         sink_.write(done);
         end_.insideLine = !isLineEnd(done.back());
         std::memmove(buffer_.data(), buffer_.data() + size, filled_ - size);

@@ -2,6 +2,7 @@
 #include "driver/jobs/file_handle.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -64,14 +65,14 @@ std::string systemReason(int error)
     switch (error) {
     case ENOSPC:
     case EDQUOT:
-        return "the disk is full; make room and try again";
+        return localized("the disk is full; make room and try again");
     case EFBIG:
-        return "the file became larger than is allowed here";
+        return localized("the file became larger than is allowed here");
     case EPIPE:
-        return "the program that reads it has ended";
+        return localized("the program that reads it has ended");
     case EACCES:
     case EPERM:
-        return "permission denied";
+        return localized("permission denied");
     default:
         return std::strerror(error);
     }
@@ -84,7 +85,7 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& target)
         if (written >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
         else if (errno != EINTR)
-            throw Error(target + ": cannot be written: " + systemReason(errno));
+            throw Error(localized("%s: cannot be written: %s", target, systemReason(errno)));
     }
 }
 
@@ -101,7 +102,7 @@ std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long o
         if (count > 0)
             total += static_cast<std::size_t>(count);
         else if (errno != EINTR)
-            throw Error(source + ": cannot be read: " + systemReason(errno));
+            throw Error(localized("%s: cannot be read: %s", source, systemReason(errno)));
     }
     return total;
 }
@@ -117,8 +118,8 @@ FileHandle makeUnnamedFile()
     std::string name = folder + "/quelm-XXXXXX";
     FileHandle named(::mkostemp(name.data(), O_CLOEXEC));
     if (!named.isOpen())
-        throw Error(folder + ": no temporary file can be made there: " + systemReason(errno) +
-                    "; set TMPDIR to a folder with room");
+        throw Error(localized("%s: no temporary file can be made there: %s; set TMPDIR to a folder with room",
+                              folder, systemReason(errno)));
     ::unlink(name.c_str());
     return named;
 }

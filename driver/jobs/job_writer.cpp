@@ -2,6 +2,7 @@
 #include "driver/jobs/job_writer.h"
 
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "driver/jobs/job_texts.h"
 #include "driver/jobs/pdl_writers.h"
 #include "driver/jobs/print_wrapping.h"
@@ -21,9 +22,9 @@ public:
     void write(std::string_view bytes) override
     {
         if (searchUel_(bytes))
-            throw Error(
+            throw Error(localized(
                 "the fax cannot be written: a text of its recipients, sender or cover sheet holds a command "
-                "that ends a print job (UEL); take it out");
+                "that ends a print job (UEL); take it out"));
         sink_.write(bytes);
     }
 
@@ -88,7 +89,7 @@ private:
         const bool written = session_.serializeJob(writer);
         writer.rethrowFailure();
         if (!written || writer.size() == 0)
-            throw Error("the fax cannot be written: the component wrote no fax attributes");
+            throw Error(localized("the fax cannot be written: the component wrote no fax attributes"));
         if (writer.endsInsideLine())
             put(lineEnd);
     }
@@ -119,7 +120,7 @@ private:
         const bool written = session_.serializeCoverSheet(writer);
         writer.rethrowFailure();
         if (!written || writer.size() == 0)
-            throw Error("the fax cannot be written: the component did not write its cover page");
+            throw Error(localized("the fax cannot be written: the component did not write its cover page"));
         if (writer.endsInsideLine())
             put("\n");
     }
@@ -144,7 +145,7 @@ void prepare(FaxSession& session, Pdl pdl)
 {
     session.setPdl(pdl);
     if (!session.checkInfo())
-        throw Error("the fax has no recipients: add at least one");
+        throw Error(localized("the fax has no recipients: add at least one"));
 }
 
 } // namespace
@@ -165,7 +166,7 @@ void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer)
     const bool written = session.serializeJob(writer);
     writer.rethrowFailure();
     if (!written || writer.size() == 0)
-        throw Error("the component wrote no fax attributes");
+        throw Error(localized("the component wrote no fax attributes"));
 }
 
 } // namespace quelm

@@ -5,13 +5,22 @@
 #include "driver/jobs/document.h"
 #include "driver/jobs/file_handle.h"
 #include "driver/jobs/sink.h"
+#include "driver/jobs/transfer.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace quelm {
+
+/// What a destination says of a job that it was handed.
+struct Receipt {
+    std::string place; ///< where the job is now, for the user: "letter.job", "queue fax, job 12"
+    std::string note;  ///< what the user should know, such as that the queue is paused; mostly empty
+    int job = 0;       ///< its number in a queue
+};
 
 /// Takes one job. Nothing of it is seen before `deliver`: a job that fails half-way, or a program that
 /// is ended meanwhile, leaves the destination as it was.
@@ -22,9 +31,11 @@ public:
     /// Where to write the job. Lives as long as the destination.
     virtual JobSink& sink() = 0;
 
-    /// Hands over the job, which is complete. Called once, last. Throws quelm::Error, with one line that
-    /// names the destination, when that fails.
-    virtual void deliver() = 0;
+    /// Hands over the job, which is complete. Called once, last; may be called on another thread than the
+    /// rest. Destinations over a wire take a while: they report to `transfer`, and heed its cancellation.
+    /// Throws quelm::Error, with one line that names the destination, when the job was not handed over
+    /// whole.
+    virtual Receipt deliver(const Transfer& transfer = {}) = 0;
 };
 
 /// A destination that cannot take back what it was sent: the whole job is collected in an unnamed file
@@ -34,11 +45,11 @@ public:
     SpooledDestination();
 
     JobSink& sink() final { return spool_; }
-    void deliver() final;
+    Receipt deliver(const Transfer& transfer) final;
 
 protected:
     /// Sends the job, `size` bytes in the file `spool` from its start on.
-    virtual void send(int spool, std::uint64_t size) = 0;
+    virtual Receipt send(int spool, std::uint64_t size, const Transfer& transfer) = 0;
 
 private:
     class Spool final : public JobSink {
@@ -52,6 +63,10 @@ private:
 
     Spool spool_;
 };
+
+/// Reads the job's bytes from `offset` on into `block`, as many as it has room for, and returns how many they
+/// are: at least one. Throws quelm::Error when they cannot be read. For senders of a spooled job.
+std::size_t readSpool(int spool, std::string& block, std::uint64_t offset);
 
 /// The destination that the user named: "-" is standard output; a device or fifo is written to when the
 /// job is complete; any other path is a file that appears whole, and replaces one that exists, on

@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/process.h"
+#include "driver/core/translation.h"
 
 #include <cctype>
 #include <sstream>
@@ -65,13 +66,14 @@ bool areWhole(const std::string& messages) { return contains(messages, "Copyrigh
 [[noreturn]] void fail(const std::string& name, const Diagnosis& diagnosis, int exitStatus)
 {
     if (diagnosis.needsPassword)
-        throw Error(name + ": the PDF is protected by a password; save it without one and fax that");
+        throw Error(
+            localized("%s: the PDF is protected by a password; save it without one and fax that", name));
     if (diagnosis.hasNoPages)
-        throw Error(name + ": the PDF has no pages");
+        throw Error(localized("%s: the PDF has no pages", name));
     std::string reason = diagnosis.firstFault;
     if (reason.empty())
-        reason = "Ghostscript ended with status " + std::to_string(exitStatus);
-    throw Error(name + ": the PDF is damaged (" + reason + "); open and save it again, and fax that");
+        reason = localized("Ghostscript ended with status %d", exitStatus);
+    throw Error(localized("%s: the PDF is damaged (%s); open and save it again, and fax that", name, reason));
 }
 
 } // namespace
@@ -90,12 +92,13 @@ ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const Pd
     request.inputFile = "/proc/self/fd/" + std::to_string(pdf.get());
     request.outputDescriptor = converted.postScript.get();
     request.timeLimit = conversion.timeLimit;
+    request.stop = conversion.stop;
 
     ProcessResult result;
     try {
         result = runProcess(request);
     } catch (const Error& error) {
-        throw Error(name + ": the PDF cannot be turned into PostScript: " + error.what());
+        throw Error(localized("%s: the PDF cannot be turned into PostScript: %s", name, error.what()));
     }
 
     const Diagnosis diagnosis = diagnose(result.errors);
@@ -103,8 +106,9 @@ ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const Pd
     if (result.exitStatus != 0 || diagnosis.processedNothing || noPage)
         fail(name, diagnosis, result.exitStatus);
     if (!diagnosis.firstFault.empty())
-        converted.warning = name + ": the PDF is damaged and was mended (" + diagnosis.firstFault +
-                            "); check the pages of the fax";
+        converted.warning =
+            localized("%s: the PDF is damaged and was mended (%s); check the pages of the fax", name,
+                      diagnosis.firstFault);
     return converted;
 }
 

@@ -5,6 +5,7 @@
 #include "driver/jobs/file_handle.h"
 
 #include <chrono>
+#include <stop_token>
 #include <string>
 
 namespace quelm {
@@ -13,6 +14,7 @@ namespace quelm {
 struct PdfConversion {
     std::string ghostscript = "gs"; ///< the program, looked up along PATH unless it holds a "/"
     std::chrono::milliseconds timeLimit = std::chrono::minutes(10);
+    std::stop_token stop; ///< gives the conversion up, which then fails
 };
 
 /// What became of a PDF document.

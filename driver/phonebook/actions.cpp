@@ -4,6 +4,7 @@
 #include "driver/core/atomic_file.h"
 #include "driver/core/error.h"
 #include "driver/core/log.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/listing.h"
 
@@ -22,8 +23,9 @@ const Phonebook::Item& existing(const Items& items, const std::string& name, con
 {
     const auto* item = findItem(items, name);
     if (item == nullptr)
-        throw Error(oneLine(path) + ": there is no entry or group \"" + oneLine(name) +
-                    "\"; quelm-driver phonebook list shows what there is");
+        throw Error(localized(
+            "%s: there is no entry or group \"%s\"; quelm-driver phonebook list shows what there is",
+            oneLine(path), oneLine(name)));
     return *item;
 }
 
@@ -38,14 +40,16 @@ Content acceptable(Content content)
 
 /// Saves one entry or group. `present` says whether the phonebook has one of that name.
 template <typename Content>
-Outcome saveOne(Phonebook& phonebook, const Content& content, bool present, bool replace, const char* kind)
+Outcome saveOne(Phonebook& phonebook, const Content& content, bool present, bool replace)
 {
-    const auto what = std::string("the ") + kind + " \"" + content.name + "\"";
+    const auto what = described(content);
     if (present && !replace)
-        throw Error(what + " is in the phonebook already; remove it first, or say --replace");
+        // Translators: %s is: the entry "Ann".
+        throw Error(localized("%s is in the phonebook already; remove it first, or say --replace", what));
     phonebook.save(content);
     phonebook.commit();
-    return {(present ? "replaced " : "added ") + what + "\n", {}};
+    // Translators: %s is: the entry "Ann".
+    return {(present ? localized("replaced %s", what) : localized("added %s", what)) + "\n", {}};
 }
 
 std::string formatted(const Items& items, FileFormat format)
@@ -94,7 +98,7 @@ Outcome addEntry(const PhonebookPlace& place, PhonebookEntry entry, bool replace
 {
     entry = acceptable(std::move(entry));
     Phonebook phonebook(place, Phonebook::Access::create);
-    return saveOne(phonebook, entry, phonebook.hasEntry(entry.name), replace, "entry");
+    return saveOne(phonebook, entry, phonebook.hasEntry(entry.name), replace);
 }
 
 Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace)
@@ -103,10 +107,10 @@ Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace
     Phonebook phonebook(place, Phonebook::Access::write); // one without entries has no use for groups
     for (const auto& member : group.members) {
         if (!phonebook.hasEntry(member))
-            throw Error("\"" + oneLine(group.name) + "\": the member \"" + oneLine(member) +
-                        "\" is not in the phonebook; add it first");
+            throw Error(localized("\"%s\": the member \"%s\" is not in the phonebook; add it first",
+                                  oneLine(group.name), oneLine(member)));
     }
-    return saveOne(phonebook, group, phonebook.hasGroup(group.name), replace, "group");
+    return saveOne(phonebook, group, phonebook.hasGroup(group.name), replace);
 }
 
 Outcome removeItem(const PhonebookPlace& place, const std::string& name)
@@ -121,13 +125,15 @@ Outcome removeItem(const PhonebookPlace& place, const std::string& name)
             if (group != nullptr && std::ranges::any_of(group->members, [&](const std::string& member) {
                     return entryKey(member) == item.key;
                 }))
-                outcome.warnings.push_back(described(other) + " still has the member \"" +
-                                           oneLine(item.key.substr(1)) + "\"");
+                // Translators: the first %s is: the group "Sales".
+                outcome.warnings.push_back(localized("%s still has the member \"%s\"", described(*group),
+                                                     oneLine(item.key.substr(1))));
         }
     }
     phonebook.remove(item.key);
     phonebook.commit();
-    outcome.done = "removed " + described(item) + "\n";
+    // Translators: %s is: the entry "Ann".
+    outcome.done = localized("removed %s", described(item)) + "\n";
     return outcome;
 }
 
@@ -141,18 +147,11 @@ Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFor
 {
     const auto items = readItems(place);
     if (isSameFile(file, place.path))
-        throw Error(oneLine(file) + ": is the phonebook itself; export to another file");
+        throw Error(localized("%s: is the phonebook itself; export to another file", oneLine(file)));
     AtomicFile output(file);
     output.write(formatted(items, format));
     output.commit();
-    const auto groups =
-        static_cast<std::size_t>(std::ranges::count_if(items, [](const Phonebook::Item& item) {
-            return std::holds_alternative<PhonebookGroup>(item.content);
-        }));
-    const auto entries = readableItems(items).size() - groups;
-    return {oneLine(file) + ": " + std::to_string(entries) + (entries == 1 ? " entry, " : " entries, ") +
-                std::to_string(groups) + (groups == 1 ? " group\n" : " groups\n"),
-            unreadableRecords(items, place.path)};
+    return {oneLine(file) + ": " + countText(items) + "\n", unreadableRecords(items, place.path)};
 }
 
 } // namespace quelm

@@ -1,5 +1,6 @@
 // Entries and groups in CSV files.
 #include "driver/core/error.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/csv_rows.h"
 
@@ -35,16 +36,17 @@ Header readHeader(const CsvRow& row, const std::string& file)
     for (const auto& field : row.fields) {
         const auto* const found = std::ranges::find(columnNames, field);
         if (found == columnNames.end())
-            throw fail("unknown column \"" + field + "\"; the columns are " + list(columnNames.size()));
+            throw fail(
+                localized("unknown column \"%s\"; the columns are %s", field, list(columnNames.size())));
         const auto column = static_cast<Column>(found - columnNames.begin());
         if (std::ranges::find(header, column) != header.end())
-            throw fail("the column " + field + " stands twice");
+            throw fail(localized("the column %s stands twice", field));
         header.push_back(column);
     }
     for (const auto needed : {name, number}) {
         if (std::ranges::find(header, needed) == header.end())
-            throw fail("the column " + std::string(columnNames.at(needed)) +
-                       " is missing; the first line names the columns");
+            throw fail(localized("the column %s is missing; the first line names the columns",
+                                 columnNames.at(needed)));
     }
     return header;
 }
@@ -66,23 +68,24 @@ void readRow(const CsvRow& row, const Header& header, Contacts& all)
     if (!row.problem.empty())
         return refuse(row.problem);
     if (row.fields.size() != header.size())
-        return refuse("has " + std::to_string(row.fields.size()) + " fields where the first line names " +
-                      std::to_string(header.size()));
+        return refuse(
+            localized("has %d fields where the first line names %d", row.fields.size(), header.size()));
     std::array<std::string, columnNames.size()> cells;
     for (std::size_t i = 0; i < header.size(); ++i)
         cells.at(header[i]) = row.fields[i];
     if (cells[type] == "group") {
         for (const auto column : {number, organization, phone, email, mailbox}) {
             if (!cells.at(column).empty())
-                return refuse("a group has no " + std::string(columnNames.at(column)));
+                // Translators: %s is the name of a column, such as number.
+                return refuse(localized("a group has no %s", columnNames.at(column)));
         }
         addContact(all, row.line, PhonebookGroup{cells[name], splitMembers(cells[members])});
         return;
     }
     if (!cells[type].empty() && cells[type] != "entry")
-        return refuse("the type \"" + cells[type] + "\" is neither entry nor group");
+        return refuse(localized("the type \"%s\" is neither entry nor group", cells[type]));
     if (!cells[members].empty())
-        return refuse("only a group has members; write group as its type");
+        return refuse(localized("only a group has members; write group as its type"));
     const bool added = addContact(
         all, row.line,
         PhonebookEntry{cells[name], cells[number], cells[organization], cells[phone], cells[email]});
@@ -104,7 +107,7 @@ Contacts readCsvContacts(std::string_view text, const std::string& file)
 {
     const auto rows = readCsvRows(text);
     if (rows.empty())
-        throw Error(file + ":1: the first line must name the columns, such as name,number");
+        throw Error(file + ":1: " + localized("the first line must name the columns, such as name,number"));
     const auto header = readHeader(rows.front(), file);
     Contacts all;
     all.contacts.reserve(rows.size() - 1);

@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 
 #include <csv.h>
 
@@ -34,8 +35,9 @@ public:
             const auto rowsBefore = rows_.size();
             if (csv_parse(&parser_, line.data(), line.size(), onField, onRow, this) != line.size()) {
                 requireMemory();
-                refuse(rowStart_, "quotation marks stand amid a field; quote the whole field and double "
-                                  "the marks within it");
+                refuse(rowStart_,
+                       localized("quotation marks stand amid a field; quote the whole field and double "
+                                 "the marks within it"));
                 continue;
             }
             const bool blank = line.find_first_not_of(" \t\r\n") == std::string_view::npos;
@@ -44,7 +46,7 @@ public:
         }
         if (csv_fini(&parser_, onField, onRow, this) != 0) {
             requireMemory();
-            refuse(rowStart_, "a quoted field is not closed; end it with a quotation mark");
+            refuse(rowStart_, localized("a quoted field is not closed; end it with a quotation mark"));
         }
         return std::move(rows_);
     }
@@ -95,9 +97,9 @@ private:
     static std::string problemWithLine(std::string_view line)
     {
         if (line.find('\0') != std::string_view::npos)
-            return "holds a NUL byte; save the list as UTF-8 text";
+            return localized("holds a NUL byte; save the list as UTF-8 text");
         if (!isUtf8(line))
-            return "is not UTF-8; save the list as UTF-8 text";
+            return localized("is not UTF-8; save the list as UTF-8 text");
         return "";
     }
 
@@ -127,7 +129,7 @@ std::string quoted(const std::string& field)
 std::vector<CsvRow> readCsvRows(std::string_view text)
 {
     if (text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff"))
-        return {{1, {}, "is UTF-16; save the list as UTF-8 text"}};
+        return {{1, {}, localized("is UTF-16; save the list as UTF-8 text")}};
     if (text.starts_with("\xef\xbb\xbf"))
         text.remove_prefix(3);
     return RowReader(text).readAll();

@@ -3,6 +3,7 @@
 
 #include "driver/core/text_checks.h"
 #include "driver/core/texts.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/record_codec.h"
 
 #include <glib.h>
@@ -22,19 +23,21 @@ constexpr long textLength = 59;
 
 using Problem = std::optional<std::string>;
 
+// `what` names the field: a text marked for translation.
+
 Problem tooLong(const char* what, const std::string& text, long most)
 {
     const long length = g_utf8_strlen(text.data(), static_cast<gssize>(text.size()));
     if (length <= most)
         return std::nullopt;
-    return std::string(what) + " has " + std::to_string(length) + " characters; " + std::to_string(most) +
-           " are possible";
+    return localizedCount("%s has %d character; %d are possible", "%s has %d characters; %d are possible",
+                          static_cast<unsigned long>(length), translated(what), length, most);
 }
 
 Problem problemWithNameOf(const char* what, const std::string& name)
 {
     if (name.empty())
-        return std::string(what) + " is missing";
+        return localized("%s is missing", translated(what));
     if (auto problem = problemWithName(name, nameMarks))
         return problem;
     return tooLong(what, name, nameLength);
@@ -43,21 +46,21 @@ Problem problemWithNameOf(const char* what, const std::string& name)
 Problem problemWithNumber(const char* what, const std::string& number)
 {
     if (!isUtf8(number))
-        return std::string(what) + " is not UTF-8";
+        return localized("%s is not UTF-8", translated(what));
     if (auto problem = problemWithPhoneNumber(number, numberMarks))
-        return std::string(what) + ": " + *problem;
+        return translated(what) + ": " + *problem;
     return tooLong(what, number, numberLength);
 }
 
 Problem problemWithText(const char* what, const std::string& text, bool severalLines)
 {
     if (!isUtf8(text))
-        return std::string(what) + " is not UTF-8";
+        return localized("%s is not UTF-8", translated(what));
     std::string line = text;
     if (severalLines)
         std::ranges::replace(line, '\n', ' ');
     if (hasControlCharacter(line))
-        return std::string(what) + " holds a line break or control character";
+        return localized("%s holds a line break or control character", translated(what));
     return tooLong(what, text, textLength);
 }
 
@@ -69,8 +72,8 @@ Problem unlessKept(const Content& content)
     const auto* same = std::get_if<Content>(&kept);
     if (same != nullptr && *same == content)
         return std::nullopt;
-    return "\"" + content.name +
-           "\" cannot be kept: a text holds a mark of the record format, such as \".enam\"";
+    return localized("\"%s\" cannot be kept: a text holds a mark of the record format, such as \".enam\"",
+                     content.name);
 }
 
 bool isSpace(char character) { return std::string_view(" \t\n\v\f\r").find(character) != std::string::npos; }
@@ -110,29 +113,30 @@ PhonebookGroup tidied(PhonebookGroup group)
 
 Problem problemWith(const PhonebookEntry& entry)
 {
-    Problem problem = problemWithNameOf("the name", entry.name);
+    // Translators: the subject of sentences such as: %s is missing.
+    Problem problem = problemWithNameOf(forTranslation("the name"), entry.name);
     if (!problem && entry.number.empty())
-        problem = "the fax number is missing";
+        problem = localized("%s is missing", localized("the fax number"));
     if (!problem)
-        problem = problemWithNumber("the fax number", entry.number);
+        problem = problemWithNumber(forTranslation("the fax number"), entry.number);
     if (!problem)
-        problem = problemWithText("the organization", entry.organization, true);
+        problem = problemWithText(forTranslation("the organization"), entry.organization, true);
     if (!problem && !entry.phone.empty())
-        problem = problemWithNumber("the phone number", entry.phone);
+        problem = problemWithNumber(forTranslation("the phone number"), entry.phone);
     if (!problem)
-        problem = problemWithText("the e-mail address", entry.email, false);
+        problem = problemWithText(forTranslation("the e-mail address"), entry.email, false);
     return problem ? problem : unlessKept(entry);
 }
 
 Problem problemWith(const PhonebookGroup& group)
 {
-    if (auto problem = problemWithNameOf("the group's name", group.name))
+    if (auto problem = problemWithNameOf(forTranslation("the group's name"), group.name))
         return problem;
     if (group.members.empty())
-        return "the group has no member";
+        return localized("the group has no member");
     const auto notText = std::ranges::find_if_not(group.members, isUtf8);
     if (notText != group.members.end())
-        return "the name of a member is not UTF-8";
+        return localized("the name of a member is not UTF-8");
     return unlessKept(group);
 }
 

@@ -2,12 +2,15 @@
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/program_end.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/menu.h"
+#include "driver/phonebook/terminal_window.h"
 
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -15,27 +18,36 @@
 
 namespace {
 
-constexpr std::string_view usage =
-    "Opens a phonebook of the LAN fax component.\n"
-    "Usage: fennodial -FP FILE\n"
-    "\n"
-    "At a terminal it offers to list, show, add, remove, import and export entries and groups; elsewhere it\n"
-    "prints the list. All that follows -FP is the file's path, blanks included.\n"
-    "\n"
-    "  --help       Print this help and exit\n"
-    "  --version    Print the version and exit\n";
+std::string usage()
+{
+    return quelm::localized("Opens a phonebook of the LAN fax component.\n"
+                            "Usage: fennodial -FP FILE\n") +
+           "\n" +
+           quelm::localized(
+               "At a terminal it offers to list, show, add, remove, import and export entries and\n"
+               "groups; started from a desktop it opens a terminal for that, elsewhere it prints the\n"
+               "list. All that follows -FP is the file's path, blanks included.\n") +
+           "\n" +
+           quelm::localized("  --help       Print this help and exit\n"
+                            "  --version    Print the version and exit\n");
+}
+
+quelm::UsageError noPhonebook()
+{
+    return quelm::UsageError(quelm::localized("say which phonebook to open: fennodial -FP FILE"));
+}
 
 /// The path behind -FP. The fax dialog hands it over without quotes, so that a shell has parted it at
 /// its blanks.
 std::string pathOf(const std::vector<std::string>& arguments)
 {
     if (arguments.size() < 2 || arguments.front() != "-FP")
-        throw quelm::UsageError("say which phonebook to open: fennodial -FP FILE");
+        throw noPhonebook();
     std::string path = arguments[1];
     for (std::size_t i = 2; i < arguments.size(); ++i)
         path += " " + arguments[i];
     if (path.empty())
-        throw quelm::UsageError("say which phonebook to open: fennodial -FP FILE");
+        throw noPhonebook();
     return path;
 }
 
@@ -45,18 +57,24 @@ void open(const quelm::PhonebookPlace& place)
         quelm::Menu(place, std::cin, std::cout).run();
         return;
     }
+    if (quelm::isStartedFromDesktop()) {
+        quelm::openInTerminalWindow(
+            {std::filesystem::read_symlink("/proc/self/exe").string(), "-FP", place.path});
+        return;
+    }
     const auto list = quelm::listPhonebook(place, false);
     std::cout << list.done << std::flush;
     for (const auto& warning : list.warnings)
-        std::cerr << "fennodial: warning: " << quelm::oneLine(warning) << std::endl;
+        std::cerr << "fennodial: " << quelm::localized("warning: %s", quelm::oneLine(warning)) << std::endl;
     if (!std::cout)
-        throw quelm::Error("standard output: the list cannot be written; make room, or read all of it");
+        throw quelm::Error(
+            quelm::localized("standard output: the list cannot be written; make room, or read all of it"));
 }
 
 void run(const std::vector<std::string>& arguments)
 {
     if (arguments.size() == 1 && arguments.front() == "--help")
-        std::cout << usage << std::flush;
+        std::cout << usage() << std::flush;
     else if (arguments.size() == 1 && arguments.front() == "--version")
         std::cout << "fennodial " QUELM_DRIVER_VERSION << std::endl;
     else

@@ -4,6 +4,7 @@
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 #include "driver/phonebook/interruption.h"
 
 #include <algorithm>
@@ -40,11 +41,14 @@ void refuseContradictions(Contacts& all)
         const auto [known, isNew] = first.try_emplace(keyOf(contact), &contact);
         if (isNew || !contradict(*known->second, contact))
             continue;
-        const bool group = std::holds_alternative<PhonebookGroup>(contact.content);
-        all.refused.push_back({contact.line, "\"" + known->first.substr(1) + "\" stands on line " +
-                                                 std::to_string(known->second->line) + " with " +
-                                                 (group ? "other members" : "another number") +
-                                                 " already; give one of them another name"});
+        const auto* sentence =
+            std::holds_alternative<PhonebookGroup>(contact.content)
+                ? forTranslation(
+                      "\"%s\" stands on line %d with other members already; give one of them another name")
+                : forTranslation(
+                      "\"%s\" stands on line %d with another number already; give one of them another name");
+        all.refused.push_back(
+            {contact.line, localized(sentence, known->first.substr(1), known->second->line)});
         refused.insert(&contact);
     }
     if (refused.empty())
@@ -67,11 +71,17 @@ std::vector<std::string> strayMembers(const std::vector<Contact>& contacts, cons
             continue;
         for (const auto& member : group->members) {
             if (!phonebook.hasEntry(member))
-                strays.push_back("the group \"" + group->name + "\" has the member \"" + member +
-                                 "\", which is not in the phonebook");
+                strays.push_back(
+                    localized("the group \"%s\" has the member \"%s\", which is not in the phonebook",
+                              group->name, member));
         }
     }
     return strays;
+}
+
+Error interrupted(const ImportReport& report)
+{
+    return Error(localized("%s: the import was interrupted; nothing was imported", report.file));
 }
 
 void save(const Contacts& all, const PhonebookPlace& place, const ImportOptions& options,
@@ -81,7 +91,7 @@ void save(const Contacts& all, const PhonebookPlace& place, const ImportOptions&
     std::size_t done = 0;
     for (const auto& contact : all.contacts) {
         if (Interruption::requested())
-            throw Error(report.file + ": the import was interrupted; nothing was imported");
+            throw interrupted(report);
         const bool replaced =
             std::visit([&](const auto& content) { return phonebook.save(content); }, contact.content);
         ++(replaced ? report.merged : report.added);
@@ -90,13 +100,8 @@ void save(const Contacts& all, const PhonebookPlace& place, const ImportOptions&
     }
     report.strayMembers = strayMembers(all.contacts, phonebook);
     if (Interruption::requested())
-        throw Error(report.file + ": the import was interrupted; nothing was imported");
+        throw interrupted(report);
     phonebook.commit();
-}
-
-std::string counted(std::size_t count, const char* one, const char* many)
-{
-    return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
 } // namespace
@@ -109,7 +114,7 @@ ImportReport importFile(const PhonebookPlace& place, const std::string& file, co
     {
         const auto text = readTextFile(file, largestFile);
         if (text.find_first_not_of(" \t\r\n") == std::string::npos)
-            throw Error(report.file + ": is empty; give a CSV or vCard file");
+            throw Error(localized("%s: is empty; give a CSV or vCard file", report.file));
         all = isVcardText(text) ? readVcards(text) : readCsvContacts(text, report.file);
     }
     refuseContradictions(all);
@@ -126,16 +131,19 @@ ImportReport importFile(const PhonebookPlace& place, const std::string& file, co
 
 std::string importSummary(const ImportReport& report)
 {
-    std::string text = report.file + ": " + std::to_string(report.added) + " added, " +
-                       std::to_string(report.merged) + " merged, " + std::to_string(report.refused.size()) +
-                       " refused\n";
-    if (report.withoutNumber > 0)
-        text += counted(report.withoutNumber, "card without a fax number was",
-                        "cards without a fax number were") +
-                " passed over\n";
-    if (report.mailboxes > 0)
-        text +=
-            counted(report.mailboxes, "mailbox was", "mailboxes were") + " left out; phonebooks keep none\n";
+    // Translators: a file; how many entries and groups were new, took the place of one of the same name, and
+    // could not be used.
+    std::string text = localized("%s: %d added, %d merged, %d refused", report.file, report.added,
+                                 report.merged, report.refused.size()) +
+                       "\n";
+    if (const auto cards = report.withoutNumber; cards > 0)
+        text += localizedCount("%d card without a fax number was passed over",
+                               "%d cards without a fax number were passed over", cards, cards) +
+                "\n";
+    if (const auto mailboxes = report.mailboxes; mailboxes > 0)
+        text += localizedCount("%d mailbox was left out; phonebooks keep none",
+                               "%d mailboxes were left out; phonebooks keep none", mailboxes, mailboxes) +
+                "\n";
     return text;
 }
 
@@ -144,9 +152,9 @@ std::vector<std::string> refusalLines(const ImportReport& report)
     std::vector<std::string> lines;
     for (const auto& refusal : report.refused) {
         if (lines.size() == mostLines) {
+            const auto more = report.refused.size() - mostLines;
             lines.push_back(
-                report.file + ": " +
-                counted(report.refused.size() - mostLines, "more is refused", "more are refused"));
+                localizedCount("%s: %d more is refused", "%s: %d more are refused", more, report.file, more));
             break;
         }
         lines.push_back(oneLine(report.file + ":" + std::to_string(refusal.line) + ": " + refusal.reason));
@@ -156,9 +164,12 @@ std::vector<std::string> refusalLines(const ImportReport& report)
 
 std::string importFailure(const ImportReport& report)
 {
-    return report.file + ": nothing was imported, for " +
-           counted(report.refused.size(), "row or card is", "rows or cards are") +
-           " refused; mend the file or leave them out with --skip-bad";
+    return localizedCount(
+        "%s: nothing was imported, for %d row or card is refused; mend the file or leave them "
+        "out with --skip-bad",
+        "%s: nothing was imported, for %d rows or cards are refused; mend the file or leave "
+        "them out with --skip-bad",
+        report.refused.size(), report.file, report.refused.size());
 }
 
 } // namespace quelm

@@ -1,9 +1,9 @@
 // Lists, shows and finds the items of a phonebook.
 #include "driver/phonebook/listing.h"
 
+#include "driver/core/columns.h"
 #include "driver/core/log.h"
-
-#include <glib.h>
+#include "driver/core/translation.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -12,32 +12,11 @@
 namespace quelm {
 namespace {
 
-/// How many columns a text takes on a terminal.
-std::size_t widthOf(const std::string& text)
-{
-    std::size_t width = 0;
-    for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
-        const auto character = g_utf8_get_char(at);
-        if (g_unichar_iszerowidth(character) == FALSE)
-            width += g_unichar_iswide(character) != FALSE ? 2 : 1;
-    }
-    return width;
-}
-
-/// As one line of UTF-8, whatever a record holds.
-std::string shown(const std::string& text)
-{
-    char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
-    std::string copy = valid;
-    g_free(valid);
-    return oneLine(std::move(copy));
-}
-
 std::string listed(const std::vector<std::string>& names)
 {
     std::string text;
     for (const auto& name : names)
-        text += (text.empty() ? "" : ", ") + shown(name);
+        text += (text.empty() ? "" : ", ") + shownLine(name);
     return text;
 }
 
@@ -66,9 +45,9 @@ std::string listText(const std::vector<Phonebook::Item>& items)
     std::size_t widest = 0;
     for (const auto& item : items) {
         if (const auto* entry = std::get_if<PhonebookEntry>(&item.content))
-            rows.emplace_back(shown(entry->name), shown(entry->number));
+            rows.emplace_back(shownLine(entry->name), shownLine(entry->number));
         else if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
-            rows.emplace_back("[" + shown(group->name) + "]", listed(group->members));
+            rows.emplace_back("[" + shownLine(group->name) + "]", listed(group->members));
         else
             continue;
         widest = std::max(widest, widthOf(rows.back().first));
@@ -82,26 +61,30 @@ std::string listText(const std::vector<Phonebook::Item>& items)
 std::string showText(const Phonebook::Item& item, const std::vector<Phonebook::Item>& items)
 {
     std::string text;
-    const auto line = [&text](const char* label, const std::string& value, const char* remark = "") {
+    const auto line = [&text](const std::string& label, const std::string& value) {
         if (!value.empty())
-            text += std::string(label) + ": " + shown(value) + remark + "\n";
+            text += label + ": " + shownLine(value) + "\n";
     };
     if (const auto* entry = std::get_if<PhonebookEntry>(&item.content)) {
-        line("name", entry->name);
-        line("number", entry->number);
-        line("organization", entry->organization);
-        line("phone", entry->phone);
-        line("email", entry->email);
+        // Translators: these are labels; a colon and the value follow.
+        line(localized("name"), entry->name);
+        // Translators: of the fax.
+        line(localized("number"), entry->number);
+        line(localized("organization"), entry->organization);
+        line(localized("phone"), entry->phone);
+        line(localized("email"), entry->email);
     } else if (const auto* group = std::get_if<PhonebookGroup>(&item.content)) {
         std::unordered_set<std::string_view> keys;
         for (const auto& other : items)
             keys.insert(other.key);
-        line("group", group->name);
+        line(localized("group"), group->name);
         for (const auto& member : group->members)
-            line("member", member, keys.contains(entryKey(member)) ? "" : " (not in the phonebook)");
+            line(localized("member"),
+                 keys.contains(entryKey(member)) ? member : localized("%s (not in the phonebook)", member));
     } else {
-        line("record", item.key);
-        line("unreadable", std::get<UnreadableRecord>(item.content).reason);
+        line(localized("record"), item.key);
+        // Translators: a label ahead of the reason why the record cannot be read.
+        line(localized("unreadable"), std::get<UnreadableRecord>(item.content).reason);
     }
     return text;
 }
@@ -116,13 +99,38 @@ const Phonebook::Item* findItem(const std::vector<Phonebook::Item>& items, std::
     return entry != nullptr ? entry : firstMatch(items, name, true);
 }
 
+std::string described(const PhonebookEntry& entry)
+{
+    // Translators: the subject of sentences such as: %s is in the phonebook already.
+    return localized("the entry \"%s\"", shownLine(entry.name));
+}
+
+std::string described(const PhonebookGroup& group)
+{
+    // Translators: the subject of sentences such as: %s is in the phonebook already.
+    return localized("the group \"%s\"", shownLine(group.name));
+}
+
 std::string described(const Phonebook::Item& item)
 {
     if (const auto* entry = std::get_if<PhonebookEntry>(&item.content))
-        return "the entry \"" + shown(entry->name) + "\"";
+        return described(*entry);
     if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
-        return "the group \"" + shown(group->name) + "\"";
-    return "the unreadable record \"" + shown(item.key.empty() ? "" : item.key.substr(1)) + "\"";
+        return described(*group);
+    // Translators: the subject of sentences such as: %s is left out.
+    return localized("the unreadable record \"%s\"", shownLine(item.key.empty() ? "" : item.key.substr(1)));
+}
+
+std::string countText(const std::vector<Phonebook::Item>& items)
+{
+    std::size_t entries = 0;
+    std::size_t groups = 0;
+    for (const auto& item : items) {
+        entries += std::holds_alternative<PhonebookEntry>(item.content) ? 1 : 0;
+        groups += std::holds_alternative<PhonebookGroup>(item.content) ? 1 : 0;
+    }
+    return localizedCount("%d entry", "%d entries", entries, entries) + ", " +
+           localizedCount("%d group", "%d groups", groups, groups);
 }
 
 std::vector<std::string> unreadableRecords(const std::vector<Phonebook::Item>& items, const std::string& path)
@@ -130,8 +138,9 @@ std::vector<std::string> unreadableRecords(const std::vector<Phonebook::Item>& i
     std::vector<std::string> lines;
     for (const auto& item : items) {
         if (const auto* unreadable = std::get_if<UnreadableRecord>(&item.content))
-            lines.push_back(shown(path) + ": " + described(item) +
-                            " is left out: " + shown(unreadable->reason));
+            // Translators: a phonebook, the unreadable record "Ann", and why it cannot be read.
+            lines.push_back(localized("%s: %s is left out: %s", shownLine(path), described(item),
+                                      shownLine(unreadable->reason)));
     }
     return lines;
 }

@@ -24,8 +24,13 @@ std::string showText(const Phonebook::Item& item, const std::vector<Phonebook::I
 /// the group. An unreadable record is found by the name in its key. Null when there is none.
 const Phonebook::Item* findItem(const std::vector<Phonebook::Item>& items, std::string_view name);
 
-/// "the entry Ann", "the group Team", "the unreadable record Bob".
+/// The entry "Ann", the group "Team", the unreadable record "Bob": the subject of a sentence.
+std::string described(const PhonebookEntry& entry);
+std::string described(const PhonebookGroup& group);
 std::string described(const Phonebook::Item& item);
+
+/// How much there is that can be read: "12 entries, 1 group".
+std::string countText(const std::vector<Phonebook::Item>& items);
 
 /// What to tell the user about each unreadable record.
 std::vector<std::string> unreadableRecords(const std::vector<Phonebook::Item>& items,

@@ -4,6 +4,8 @@
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
+#include "driver/core/translation.h"
+#include "driver/core/yes_no.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"
@@ -32,12 +34,7 @@ void print(std::ostream& output, const Outcome& outcome)
 {
     output << outcome.done;
     for (const auto& warning : outcome.warnings)
-        output << "warning: " << oneLine(warning) << "\n";
-}
-
-std::string counted(std::ptrdiff_t count, const char* one, const char* many)
-{
-    return std::to_string(count) + " " + (count == 1 ? one : many);
+        output << localized("warning: %s", oneLine(warning)) << "\n";
 }
 
 } // namespace
@@ -66,20 +63,18 @@ void Menu::run()
 void Menu::greet()
 {
     const auto items = Phonebook(place_, Phonebook::Access::read).items();
-    const auto groups = std::ranges::count_if(items, [](const Phonebook::Item& item) {
-        return std::holds_alternative<PhonebookGroup>(item.content);
-    });
-    const auto readable = static_cast<std::ptrdiff_t>(readableItems(items).size());
-    output_ << "Phonebook " << oneLine(place_.path) << ": " << counted(readable - groups, "entry", "entries")
-            << ", " << counted(groups, "group", "groups") << "\n";
+    // Translators: the file, and what is in it: 12 entries, 1 group.
+    output_ << localized("Phonebook %s: %s", oneLine(place_.path), countText(items)) << "\n";
 }
 
 void Menu::help()
 {
-    output_ << "list, show NAME, add, add group, remove NAME, import FILE, export FILE, help, quit\n";
+    // Translators: the commands, which are not translated; only NAME and FILE may be.
+    output_ << localized("list, show NAME, add, add group, remove NAME, import FILE, export FILE, help, quit")
+            << "\n";
 }
 
-bool Menu::ask(const char* question, std::string& answer)
+bool Menu::ask(const std::string& question, std::string& answer)
 {
     output_ << question << std::flush;
     if (!std::getline(input_, answer))
@@ -88,11 +83,22 @@ bool Menu::ask(const char* question, std::string& answer)
     return true;
 }
 
+bool Menu::agreesTo(const std::string& question)
+{
+    std::string answer;
+    if (!ask(question, answer))
+        return false;
+    if (isYes(answer))
+        return true;
+    output_ << localized("nothing was changed") << "\n";
+    return false;
+}
+
 bool Menu::carryOut(const std::string& line)
 {
-    const auto needed = [](const std::string& argument, const char* what) {
+    const auto needed = [](const std::string& argument, const char* usage) {
         if (argument.empty())
-            throw Error(std::string("say ") + what);
+            throw Error(translated(usage));
         return argument;
     };
     if (line.empty())
@@ -108,36 +114,33 @@ bool Menu::carryOut(const std::string& line)
     else if (line == "add group" || line == "add-group")
         addGroupOfEntries();
     else if (const auto shown = after(line, "show"))
-        print(output_, showItem(place_, needed(*shown, "show NAME, or show [NAME] for a group")));
+        print(output_,
+              showItem(place_, needed(*shown, forTranslation("say show NAME, or show [NAME] for a group"))));
     else if (const auto removed = after(line, "remove"))
-        removeAfterAsking(needed(*removed, "remove NAME, or remove [NAME] for a group"));
+        removeAfterAsking(needed(*removed, forTranslation("say remove NAME, or remove [NAME] for a group")));
     else if (const auto imported = after(line, "import"))
-        importFrom(needed(*imported, "import FILE, a vCard or CSV file"));
+        importFrom(needed(*imported, forTranslation("say import FILE, a vCard or CSV file")));
     else if (const auto exported = after(line, "export"))
-        exportTo(needed(*exported, "export FILE, whose name ends in .vcf or .csv"));
+        exportTo(needed(*exported, forTranslation("say export FILE, whose name ends in .vcf or .csv")));
     else
-        throw Error("there is no command \"" + line + "\"; help lists what there is");
+        throw Error(localized("there is no command \"%s\"; help lists what there is", line));
     return true;
 }
 
 void Menu::add()
 {
     PhonebookEntry entry;
-    const bool complete = ask("Name: ", entry.name) && ask("Fax number: ", entry.number) &&
-                          ask("Organization: ", entry.organization) && ask("Phone number: ", entry.phone) &&
-                          ask("E-mail address: ", entry.email);
+    const bool complete =
+        ask(localized("Name: "), entry.name) && ask(localized("Fax number: "), entry.number) &&
+        ask(localized("Organization: "), entry.organization) &&
+        ask(localized("Phone number: "), entry.phone) && ask(localized("E-mail address: "), entry.email);
     if (!complete)
         return;
     bool replace = false;
     if (Phonebook(place_, Phonebook::Access::read).hasEntry(tidied(std::string_view(entry.name)))) {
-        std::string answer;
-        if (!ask("There is an entry of that name. Replace it? [y/n] ", answer))
+        replace = agreesTo(localized("There is an entry of that name. Replace it? [y/n] "));
+        if (!replace)
             return;
-        replace = answer == "y" || answer == "yes";
-        if (!replace) {
-            output_ << "nothing was changed\n";
-            return;
-        }
     }
     print(output_, addEntry(place_, entry, replace));
 }
@@ -145,11 +148,11 @@ void Menu::add()
 void Menu::addGroupOfEntries()
 {
     PhonebookGroup group;
-    if (!ask("Name of the group: ", group.name))
+    if (!ask(localized("Name of the group: "), group.name))
         return;
     std::string member;
     do {
-        if (!ask("Member (empty when done): ", member))
+        if (!ask(localized("Member (empty when done): "), member))
             return;
         if (!member.empty())
             group.members.push_back(member);
@@ -161,15 +164,9 @@ void Menu::removeAfterAsking(const std::string& name)
 {
     const auto items = Phonebook(place_, Phonebook::Access::read).items();
     const auto* item = findItem(items, name);
-    if (item != nullptr) {
-        std::string answer;
-        if (!ask(("Remove " + described(*item) + "? [y/n] ").c_str(), answer))
-            return;
-        if (answer != "y" && answer != "yes") {
-            output_ << "nothing was changed\n";
-            return;
-        }
-    }
+    // Translators: %s is: the entry "Ann".
+    if (item != nullptr && !agreesTo(localized("Remove %s? [y/n] ", described(*item))))
+        return;
     print(output_, removeItem(place_, name));
 }
 
@@ -177,10 +174,10 @@ void Menu::importFrom(const std::string& file)
 {
     // Commands are read from standard input.
     if (file == "-")
-        throw Error("name a file to import");
+        throw Error(localized("name a file to import"));
     ImportReport report;
     const auto import = [&](bool skipBad) {
-        ProgressLine progress("Importing");
+        ProgressLine progress(localized("Importing"));
         ImportOptions options;
         options.skipBad = skipBad;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
@@ -190,13 +187,8 @@ void Menu::importFrom(const std::string& file)
     if (!report.written) {
         for (const auto& refusal : refusalLines(report))
             output_ << refusal << "\n";
-        std::string answer;
-        if (!ask("Import the rest without them? [y/n] ", answer))
+        if (!agreesTo(localized("Import the rest without them? [y/n] ")))
             return;
-        if (answer != "y" && answer != "yes") {
-            output_ << "nothing was changed\n";
-            return;
-        }
         import(true);
     }
     print(output_, {importSummary(report), report.strayMembers});
@@ -206,7 +198,7 @@ void Menu::exportTo(const std::string& file)
 {
     const auto format = formatByName(file);
     if (!format)
-        throw Error(oneLine(file) + ": ends in neither .vcf nor .csv; name the file so");
+        throw Error(localized("%s: ends in neither .vcf nor .csv; name the file so", oneLine(file)));
     print(output_, exportFile(place_, file, *format));
 }
 

@@ -23,7 +23,9 @@ public:
 private:
     void greet();
     bool carryOut(const std::string& line);
-    bool ask(const char* question, std::string& answer);
+    bool ask(const std::string& question, std::string& answer);
+    /// Asks for a yes; says that nothing was changed for any other answer.
+    bool agreesTo(const std::string& question);
     void add();
     void addGroupOfEntries();
     void removeAfterAsking(const std::string& name);

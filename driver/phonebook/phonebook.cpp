@@ -3,6 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/files.h"
+#include "driver/core/translation.h"
 
 #include <utility>
 
@@ -20,7 +21,7 @@ void makeFolders(const std::string& file)
     for (auto folder : {databases, phonebooks, user}) {
         if (!FileObject::doesPathExist(folder.data()) &&
             !FileObject::createDirectory(folder.data(), openToAll))
-            throw Error("The folder " + folder + " cannot be made; check its permissions");
+            throw Error(localized("The folder %s cannot be made; check its permissions", folder));
     }
 }
 

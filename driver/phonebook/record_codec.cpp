@@ -1,6 +1,8 @@
 // Reads and writes the tagged text of phonebook records.
 #include "driver/phonebook/record_codec.h"
 
+#include "driver/core/translation.h"
+
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -90,12 +92,12 @@ RecordContent decodeRecord(const Record& record)
         const std::string tag(rest.substr(0, tagLength));
         const auto end = rest.find(".e" + tag);
         if (end == std::string_view::npos)
-            return UnreadableRecord{"its field \"" + tag + "\" has no end"};
+            return UnreadableRecord{localized("its field \"%s\" has no end", tag)};
         if (end > tagLength) {
             const auto value = trimmed(rest.substr(tagLength, end - tagLength));
             // The component gives up listing the whole phonebook at such a field.
             if (value.empty())
-                return UnreadableRecord{"its field \"" + tag + "\" is blank"};
+                return UnreadableRecord{localized("its field \"%s\" is blank", tag)};
             reading.take(record, tag, value);
         }
         rest.remove_prefix(end + tagLength + 1);
@@ -109,7 +111,7 @@ RecordContent decodeRecord(const Record& record)
     case Reading::Kind::none:
         break;
     }
-    return UnreadableRecord{"it is neither an entry nor a group"};
+    return UnreadableRecord{localized("it is neither an entry nor a group")};
 }
 
 Record encodeRecord(const PhonebookEntry& entry)

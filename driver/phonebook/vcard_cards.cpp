@@ -3,6 +3,7 @@
 #include "driver/phonebook/vcard_cards.h"
 
 #include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
 
 #include <glib.h>
 
@@ -32,28 +33,28 @@ std::size_t findUnquoted(std::string_view text, std::string_view marks)
     return text.size();
 }
 
-/// What is wrong with an unfolded line "GROUP.NAME;PARAMETER=VALUE;...:VALUE" ahead of its value; empty
-/// when nothing is.
-std::string problemWithProperty(std::string_view line)
+/// What is wrong with an unfolded line "GROUP.NAME;PARAMETER=VALUE;...:VALUE" ahead of its value, as a text
+/// that takes the line's number; null when nothing is.
+const char* problemWithProperty(std::string_view line)
 {
     const auto colon = findUnquoted(line, ":");
     if (colon == line.size())
-        return "has no \":\" behind the property's name";
+        return forTranslation("its line %d has no \":\" behind the property's name");
     auto head = line.substr(0, colon);
     auto end = findUnquoted(head, ";");
     const auto name = head.substr(0, end);
     const auto dot = name.find('.');
     const bool grouped = dot != std::string_view::npos;
     if (!isWord(name.substr(grouped ? dot + 1 : 0)) || (grouped && !isWord(name.substr(0, dot))))
-        return "does not begin with a property's name";
+        return forTranslation("its line %d does not begin with a property's name");
     while (end < head.size()) {
         head.remove_prefix(end + 1);
         end = findUnquoted(head, ";");
         const auto parameter = head.substr(0, end);
         if (!isWord(parameter.substr(0, parameter.find('='))))
-            return "has a parameter without a name";
+            return forTranslation("its line %d has a parameter without a name");
     }
-    return "";
+    return nullptr;
 }
 
 class CardFinder {
@@ -67,7 +68,7 @@ public:
             take(nextLine());
         }
         if (open_)
-            close("has no END:VCARD");
+            close(localized("has no END:VCARD"));
         return std::move(cards_);
     }
 
@@ -90,7 +91,8 @@ private:
             return begin();
         if (!open_) {
             if (!content.empty() && !outside_)
-                cards_.push_back({line_, "", "stands outside of any card; a card begins with BEGIN:VCARD"});
+                cards_.push_back(
+                    {line_, "", localized("stands outside of any card; a card begins with BEGIN:VCARD")});
             outside_ = outside_ || !content.empty();
             return;
         }
@@ -107,13 +109,13 @@ private:
     void begin()
     {
         if (open_)
-            close("has no END:VCARD");
+            close(localized("has no END:VCARD"));
         open_ = true;
         outside_ = false;
         card_ = {line_, "BEGIN:VCARD\r\n", ""};
     }
 
-    void close(const char* problem)
+    void close(const std::string& problem)
     {
         startProperty("");
         card_.text += "END:VCARD\r\n";
@@ -143,16 +145,17 @@ private:
 
     std::string problemOfCard() const
     {
-        std::string problem;
+        const char* problem = nullptr;
         if (property_.find('\0') != std::string::npos)
-            problem = "holds a NUL byte; save the cards as UTF-8 text";
+            problem = forTranslation("its line %d holds a NUL byte; save the cards as UTF-8 text");
         else if (property_.find('\r') != std::string::npos)
-            problem = "holds a carriage return that ends no line; save the cards with plain line ends";
+            problem = forTranslation(
+                "its line %d holds a carriage return that ends no line; save the cards with plain line ends");
         else if (!isUtf8(property_))
-            problem = "is not UTF-8; save the cards as UTF-8 text";
+            problem = forTranslation("its line %d is not UTF-8; save the cards as UTF-8 text");
         else if (property_.find_first_not_of(" \t") != std::string::npos)
             problem = problemWithProperty(property_);
-        return problem.empty() ? "" : "its line " + std::to_string(propertyLine_) + " " + problem;
+        return problem == nullptr ? "" : localized(problem, propertyLine_);
     }
 
     static bool is(std::string_view content, std::string_view word)
@@ -176,7 +179,7 @@ private:
 std::vector<CardText> findCards(std::string_view text)
 {
     if (text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff"))
-        return {{1, "", "is UTF-16; save the cards as UTF-8 text"}};
+        return {{1, "", localized("is UTF-16; save the cards as UTF-8 text")}};
     if (text.starts_with("\xef\xbb\xbf"))
         text.remove_prefix(3);
     return CardFinder(text).findAll();

@@ -1,4 +1,5 @@
 // From cards to entries and groups.
+#include "driver/core/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/vcard_card.h"
 #include "driver/phonebook/vcard_cards.h"
@@ -75,8 +76,8 @@ private:
         const auto version = card.text("VERSION");
         if (version != "3.0" && version != "4.0") {
             refuse(found.line, version.empty()
-                                   ? "names no VERSION; save it as vCard 3.0 or 4.0"
-                                   : "is of version " + version + "; save it as vCard 3.0 or 4.0");
+                                   ? localized("names no VERSION; save it as vCard 3.0 or 4.0")
+                                   : localized("is of version %s; save it as vCard 3.0 or 4.0", version));
             return;
         }
         if (card.isGroup()) {
@@ -101,8 +102,9 @@ private:
         for (auto& telephone : telephones) {
             const auto number = dialled(telephone.value);
             if (!number && (telephone.fax || telephone.voice))
-                return refuse(line, "the number " + telephone.value +
-                                        " has an extension; write it as it is to be dialled");
+                return refuse(line,
+                              localized("the number %s has an extension; write it as it is to be dialled",
+                                        telephone.value));
             telephone.value = tidied(std::string_view(number.value_or("")));
         }
         std::vector<std::string> work;
@@ -188,10 +190,9 @@ private:
         for (const auto& reference : pending.references) {
             const auto fate = fates_.find(normalizedId(reference));
             if (fate == fates_.end() || fate->second.refused) {
-                refuse(pending.line,
-                       fate == fates_.end()
-                           ? "its member " + reference + " is no card of this file"
-                           : "its member on line " + std::to_string(fate->second.line) + " is refused");
+                refuse(pending.line, fate == fates_.end()
+                                         ? localized("its member %s is no card of this file", reference)
+                                         : localized("its member on line %d is refused", fate->second.line));
                 return std::nullopt;
             }
             // A card without a fax number was passed over; the group goes without it.

@@ -61,7 +61,7 @@ Result Journey::driver(Request request) const
           "XDG_DATA_HOME=" + own + "/data", "XDG_CACHE_HOME=" + own + "/cache",
           "LSAN_OPTIONS=print_suppressions=0:suppressions=" + (root_ / "leaks").string(),
           "XDG_RUNTIME_DIR=" + (root_ / "run").string(), std::string("LC_ALL=C.UTF-8"),
-          std::string("LANGUAGE=")})
+          "LANGUAGE=" + language})
         request.environment.push_back(setting);
     return runProgram(request);
 }

@@ -47,6 +47,7 @@ protected:
     std::filesystem::path folder; ///< the work folder, empty at first
     std::filesystem::path home;   ///< the installation folder
     std::string user = "ann";     ///< who runs the programs
+    std::string language;         ///< "de"; empty for English
 
 private:
     std::filesystem::path root_;

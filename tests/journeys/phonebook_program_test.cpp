@@ -9,8 +9,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <thread>
 
 namespace journeys {
 namespace {
@@ -80,6 +82,37 @@ TEST_F(PhonebookProgram, PrintsTheListWithoutATerminal)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "Zoë  1\n");
     EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
+{
+    const auto phonebook = path("team book.xdb");
+    const auto programs = folder / "programs";
+    std::filesystem::create_directory(programs);
+    const auto emulator =
+        file("programs/x-terminal-emulator", "#!/bin/sh\nprintf '%s\\n' \"$@\" >\"$0.new\"\n"
+                                             "mv \"$0.new\" \"$0.started\"\n");
+    std::filesystem::permissions(emulator, std::filesystem::perms::owner_all);
+    Request request;
+    request.arguments = {"sh", "-c", "exec \"$0\" -FP $1 </dev/null", program, phonebook};
+    request.environment = {"DISPLAY=:0", "PATH=" + programs.string() + ":/usr/bin:/bin"};
+    const auto result = runProgram(request);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, "");
+    for (int tries = 0; tries < 1000 && !exists("programs/x-terminal-emulator.started"); ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    EXPECT_EQ(content("programs/x-terminal-emulator.started"),
+              "-e\n" + std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
+}
+
+TEST_F(PhonebookProgram, StartedFromADesktopWithoutATerminalProgramItSaysSo)
+{
+    Request request;
+    request.arguments = {"/bin/sh", "-c", "exec \"$0\" -FP $1 </dev/null", program, path("a.xdb")};
+    request.environment = {"DISPLAY=:0", "PATH=" + path("nowhere")};
+    const auto result = runProgram(request);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("no terminal program is installed"));
 }
 
 TEST_F(PhonebookProgram, APathThatAShellHasPartedIsPutTogether)

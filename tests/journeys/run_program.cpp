@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <thread>
 
 namespace journeys {
 namespace {
@@ -55,6 +56,16 @@ struct Channel {
         require(::pipe2(ends, O_CLOEXEC) == 0, "pipe");
         ours.set(ends[0]);
         theirs.set(ends[1]);
+    }
+    void openTerminal()
+    {
+        int screen = -1;
+        int terminal = -1;
+        require(::openpty(&screen, &terminal, nullptr, nullptr, nullptr) == 0, "openpty");
+        ours.set(screen);
+        theirs.set(terminal);
+        for (const int end : {screen, terminal})
+            ::fcntl(end, F_SETFD, FD_CLOEXEC);
     }
     void openMessages()
     {
@@ -154,7 +165,10 @@ Result runProgram(const Request& request)
         openTerminal(request.input, person, input);
     else
         openInput(request.input, input);
-    errors.openPipeForReading();
+    if (request.errorsAreTerminal)
+        errors.openTerminal();
+    else
+        errors.openPipeForReading();
     if (request.outputClosed) {
         output.openPipeForReading();
         output.ours.close();
@@ -171,7 +185,12 @@ Result runProgram(const Request& request)
     output.theirs.close();
     errors.theirs.close();
     Result result;
+    std::jthread meanwhile([&request, child] {
+        if (request.meanwhile)
+            request.meanwhile(child);
+    });
     collect(result, output.ours, errors.ours, child, request.killedAfterLines);
+    meanwhile.join();
     int status = 0;
     require(::waitpid(child, &status, 0) == child, "waitpid");
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

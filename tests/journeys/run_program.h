@@ -3,6 +3,7 @@
 #define TESTS_JOURNEYS_RUN_PROGRAM_H
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,10 @@ struct Request {
     bool inputIsTerminal = false;       ///< `input` is typed at a terminal
     std::string outputFile;             ///< standard output goes to this file; empty: it is collected
     bool outputClosed = false;          ///< standard output is a pipe that nobody reads
+    bool errorsAreTerminal = false;     ///< standard error is a terminal
+    /// Called with the program's process id, on a thread of its own, while the program runs. The id stays
+    /// the program's until this returns.
+    std::function<void(int)> meanwhile = {};
     std::size_t killedAfterLines = 0; ///< SIGKILL ends it when it has written so many lines; 0: nothing does
     std::vector<std::string> environment; ///< NAME=VALUE, over the test's own
 };

@@ -36,19 +36,26 @@ TEST_F(UsageJourney, WrongUsageIsStatusTwo)
     EXPECT_FALSE(exists("out"));
 }
 
-TEST_F(UsageJourney, WithoutACommandTheMissingDesktopIsNamed)
+TEST_F(UsageJourney, WithoutACommandTheDesktopNeedsADisplay)
 {
-    expectFailure(driver(Arguments{}), 1, "no display support");
-    expectFailure(driver(Arguments{}), 1, "--help");
+    Request withoutDisplay;
+    withoutDisplay.environment = {"DISPLAY=", "WAYLAND_DISPLAY="};
+    expectFailure(driver(withoutDisplay), 1, "no display");
+    expectFailure(driver(withoutDisplay), 1, "--help");
 }
 
-TEST_F(UsageJourney, OptionsOfLaterBuildsAreRefusedByName)
+TEST_F(UsageJourney, ADesktopThatIsNotInstalledIsNamed)
 {
-    const auto letter = document("letter.ps", "Hello");
-    for (const auto* name : {"--directory", "--device", "--queue"})
-        expectFailure(driver({"fax", letter, "--to", "Ann=1", "--output", path("out"), name, "x"}), 1,
-                      std::string(name) + " is not available in this build");
-    EXPECT_FALSE(exists("out"));
+    Request alone;
+    alone.arguments = {path("quelm-driver"), document("letter.ps", "Hello")};
+    alone.environment = {"DISPLAY=:0"};
+    std::filesystem::copy_file(STAGE_DIR "/quelm-driver", path("quelm-driver"));
+    expectFailure(runProgram(alone), 1, "no program " + path("quelm-desktop"));
+}
+
+TEST_F(UsageJourney, AWordThatIsNoCommandIsNoDocumentEither)
+{
+    expectFailure(driver(Arguments{"sned"}), 2, "\"sned\" is neither a command nor a document");
 }
 
 TEST_F(UsageJourney, HelpAndVersionStandOnStandardOutput)

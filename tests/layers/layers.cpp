@@ -42,7 +42,10 @@ const std::vector<Rule>& rules()
         {"driver/jobs/",
          {"host/", "model/fax_job.h", "model/recipient.h", "model/recipient_list.h", "driver/core/"}},
         {"driver/phonebook/", {"host/", "driver/core/"}},
-        {"driver/cli/", {"host/", "driver/"}},
+        // main.cpp and application.* bring the desktop and the command line's options together.
+        {"driver/desktop/",
+         {"host/", "driver/core/", "driver/jobs/", "driver/cli/command_line.h", "driver/cli/driver_setup.h"}},
+        {"driver/cli/", {"host/", "driver/core/", "driver/jobs/", "driver/phonebook/"}},
     };
     return all;
 }

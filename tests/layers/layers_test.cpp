@@ -110,6 +110,11 @@ INSTANTIATE_TEST_SUITE_P(Layers, ForbiddenInclusion,
                                          Inclusion{"driver/phonebook/phonebook.h", "driver/jobs/sink.h"},
                                          Inclusion{"driver/phonebook/phonebook.h",
                                                    "phonebook/record_format.h"},
+                                         Inclusion{"driver/core/widget.cpp", "driver/desktop/control.h"},
+                                         Inclusion{"driver/jobs/sink.h", "driver/desktop/control.h"},
+                                         Inclusion{"driver/cli/main.cpp", "driver/desktop/control.h"},
+                                         Inclusion{"driver/desktop/control.h", "component/messages.h"},
+                                         Inclusion{"driver/desktop/control.h", "driver/cli/commands.h"},
                                          Inclusion{"driver/cli/main.cpp", "model/fax_job.h"},
                                          Inclusion{"driver/cli/main.cpp", "ui/fax_dialog.h"}));
 
@@ -131,6 +136,8 @@ INSTANTIATE_TEST_SUITE_P(Layers, AllowedInclusion,
                                          Inclusion{"driver/core/widget.cpp", "host/widgets.h"},
                                          Inclusion{"driver/jobs/sink.h", "model/fax_job.h"},
                                          Inclusion{"driver/jobs/sink.h", "driver/core/error.h"},
+                                         Inclusion{"driver/desktop/control.h", "driver/core/widget.h"},
+                                         Inclusion{"driver/desktop/job_sending.h", "driver/jobs/output.h"},
                                          Inclusion{"driver/cli/main.cpp", "driver/jobs/output.h"}));
 
 TEST_F(LayersTest, AnIncludeIsSeenHoweverItIsSpaced)

@@ -13,6 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
 
 CommandLine parsed(const std::vector<const char*>& arguments)
@@ -31,6 +32,7 @@ TEST(CommandLine, KnowsItsCommands)
 {
     EXPECT_EQ(parsed({}).command, Command::none);
     EXPECT_EQ(parsed({"attributes"}).command, Command::attributes);
+    EXPECT_EQ(parsed({"device", "info"}).command, Command::deviceInfo);
     const auto fax = parsed({"fax", "letter.ps"});
     EXPECT_EQ(fax.command, Command::fax);
     EXPECT_EQ(fax.document, "letter.ps");
@@ -69,7 +71,7 @@ TEST(CommandLine, LeavesOptionsThatWereNotGivenEmpty)
     EXPECT_FALSE(job.confirmation || job.resolution || job.speed || job.sendAt || job.prefix ||
                  job.creditCard);
     EXPECT_FALSE(job.duplicates || job.pdl || job.output);
-    EXPECT_TRUE(job.unavailable.empty());
+    EXPECT_THAT(job.directory, IsEmpty());
 }
 
 TEST(CommandLine, CollectsRecipientsWithoutSwallowingTheDocument)
@@ -165,6 +167,25 @@ TEST(CommandLine, TheDriversOptionGivenLastCounts)
     EXPECT_EQ(parsed({"--home", "/a", "attributes", "--home", "/b"}).driver.home, "/b");
 }
 
+TEST(CommandLine, EveryCommandTakesADevice)
+{
+    for (const auto& line :
+         {parsed({"attributes", "--device-snmp", "fax:161"}),
+          parsed({"--device-snmp=fax:161", "script", "-"}),
+          parsed({"fax", "a.ps", "--device-snmp", "fax:161"}),
+          parsed({"device", "info", "--device-snmp", "fax:161"}),
+          parsed({"device", "--device-snmp", "fax:161", "info"}), parsed({"--device-snmp", "fax:161"})})
+        EXPECT_EQ(line.driver.device.address, "fax:161");
+    EXPECT_EQ(parsed({"attributes"}).driver.device.address, "");
+}
+
+TEST(CommandLine, ADeviceIsAskedForSomething)
+{
+    EXPECT_THAT(refusal({"device"}), HasSubstr("see quelm-driver --help"));
+    EXPECT_THAT(refusal({"device", "reboot"}), HasSubstr("see quelm-driver --help"));
+    EXPECT_THAT(parsed({"device", "info", "--help"}).information, HasSubstr("info"));
+}
+
 TEST(CommandLine, TakesOnlyWhatCanBeDialled)
 {
     const auto job = parsed({"attributes", "--prefix", "9*#,", "--credit-card", "1234 5678-9"}).job;
@@ -185,23 +206,34 @@ TEST(CommandLine, KnowsTheFormsOfAJobAndTheDuplicatePolicies)
     EXPECT_THAT(refusal({"attributes", "--pdl", "pcl"}), HasSubstr("\"pcl\" is none of dsc|pjl"));
 }
 
-TEST(CommandLine, RefusesOptionsOfLaterBuildsByName)
+TEST(CommandLine, KnowsThePlacesThatTakeAJob)
 {
-    for (const auto* name : {"--directory", "--device", "--queue"}) {
-        const auto job = parsed({"attributes", name, "x"}).job;
-        EXPECT_THAT(job.unavailable, ElementsAre(name));
-        EXPECT_THAT(test::failureLine([&] { refuseUnavailableOptions(job); }),
-                    StartsWith(std::string(name) + " is not available in this build"));
-    }
-    refuseUnavailableOptions(parsed({"attributes", "--to", "Ann=1"}).job);
+    const auto job = parsed({"fax", "a", "--device", "[::1]:9101", "--queue", "fax"}).job;
+    EXPECT_EQ(job.device, (NetworkAddress{"::1", 9101}));
+    EXPECT_EQ(job.queue, "fax");
+    EXPECT_FALSE(parsed({"fax", "a"}).job.device);
+    EXPECT_THAT(refusal({"fax", "a", "--device", "fax:port"}), HasSubstr("\"fax:port\" is no address"));
+}
+
+TEST(CommandLine, KnowsTheDirectory)
+{
+    EXPECT_THAT(parsed({"attributes", "--directory", "Smi", "--directory", "Jo"}).job.directory,
+                ElementsAre("Smi", "Jo"));
+    EXPECT_THAT(refusal({"attributes", "--directory", ""}), HasSubstr("--directory: is empty"));
+    const auto line = parsed({"directory", "search", "Smith, A"});
+    EXPECT_EQ(line.command, Command::directorySearch);
+    EXPECT_EQ(line.directoryPrefix, "Smith, A");
+    EXPECT_THAT(refusal({"directory"}), HasSubstr("subcommand"));
+    EXPECT_THAT(refusal({"directory", "search"}), HasSubstr("PREFIX"));
 }
 
 TEST(CommandLine, RefusesWrongUsageInOneLine)
 {
     const std::vector<std::vector<const char*>> wrong = {
-        {"send"},
+        {"send", "a"},
         {"fax"},
         {"fax", "a", "b"},
+        {"phonebook", "list", "a"},
         {"script"},
         {"attributes", "a"},
         {"attributes", "--bogus"},
@@ -214,6 +246,51 @@ TEST(CommandLine, RefusesWrongUsageInOneLine)
         const auto line = refusal(arguments);
         EXPECT_THAT(line, HasSubstr("see quelm-driver --help"));
         EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+    }
+}
+
+TEST(CommandLine, ALoneWordIsADocumentForTheDesktop)
+{
+    const auto line = parsed({"--user", "ann", "letter.ps"});
+    EXPECT_EQ(line.command, Command::none);
+    EXPECT_EQ(line.document, "letter.ps");
+    EXPECT_EQ(line.driver.user, "ann");
+    EXPECT_EQ(parsed({"--", "fax"}).document, "fax");
+}
+
+TEST(DesktopCommandLine, TakesTheDriversOptionsAndADocument)
+{
+    const std::vector<const char*> arguments = {"quelm-desktop", "--home=/opt/quelm", "fax", "--user", "ann"};
+    const auto line = parseDesktopCommandLine(static_cast<int>(arguments.size()), arguments.data());
+    EXPECT_EQ(line.command, Command::none);
+    EXPECT_EQ(line.document, "fax");
+    EXPECT_EQ(line.driver.home, "/opt/quelm");
+    EXPECT_EQ(line.driver.user, "ann");
+    EXPECT_EQ(line.information, "");
+}
+
+TEST(DesktopCommandLine, NeedsNothing)
+{
+    const char* program = "quelm-desktop";
+    EXPECT_EQ(parseDesktopCommandLine(1, &program).document, "");
+}
+
+TEST(DesktopCommandLine, RefusesMoreThanOneDocumentAndOptionsOfCommands)
+{
+    const std::vector<std::vector<const char*>> wrong = {{"a", "b"}, {"--to", "Ann=1"}, {"--user"}};
+    for (auto arguments : wrong) {
+        arguments.insert(arguments.begin(), "quelm-desktop");
+        const auto line = test::failureLine<UsageError>(
+            [&] { parseDesktopCommandLine(static_cast<int>(arguments.size()), arguments.data()); });
+        EXPECT_THAT(line, HasSubstr("see quelm-desktop --help"));
+    }
+}
+
+TEST(DesktopCommandLine, PrintsItsOwnHelpAndVersion)
+{
+    for (const auto* option : {"--help", "--version"}) {
+        const std::vector<const char*> arguments = {"quelm-desktop", option};
+        EXPECT_THAT(parseDesktopCommandLine(2, arguments.data()).information, HasSubstr("quelm-desktop"));
     }
 }
 

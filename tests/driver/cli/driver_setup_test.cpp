@@ -65,6 +65,29 @@ TEST_F(DriverSetupTest, TheCommandLinesFormOfTheJobWins)
     EXPECT_EQ(setUpDriver(line).pdl, Pdl::dsc);
 }
 
+TEST_F(DriverSetupTest, TheDeviceOfTheCommandLineKeepsTheFilesSettings)
+{
+    CommandLine line;
+    line.config = configured("[device]\nsnmp=fax.example\nversion=1\n[directory]\nsize-limit=7\n");
+    EXPECT_EQ(setUpDriver(line).driver.device.address, "fax.example");
+    line.driver.device.address = "127.0.0.1:1161";
+    const auto setup = setUpDriver(line);
+    EXPECT_EQ(setup.driver.device.address, "127.0.0.1:1161");
+    EXPECT_EQ(setup.driver.device.version, SnmpVersion::v1);
+    EXPECT_EQ(setup.driver.directory.sizeLimit, 7);
+}
+
+TEST_F(DriverSetupTest, ADeviceThatIsNoneIsWrongUsage)
+{
+    for (const auto* address : {"a b", "fax:0", "fax:1:2", "[::1"}) {
+        CommandLine line;
+        line.driver.device.address = address;
+        const auto refusal = test::failureLine<UsageError>([&] { setUpDriver(line); });
+        EXPECT_EQ(refusal.find("--device-snmp: \"" + std::string(address) + "\" is no address"), 0U)
+            << refusal;
+    }
+}
+
 TEST_F(DriverSetupTest, ANamedFileMustBeThere)
 {
     CommandLine line;

@@ -79,5 +79,11 @@ TEST(ScriptAnswers, AQuestionStandsOnOneLine)
     EXPECT_EQ(questionAnswer({3, "Name:   Ann\r\nSure?"}), "question \"Name:   Ann\\r\\nSure?\"\n");
 }
 
+TEST(ScriptAnswers, AJobThatWasHandedOverStandsOnOneLine)
+{
+    EXPECT_EQ(deviceAnswer({"::1", 9101}), "handed device \"[::1]:9101\"\n");
+    EXPECT_EQ(queueAnswer("a \"fax\"", 12), "handed queue \"a \\\"fax\\\"\" job 12\n");
+}
+
 } // namespace
 } // namespace quelm

@@ -89,6 +89,25 @@ TEST(ScriptParser, ReadsCommandsWithoutAndWithTwoTargets)
     EXPECT_EQ(fax.text, "out put.job");
 }
 
+TEST(ScriptParser, ReadsWhatTakesAFaxJob)
+{
+    EXPECT_EQ(only("fax letter.ps out").place, ScriptPlace::file);
+    EXPECT_EQ(only("fax letter.ps device").place, ScriptPlace::file) << "a file may have any name";
+    const auto device = only("fax letter.ps device [::1]:9101");
+    EXPECT_EQ(device.place, ScriptPlace::device);
+    EXPECT_EQ(device.target, "letter.ps");
+    EXPECT_EQ(device.text, "[::1]:9101");
+    const auto queue = only("fax letter.ps queue -");
+    EXPECT_EQ(queue.place, ScriptPlace::queue);
+    EXPECT_EQ(queue.text, "-");
+}
+
+TEST(ScriptParser, RefusesPlacesThatTakeNoFaxJob)
+{
+    EXPECT_EQ(refusal("fax letter.ps file out"), "s:1: \"file\" is neither device nor queue");
+    EXPECT_THAT(refusal("fax letter.ps device a:b"), StartsWith("s:1: \"a:b\" is no address"));
+}
+
 TEST(ScriptParser, KeepsAFaxJobOffStandardOutput)
 {
     EXPECT_THAT(refusal("fax letter.ps -"), StartsWith("s:1: a script's answers stand on standard output"));
@@ -129,7 +148,9 @@ TEST(ScriptParser, NamesFileAndLineOfATypo)
     EXPECT_EQ(refusal("press A B"), "s:1: write: press \"WIDGET\"");
     EXPECT_EQ(refusal("windows all"), "s:1: write: windows");
     EXPECT_EQ(refusal("type A"), "s:1: write: type \"WIDGET\" \"TEXT\"");
-    EXPECT_EQ(refusal("fax A"), "s:1: write: fax DOCUMENT OUTPUT");
+    EXPECT_EQ(refusal("fax A"),
+              "s:1: write: fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS or fax DOCUMENT queue NAME");
+    EXPECT_THAT(refusal("fax A device B C"), StartsWith("s:1: write: fax DOCUMENT OUTPUT, "));
     EXPECT_EQ(refusal("press \"A"), "s:1: a quotation mark is not closed");
     EXPECT_EQ(refusal("press A\"B\""), "s:1: a quotation mark stands amid a word");
     EXPECT_EQ(refusal("type \"A\"\"B\""), "s:1: a word follows a quotation mark without a blank");

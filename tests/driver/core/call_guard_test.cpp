@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -37,6 +38,21 @@ TEST(CallGuardTest, WhateverIsThrownIsCaught)
     EXPECT_EQ(guard.failures(), 1);
     ASSERT_EQ(log.messages.size(), 1U);
     EXPECT_NE(log.messages[0].find("unknown kind"), std::string::npos);
+}
+
+TEST(CallGuardTest, AnActionRunsAheadOfEachCallButNotOfCallsWithinIt)
+{
+    const LogCapture log;
+    quelm::CallGuard guard;
+    std::string journal;
+    guard.setBeforeCall([&journal] { journal += "before "; });
+    guard.run("Outer", [&] {
+        journal += "outer ";
+        guard.run("Inner", [&] { journal += "inner "; });
+    });
+    guard.run("Failing", [] { throw 7; });
+    guard.run("Last", [&] { journal += "last"; });
+    EXPECT_EQ(journal, "before outer inner before before last");
 }
 
 } // namespace

@@ -38,7 +38,9 @@ TEST_F(CallbacksTest, AHelpButtonAsksTheDriverForItsTopic)
     std::string shown;
     callbacks.setHelp([&shown](const std::string& topic) { shown = topic; });
     EXPECT_EQ(callbacks.helpTopic(), "");
+    EXPECT_EQ(callbacks.helpButton(), nullptr);
     EXPECT_TRUE(fire("Help Button"));
+    EXPECT_EQ(callbacks.helpButton(), state.tree.find("Help Button"));
     EXPECT_EQ(callbacks.helpTopic(), "LanFax");
     EXPECT_EQ(shown, "LanFax");
 }

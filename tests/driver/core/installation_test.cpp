@@ -58,6 +58,14 @@ TEST_F(InstallationTest, IsAbsoluteAndEndsWithoutASlash)
     EXPECT_EQ(quelm::resolveHome("/"), "");
 }
 
+TEST_F(InstallationTest, WithoutCataloguesUsesThoseBesideTheProgram)
+{
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    EXPECT_EQ(quelm::localeFolder(folder.path()), program + "/locale");
+    std::filesystem::create_directory(folder / "locale");
+    EXPECT_EQ(quelm::localeFolder(folder.path()), folder / "locale");
+}
+
 TEST_F(InstallationTest, MustBeAFolder)
 {
     EXPECT_THROW(quelm::resolveHome(folder / "missing"), quelm::Error);

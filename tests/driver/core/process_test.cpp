@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <string>
+#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -120,6 +121,23 @@ TEST_F(Process, TimeLimitEndsTheProgram)
     request.timeLimit = milliseconds(300);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(mentions(problemWith(request), "was ended: it ran longer than 300 ms"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, seconds(20));
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST_F(Process, ARequestedStopEndsTheProgram)
+{
+    auto request = shell("echo $$ > " + (folder / "id") + "; exec sleep 60");
+    std::stop_source stop;
+    request.stop = stop.get_token();
+    const std::jthread other([&] {
+        while (contentOf(folder / "id").empty())
+            std::this_thread::yield();
+        stop.request_stop();
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(mentions(problemWith(request), "was stopped"));
     EXPECT_LT(std::chrono::steady_clock::now() - start, seconds(20));
     EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
     EXPECT_EQ(errno, ESRCH);

@@ -43,8 +43,9 @@ protected:
         const std::string target = folder / "de/LC_MESSAGES";
         std::filesystem::create_directories(target);
         const std::string source =
-            writeFile(folder / "de.po",
-                      "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n\n" + entries);
+            writeFile(folder / "de.po", "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n"
+                                        "\"Plural-Forms: nplurals=2; plural=(n != 1);\\n\"\n\n" +
+                                            entries);
         quelm::ProcessRequest request;
         request.arguments = {"msgfmt", "-o", target + "/" + quelm::textDomain + ".mo", source};
         const quelm::ProcessResult result = quelm::runProcess(request);
@@ -175,4 +176,29 @@ TEST(CopyBounded, StopsAtANulAndTerminatesAlways)
     EXPECT_EQ(quelm::copyBounded("abc", out.data(), 1), 0U);
     EXPECT_STREQ(out.data(), "");
     EXPECT_EQ(quelm::copyBounded("abc", nullptr, 0), 0U);
+}
+
+TEST_F(Translation, FillsThePlacesOfATextInItsLanguagesOrder)
+{
+    useCatalogue("msgid \"%s has %d rows\"\nmsgstr \"%2$d Zeilen in %1$s, 100%%\"\n");
+    const std::string list = "Liste";
+    EXPECT_EQ(quelm::localized("%s has %d rows", list, std::size_t{3}), "3 Zeilen in Liste, 100%");
+    EXPECT_EQ(quelm::localized("%s of %d", "one", -2), "one of -2");
+    EXPECT_EQ(quelm::localized("100%%"), "100%");
+}
+
+TEST_F(Translation, ThatDoesNotFitTheArgumentsGivesWayToTheEnglishText)
+{
+    useCatalogue("msgid \"%s has %d rows\"\nmsgstr \"%s hat %d Zeilen und %s\"\n");
+    EXPECT_EQ(quelm::localized("%s has %d rows", "List", 3), "List has 3 rows");
+}
+
+TEST_F(Translation, TakesTheFormForTheCount)
+{
+    useCatalogue("msgid \"%d recipient\"\nmsgid_plural \"%d recipients\"\n"
+                 "msgstr[0] \"%d Empfänger\"\nmsgstr[1] \"%d Empfängern\"\n");
+    EXPECT_EQ(quelm::localizedCount("%d recipient", "%d recipients", 1, 1), "1 Empfänger");
+    EXPECT_EQ(quelm::localizedCount("%d recipient", "%d recipients", 5, 5), "5 Empfängern");
+    EXPECT_EQ(quelm::localizedCount("%d row", "%d rows", 1, 1), "1 row");
+    EXPECT_EQ(quelm::localizedCount("%d row", "%d rows", 0, 0), "0 rows");
 }

@@ -1,8 +1,12 @@
 // What a user can do, what it fires, and what is refused with which words.
 #include "driver/core/user_actions.h"
 
+#include "driver/core/widget_tree.h"
 #include "tests/driver/core/driver_fixture.h"
 #include "tests/driver/core/log_capture.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -53,6 +57,21 @@ TEST_F(UserActionsTest, WhatIsNotOnTheScreenOrInsensitiveCannotBePressed)
     EXPECT_EQ(pressing("Button"),
               "Button \"Button\" is not visible: its DialogWindow \"Test Window\" is hidden");
     EXPECT_EQ(journal(), "Test Window;");
+}
+
+TEST_F(UserActionsTest, AWidgetThatSharesItsNameCanBeMeantItself)
+{
+    quelm::Widget* first = driver().widgets().find("Twin");
+    const auto& siblings = first->parent()->children();
+    const auto place =
+        std::ranges::find_if(siblings, [first](const auto& sibling) { return sibling.get() == first; });
+    quelm::Widget& second = **std::next(place);
+    ASSERT_EQ(second.name(), "Twin");
+    driver().actions().tick(second, true);
+    EXPECT_TRUE(second.flag());
+    EXPECT_FALSE(first->flag());
+    driver().tick("Twin", true);
+    EXPECT_TRUE(first->flag());
 }
 
 TEST_F(UserActionsTest, APageNeedNotBeTurnedToFirst)

@@ -27,6 +27,9 @@ protected:
     /// Writes a file in the folder and returns its path.
     std::string file(const std::string& name, std::string_view content) const;
 
+    /// Takes all bytes out of the nameless files that this process has open in the folder.
+    void emptyUnnamedFiles() const;
+
     /// The names in the folder, sorted.
     std::vector<std::string> namesInFolder() const;
 

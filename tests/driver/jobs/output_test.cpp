@@ -48,7 +48,9 @@ TEST_F(OutputTest, AFileAppearsOnDelivery)
     destination->sink().write("the ");
     destination->sink().write("job");
     EXPECT_EQ(contentOf(path("job.ps")), "(no file)");
-    destination->deliver();
+    const auto receipt = destination->deliver();
+    EXPECT_EQ(receipt.place, path("job.ps"));
+    EXPECT_EQ(receipt.note, "");
     EXPECT_EQ(contentOf(path("job.ps")), "the job");
     EXPECT_EQ(namesInFolder(), (std::vector<std::string>{"document.ps", "job.ps"}));
 }
@@ -146,7 +148,7 @@ TEST_F(OutputTest, AFifoGetsNothingOfAJobThatFails)
 
     const auto destination = open(path("fifo"));
     destination->sink().write("the job");
-    destination->deliver();
+    EXPECT_EQ(destination->deliver().place, path("fifo"));
     EXPECT_EQ(::read(reader.get(), bytes.data(), bytes.size()), 7);
 }
 
@@ -156,10 +158,12 @@ public:
     std::string sent;
 
 private:
-    void send(int spool, std::uint64_t size) override
+    Receipt send(int spool, std::uint64_t size, const Transfer& transfer) override
     {
         sent.resize(size);
         sent.resize(readFully(spool, sent.data(), size, 0, "the job"));
+        transfer.report(sent.size(), size);
+        return {"the wire", "it hums"};
     }
 };
 
@@ -169,8 +173,12 @@ TEST_F(OutputTest, ADestinationOverAWireIsHandedTheWholeJob)
     wire.sink().write("the ");
     wire.sink().write("job");
     EXPECT_EQ(wire.sent, "");
-    wire.deliver();
+    std::uint64_t reported = 0;
+    const auto receipt = wire.deliver({[&](std::uint64_t done, std::uint64_t) { reported = done; }, {}});
     EXPECT_EQ(wire.sent, "the job");
+    EXPECT_EQ(reported, 7U);
+    EXPECT_EQ(receipt.place, "the wire");
+    EXPECT_EQ(receipt.note, "it hums");
 }
 
 } // namespace

@@ -55,6 +55,7 @@ COMPONENT_EXPORT const char* const pLanFaxXMLData =
       <TextEntry Name="Read-only Field" Editable="false"/>
       <TextEntry Name="Sender Fax Name" SetMaximum="31"/>
       <CheckBox Name="Box" Text="Box" AddCallback="Fired"/>
+      <CheckBox Name="Twin"/><CheckBox Name="Twin"/>
       <RadioButton Name="Group" AddCallback="Fired">
         <RadioButtonItem Name="First Item" Text="First"/><RadioButtonItem Name="Second Item"/>
         <RadioButtonItem Name="Third Item" Sensitivity="false"/>

@@ -1,0 +1,37 @@
+# What `cmake --install` does for the driver's users:
+#
+#   lib/quelm/                  the home folder: the programs beside the component, locale/, icon/, help/, db
+#   bin/                        a link to each program
+#   <state>/lib/quelm/phonebook the phonebooks of all users, in a folder that everybody may write to and where
+#                               nobody can remove another's (as /tmp); the home folder's db leads there
+set(programs "")
+foreach(program quelm-driver quelm-desktop fennodial)
+  if(TARGET ${program})
+    install(TARGETS ${program} RUNTIME DESTINATION "${BRAMBLECOR_INSTALL_HOME}" COMPONENT Runtime)
+    list(APPEND programs ${program})
+  endif()
+endforeach()
+
+install(CODE "set(programs \"${programs}\")
+set(home \"${BRAMBLECOR_INSTALL_HOME}\")
+set(bin \"${CMAKE_INSTALL_BINDIR}\")
+set(state \"${CMAKE_INSTALL_LOCALSTATEDIR}/lib/quelm\")
+" COMPONENT Runtime)
+install(CODE [[
+foreach(folder IN ITEMS home bin state)
+  if(NOT IS_ABSOLUTE "${${folder}}")
+    set(${folder} "${CMAKE_INSTALL_PREFIX}/${${folder}}")
+  endif()
+endforeach()
+file(RELATIVE_PATH from_bin "${bin}" "${home}")
+file(MAKE_DIRECTORY "$ENV{DESTDIR}${bin}")
+foreach(program IN LISTS programs)
+  file(CREATE_LINK "${from_bin}/${program}" "$ENV{DESTDIR}${bin}/${program}" SYMBOLIC)
+endforeach()
+message(STATUS "Phonebooks: $ENV{DESTDIR}${state}/phonebook")
+file(MAKE_DIRECTORY "$ENV{DESTDIR}${state}/phonebook/user")
+execute_process(COMMAND chmod 1777 "$ENV{DESTDIR}${state}/phonebook" "$ENV{DESTDIR}${state}/phonebook/user"
+  COMMAND_ERROR_IS_FATAL ANY)
+file(RELATIVE_PATH from_home "${home}" "${state}")
+file(CREATE_LINK "${from_home}" "$ENV{DESTDIR}${home}/db" SYMBOLIC)
+]] COMPONENT Runtime)

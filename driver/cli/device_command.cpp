@@ -1,0 +1,83 @@
+// The command `device info`: the directory settings that the device reports, as the component shows them.
+#include "driver/cli/commands.h"
+
+#include "driver/cli/driver_setup.h"
+#include "driver/core/device_session.h"
+#include "driver/core/driver.h"
+#include "driver/core/error.h"
+#include "driver/core/held_log.h"
+#include "driver/core/translation.h"
+#include "driver/jobs/file_handle.h"
+
+#include <unistd.h>
+
+#include <string>
+
+namespace quelm {
+namespace {
+
+constexpr const char* moreInfoButton = "LDAP More Info Button";
+
+/// The fields of the dialog that the component fills, from top to bottom. The label of a field is
+/// named after it.
+constexpr const char* fields[] = {
+    "LDAP HostPort",
+    "LDAP Search Directory Root",
+    "LDAP Server Type",
+    "Login Name",
+    "Name",
+    "Email",
+    "Bus Phone",
+    "Bus Addr",
+    "Office",
+    "LDAP City",
+    "LDAP State",
+    "LDAP ZipCode",
+    "LDAP Country",
+    "LDAP Fax",
+};
+
+void requireAnswer()
+{
+    if (const auto trouble = lastDeviceTrouble(); !trouble.empty())
+        throw Error(trouble);
+}
+
+/// Opens the component's dialog of directory settings, as a user does.
+void openInformation(Driver& driver)
+{
+    driver.call("T40InvokeFaxDialog");
+    requireAnswer();
+    // The button is gone when the directory server cannot be reached; the device can be asked all the same.
+    if (driver.show(moreInfoButton).visible)
+        driver.press(moreInfoButton);
+    else
+        driver.call("LDAPMoreInfoCB");
+    requireAnswer();
+}
+
+} // namespace
+
+void runDeviceInfoCommand(const CommandLine& line)
+{
+    auto setup = setUpDriver(line);
+    setup.driver.saveFeatures = false;
+    if (setup.driver.device.address.empty())
+        throw UsageError(
+            localized("no device is named; write --device-snmp HOST[:PORT], or snmp=HOST in [device] "
+                      "of the configuration file"));
+    Driver driver(setup.driver);
+    tellTroubleOnce([&] { openInformation(driver); });
+    if (driver.failedCallbacks() != 0)
+        throw Error(
+            localized("the component failed while the device was asked; see the line ahead of this one"));
+    std::string answer;
+    for (const std::string field : fields) {
+        const auto value = driver.show(field).text.value_or("");
+        answer +=
+            driver.show(field + " Label").text.value_or(field) + (value.empty() ? "" : " ") + value + "\n";
+    }
+    writeAll(STDOUT_FILENO, answer, "standard output");
+}
+
+} // namespace quelm

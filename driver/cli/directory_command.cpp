@@ -1,0 +1,48 @@
+// The command `directory`: searches the device's directory through the component.
+#include "driver/cli/commands.h"
+
+#include "driver/cli/directory_dialog.h"
+#include "driver/cli/driver_setup.h"
+#include "driver/core/columns.h"
+#include "driver/core/driver.h"
+#include "driver/core/held_log.h"
+#include "driver/core/translation.h"
+#include "driver/jobs/file_handle.h"
+
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace quelm {
+namespace {
+
+std::string asColumns(const std::vector<DirectoryPerson>& people)
+{
+    std::vector<std::vector<std::string>> rows;
+    rows.reserve(people.size());
+    for (const auto& person : people)
+        rows.push_back({person.name, person.number, person.phone, person.email});
+    return alignedColumns(rows);
+}
+
+} // namespace
+
+void runDirectoryCommand(const CommandLine& line)
+{
+    auto setup = setUpDriver(line);
+    setup.driver.saveFeatures = false;
+    Driver driver(setup.driver);
+    std::vector<DirectoryPerson> people;
+    tellTroubleOnce([&] {
+        driver.call("T40InvokeFaxDialog");
+        people = DirectoryDialog(driver).search(line.directoryPrefix);
+    });
+    if (people.empty())
+        std::cerr << "quelm-driver: "
+                  << localized("nobody in the directory has a surname that begins like this") << std::endl;
+    writeAll(STDOUT_FILENO, asColumns(people), "standard output");
+}
+
+} // namespace quelm

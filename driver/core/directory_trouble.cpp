@@ -1,0 +1,28 @@
+// Keeps and logs the directory's last trouble.
+#include "driver/core/directory_trouble.h"
+
+#include "driver/core/log.h"
+
+namespace quelm {
+
+namespace {
+
+std::string& trouble()
+{
+    static std::string line;
+    return line;
+}
+
+} // namespace
+
+std::string lastDirectoryTrouble() { return trouble(); }
+
+void reportDirectoryTrouble(const std::string& line)
+{
+    trouble() = oneLine(line);
+    log(Severity::warning, line);
+}
+
+void clearDirectoryTrouble() { trouble().clear(); }
+
+} // namespace quelm

@@ -1,0 +1,22 @@
+// What last went wrong with the directory.
+#ifndef DRIVER_CORE_DIRECTORY_TROUBLE_H
+#define DRIVER_CORE_DIRECTORY_TROUBLE_H
+
+#include <string>
+
+namespace quelm {
+
+/// One line that says which directory server, what went wrong and what to do; empty when the last
+/// attempt to open, bind or search succeeded, or none was made. The boundary's answers are no more
+/// than true and false; commands tell the user this line.
+std::string lastDirectoryTrouble();
+
+/// Logs `line` as a warning and keeps it as the last trouble.
+void reportDirectoryTrouble(const std::string& line);
+
+/// Forgets the last trouble.
+void clearDirectoryTrouble();
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,195 @@
+// Asks a CUPS print server, within bounds of time and without a prompt.
+#include "driver/jobs/cups_server.h"
+
+#include "driver/core/error.h"
+#include "driver/core/log.h"
+#include "driver/core/network_address.h"
+#include "driver/core/text_checks.h"
+#include "driver/core/translation.h"
+#include "driver/jobs/cancellable_call.h"
+
+#include <array>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// IPP counts successes below this.
+constexpr int firstFailure = 0x100;
+
+/// Where the user's print server is: a socket in the file system, or a host with its port.
+std::string serverName()
+{
+    const std::string server = cupsServer();
+    return server.starts_with('/') ? server : toText({server, static_cast<std::uint16_t>(ippPort())});
+}
+
+/// Stands in for libcups's own question at the terminal, which a program without one would wait at for ever.
+const char* noPassword(const char*, http_t*, const char*, const char*, void*) { return nullptr; }
+
+} // namespace
+
+bool IppAnswer::isSuccess() const { return message != nullptr && status < firstFailure; }
+
+bool IppAnswer::wantsPassword() const
+{
+    return status == IPP_STATUS_ERROR_NOT_AUTHENTICATED ||
+           status == IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED;
+}
+
+bool IppAnswer::isForbidden() const
+{
+    return wantsPassword() || status == IPP_STATUS_ERROR_NOT_AUTHORIZED ||
+           status == IPP_STATUS_ERROR_FORBIDDEN;
+}
+
+int IppAnswer::integer(const char* attribute) const
+{
+    auto* found = ippFindAttribute(message.get(), attribute, IPP_TAG_ZERO);
+    const auto kind = found != nullptr ? ippGetValueTag(found) : IPP_TAG_ZERO;
+    return kind == IPP_TAG_INTEGER || kind == IPP_TAG_ENUM ? ippGetInteger(found, 0) : 0;
+}
+
+std::string IppAnswer::text(const char* attribute) const
+{
+    auto* found = ippFindAttribute(message.get(), attribute, IPP_TAG_ZERO);
+    const char* value = found != nullptr ? ippGetString(found, 0, nullptr) : nullptr;
+    return value != nullptr ? value : "";
+}
+
+CupsServer::Connection CupsServer::connect(const std::string& server, int port, http_encryption_t encryption,
+                                           std::chrono::milliseconds limit)
+{
+    return Connection(httpConnect2(server.c_str(), port, nullptr, AF_UNSPEC, encryption, 1,
+                                   static_cast<int>(limit.count()), nullptr));
+}
+
+CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const Transfer& transfer)
+    : name_(serverName()), limits_(limits), transfer_(transfer)
+{
+    cupsSetPasswordCB2(noPassword, nullptr);
+    const auto connecting = [name = std::string(cupsServer()), port = ippPort(),
+                             encryption = cupsEncryption(),
+                             limit = limits.connect] { return connect(name, port, encryption, limit); };
+    auto connection = callWithin(limits.connect, transfer, connecting);
+    if (!connection && transfer.isCancelled())
+        throw Error(localized("%s: the job was cancelled before anything of it went out", who));
+    if (!connection)
+        throw Error(
+            localized("%s: the print server %s does not answer within %s; check that it runs, and what "
+                      "CUPS_SERVER names",
+                      who, name_, durationText(limits.connect)));
+    // libcups does not tell why: it says that the host is down, whatever the reason.
+    if (*connection == nullptr)
+        throw Error(
+            localized("%s: the print server %s cannot be reached; start CUPS, or set CUPS_SERVER to the "
+                      "server that has the queue",
+                      who, name_));
+    connection_ = *std::move(connection);
+    constexpr double seconds = std::chrono::duration<double>(cancellationInterval).count();
+    httpSetTimeout(connection_.get(), seconds, goOnWaiting, this);
+}
+
+/// Called by libcups when the server did nothing for a while; 0 makes it give up.
+int CupsServer::goOnWaiting(http_t*, void* server)
+{
+    auto* self = static_cast<CupsServer*>(server);
+    self->cancelled_ = self->cancelled_ || self->transfer_.isCancelled();
+    self->silent_ = self->silent_ || Clock::now() >= self->patience_;
+    return self->cancelled_ || self->silent_ ? 0 : 1;
+}
+
+void CupsServer::restartPatience() { patience_ = Clock::now() + limits_.answer; }
+
+IppAnswer CupsServer::answerOf(ipp_t* message) const
+{
+    IppAnswer answer;
+    answer.message.reset(message);
+    answer.status = cupsLastError();
+    if (answer.isSuccess())
+        return answer;
+    const char* words = cupsLastErrorString();
+    if (cancelled_)
+        answer.reason = localized("the job was cancelled");
+    else if (silent_)
+        answer.reason = localized("the print server %s does not answer", name_);
+    else if (answer.wantsPassword())
+        answer.reason = localized("the print server %s wants a password", name_);
+    else if (answer.isForbidden())
+        answer.reason = localized("the print server %s does not permit it", name_);
+    else if (message != nullptr && words != nullptr)
+        answer.reason = words;
+    else
+        answer.reason = localized("the print server %s broke off the connection", name_);
+    return answer;
+}
+
+IppAnswer CupsServer::ask(IppMessage request, const std::string& resource)
+{
+    restartPatience();
+    return answerOf(cupsDoRequest(connection_.get(), request.release(), resource.c_str()));
+}
+
+bool CupsServer::beginSending(const IppMessage& request, const std::string& resource, std::uint64_t size)
+{
+    restartPatience();
+    const auto length = ippLength(request.get()) + size;
+    return cupsSendRequest(connection_.get(), request.get(), resource.c_str(), length) ==
+           HTTP_STATUS_CONTINUE;
+}
+
+bool CupsServer::sendBlock(std::string_view block)
+{
+    restartPatience();
+    // While data flows libcups does not ask.
+    cancelled_ = cancelled_ || transfer_.isCancelled();
+    return !cancelled_ &&
+           cupsWriteRequestData(connection_.get(), block.data(), block.size()) == HTTP_STATUS_CONTINUE;
+}
+
+IppAnswer CupsServer::endSending(const std::string& resource)
+{
+    restartPatience();
+    if (cancelled_ || silent_)
+        return answerOf(nullptr);
+    return answerOf(cupsGetResponse(connection_.get(), resource.c_str()));
+}
+
+IppMessage newQueueRequest(ipp_op_t operation, const std::string& queue, const std::string& user)
+{
+    constexpr std::size_t longestUri = 1024;
+    std::array<char, longestUri> uri{};
+    httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr,
+                     "localhost", 0, "/printers/%s", queue.c_str());
+    IppMessage request(ippNewRequest(operation));
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri.data());
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
+                 ippName(user).c_str());
+    return request;
+}
+
+std::string queueResource(const std::string& queue)
+{
+    // No queue has a name with "/" in it, but other pages of the server do.
+    return queue.find('/') == std::string::npos ? "/printers/" + queue : "/";
+}
+
+std::string ippName(const std::string& text)
+{
+    constexpr std::size_t longest = 255;
+    std::string name = oneLine(text);
+    if (!isUtf8(name))
+        for (char& byte : name)
+            byte = static_cast<unsigned char>(byte) < 0x80 ? byte : '?';
+    if (name.size() > longest) {
+        std::size_t end = longest;
+        while ((static_cast<unsigned char>(name[end]) & 0xc0U) == 0x80U)
+            --end;
+        name.resize(end);
+    }
+    return name;
+}
+
+} // namespace quelm

@@ -1,0 +1,33 @@
+// From a host's name to the addresses to connect to.
+#ifndef DRIVER_JOBS_HOST_LOOKUP_H
+#define DRIVER_JOBS_HOST_LOOKUP_H
+
+#include "driver/core/network_address.h"
+#include "driver/jobs/transfer.h"
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <sys/socket.h>
+
+namespace quelm {
+
+/// One address as the system takes it.
+struct SocketAddress {
+    sockaddr_storage storage{};
+    socklen_t size = 0;
+
+    const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&storage); }
+};
+
+/// All addresses of a host, in the order in which they are to be tried; at least one. Throws quelm::Error
+/// with a line that begins with `who` when there is no such host, the name service does not answer within
+/// `limit`, or `transfer` is cancelled. A name service that answers later still keeps a thread busy until
+/// then, which does no harm.
+std::vector<SocketAddress> lookUpHost(const NetworkAddress& address, const std::string& who,
+                                      std::chrono::milliseconds limit, const Transfer& transfer);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,52 @@
+# Installs the build tree into a folder of its own, moves it, and uses the programs as its users would.
+file(REMOVE_RECURSE "${WORK_DIR}")
+set(ENV{HOME} "${WORK_DIR}/ann")
+set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/ann/settings")
+set(ENV{LC_ALL} C.UTF-8)
+unset(ENV{DESTDIR})
+file(MAKE_DIRECTORY "$ENV{HOME}")
+
+# Runs a command; ends the test with its output when it fails. What it wrote is in `output`.
+function(run)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+  if(NOT status EQUAL 0)
+    list(JOIN ARGV " " command)
+    message(FATAL_ERROR "${command}: status ${status}\n${output}${errors}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect what value expected)
+  if(NOT value STREQUAL expected)
+    message(FATAL_ERROR "${what} is \"${value}\" instead of \"${expected}\"")
+  endif()
+endfunction()
+
+run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix" --config "${CONFIG}" --component Runtime)
+set(prefix "${WORK_DIR}/moved")
+file(RENAME "${WORK_DIR}/prefix" "${prefix}")
+
+# Everybody keeps a phonebook there, and nobody can remove another's.
+foreach(folder IN ITEMS var/lib/quelm/phonebook var/lib/quelm/phonebook/user)
+  run(stat --format=%a "${prefix}/${folder}")
+  expect("the mode of ${folder}" "${output}" "1777\n")
+endforeach()
+
+run("${prefix}/bin/quelm-driver" --user ann phonebook add "Anne Miller" "555 1234")
+if(NOT EXISTS "${prefix}/var/lib/quelm/phonebook/user/ann.xdb")
+  message(FATAL_ERROR "the phonebook is not in the state folder")
+endif()
+run("${prefix}/bin/fennodial" --version)
+run("${prefix}/bin/quelm-driver" --user ann attributes --entry "Anne Miller")
+if(NOT output MATCHES "OID_ATT_FAX_DESTINATION_PHONE \"5551234\"")
+  message(FATAL_ERROR "the job does not dial the recipient of the phonebook:\n${output}")
+endif()
+
+# The catalogues are found beside the programs.
+set(ENV{LANGUAGE} de)
+file(WRITE "${WORK_DIR}/script" "call T40InvokeFaxDialog\npress \"AddFaxRcpt\"\nshow \"LanFax Add Recipient Window\"\n")
+run("${prefix}/bin/quelm-driver" --user ann script "${WORK_DIR}/script")
+if(NOT output MATCHES "Faxempfänger hinzufügen")
+  message(FATAL_ERROR "the dialog's title is not German:\n${output}")
+endif()
+file(REMOVE_RECURSE "${WORK_DIR}")

@@ -1,0 +1,177 @@
+// Writes a print server's configuration, and a device that keeps what it is given.
+#include "tests/servers/cupsd_server.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace servers {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// True when something listens there.
+bool accepts(const sockaddr* address, socklen_t size)
+{
+    const int trial = socket(address->sa_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool accepted = trial >= 0 && connect(trial, address, size) == 0;
+    close(trial);
+    return accepted;
+}
+
+bool servesPort(int port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<in_port_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return accepts(reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+bool servesSocket(const std::string& path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    return accepts(reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+/// The driver of a queue: PostScript goes through the filter "mark".
+constexpr const char* driverDescription = R"ppd(*PPD-Adobe: "4.3"
+*FormatVersion: "4.3"
+*FileVersion: "1.0"
+*LanguageVersion: English
+*LanguageEncoding: ISOLatin1
+*PCFileName: "MARK.PPD"
+*Manufacturer: "Test"
+*Product: "(Test)"
+*ModelName: "Test"
+*ShortNickName: "Test"
+*NickName: "Test"
+*PSVersion: "(3010.000) 0"
+*LanguageLevel: "3"
+*ColorDevice: False
+*DefaultColorSpace: Gray
+*cupsFilter: "application/vnd.cups-postscript 0 mark"
+*cupsFilter: "application/postscript 0 mark"
+)ppd";
+
+std::string printerSection(const PrinterQueue& queue)
+{
+    const std::string kind = queue.isDefault ? "DefaultPrinter" : "Printer";
+    std::string text = "<" + kind + " " + queue.name + ">\n";
+    if (!queue.description.empty())
+        text += "Info " + queue.description + "\n";
+    text += "DeviceURI keep:/" + queue.name + "\n";
+    text +=
+        queue.pausedWith.empty() ? "State Idle\n" : "State Stopped\nStateMessage " + queue.pausedWith + "\n";
+    text += std::string("Accepting ") + (queue.accepting ? "Yes" : "No") + "\n";
+    text += queue.banners ? "JobSheets standard standard\n" : "JobSheets none none\n";
+    if (!queue.onlyFor.empty())
+        text += "AllowUser " + queue.onlyFor + "\n";
+    return text + "Shared No\nErrorPolicy stop-printer\nOpPolicy default\n</" + kind + ">\n";
+}
+
+} // namespace
+
+CupsdServer::CupsdServer(const CupsdSettings& settings) : number(unusedPort(Transport::tcp))
+{
+    configure(settings);
+    ServerCommand command;
+    command.arguments = {systemProgram("cupsd"), "-f", "-c",
+                         folder / "cupsd.conf",  "-s", folder / "cups-files.conf"};
+    command.outputFile = folder / "log";
+    server = std::make_unique<ServerProcess>(
+        command, [this] { return servesPort(number) && servesSocket(socketPath()); });
+}
+
+void CupsdServer::configure(const CupsdSettings& settings) const
+{
+    for (const auto* name : {"root", "cache", "state", "spool", "temporary", "kept", "bin/backend",
+                             "bin/daemon", "bin/filter", "data/banners", "root/ppd"})
+        fs::create_directories(folder / name);
+    fs::create_symlink("/usr/lib/cups/daemon/cups-exec", folder / "bin/daemon/cups-exec");
+
+    // The device of all queues. Its permissions make the server run it as its own user, root included.
+    const std::string device =
+        writeFile(folder / "bin/backend/keep", "#!/bin/sh\n"
+                                               "[ $# -gt 0 ] || exit 0\n"
+                                               "cd '" +
+                                                   (folder / "kept") +
+                                                   "' || exit 1\n"
+                                                   "printf %s \"$2\" >user$1\n"
+                                                   "printf %s \"$3\" >title$1\n"
+                                                   "cat -- \"${6:--}\" >content$1.part\n"
+                                                   "mv content$1.part content$1\n");
+    fs::permissions(device, fs::perms::owner_all);
+
+    std::string files = "ServerRoot " + (folder / "root") + "\nCacheDir " + (folder / "cache") +
+                        "\nStateDir " + (folder / "state") + "\nRequestRoot " + (folder / "spool") +
+                        "\nTempDir " + (folder / "temporary") + "\nServerBin " + (folder / "bin") +
+                        "\nDataDir " + (folder / "data") + "\nServerKeychain " + (folder / "root/ssl") +
+                        "\nAccessLog " + (folder / "log") + "\nErrorLog " + (folder / "log") + "\nPageLog " +
+                        (folder / "log") + "\nPrintcap\n";
+    if (geteuid() == 0) // the server wants another user for what is not its own
+        files += "User lp\nGroup lp\nSystemGroup root\nLogFileGroup root\n";
+    writeFile(folder / "cups-files.conf", files);
+
+    const std::string guard = settings.guarded.empty()
+                                  ? ""
+                                  : "<Limit " + settings.guarded +
+                                        ">\nAuthType Basic\nRequire valid-user\nOrder deny,allow\n</Limit>\n";
+    writeFile(folder / "cupsd.conf",
+              "LogLevel debug\nMaxLogSize 0\nBrowsing No\nWebInterface No\n"
+              "Listen " +
+                  address() + "\nListen " + socketPath() +
+                  "\n"
+                  "<Location />\nOrder allow,deny\n</Location>\n"
+                  "<Policy default>\n" +
+                  guard +
+                  "<Limit Cancel-Job>\nRequire user @OWNER\nOrder deny,allow\n</Limit>\n"
+                  "<Limit All>\nOrder deny,allow\n</Limit>\n"
+                  "</Policy>\n");
+    // What a driver makes of PostScript.
+    const std::string filter =
+        writeFile(folder / "bin/filter/mark", "#!/bin/sh\necho marked\ncat -- \"${6:--}\"\n");
+    fs::permissions(filter, fs::perms::owner_all);
+    writeFile(folder / "data/banners/standard", "%!PS-Adobe-3.0\n% a banner\nshowpage\n");
+    fs::create_symlink("/usr/share/cups/mime", folder / "data/mime");
+
+    std::string printers;
+    for (const auto& queue : settings.queues) {
+        printers += printerSection(queue);
+        if (queue.filters)
+            writeFile(folder / ("root/ppd/" + queue.name + ".ppd"), driverDescription);
+    }
+    writeFile(folder / "root/printers.conf", printers);
+}
+
+std::string CupsdServer::keptBy(int job, const std::string& what) const
+{
+    return folder / ("kept/" + what + std::to_string(job));
+}
+
+bool CupsdServer::wasPrinted(int job) const { return fs::exists(keptBy(job, "user")); }
+
+PrintedJob CupsdServer::printed(int job) const
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!fs::exists(keptBy(job, "content"))) {
+        if (std::chrono::steady_clock::now() > deadline)
+            throw std::runtime_error("the print server did not print:\n" + contentOf(folder / "log"));
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return {contentOf(keptBy(job, "user")), contentOf(keptBy(job, "title")),
+            contentOf(keptBy(job, "content"))};
+}
+
+} // namespace servers

@@ -1,0 +1,232 @@
+// Accepts connections and does with them what the manner says.
+#include "tests/servers/print_listener.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdint>
+#include <system_error>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace servers {
+
+namespace {
+
+constexpr std::chrono::seconds patience{10};
+
+void require(bool condition, const char* what)
+{
+    if (!condition)
+        throw std::system_error(errno, std::generic_category(), what);
+}
+
+/// A listening socket on a free port of a loopback address.
+int listenOnLoopback(bool ipv6, int& port)
+{
+    const int made = socket(ipv6 ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    require(made >= 0, "socket");
+    // A small window, so that a device that stops reading is felt soon.
+    const int window = 4096;
+    setsockopt(made, SOL_SOCKET, SO_RCVBUF, &window, sizeof window);
+    sockaddr_in v4{};
+    v4.sin_family = AF_INET;
+    v4.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in6 v6{};
+    v6.sin6_family = AF_INET6;
+    v6.sin6_addr = in6addr_loopback;
+    auto* address = ipv6 ? reinterpret_cast<sockaddr*>(&v6) : reinterpret_cast<sockaddr*>(&v4);
+    socklen_t size = ipv6 ? sizeof v6 : sizeof v4;
+    require(bind(made, address, size) == 0, "bind");
+    require(listen(made, 16) == 0, "listen");
+    require(getsockname(made, address, &size) == 0, "getsockname");
+    port = ntohs(ipv6 ? v6.sin6_port : v4.sin_port);
+    return made;
+}
+
+void resetOnClose(int connection)
+{
+    const linger atOnce{1, 0};
+    setsockopt(connection, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+}
+
+} // namespace
+
+PrintListener::PrintListener(Manner how, std::size_t bytes, bool ipv6)
+    : manner(how), mostBytes(bytes), onIpv6(ipv6), listening(listenOnLoopback(ipv6, number)),
+      stopped(eventfd(0, EFD_CLOEXEC)), thread([this] { serve(); })
+{
+}
+
+PrintListener::~PrintListener()
+{
+    stop();
+    close(listening);
+    close(stopped);
+}
+
+void PrintListener::stop()
+{
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = write(stopped, &one, sizeof one);
+    if (thread.joinable())
+        thread.join();
+}
+
+std::string PrintListener::address() const
+{
+    return (onIpv6 ? "[::1]:" : "127.0.0.1:") + std::to_string(number);
+}
+
+std::string PrintListener::received()
+{
+    const std::lock_guard lock(mutex);
+    return content;
+}
+
+bool PrintListener::waitForBytes(std::size_t count)
+{
+    std::unique_lock lock(mutex);
+    return changed.wait_for(lock, patience, [&] { return content.size() >= count; });
+}
+
+Ending PrintListener::waitForEnding()
+{
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, patience, [&] { return ending != Ending::open; });
+    return ending;
+}
+
+int PrintListener::connections()
+{
+    const std::lock_guard lock(mutex);
+    return accepted;
+}
+
+void PrintListener::note(Ending how)
+{
+    const std::lock_guard lock(mutex);
+    ending = how;
+    changed.notify_all();
+}
+
+void PrintListener::serve()
+{
+    for (;;) {
+        std::array<pollfd, 2> waits{{{listening, POLLIN, 0}, {stopped, POLLIN, 0}}};
+        while (poll(waits.data(), waits.size(), -1) < 0 && errno == EINTR) {
+        }
+        if (waits[1].revents != 0)
+            return;
+        const int connection = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+        if (connection < 0)
+            continue;
+        {
+            const std::lock_guard lock(mutex);
+            content.clear();
+            ending = Ending::open;
+            ++accepted;
+        }
+        take(connection);
+        close(connection);
+    }
+}
+
+/// Reads until the sender or the device ends, or `most` bytes are there. False when there is nothing
+/// more to be had of the connection.
+bool PrintListener::readOn(int connection, std::size_t most)
+{
+    constexpr std::size_t little = 16384;
+    constexpr int pause = 10; // milliseconds
+    const bool slow = manner == Manner::slow;
+    std::array<char, 65536> block;
+    std::size_t total = 0;
+    while (total < most) {
+        if (!waitFor(connection, POLLIN) || (slow && isStopped(pause)))
+            return false;
+        const auto wanted = std::min(slow ? little : block.size(), most - total);
+        const auto count = recv(connection, block.data(), wanted, 0);
+        if (count < 0 && (errno == EAGAIN || errno == EINTR))
+            continue;
+        if (count <= 0) {
+            note(count == 0 ? Ending::closed : Ending::reset);
+            return count == 0;
+        }
+        total += static_cast<std::size_t>(count);
+        const std::lock_guard lock(mutex);
+        content.append(block.data(), static_cast<std::size_t>(count));
+        changed.notify_all();
+    }
+    return true;
+}
+
+/// More than the buffers on both sides of a connection have room for.
+bool PrintListener::answer(int connection)
+{
+    const std::string status(65536, '@');
+    for (std::size_t left = std::size_t{16} << 20U; left > 0;) {
+        if (!waitFor(connection, POLLOUT))
+            return false;
+        const auto count =
+            send(connection, status.data(), std::min(status.size(), left), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (count < 0 && errno != EAGAIN && errno != EINTR)
+            return false;
+        left -= static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+    }
+    return true;
+}
+
+/// Waits for the connection; false when the device is to end.
+bool PrintListener::waitFor(int connection, short events) const
+{
+    std::array<pollfd, 2> waits{{{connection, events, 0}, {stopped, POLLIN, 0}}};
+    while (poll(waits.data(), waits.size(), -1) < 0 && errno == EINTR) {
+    }
+    return waits[1].revents == 0;
+}
+
+bool PrintListener::isStopped(int milliseconds) const
+{
+    pollfd wait{stopped, POLLIN, 0};
+    return poll(&wait, 1, milliseconds) > 0;
+}
+
+void PrintListener::take(int connection)
+{
+    constexpr auto everything = static_cast<std::size_t>(-1);
+    const bool partly = manner == Manner::stalls || manner == Manner::closes || manner == Manner::resets ||
+                        manner == Manner::halfClosesThenResets;
+    if (manner == Manner::answersFirst && !answer(connection))
+        return;
+    if (manner == Manner::halfClosesThenResets) {
+        constexpr int untilItIsSeen = 200; // milliseconds
+        shutdown(connection, SHUT_WR);
+        if (isStopped(untilItIsSeen))
+            return;
+    }
+    if (!readOn(connection, partly ? mostBytes : everything))
+        return;
+    switch (manner) {
+    case Manner::resets:
+    case Manner::resetsAtTheEnd:
+    case Manner::halfClosesThenResets:
+        return resetOnClose(connection);
+    case Manner::stalls:
+    case Manner::neverCloses:
+        waitFor(connection, 0);
+        // Without reading, the only event is that the sender breaks off.
+        if (pollfd reset{connection, 0, 0}; poll(&reset, 1, 0) > 0)
+            note(Ending::reset);
+        return;
+    default:
+        return;
+    }
+}
+
+} // namespace servers

@@ -1,0 +1,145 @@
+// A socket and a thread that serves it.
+#include "tests/servers/udp_device.h"
+
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace servers {
+
+namespace {
+
+constexpr std::size_t largestDatagram = 65536;
+
+sockaddr_in loopback(int port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<in_port_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+const sockaddr* general(const sockaddr_in& address) { return reinterpret_cast<const sockaddr*>(&address); }
+
+[[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
+
+/// A client's socket, connected to a server on the loopback address.
+class Client {
+public:
+    explicit Client(int port) : number(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+    {
+        const sockaddr_in address = loopback(port);
+        if (number < 0 || connect(number, general(address), sizeof address) != 0)
+            fail("cannot reach the server behind");
+    }
+    ~Client() { close(number); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    /// What the server answers; empty when it does not within five seconds.
+    std::string ask(const std::string& datagram) const
+    {
+        constexpr int patience = 5000;
+        std::string answer(largestDatagram, '\0');
+        pollfd waiting{number, POLLIN, 0};
+        send(number, datagram.data(), datagram.size(), 0);
+        if (poll(&waiting, 1, patience) <= 0)
+            return "";
+        const ssize_t size = recv(number, answer.data(), answer.size(), 0);
+        answer.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+        return answer;
+    }
+
+private:
+    int number;
+};
+
+} // namespace
+
+UdpDevice::UdpDevice(DatagramHandler handler)
+    : handle(std::move(handler)), bound(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)),
+      stopped(eventfd(0, EFD_CLOEXEC))
+{
+    sockaddr_in address = loopback(0);
+    socklen_t size = sizeof address;
+    if (bound < 0 || stopped < 0 || bind(bound, general(address), size) != 0 ||
+        getsockname(bound, reinterpret_cast<sockaddr*>(&address), &size) != 0)
+        fail("cannot bind a UDP socket");
+    number = ntohs(address.sin_port);
+    thread = std::thread([this] { serve(); });
+}
+
+UdpDevice::~UdpDevice()
+{
+    ending = true;
+    eventfd_write(stopped, 1);
+    thread.join();
+    close(bound);
+    close(stopped);
+}
+
+void UdpDevice::serve()
+{
+    std::string datagram;
+    for (;;) {
+        std::array<pollfd, 2> waiting{{{bound, POLLIN, 0}, {stopped, POLLIN, 0}}};
+        poll(waiting.data(), waiting.size(), -1);
+        if (waiting[1].revents != 0)
+            return;
+        datagram.resize(largestDatagram);
+        sockaddr_in from{};
+        socklen_t size = sizeof from;
+        const ssize_t got =
+            recvfrom(bound, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&from), &size);
+        if (got < 0)
+            continue; // a refusal of an earlier answer
+        datagram.resize(static_cast<std::size_t>(got));
+        ++count;
+        handle(datagram, [&](const std::string& answer) {
+            sendto(bound, answer.data(), answer.size(), 0, general(from), sizeof from);
+            return !ending;
+        });
+    }
+}
+
+DatagramHandler beingSilent()
+{
+    return [](const std::string&, const Reply&) {};
+}
+
+DatagramHandler answeringWith(std::string text)
+{
+    return [text = std::move(text)](const std::string&, const Reply& reply) { reply(text); };
+}
+
+DatagramHandler floodingWith(std::string text)
+{
+    return [text = std::move(text)](const std::string&, const Reply& reply) {
+        while (reply(text)) {
+        }
+    };
+}
+
+DatagramHandler losing(int lost, int port)
+{
+    return [left = lost, client = std::make_shared<Client>(port)](const std::string& datagram,
+                                                                  const Reply& reply) mutable {
+        if (left-- > 0)
+            return;
+        if (const std::string answer = client->ask(datagram); !answer.empty())
+            reply(answer);
+    };
+}
+
+} // namespace servers
