@@ -179,14 +179,16 @@ void SlapdServer::start()
     std::string encoded;
     for (const char character : socketPath)
         encoded += character == '/' ? "%2F" : std::string(1, character);
-    std::string urls = "ldapi://" + encoded;
+    std::string urls;
     for (const std::string host : {"127.0.0.1", "[::1]"}) {
         if (host != "127.0.0.1" && !hasIpv6())
             continue;
-        urls += " ldap://" + host + ":" + std::to_string(plainPort);
+        urls += "ldap://" + host + ":" + std::to_string(plainPort) + " ";
         if (securePort != 0)
-            urls += " ldaps://" + host + ":" + std::to_string(securePort);
+            urls += "ldaps://" + host + ":" + std::to_string(securePort) + " ";
     }
+    // slapd begins to listen in the order of the addresses: when the socket takes connections, all do.
+    urls += "ldapi://" + encoded;
     std::filesystem::remove(socketPath);
     server.reset();
     // A debug level, 0 too, keeps it in the foreground.
