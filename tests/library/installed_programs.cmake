@@ -37,6 +37,13 @@ if(NOT EXISTS "${prefix}/var/lib/quelm/phonebook/user/ann.xdb")
   message(FATAL_ERROR "the phonebook is not in the state folder")
 endif()
 run("${prefix}/bin/fennodial" --version)
+
+# What the desktop shows lies beside the programs.
+foreach(file IN ITEMS quelm-desktop help/LanFax.md help/de/LanFax.md help/driver.md help/de/driver.md)
+  if(NOT EXISTS "${prefix}/lib/quelm/${file}")
+    message(FATAL_ERROR "${file} is not in the home folder")
+  endif()
+endforeach()
 run("${prefix}/bin/quelm-driver" --user ann attributes --entry "Anne Miller")
 if(NOT output MATCHES "OID_ATT_FAX_DESTINATION_PHONE \"5551234\"")
   message(FATAL_ERROR "the job does not dial the recipient of the phonebook:\n${output}")

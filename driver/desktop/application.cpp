@@ -1,0 +1,201 @@
+// Brings driver, windows and main loop together.
+#include "driver/desktop/application.h"
+
+#include "driver/core/callbacks.h"
+#include "driver/core/error.h"
+#include "driver/core/installation.h"
+#include "driver/core/log.h"
+#include "driver/core/translation.h"
+#include "driver/desktop/accessible.h"
+#include "driver/desktop/dialog_windows.h"
+#include "driver/desktop/main_window.h"
+#include "driver/desktop/shown_text.h"
+#include "driver/desktop/style.h"
+
+#include <glibmm/markup.h>
+#include <gtkmm/application.h>
+#include <gtkmm/label.h>
+#include <gtkmm/main.h>
+#include <gtkmm/messagedialog.h>
+
+#include <glib-unix.h>
+#include <gtk/gtk.h>
+
+#include <clocale>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace quelm {
+namespace {
+
+constexpr int marginOfMessage = 12;
+
+/// False when there is no display. The toolkit would set all of the process's locale, numbers in print
+/// streams included, and end the program in its own way then.
+bool openDisplay()
+{
+    if (gdk_display_get_default() != nullptr)
+        return true;
+    std::setlocale(LC_CTYPE, "");
+    std::setlocale(LC_MESSAGES, "");
+    gtk_disable_setlocale();
+    return gtk_init_check(nullptr, nullptr) != FALSE;
+}
+
+/// Beside the user's kept options.
+std::string choicesFile(const DriverOptions& options)
+{
+    const std::filesystem::path features = featureFilePath(options.configDirectory, "user");
+    return features.parent_path().parent_path() / "desktop.conf";
+}
+
+/// Shows the log's messages in the window, too, whichever thread they come from.
+class WindowLog {
+public:
+    explicit WindowLog(MainWindow& window) : window_(std::make_shared<MainWindow*>(&window))
+    {
+        before_ = setLogSink([window = window_](Severity severity, const std::string& line) {
+            if (severity == Severity::information)
+                return;
+            std::cerr << "quelm-desktop: " + line + "\n" << std::flush;
+            g_idle_add_full(G_PRIORITY_DEFAULT, &WindowLog::tell, new Message{window, severity, line},
+                            [](gpointer message) { delete static_cast<Message*>(message); });
+        });
+    }
+    ~WindowLog()
+    {
+        setLogSink(std::move(before_));
+        *window_ = nullptr;
+    }
+    WindowLog(const WindowLog&) = delete;
+    WindowLog& operator=(const WindowLog&) = delete;
+
+private:
+    struct Message {
+        std::shared_ptr<MainWindow*> window;
+        Severity severity;
+        std::string line;
+    };
+
+    static gboolean tell(gpointer data)
+    {
+        const auto& message = *static_cast<Message*>(data);
+        if (*message.window != nullptr)
+            (*message.window)
+                ->tellAside(message.severity == Severity::error ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING,
+                            message.line);
+        return G_SOURCE_REMOVE;
+    }
+
+    std::shared_ptr<MainWindow*> window_; ///< points at nothing when the window is gone
+    LogSink before_;
+};
+
+/// Closes a window on a signal from outside, as long as it lives itself.
+class SignalsClose {
+public:
+    explicit SignalsClose(std::function<void()> close) : close_(std::move(close))
+    {
+        for (auto& [signal, source] : sources_)
+            source = g_unix_signal_add(signal, &SignalsClose::close, this);
+    }
+    ~SignalsClose()
+    {
+        for (const auto& [signal, source] : sources_)
+            g_source_remove(source);
+    }
+    SignalsClose(const SignalsClose&) = delete;
+    SignalsClose& operator=(const SignalsClose&) = delete;
+
+private:
+    static gboolean close(gpointer self)
+    {
+        static_cast<SignalsClose*>(self)->close_();
+        return G_SOURCE_CONTINUE;
+    }
+
+    std::function<void()> close_;
+    std::vector<std::pair<int, guint>> sources_{{SIGINT, 0}, {SIGTERM, 0}, {SIGHUP, 0}};
+};
+
+void addAccelerators(Gtk::Application& application)
+{
+    application.set_accels_for_action("win.open", {"<Primary>o"});
+    application.set_accels_for_action("win.preview", {"<Primary>r"});
+    application.set_accels_for_action("win.send", {"<Primary>Return", "<Primary>p"});
+    application.set_accels_for_action("win.fax-setup", {"<Primary>f"});
+    application.set_accels_for_action("win.help", {"F1"});
+    application.set_accels_for_action("win.quit", {"<Primary>q"});
+}
+
+} // namespace
+
+void runDesktop(const DesktopOptions& options)
+{
+    if (!openDisplay())
+        throw Error(
+            localized("no display can be opened; start quelm-desktop on a desktop, or use quelm-driver fax"));
+    Driver driver(options.driver);
+    // Each window is a driver of its own: two may fax two documents.
+    const auto application = Gtk::Application::create("net.quelm.Desktop", Gio::APPLICATION_NON_UNIQUE);
+    application->signal_startup().connect([&application] {
+        application->set_menubar(MainWindow::menu());
+        addAccelerators(*application.operator->());
+    });
+    MainWindowOptions windowOptions{options.pdl, choicesFile(options.driver), options.creator};
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<WindowLog> log;
+    std::unique_ptr<SignalsClose> signals;
+    std::unique_ptr<DialogWindows> dialogs;
+    application->signal_activate().connect([&] {
+        window = std::make_unique<MainWindow>(driver, windowOptions);
+        log = std::make_unique<WindowLog>(*window);
+        signals = std::make_unique<SignalsClose>([&window] { window->closeAtOnce(); });
+        dialogs = std::make_unique<DialogWindows>(driver, *window);
+        window->connectDialogs(*dialogs);
+        window->setClosed([&application] { application->quit(); });
+        driver.callbacks().setHelp([&](const std::string& topic) {
+            window->showHelp(topic, placesAround(driver.callbacks().helpButton()));
+        });
+        application->add_window(*window);
+        window->present();
+        if (!options.document.empty())
+            window->openDocument(options.document);
+    });
+    application->run();
+    driver.callbacks().setHelp({});
+    dialogs.reset();
+    signals.reset();
+    log.reset();
+    window.reset();
+}
+
+void tellStartFailure(const std::string& line)
+{
+    if (!openDisplay())
+        return;
+    Gtk::Main::init_gtkmm_internals();
+    useDriverStyle();
+    // As markup, or the toolkit makes all of it bold.
+    Gtk::MessageDialog window(Glib::Markup::escape_text(drawable(oneLine(line))), true, Gtk::MESSAGE_ERROR,
+                              Gtk::BUTTONS_NONE);
+    window.set_title(translated("Quelm Driver"));
+    window.get_style_context()->add_class("question");
+    window.get_message_area()->property_margin() = marginOfMessage;
+    describe(window, "Start Failure");
+    describe(*window.add_button(translated("_Close"), Gtk::RESPONSE_CLOSE), "Start Failure Close");
+    for (auto* child : window.get_message_area()->get_children())
+        if (auto* label = dynamic_cast<Gtk::Label*>(child)) {
+            // Paths have no blanks to be broken at.
+            label->set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+        }
+    const SignalsClose signals([&window] { window.response(Gtk::RESPONSE_CLOSE); });
+    window.run();
+}
+
+} // namespace quelm

@@ -1,0 +1,30 @@
+// The program quelm-desktop behind its command line: a driver with its windows.
+#ifndef DRIVER_DESKTOP_APPLICATION_H
+#define DRIVER_DESKTOP_APPLICATION_H
+
+#include "driver/core/driver.h"
+#include "driver/core/fax_session.h"
+
+#include <string>
+
+namespace quelm {
+
+/// How the desktop is started.
+struct DesktopOptions {
+    DriverOptions driver;
+    Pdl pdl = Pdl::dsc;   ///< the form of jobs, unless the user chose one in the window
+    std::string document; ///< to open first; may be empty
+    std::string creator;  ///< the program, as jobs name it
+};
+
+/// Starts the driver, shows its main window and returns when that is closed; SIGINT, SIGTERM and SIGHUP
+/// close it. Throws quelm::Error when there is no display or the driver cannot start.
+void runDesktop(const DesktopOptions& options);
+
+/// Shows `line`, why the desktop could not be started, in a window of its own, and returns when that is
+/// closed; SIGINT, SIGTERM and SIGHUP close it. Does nothing where there is no display.
+void tellStartFailure(const std::string& line);
+
+} // namespace quelm
+
+#endif

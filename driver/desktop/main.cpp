@@ -1,0 +1,66 @@
+// The program quelm-desktop: takes the command line and opens the desktop.
+#include "driver/cli/command_line.h"
+#include "driver/cli/driver_setup.h"
+#include "driver/core/error.h"
+#include "driver/core/program_end.h"
+#include "driver/desktop/application.h"
+#include "driver/jobs/file_handle.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <exception>
+#include <functional>
+#include <new>
+#include <string>
+
+namespace {
+
+/// The phonebook program, which the component starts and waits for, must not take over a terminal that the
+/// desktop happens to be started from.
+void readNothingFromStandardInput()
+{
+    const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (nothing < 0)
+        return;
+    ::dup2(nothing, STDIN_FILENO);
+    ::close(nothing);
+}
+
+/// Does `work`, and keeps why it failed. Not for wrong usage: whoever typed it reads that in the terminal.
+void keepingFailure(std::string& line, const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const quelm::UsageError&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        line = error.what();
+        throw;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const quelm::WriteSignalsIgnored ignored;
+    std::string failure;
+    const int status = quelm::exitStatusOf("quelm-desktop", [&] {
+        const auto line = quelm::parseDesktopCommandLine(argc, argv);
+        if (!line.information.empty())
+            return quelm::writeAll(STDOUT_FILENO, line.information, "standard output");
+        keepingFailure(failure, [&line] {
+            const auto setup = quelm::setUpDriver(line);
+            readNothingFromStandardInput();
+            quelm::runDesktop(
+                {setup.driver, setup.pdl, line.document, "quelm-desktop " QUELM_DRIVER_VERSION});
+        });
+    });
+    // A program that was started by a click has nobody who reads its standard error.
+    if (!failure.empty())
+        quelm::tellStartFailure(failure);
+    return status;
+}

@@ -1,0 +1,26 @@
+#!/bin/sh
+# Draws the pictures below icon/ from their sources: GIF files for the dialogs, by the names that their
+# definition gives, and the program's icon. The results are committed, so that a build needs neither tool.
+# Needs rsvg-convert (librsvg2-bin) and ImageMagick's convert. Usage: icon/draw.sh [FOLDER]
+set -eu
+
+here=$(cd "$(dirname "$0")" && pwd)
+out=${1:-$here}
+
+# A GIF pixel is either there or not: the soft edges are mixed with a usual window background.
+background='#f6f5f4'
+
+for source in "$here"/source/*/*.svg; do
+    name=${source#"$here/source/"}
+    picture=$out/base/${name%.svg}.gif
+    mkdir -p "$(dirname "$picture")"
+    rsvg-convert --format=png "$source" |
+        convert png:- \( +clone -alpha extract -threshold 15% \) \
+            \( -clone 0 -background "$background" -alpha remove -alpha off \) \
+            -delete 0 +swap -compose CopyOpacity -composite -strip -colors 64 "gif:$picture"
+done
+
+for size in 16 32 48; do
+    rsvg-convert --format=png --width=$size --height=$size "$here/source/quelm-driver.svg" \
+        >"$out/quelm-driver-$size.png"
+done

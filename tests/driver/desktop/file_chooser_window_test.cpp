@@ -1,0 +1,145 @@
+// What a file chooser starts with and gives back.
+#include "driver/desktop/file_chooser_window.h"
+
+#include "tests/driver/desktop/desktop_fixture.h"
+
+#include <gtkmm/filechooserdialog.h>
+
+#include <cstdlib>
+#include <utility>
+
+using quelm::fileStartOf;
+using quelm::withEnding;
+
+TEST(FileStart, APatternIsAFolderAndAFilter)
+{
+    const quelm::FileStart start = fileStartOf("/opt/quelm/db/phonebook/user/*.xdb");
+    EXPECT_EQ(start.folder, "/opt/quelm/db/phonebook/user");
+    EXPECT_EQ(start.pattern, "*.xdb");
+    EXPECT_EQ(start.file, "");
+}
+
+TEST(FileStart, APathIsAFileInAFolder)
+{
+    const quelm::FileStart start = fileStartOf("/opt/quelm/db/phonebook/user/ann.xdb");
+    EXPECT_EQ(start.folder, "/opt/quelm/db/phonebook/user");
+    EXPECT_EQ(start.pattern, "");
+    EXPECT_EQ(start.file, "/opt/quelm/db/phonebook/user/ann.xdb");
+}
+
+TEST(FileStart, OfNothingIsNothing)
+{
+    EXPECT_EQ(fileStartOf("").folder, "");
+    EXPECT_EQ(fileStartOf("/opt/").file, "");
+    EXPECT_EQ(fileStartOf("*.xdb").pattern, "*.xdb");
+}
+
+TEST(FileEnding, IsAddedToANameWithoutOne)
+{
+    EXPECT_EQ(withEnding("/db/team", "*.xdb"), "/db/team.xdb");
+    EXPECT_EQ(withEnding("/d.b/team", "*.xdb"), "/d.b/team.xdb");
+    EXPECT_EQ(withEnding("/db/team.old", "*.xdb"), "/db/team.old");
+    EXPECT_EQ(withEnding("/db/team", "*"), "/db/team");
+    EXPECT_EQ(withEnding("/db/team", "*.x?b"), "/db/team");
+    EXPECT_EQ(withEnding("/db/team", ""), "/db/team");
+}
+
+namespace {
+
+class FileChooserTest : public DesktopTest {
+protected:
+    void openChooser(const std::string& button, const std::string& chooser)
+    {
+        openFaxDialog();
+        dialogs->act([this] { driver().choose("Lan Fax TabSet", 2); });
+        click(button);
+        ASSERT_TRUE(loopUntil([&] {
+            const quelm::Widget* widget = driver().widgets().find(chooser);
+            return widget != nullptr && isOpen(chooser);
+        }));
+    }
+
+    Gtk::FileChooserDialog& chooser(const std::string& name) { return screen<Gtk::FileChooserDialog>(name); }
+};
+
+} // namespace
+
+TEST_F(FileChooserTest, StartsInTheFolderAndWithTheFilterOfItsPattern)
+{
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    Gtk::FileChooserDialog& dialog = chooser("PersonalPBSelectFileDialog");
+    EXPECT_EQ(dialog.get_title(), "Load...");
+    EXPECT_TRUE(
+        loopUntil([&] { return dialog.get_current_folder() == options.home + "/db/phonebook/user"; }));
+    EXPECT_EQ(dialog.get_filter()->get_name(), "Phonebooks (*.xdb)");
+    EXPECT_EQ(dialog.get_transient_for(), &screen<Gtk::Window>("Lan Fax Window"));
+}
+
+TEST_F(FileChooserTest, StandsOverTheMiddleOfTheDialog)
+{
+    const auto middle = [](Gtk::Window& window) {
+        Gdk::Rectangle frame;
+        window.get_window()->get_frame_extents(frame);
+        return std::pair(frame.get_x() + frame.get_width() / 2, frame.get_y() + frame.get_height() / 2);
+    };
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    const auto aim = middle(screen<Gtk::Window>("Lan Fax Window"));
+    Gtk::FileChooserDialog& dialog = chooser("PersonalPBSelectFileDialog");
+    const auto isThere = [&] {
+        const auto [x, y] = middle(dialog);
+        return std::abs(x - aim.first) <= 20 && std::abs(y - aim.second) <= 20;
+    };
+    EXPECT_TRUE(loopUntil(isThere)) << middle(dialog).first << "," << middle(dialog).second << " instead of "
+                                    << aim.first << "," << aim.second;
+}
+
+TEST_F(FileChooserTest, TheChosenFileReachesTheComponent)
+{
+    openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
+    const std::string file = options.home + "/db/phonebook/user/ann.xdb";
+    Gtk::FileChooserDialog& dialog = chooser("SharedPBSelectFileDialog");
+    dialog.set_filename(file);
+    ASSERT_TRUE(loopUntil([&] { return dialog.get_filename() == file; }));
+    dialog.response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(closes("SharedPBSelectFileDialog"));
+    EXPECT_EQ(tree("LanFax Shared PB Name").text(), file);
+    EXPECT_EQ(screen<Gtk::Entry>("LanFax Shared PB Name").get_text(), file);
+}
+
+TEST_F(FileChooserTest, APersonalPhonebookMayBeNew)
+{
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    Gtk::FileChooserDialog& dialog = chooser("PersonalPBSelectFileDialog");
+    EXPECT_EQ(dialog.get_action(), Gtk::FILE_CHOOSER_ACTION_SAVE);
+    dialog.set_current_folder(folder.path());
+    dialog.set_current_name("team");
+    ASSERT_TRUE(loopUntil([&] { return dialog.get_filename() == folder / "team"; }));
+    dialog.response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(closes("PersonalPBSelectFileDialog"));
+    EXPECT_EQ(tree("LanFax Personal PB Name").text(), folder / "team.xdb");
+}
+
+TEST_F(FileChooserTest, CancellingOrClosingItChangesNothing)
+{
+    const std::string before = tree("LanFax Personal PB Name").text();
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    chooser("PersonalPBSelectFileDialog").response(Gtk::RESPONSE_CANCEL);
+    ASSERT_TRUE(closes("PersonalPBSelectFileDialog"));
+    click("Select Personal PB Button");
+    ASSERT_TRUE(loopUntil([&] { return isOpen("PersonalPBSelectFileDialog"); }));
+    chooser("PersonalPBSelectFileDialog").close();
+    ASSERT_TRUE(closes("PersonalPBSelectFileDialog"));
+    EXPECT_EQ(tree("LanFax Personal PB Name").text(), before);
+    EXPECT_TRUE(isOpen("Lan Fax Window"));
+}
+
+TEST_F(FileChooserTest, ShowsWhyAChoiceIsRefused)
+{
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    dialogs->act([this] { driver().press("PersonalPBSelectFileDialog"); });
+    loopUntilIdle();
+    EXPECT_TRUE(isOpen("PersonalPBSelectFileDialog"));
+    const auto* label = dynamic_cast<Gtk::Label*>(chooser("PersonalPBSelectFileDialog").get_extra_widget());
+    ASSERT_NE(label, nullptr);
+    EXPECT_NE(label->get_text().raw().find("no file is chosen"), std::string::npos) << label->get_text();
+}

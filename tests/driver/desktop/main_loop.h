@@ -1,0 +1,32 @@
+// Lets the default main loop run until something has happened.
+#ifndef TESTS_DRIVER_DESKTOP_MAIN_LOOP_H
+#define TESTS_DRIVER_DESKTOP_MAIN_LOOP_H
+
+#include <glib.h>
+
+/// Runs the loop until `condition` holds. False when that took more than half a minute.
+template <typename Condition>
+bool loopUntil(Condition condition)
+{
+    bool late = false;
+    const guint timer = g_timeout_add_seconds(
+        30,
+        [](gpointer flag) -> gboolean {
+            *static_cast<bool*>(flag) = true;
+            return G_SOURCE_CONTINUE;
+        },
+        &late);
+    while (!late && !condition())
+        g_main_context_iteration(nullptr, TRUE);
+    g_source_remove(timer);
+    return condition();
+}
+
+/// Lets everything happen that is due now.
+inline void loopUntilIdle()
+{
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+    }
+}
+
+#endif
