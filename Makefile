@@ -3,9 +3,9 @@
 .PHONY: help demo test build bench format tidy packages clean
 
 help: ## Lists the commands.
-	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 18
+	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
 
-demo: packages build ## Installs what is missing, builds, and writes a fax job with a picture of its pages into demo/.
+demo: packages build ## Installs what is missing, builds, writes a fax job with a picture of its pages into demo/, and opens the desktop.
 	tools/demo
 
 test: ## Installs what is missing, builds in every configuration, and runs all tests and checks.
@@ -21,6 +21,7 @@ bench: ## Builds the benchmarks and runs them; docs/performance.md says how to r
 	cmake --build --preset bench
 	build/bench/bench/component_bench $(BENCH_FLAGS)
 	build/bench/bench/driver_bench $(BENCH_FLAGS)
+	tests/driver/desktop/with-display build/bench/bench/desktop_bench $(BENCH_FLAGS)
 
 format: ## Formats all sources.
 	tools/list-sources | xargs -r -d '\n' clang-format -i

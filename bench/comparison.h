@@ -3,6 +3,7 @@
 #define BENCH_COMPARISON_H
 
 #include <benchmark/benchmark.h>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -30,25 +31,43 @@ void require(bool condition, const char* what);
 /// Nothing to prepare ahead of a turn.
 inline void nothing() {}
 
+/// CPU time of this thread that `work` takes, in seconds.
+template <class Work>
+double secondsOf(Work work)
+{
+    const double start = threadSeconds();
+    work();
+    return threadSeconds() - start;
+}
+
 /// Runs `work` and `yardstick` by turns and reports them; the benchmark's time is that of the work.
-/// Whatever slows the machine down for a while hits both alike. `prepare` runs ahead of each turn
-/// and is not measured. `items` is what the time is divided by, rows or bytes.
-template <class Work, class Yardstick, class Prepare = void (*)()>
-void compare(benchmark::State& state, double items, Work work, Yardstick yardstick, Prepare prepare = nothing)
+/// Whatever slows the machine down for a while hits both alike. Both measure themselves and return their
+/// seconds, so that what they do ahead of and behind that does not count. `items` is what the time is
+/// divided by, rows or bytes.
+template <class Work, class Yardstick>
+void compareMeasured(benchmark::State& state, double items, Work work, Yardstick yardstick)
 {
     Turns turns;
     while (state.KeepRunning()) {
-        prepare();
-        const double start = threadSeconds();
-        work();
-        const double between = threadSeconds();
-        yardstick();
-        const double end = threadSeconds();
-        turns.work.push_back(between - start);
-        turns.yardstick.push_back(end - between);
-        state.SetIterationTime(between - start);
+        turns.work.push_back(work());
+        turns.yardstick.push_back(yardstick());
+        state.SetIterationTime(turns.work.back());
     }
     report(state, std::move(turns), items);
+}
+
+/// The same for a work and a yardstick that count as a whole. `prepare` runs ahead of each turn and is
+/// not measured.
+template <class Work, class Yardstick, class Prepare = void (*)()>
+void compare(benchmark::State& state, double items, Work work, Yardstick yardstick, Prepare prepare = nothing)
+{
+    compareMeasured(
+        state, items,
+        [&] {
+            prepare();
+            return secondsOf(std::ref(work));
+        },
+        [&] { return secondsOf(std::ref(yardstick)); });
 }
 
 } // namespace bench

@@ -1,5 +1,7 @@
 // The driver's core as the host, in a temporary installation.
+#include "bench/comparison.h"
 #include "bench/host.h"
+#include "component/startup.h"
 #include "driver/core/host_state.h"
 #include "driver/core/installation.h"
 #include "tests/driver/core/temporary_folder.h"
@@ -12,7 +14,11 @@ struct DriverHost {
     TemporaryFolder folder;
     quelm::HostState state{folder.path(), "ann"};
 
-    DriverHost() { quelm::prepareInstallation(state.home); }
+    DriverHost()
+    {
+        quelm::prepareInstallation(state.home);
+        require(InitializeFaxComponent() != 0, "the component did not start");
+    }
 };
 
 } // namespace

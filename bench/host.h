@@ -6,8 +6,9 @@
 
 namespace bench {
 
-/// Makes the host ready for the component's start; it ends when the result is destroyed. Every
-/// program links one definition of it: the light host or the driver's core.
+/// Makes the host ready and starts the component in it (a host with a screen does so for each benchmark);
+/// it ends when the result is destroyed. Every program links one definition: the light host, the driver's
+/// core or the desktop. Throws std::runtime_error when that fails.
 std::shared_ptr<void> startHost();
 
 } // namespace bench

@@ -1,6 +1,5 @@
-// Starts the component in this program's host and runs the benchmarks that were asked for.
+// Starts this program's host and runs the benchmarks that were asked for.
 #include "bench/host.h"
-#include "component/startup.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -14,8 +13,6 @@ int main(int argc, char** argv)
         return 2;
     try {
         const auto host = bench::startHost();
-        if (InitializeFaxComponent() == 0)
-            throw std::runtime_error("the component did not start");
         // A filter may mean the other program's benchmarks alone.
         if (benchmark::RunSpecifiedBenchmarks() == 0 && benchmark::GetBenchmarkFilter().empty())
             throw std::runtime_error("there is no benchmark");

@@ -59,18 +59,6 @@ Record groupRecord(const std::string& name, int members)
     return {"g" + name, taggedField("gen", list)};
 }
 
-std::unique_ptr<Tarvik40FaxRecipient> recipientOf(const Entry& entry)
-{
-    auto recipient = std::make_unique<Tarvik40FaxRecipient>();
-    recipient->setRecipientType(SINGLE_RECIPIENT);
-    recipient->setRecipientData("RecipientName", entry.name.c_str());
-    recipient->setRecipientData("RecipientFaxNumber", entry.faxNumber.c_str());
-    recipient->setRecipientData("RecipientOrganization", entry.organization.c_str());
-    recipient->setRecipientData("RecipientPhone", entry.phone.c_str());
-    recipient->setRecipientData("RecipientEmail", entry.email.c_str());
-    return recipient;
-}
-
 std::string vCardOf(const Entry& entry)
 {
     return "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:" + entry.name + "\r\nTEL;TYPE=WORK,FAX:" + entry.faxNumber +
