@@ -1,6 +1,6 @@
 # The commands of the house; `make help` lists them. Each is one script or one preset: nothing clever here.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench format tidy packages clean
+.PHONY: help demo test build bench screenshots format tidy packages clean
 
 help: ## Lists the commands.
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
@@ -22,6 +22,9 @@ bench: ## Builds the benchmarks and runs them; docs/performance.md says how to r
 	build/bench/bench/component_bench $(BENCH_FLAGS)
 	build/bench/bench/driver_bench $(BENCH_FLAGS)
 	tests/driver/desktop/with-display build/bench/bench/desktop_bench $(BENCH_FLAGS)
+
+screenshots: build ## Makes the pictures of all windows in docs/images/.
+	tools/screenshots
 
 format: ## Formats all sources.
 	tools/list-sources | xargs -r -d '\n' clang-format -i
