@@ -35,7 +35,7 @@ std::string systemAuthorities()
 int connectedSocket(const DirectoryAddress& server, Deadline deadline)
 {
     try {
-        return connectTcp(server.host, server.port, deadline);
+        return connectTcp({server.host, static_cast<std::uint16_t>(server.port)}, deadline);
     } catch (const ConnectError& error) {
         const bool late =
             error.problem == ConnectProblem::timedOut || error.problem == ConnectProblem::nameTimedOut;

@@ -151,11 +151,10 @@ void setUser(netsnmp_session& session, SnmpUser& user)
     }
 }
 
-std::string peerName(const DeviceEndpoint& endpoint)
+/// The device as the library reads it.
+std::string peerName(const SocketAddress& device)
 {
-    const std::string port = ":" + std::to_string(endpoint.port);
-    return endpoint.address.ss_family == AF_INET6 ? "udp6:[" + endpoint.numeric + "]" + port
-                                                  : "udp:" + endpoint.numeric + port;
+    return (device.family() == AF_INET6 ? "udp6:" : "udp:") + numericText(device);
 }
 
 } // namespace
@@ -169,12 +168,12 @@ struct SnmpConnection::Impl {
     bool engineKnown = false;
     usmUser* user = nullptr; ///< the library's entry for this session
 
-    Impl(const DeviceSettings& given, const DeviceEndpoint& endpoint) : settings(given)
+    Impl(const DeviceSettings& given, const SocketAddress& device) : settings(given)
     {
         startSnmpLibrary();
         netsnmp_session wanted;
         snmp_sess_init(&wanted);
-        std::string peer = peerName(endpoint);
+        std::string peer = peerName(device);
         wanted.peername = peer.data();
         switch (settings.version) {
         case SnmpVersion::v1:
@@ -200,7 +199,7 @@ struct SnmpConnection::Impl {
         socket = snmp_sess_transport(handle)->sock;
         // So that a refusal reaches us, and nobody else's answer does. What cannot be connected to
         // cannot be sent to either, and says so then.
-        connect(socket, reinterpret_cast<const sockaddr*>(&endpoint.address), endpoint.size);
+        connect(socket, device.get(), device.size);
     }
 
     ~Impl()
@@ -293,8 +292,8 @@ struct SnmpConnection::Impl {
     }
 };
 
-SnmpConnection::SnmpConnection(const DeviceSettings& settings, const DeviceEndpoint& endpoint)
-    : impl(std::make_unique<Impl>(settings, endpoint))
+SnmpConnection::SnmpConnection(const DeviceSettings& settings, const SocketAddress& device)
+    : impl(std::make_unique<Impl>(settings, device))
 {
 }
 

@@ -43,7 +43,7 @@ enum UserReport : long {
 class SnmpConnection {
 public:
     /// Sends nothing yet. Throws Error when this system does not have the user's methods.
-    SnmpConnection(const DeviceSettings& settings, const DeviceEndpoint& endpoint);
+    SnmpConnection(const DeviceSettings& settings, const SocketAddress& device);
     ~SnmpConnection();
     SnmpConnection(const SnmpConnection&) = delete;
     SnmpConnection& operator=(const SnmpConnection&) = delete;

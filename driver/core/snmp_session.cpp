@@ -37,13 +37,13 @@ SnmpSession::SnmpSession(DeviceSettings given)
 
 SnmpReply SnmpSession::connectAndAsk(const ObjectIdentifier& object, Deadline deadline)
 {
-    const auto endpoints = findDevice(address, deadline);
+    const auto addresses = findDevice(address, deadline);
     SnmpReply worst;
     worst.kind = SnmpReply::Kind::refused;
-    for (std::size_t next = 0; next < endpoints.size(); ++next) {
-        const auto share = (deadline - Clock::now()) / static_cast<int>(endpoints.size() - next);
+    for (std::size_t next = 0; next < addresses.size(); ++next) {
+        const auto share = (deadline - Clock::now()) / static_cast<int>(addresses.size() - next);
         connection.reset(); // before another one is made
-        connection = std::make_unique<SnmpConnection>(settings, endpoints[next]);
+        connection = std::make_unique<SnmpConnection>(settings, addresses[next]);
         SnmpReply reply = connection->get(object, Clock::now() + share);
         if (reply.answered())
             return reply;

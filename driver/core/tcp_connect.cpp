@@ -4,16 +4,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstddef>
 #include <cstring>
-#include <memory>
+#include <utility>
+#include <vector>
 
-#include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include "driver/core/name_service.h"
 
 namespace quelm {
 
@@ -21,43 +22,19 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-using Addresses = std::shared_ptr<const addrinfo>;
-
-struct Resolution {
-    int error = 0;
-    int systemError = 0; ///< with EAI_SYSTEM
-    Addresses addresses;
-};
-
-Resolution resolve(const std::string& host, int port, int flags)
-{
-    addrinfo hints{};
-    hints.ai_socktype = SOCK_STREAM;
-    hints.ai_flags = AI_NUMERICSERV | flags;
-    addrinfo* list = nullptr;
-    Resolution result;
-    result.error = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list);
-    result.systemError = errno;
-    if (result.error == 0)
-        result.addresses = Addresses(list, freeaddrinfo);
-    return result;
-}
-
 [[noreturn]] void failForTime() { throw ConnectError(ConnectProblem::timedOut, std::strerror(ETIMEDOUT)); }
 
-Addresses addressesOf(const std::string& host, int port, Deadline deadline)
+std::vector<SocketAddress> addressesOf(const NetworkAddress& host, Deadline deadline)
 {
-    if (const Resolution numeric = resolve(host, port, AI_NUMERICHOST); numeric.error == 0)
-        return numeric.addresses;
-    auto lookup = startCall([host, port] { return resolve(host, port, AI_IDN); });
+    if (HostAnswer numeric = readNumericAddress(host, SOCK_STREAM); numeric.kind == HostAnswer::Kind::found)
+        return std::move(numeric.addresses);
+    auto lookup = startCall([host] { return askNameService(host, SOCK_STREAM); });
     if (!lookup.isBackBefore(deadline))
         throw ConnectError(ConnectProblem::nameTimedOut, std::strerror(ETIMEDOUT));
-    const Resolution found = lookup.get();
-    if (found.error == 0)
-        return found.addresses;
-    const char* reason =
-        found.error == EAI_SYSTEM ? std::strerror(found.systemError) : gai_strerror(found.error);
-    throw ConnectError(ConnectProblem::unknownName, reason);
+    HostAnswer answer = lookup.get();
+    if (answer.kind != HostAnswer::Kind::found)
+        throw ConnectError(ConnectProblem::unknownName, answer.reason);
+    return std::move(answer.addresses);
 }
 
 /// Waits until the connection is established or failed; 0 or an error number.
@@ -81,15 +58,14 @@ int outcome(int connecting, Deadline deadline)
 }
 
 /// A connected socket, or -1 with the reason in `error`.
-int connectTo(const addrinfo& address, Deadline deadline, int& error)
+int connectTo(const SocketAddress& address, Deadline deadline, int& error)
 {
-    const int made =
-        socket(address.ai_family, address.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK, address.ai_protocol);
+    const int made = socket(address.family(), SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (made < 0) {
         error = errno;
         return -1;
     }
-    error = connect(made, address.ai_addr, address.ai_addrlen) == 0 ? 0 : errno;
+    error = connect(made, address.get(), address.size) == 0 ? 0 : errno;
     if (error == EINPROGRESS || error == EINTR)
         error = outcome(made, deadline);
     if (error != 0) {
@@ -104,19 +80,17 @@ int connectTo(const addrinfo& address, Deadline deadline, int& error)
 
 } // namespace
 
-int connectTcp(const std::string& host, int port, Deadline deadline)
+int connectTcp(const NetworkAddress& host, Deadline deadline)
 {
-    const Addresses addresses = addressesOf(host, port, deadline);
-    int untried = 0;
-    for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next)
-        ++untried;
+    const std::vector<SocketAddress> addresses = addressesOf(host, deadline);
+    auto untried = static_cast<int>(addresses.size());
     int error = 0;
-    for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next) {
+    for (const SocketAddress& address : addresses) {
         const auto now = Clock::now();
         if (now >= deadline)
             failForTime();
         // One address that leads nowhere must not cost the others their turn.
-        const int connected = connectTo(*address, now + (deadline - now) / untried--, error);
+        const int connected = connectTo(address, now + (deadline - now) / untried--, error);
         if (connected >= 0)
             return connected;
     }

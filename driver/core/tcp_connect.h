@@ -6,6 +6,7 @@
 
 #include "driver/core/bounded_call.h"
 #include "driver/core/error.h"
+#include "driver/core/network_address.h"
 
 namespace quelm {
 
@@ -29,7 +30,7 @@ public:
 /// non-blocking and not passed on to other programs. The addresses of a name are tried in turn,
 /// each with its share of the time that is left. The name's resolution counts too: when it takes
 /// longer it is given up here, and ends on a thread of its own. Throws ConnectError.
-int connectTcp(const std::string& host, int port, Deadline deadline);
+int connectTcp(const NetworkAddress& host, Deadline deadline);
 
 } // namespace quelm
 

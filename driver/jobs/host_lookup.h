@@ -2,24 +2,14 @@
 #ifndef DRIVER_JOBS_HOST_LOOKUP_H
 #define DRIVER_JOBS_HOST_LOOKUP_H
 
-#include "driver/core/network_address.h"
+#include "driver/core/name_service.h"
 #include "driver/jobs/transfer.h"
 
 #include <chrono>
 #include <string>
 #include <vector>
 
-#include <sys/socket.h>
-
 namespace quelm {
-
-/// One address as the system takes it.
-struct SocketAddress {
-    sockaddr_storage storage{};
-    socklen_t size = 0;
-
-    const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&storage); }
-};
 
 /// All addresses of a host, in the order in which they are to be tried; at least one. Throws quelm::Error
 /// with a line that begins with `who` when there is no such host, the name service does not answer within

@@ -31,7 +31,7 @@ protected:
         const auto start = Clock::now();
         std::optional<ConnectProblem> result;
         try {
-            close(connectTcp(host, port, start + limit));
+            close(connectTcp({host, static_cast<std::uint16_t>(port)}, start + limit));
         } catch (const ConnectError& error) {
             result = error.problem;
             reason = error.what();
@@ -53,7 +53,8 @@ TEST_F(TcpConnectTest, ReachesAnAddressAndAName)
 
 TEST_F(TcpConnectTest, TheSocketNeverBlocksAndStaysWithThisProgram)
 {
-    const int connected = connectTcp("127.0.0.1", listener.port(), Clock::now() + std::chrono::seconds(5));
+    const int connected = connectTcp({"127.0.0.1", static_cast<std::uint16_t>(listener.port())},
+                                     Clock::now() + std::chrono::seconds(5));
     EXPECT_NE(fcntl(connected, F_GETFL) & O_NONBLOCK, 0);
     EXPECT_NE(fcntl(connected, F_GETFD) & FD_CLOEXEC, 0);
     close(connected);
