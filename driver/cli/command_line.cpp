@@ -1,6 +1,7 @@
 // The commands and options that CLI11 is told of.
 #include "driver/cli/command_line.h"
 
+#include "driver/cli/parser_messages.h"
 #include "driver/core/error.h"
 #include "driver/core/translation.h"
 
@@ -50,9 +51,6 @@ void addDriverOptions(CLI::App& program, CommandLine& line)
         localized("The device to ask over SNMP, which has the directory's address"));
 }
 
-/// The first line of a message of CLI11; what follows repeats it.
-std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
-
 /// The arguments as CLI11 takes them, last first. It reads the next argument as the value of
 /// "--note=": the empty value is made an argument of its own.
 std::vector<std::string> argumentsLastFirst(int argc, const char* const* argv)
@@ -85,7 +83,7 @@ void parse(CLI::App& program, int argc, const char* const* argv, CommandLine& li
         line.information = std::string(version.what()) + "\n";
     } catch (const CLI::ParseError& error) {
         // Translators: what is wrong, the program.
-        throw UsageError(localized("%s; see %s --help", firstLine(error.what()), program.get_name()));
+        throw UsageError(localized("%s; see %s --help", reasonOf(error, program), program.get_name()));
     }
 }
 

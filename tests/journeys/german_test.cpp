@@ -64,6 +64,13 @@ TEST_F(GermanJourney, AWrongValueIsRefusedBeforeAnInstallationIsKnown)
     expectFailure(driver({"attributes", "--to", "Ann"}), 2, "--to „Ann“: schreiben Sie NAME=NUMMER, etwa ");
 }
 
+TEST_F(GermanJourney, TheReasonWhyACommandLineIsRefusedIsGerman)
+{
+    expectFailure(driver(Arguments{"fax"}), 2, "DOCUMENT fehlt; siehe quelm-driver --help");
+    expectFailure(driver({"attributes", "--note"}), 2, "--note braucht einen Wert: TEXT");
+    expectFailure(driver({"attributes", "--bogus"}), 2, "hier gibt es keine Option --bogus");
+}
+
 TEST_F(GermanJourney, ADocumentThatIsNotThereIsNamed)
 {
     expectFailure(driver({"fax", path("nothing.ps"), "--to", "Ann=1", "--output", path("job")}), 1,

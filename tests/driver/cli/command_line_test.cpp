@@ -223,7 +223,7 @@ TEST(CommandLine, KnowsTheDirectory)
     const auto line = parsed({"directory", "search", "Smith, A"});
     EXPECT_EQ(line.command, Command::directorySearch);
     EXPECT_EQ(line.directoryPrefix, "Smith, A");
-    EXPECT_THAT(refusal({"directory"}), HasSubstr("subcommand"));
+    EXPECT_THAT(refusal({"directory"}), HasSubstr("search"));
     EXPECT_THAT(refusal({"directory", "search"}), HasSubstr("PREFIX"));
 }
 
@@ -247,6 +247,26 @@ TEST(CommandLine, RefusesWrongUsageInOneLine)
         EXPECT_THAT(line, HasSubstr("see quelm-driver --help"));
         EXPECT_EQ(line.find('\n'), std::string::npos) << line;
     }
+}
+
+TEST(CommandLine, SaysWhatIsWrong)
+{
+    const auto reason = [](const std::vector<const char*>& arguments) {
+        const auto line = refusal(arguments);
+        return line.substr(0, line.find(';'));
+    };
+    EXPECT_EQ(reason({"fax"}), "DOCUMENT is missing");
+    EXPECT_EQ(reason({"phonebook", "add", "Ann"}), "NUMBER is missing");
+    EXPECT_EQ(reason({"device"}), "device needs one of info");
+    EXPECT_THAT(reason({"phonebook"}), StartsWith("phonebook needs one of list|show|"));
+    EXPECT_EQ(reason({"attributes", "--to"}), "--to needs a value: NAME=NUMBER");
+    EXPECT_EQ(reason({"phonebook", "list", "--user"}), "--user needs a value: NAME");
+    EXPECT_EQ(reason({"attributes", "--bogus"}), "there is no option --bogus here");
+    EXPECT_EQ(reason({"phonebook", "list", "a", "b"}), "\"b\" is one word too many");
+    EXPECT_EQ(reason({"fax", "a", "b"}), "\"b\" is one word too many");
+    EXPECT_EQ(reason({"phonebook", "list", "--file", "a", "--shared", "b"}), "--file stands beside --shared");
+    EXPECT_EQ(reason({"attributes", "--cover", "--no-cover"}), "--cover: stands beside --no-cover");
+    EXPECT_EQ(reason({"--home", "", "attributes"}), "--home: is empty");
 }
 
 TEST(CommandLine, ALoneWordIsADocumentForTheDesktop)

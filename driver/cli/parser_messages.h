@@ -1,0 +1,17 @@
+// What is wrong with a command line, in the user's language.
+#ifndef DRIVER_CLI_PARSER_MESSAGES_H
+#define DRIVER_CLI_PARSER_MESSAGES_H
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+namespace quelm {
+
+/// The reason why `program` could not parse its arguments, as part of a line. CLI11's own messages are
+/// English; what it throws and the options as parsed so far tell what is meant.
+std::string reasonOf(const CLI::ParseError& error, const CLI::App& program);
+
+} // namespace quelm
+
+#endif
