@@ -1,14 +1,14 @@
 // Writes a print server's configuration, and a device that keeps what it is given.
 #include "tests/servers/cupsd_server.h"
 
+#include "tests/servers/loopback.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <thread>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -30,10 +30,7 @@ bool accepts(const sockaddr* address, socklen_t size)
 
 bool servesPort(int port)
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<in_port_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const sockaddr_in address = loopback(port);
     return accepts(reinterpret_cast<const sockaddr*>(&address), sizeof address);
 }
 

@@ -1,11 +1,11 @@
 // Copies between two connections, and stops in the middle of one direction.
 #include "tests/servers/holding_proxy.h"
 
+#include "tests/servers/loopback.h"
+
 #include <algorithm>
 #include <array>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -13,19 +13,6 @@
 namespace servers {
 
 namespace {
-
-int connectTo(int port)
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<in_port_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-        return server;
-    close(server);
-    return -1;
-}
 
 /// Passes on at most `most` bytes of what is there. How many it were; none at the end of either connection.
 std::size_t passOn(int from, int to, std::size_t most)
@@ -53,9 +40,9 @@ HoldingProxy::HoldingProxy(int port, std::size_t bytes)
 
 void HoldingProxy::serve(int client, int stop)
 {
-    const int server = connectTo(serverPort);
+    const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     std::size_t left = mostBytes;
-    for (bool open = server >= 0; open;) {
+    for (bool open = connectTo(server, serverPort); open;) {
         holding = holding || left == 0;
         const bool held = left == 0 && !released;
         constexpr int untilNextLook = 10; // milliseconds

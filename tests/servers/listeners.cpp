@@ -1,6 +1,8 @@
 // Listeners and what they put their connections to.
 #include "tests/servers/listeners.h"
 
+#include "tests/servers/loopback.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -9,8 +11,6 @@
 #include <system_error>
 #include <utility>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -20,27 +20,12 @@ namespace servers {
 
 namespace {
 
-sockaddr_in loopback(int port)
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<in_port_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 int newSocket(int flags = 0)
 {
     const int made = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
     if (made < 0)
         throw std::system_error(errno, std::generic_category(), "socket");
     return made;
-}
-
-bool connectTo(int socket, int port)
-{
-    const sockaddr_in address = loopback(port);
-    return connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
 }
 
 /// Waits until one of the two is readable; false when it is `stop`.

@@ -1,6 +1,8 @@
 // Accepts connections and does with them what the manner says.
 #include "tests/servers/print_listener.h"
 
+#include "tests/servers/loopback.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -35,9 +37,7 @@ int listenOnLoopback(bool ipv6, int& port)
     // A small window, so that a device that stops reading is felt soon.
     const int window = 4096;
     setsockopt(made, SOL_SOCKET, SO_RCVBUF, &window, sizeof window);
-    sockaddr_in v4{};
-    v4.sin_family = AF_INET;
-    v4.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in v4 = loopback(0);
     sockaddr_in6 v6{};
     v6.sin6_family = AF_INET6;
     v6.sin6_addr = in6addr_loopback;

@@ -1,6 +1,8 @@
 // Forks, watches and reaps a server.
 #include "tests/servers/server_process.h"
 
+#include "tests/servers/loopback.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -59,10 +61,7 @@ bool isFree(const sockaddr* address, socklen_t size, int type)
 
 bool isFree(int port, int type)
 {
-    sockaddr_in v4{};
-    v4.sin_family = AF_INET;
-    v4.sin_port = htons(static_cast<in_port_t>(port));
-    v4.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const sockaddr_in v4 = loopback(port);
     sockaddr_in6 v6{};
     v6.sin6_family = AF_INET6;
     v6.sin6_port = v4.sin_port;

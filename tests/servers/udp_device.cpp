@@ -1,6 +1,8 @@
 // A socket and a thread that serves it.
 #include "tests/servers/udp_device.h"
 
+#include "tests/servers/loopback.h"
+
 #include <array>
 #include <cerrno>
 #include <memory>
@@ -8,8 +10,6 @@
 #include <system_error>
 #include <utility>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -20,15 +20,6 @@ namespace servers {
 namespace {
 
 constexpr std::size_t largestDatagram = 65536;
-
-sockaddr_in loopback(int port)
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<in_port_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
 
 const sockaddr* general(const sockaddr_in& address) { return reinterpret_cast<const sockaddr*>(&address); }
 

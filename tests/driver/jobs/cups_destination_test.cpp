@@ -9,7 +9,6 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <random>
 #include <thread>
 #include <utility>
 
@@ -24,16 +23,6 @@ using testing::MatchesRegex;
 using testing::StartsWith;
 
 constexpr std::size_t largeSize = std::size_t{6} << 20U;
-
-/// Bytes of every value, the same in each run.
-std::string bytesOfEveryValue(std::size_t size)
-{
-    std::mt19937 random{631};
-    std::string bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(random());
-    return bytes;
-}
 
 class CupsDestinationTest : public CupsTest {
 protected:

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 namespace quelm::tests {
@@ -79,6 +80,15 @@ std::string contentOf(const std::string& path)
     if (!stream)
         return "(no file)";
     return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string bytesOfEveryValue(std::size_t size)
+{
+    std::mt19937 random{9100};
+    std::string bytes(size, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(random());
+    return bytes;
 }
 
 std::string errorLine(const std::function<void()>& action)

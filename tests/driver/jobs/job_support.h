@@ -40,6 +40,9 @@ private:
 
 std::string contentOf(const std::string& path);
 
+/// Bytes of every value, the same in each run.
+std::string bytesOfEveryValue(std::size_t size);
+
 /// The line of the quelm::Error that `action` throws; empty when it throws none.
 std::string errorLine(const std::function<void()>& action);
 

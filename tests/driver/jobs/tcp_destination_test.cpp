@@ -13,7 +13,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <random>
 
 namespace quelm::tests {
 namespace {
@@ -28,16 +27,6 @@ using testing::StartsWith;
 
 /// More than the buffers between sender and device have room for.
 constexpr std::size_t largeSize = std::size_t{24} << 20U;
-
-/// Bytes of every value, the same in each run.
-std::string job(std::size_t size)
-{
-    std::mt19937 random{9100};
-    std::string bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(random());
-    return bytes;
-}
 
 class TcpDestinationTest : public JobTest {
 protected:
@@ -80,7 +69,7 @@ TEST_F(TcpDestinationTest, ADeviceGetsTheJobByteForByte)
 {
     PrintListener device(Manner::takesAll);
     for (const std::size_t size : {std::size_t{1}, std::size_t{1000}, std::size_t{65536}, largeSize}) {
-        const auto bytes = job(size);
+        const auto bytes = bytesOfEveryValue(size);
         const auto receipt = send(bytes, device.address());
         EXPECT_EQ(receipt.place, "device " + device.address());
         EXPECT_EQ(receipt.note, "");
@@ -136,7 +125,7 @@ TEST_F(TcpDestinationTest, ProgressCountsWhatTheDeviceHasTaken)
         EXPECT_EQ(total, largeSize);
         seen.push_back(done);
     };
-    failureOf(job(largeSize), device.address());
+    failureOf(bytesOfEveryValue(largeSize), device.address());
     ASSERT_GE(seen.size(), 2U);
     EXPECT_EQ(seen.front(), 0U);
     EXPECT_TRUE(std::ranges::is_sorted(seen));
@@ -145,14 +134,14 @@ TEST_F(TcpDestinationTest, ProgressCountsWhatTheDeviceHasTaken)
     EXPECT_LT(seen.back(), accepted + 1'000'000);
 
     PrintListener other(Manner::takesAll);
-    send(job(largeSize), other.address());
+    send(bytesOfEveryValue(largeSize), other.address());
     EXPECT_EQ(seen.back(), largeSize);
 }
 
 TEST_F(TcpDestinationTest, WhatADeviceAnswersIsReadAndDropped)
 {
     PrintListener device(Manner::answersFirst);
-    const auto bytes = job(100'000);
+    const auto bytes = bytesOfEveryValue(100'000);
     send(bytes, device.address());
     EXPECT_EQ(device.waitForEnding(), Ending::closed);
     EXPECT_TRUE(device.received() == bytes);
@@ -162,7 +151,7 @@ TEST_F(TcpDestinationTest, ASlowDeviceIsNotAStalledOne)
 {
     PrintListener device(Manner::slow);
     limits.stall = 400ms;
-    const auto bytes = job(1'000'000);
+    const auto bytes = bytesOfEveryValue(1'000'000);
     const auto start = std::chrono::steady_clock::now();
     send(bytes, device.address());
     EXPECT_GT(std::chrono::steady_clock::now() - start, limits.stall)
@@ -175,7 +164,7 @@ TEST_F(TcpDestinationTest, AStalledDeviceIsWaitedForWithinTheLimit)
     PrintListener device(Manner::stalls, 5000);
     limits.stall = 300ms;
     const auto start = std::chrono::steady_clock::now();
-    const auto line = failureOf(job(largeSize), device.address());
+    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": took nothing for 300 ms, after "));
     EXPECT_THAT(line,
@@ -188,7 +177,7 @@ TEST_F(TcpDestinationTest, AStalledDeviceIsWaitedForWithinTheLimit)
 TEST_F(TcpDestinationTest, ADeviceThatClosesEarlyIsTold)
 {
     PrintListener device(Manner::closes, 5000);
-    const auto line = failureOf(job(largeSize), device.address());
+    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": broke off the connection after "));
     EXPECT_THAT(line, HasSubstr(" of " + std::to_string(largeSize) +
                                 " bytes of the job; look at the device, then send the job again"));
@@ -198,7 +187,7 @@ TEST_F(TcpDestinationTest, ADeviceThatClosesEarlyIsTold)
 TEST_F(TcpDestinationTest, ADeviceThatResetsTheConnectionIsTold)
 {
     PrintListener device(Manner::resets, 5000);
-    const auto line = failureOf(job(largeSize), device.address());
+    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": broke off the connection after "));
     EXPECT_GE(bytesIn(line), 5000U);
     EXPECT_LT(bytesIn(line), largeSize);
@@ -209,7 +198,7 @@ TEST_F(TcpDestinationTest, ADeviceThatHasClosedItsSideAheadIsStillWatched)
     for (const std::size_t size : {std::size_t{60'000}, largeSize}) {
         PrintListener device(Manner::halfClosesThenResets, 100);
         limits.stall = 3s;
-        EXPECT_THAT(failureOf(job(size), device.address()),
+        EXPECT_THAT(failureOf(bytesOfEveryValue(size), device.address()),
                     StartsWith("device " + device.address() + ": broke off the connection after "));
     }
 }
@@ -219,13 +208,14 @@ TEST_F(TcpDestinationTest, ADeviceThatStallsOnTheLastBytesIsNotLetBe)
     PrintListener device(Manner::stalls, 1);
     limits.close = 50ms;
     limits.stall = 500ms;
-    EXPECT_THAT(failureOf(job(60'000), device.address()), HasSubstr(": took nothing for 500 ms, after "));
+    EXPECT_THAT(failureOf(bytesOfEveryValue(60'000), device.address()),
+                HasSubstr(": took nothing for 500 ms, after "));
 }
 
 TEST_F(TcpDestinationTest, AResetBehindTheLastByteIsToldAsDoubt)
 {
     PrintListener device(Manner::resetsAtTheEnd);
-    EXPECT_EQ(failureOf(job(1000), device.address()),
+    EXPECT_EQ(failureOf(bytesOfEveryValue(1000), device.address()),
               "device " + device.address() +
                   ": broke off the connection after all 1000 bytes of the job, and may have dropped it; look "
                   "at the device before sending it again");
@@ -234,7 +224,7 @@ TEST_F(TcpDestinationTest, AResetBehindTheLastByteIsToldAsDoubt)
 TEST_F(TcpDestinationTest, ADeviceThatClosesOnAShortJobIsTold)
 {
     PrintListener device(Manner::closes, 10);
-    EXPECT_THAT(failureOf(job(1000), device.address()),
+    EXPECT_THAT(failureOf(bytesOfEveryValue(1000), device.address()),
                 StartsWith("device " + device.address() + ": broke off the connection after all 1000 bytes"));
 }
 
@@ -271,7 +261,7 @@ TEST_F(TcpDestinationTest, ACancelledJobIsBrokenOffAndSaysWhatWentOut)
     PrintListener device(Manner::stalls, 5000);
     transfer.cancelled = [&] { return device.received().size() == 5000; };
     const auto start = std::chrono::steady_clock::now();
-    const auto line = failureOf(job(largeSize), device.address());
+    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
     EXPECT_THAT(line,
                 MatchesRegex("device .*: the job was cancelled after [0-9]+ of " + std::to_string(largeSize) +
@@ -295,7 +285,7 @@ TEST_F(TcpDestinationTest, ATemporaryCopyThatIsDamagedBreaksOffTheJob)
         if (done > 0)
             emptyUnnamedFiles();
     };
-    EXPECT_EQ(failureOf(job(largeSize), device.address()),
+    EXPECT_EQ(failureOf(bytesOfEveryValue(largeSize), device.address()),
               "the temporary copy of the job became shorter while it was sent; send it again");
     EXPECT_EQ(device.waitForEnding(), Ending::reset) << "a close would tell it that the job ends here";
 }
@@ -305,7 +295,7 @@ TEST_F(TcpDestinationTest, AProcessThatIsKilledBreaksOffItsJob)
     PrintListener device(Manner::stalls, 5000);
     const pid_t child = ::fork();
     if (child == 0) {
-        failureOf(job(largeSize), device.address());
+        failureOf(bytesOfEveryValue(largeSize), device.address());
         ::_exit(0);
     }
     EXPECT_TRUE(device.waitForBytes(5000));
@@ -327,7 +317,7 @@ TEST_F(TcpDestinationTest, SignalsDoNotDisturbAJob)
     const itimerval often{{0, 500}, {0, 500}};
     const itimerval never{};
     PrintListener device(Manner::slow);
-    const auto bytes = job(500'000);
+    const auto bytes = bytesOfEveryValue(500'000);
     ::setitimer(ITIMER_REAL, &often, nullptr);
     const auto line = failureOf(bytes, device.address());
     ::setitimer(ITIMER_REAL, &never, nullptr);
