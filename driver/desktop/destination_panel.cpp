@@ -9,6 +9,7 @@
 #include <gtkmm/window.h>
 
 #include <filesystem>
+#include <initializer_list>
 #include <utility>
 
 namespace quelm {
@@ -40,7 +41,6 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     kind_.append(translated("Network device"));
     kind_.append(translated("Print queue"));
     kindLabel_.set_mnemonic_widget(kind_);
-    addRow(0, kindLabel_, kind_);
 
     makeFileField();
     device_.set_placeholder_text(translated("Host name or address"));
@@ -52,19 +52,17 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     fields_.add(fileBox_, filePage);
     fields_.add(device_, devicePage);
     fields_.add(queue_, queuePage);
-    addRow(1, fieldLabel_, fields_);
 
     hint_.set_xalign(0);
     hint_.set_line_wrap();
     hint_.set_max_width_chars(fieldCharacters);
     hint_.get_style_context()->add_class("dim-label");
-    attach(hint_, 1, 2);
 
     pdl_.append(translated("PostScript comments (DSC)"));
     pdl_.append(translated("Printer job language (PJL)"));
     pdl_.set_tooltip_text(translated("How the job tells the device that it is a fax, and to whom"));
     pdlLabel_.set_mnemonic_widget(pdl_);
-    addRow(3, pdlLabel_, pdl_);
+    attachRows();
 
     describe(kind_, "Main Destination Kind", translated("Send to"));
     describe(file_, "Main Destination File", translated("File"));
@@ -87,12 +85,20 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     setPdl(Pdl::dsc);
 }
 
-void DestinationPanel::addRow(int row, Gtk::Label& label, Gtk::Widget& field)
+void DestinationPanel::attachRows()
 {
-    label.set_xalign(0);
-    field.set_hexpand();
-    attach(label, 0, row);
-    attach(field, 1, row);
+    for (Gtk::Label* label : {&kindLabel_, &fieldLabel_, &pdlLabel_})
+        label->set_xalign(0);
+    for (Gtk::Widget* field : std::initializer_list<Gtk::Widget*>{&kind_, &fields_, &pdl_})
+        field->set_hexpand();
+    // A grid tells assistive tools what was attached last first: in reading order they shall have it.
+    attach(pdl_, 1, 3);
+    attach(pdlLabel_, 0, 3);
+    attach(hint_, 1, 2);
+    attach(fields_, 1, 1);
+    attach(fieldLabel_, 0, 1);
+    attach(kind_, 1, 0);
+    attach(kindLabel_, 0, 0);
 }
 
 void DestinationPanel::makeFileField()

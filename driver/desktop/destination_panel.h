@@ -48,7 +48,7 @@ public:
     void focusField();
 
 private:
-    void addRow(int row, Gtk::Label& label, Gtk::Widget& field);
+    void attachRows();
     void makeFileField();
     void showKind();
     void listQueues();

@@ -21,10 +21,18 @@ class Names(Journey):
                 if stop != CHOOSER:
                     self.assertEqual(nameless(window.accessible), [])
                     self.assertEqual(vague(window.accessible), [])
+                if stop == "main-document":
+                    self.check_order(window, ["Main Document Page", "Main Destination Kind", "Main Destination File",
+                                              "Main Choose File Button", "Main Job Format", "Main Send Button"])
                 seen.add(window.fixed_name)
                 self.check_roles(window)
         self.assertLessEqual({one.get("Name") for one in definition.windows()}, seen)
         self.quits_silently(desktop)
+
+    def check_order(self, window, names):
+        """Assistive tools are told of these controls in this order."""
+        told = [one.fixed_name for one in window.controls()]
+        self.assertEqual([name for name in told if name in names], names)
 
     def check_roles(self, window):
         """Each widget of the definition is there, as what it is."""
