@@ -4,7 +4,7 @@
 #include "driver/core/error.h"
 #include "driver/core/installation.h"
 #include "driver/core/translation.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

@@ -7,7 +7,7 @@
 #include "driver/core/driver.h"
 #include "driver/core/held_log.h"
 #include "driver/core/translation.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

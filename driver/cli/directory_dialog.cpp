@@ -90,7 +90,9 @@ std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
     std::vector<DirectoryPerson> found;
     const auto beginning = folded(prefix);
     const auto rows = driver_.rows(resultList);
-    if (rows.size() == static_cast<std::size_t>(HostState::current()->directory.sizeLimit))
+    // A limit of the server's own was told by the session.
+    if (lastSearchExtent() == SearchExtent::upToLimit &&
+        rows.size() == static_cast<std::size_t>(HostState::current()->directory.sizeLimit))
         log(Severity::warning,
             localizedCount("the list ends at %d person, which is the limit; write more of the name",
                            "the list ends at %d people, which is the limit; write more of the name",

@@ -2,6 +2,7 @@
 #include "driver/cli/directory_recipients.h"
 
 #include "driver/cli/directory_dialog.h"
+#include "driver/core/directory_trouble.h"
 #include "driver/core/driver.h"
 #include "driver/core/error.h"
 #include "driver/core/log.h"
@@ -60,6 +61,11 @@ void addDirectoryRecipients(Driver& driver, const JobOptions& options)
     for (const auto& prefix : options.directory) {
         const auto origin = "--directory " + oneLine(prefix);
         const auto people = dialog.search(prefix);
+        // Whoever is the only one of a part need not be the only one.
+        if (people.size() < 2 && lastSearchExtent() != SearchExtent::whole)
+            throw Error(localized("%s: the search ended early, and others may match; write more of the "
+                                  "name, or try again later",
+                                  origin));
         const auto& person = theOne(people, origin);
         if (options.duplicates != Duplicates::skip || !inJob(driver, person))
             dialog.add(person);

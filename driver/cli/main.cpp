@@ -4,7 +4,7 @@
 #include "driver/cli/desktop_command.h"
 #include "driver/core/error.h"
 #include "driver/core/program_end.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

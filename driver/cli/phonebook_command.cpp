@@ -7,7 +7,7 @@
 #include "driver/core/log.h"
 #include "driver/core/progress_line.h"
 #include "driver/core/translation.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
 

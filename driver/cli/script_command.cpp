@@ -6,7 +6,7 @@
 #include "driver/core/error.h"
 #include "driver/core/text_checks.h"
 #include "driver/core/translation.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

@@ -16,6 +16,7 @@
 
 #include "driver/core/configuration_keys.h"
 #include "driver/core/error.h"
+#include "driver/core/file_handle.h"
 #include "driver/core/translation.h"
 
 namespace quelm {
@@ -57,35 +58,17 @@ struct Content {
     struct stat status {};
 };
 
-/// Closes the file that it is handed.
-class Opened {
-public:
-    explicit Opened(int file) : descriptor(file) {}
-    ~Opened()
-    {
-        if (descriptor >= 0)
-            close(descriptor);
-    }
-    Opened(const Opened&) = delete;
-    Opened& operator=(const Opened&) = delete;
-
-    int get() const { return descriptor; }
-
-private:
-    int descriptor;
-};
-
 /// The whole file; bounded, so that a device named by mistake does not fill the memory.
 Content contentOf(const std::string& path)
 {
     constexpr std::size_t mostBytes = std::size_t{1} << 20U;
     // A pipe that nobody writes to must not hold us up.
-    const Opened file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     Content content;
-    if (file.get() < 0 && errno == EACCES)
+    if (!file.isOpen() && errno == EACCES)
         fail(path, localized("cannot be read: %s; check its permissions", std::strerror(errno)));
     // What is looked at is what was opened, whatever the name stands for by now.
-    if (file.get() < 0 || fstat(file.get(), &content.status) != 0)
+    if (!file.isOpen() || fstat(file.get(), &content.status) != 0)
         fail(path, localized("cannot be read: %s; check the name given", std::strerror(errno)));
     if (S_ISDIR(content.status.st_mode))
         fail(path, localized("is a folder; name a file"));

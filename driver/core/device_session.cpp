@@ -38,11 +38,16 @@ std::optional<std::string> DeviceSession::tableEntry(std::string_view table, int
 std::optional<std::string> DeviceSession::object(std::string_view name)
 {
     const auto numbers = parseObjectIdentifier(name);
-    if (!numbers || failedInAction)
+    if (!numbers || failedInAction())
         return std::nullopt;
     SnmpAnswer answer = session.get(*numbers);
-    failedInAction = answer.kind == SnmpAnswer::Kind::deviceFailed;
-    lastTrouble = failedInAction ? oneLine(answer.trouble) : "";
+    if (answer.kind == SnmpAnswer::Kind::deviceFailed) {
+        ++failuresInRow;
+    } else {
+        failuresInRow = 0;
+        answersInAction = true;
+    }
+    lastTrouble = failedInAction() ? oneLine(answer.trouble) : "";
     if (!answer.trouble.empty())
         log(Severity::warning, answer.trouble);
     if (answer.kind != SnmpAnswer::Kind::value)

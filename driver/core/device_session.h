@@ -15,15 +15,20 @@ namespace quelm {
 ///
 /// A device that failed (it did not answer, cannot be found, refuses the user) is not asked again
 /// within the same user action: fourteen settings of a device that is switched off cost one time-out,
-/// not fourteen, and one warning. The next user action asks it again, so that a device that came back
-/// is found at once, and nobody has to wait for a quiet time to pass.
+/// not fourteen, and one warning. One that has answered in that action may be unable to tell a single
+/// object: it has failed when the next is not answered either. The next user action asks it again, so
+/// that a device that came back is found at once, and nobody has to wait for a quiet time to pass.
 class DeviceSession {
 public:
     /// Sends nothing. Throws Error when the settings' address is none.
     explicit DeviceSession(const DeviceSettings& settings);
 
     /// Another user action begins: the device is asked again though it failed before.
-    void startAction() { failedInAction = false; }
+    void startAction()
+    {
+        answersInAction = false;
+        failuresInRow = 0;
+    }
 
     /// One entry of a table. "ubqSvcMonServiceDetailTableLDAP" is the only one: index 0 is the address
     /// of the directory server, which an empty text is none of, and index 1 the entry below which it is
@@ -42,7 +47,10 @@ public:
 private:
     DeviceSettings settings;
     SnmpSession session;
-    bool failedInAction = false;
+    bool failedInAction() const { return failuresInRow >= (answersInAction ? 2 : 1); }
+
+    bool answersInAction = false; ///< it has answered since the action began
+    int failuresInRow = 0;        ///< since it answered last, or the action began
     std::string lastTrouble;
     std::string entry;
 };

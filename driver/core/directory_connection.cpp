@@ -38,7 +38,7 @@ int connectedSocket(const DirectoryAddress& server, Deadline deadline)
         return connectTcp({server.host, static_cast<std::uint16_t>(server.port)}, deadline);
     } catch (const ConnectError& error) {
         const bool late =
-            error.problem == ConnectProblem::timedOut || error.problem == ConnectProblem::nameTimedOut;
+            error.problem == ConnectProblem::timedOut || error.problem == ConnectProblem::nameServiceSilent;
         throw DirectoryError(late ? ldap_code::timeout : ldap_code::serverDown,
                              directory_messages::notReached(server.shown(), error));
     }

@@ -62,7 +62,7 @@ std::string notReached(const std::string& server, const ConnectError& error)
         return localized(
             "The directory server %s cannot be found (%s); check the address that the device gives", server,
             error.what());
-    case ConnectProblem::nameTimedOut:
+    case ConnectProblem::nameServiceSilent:
         return nameServiceSilent(server);
     case ConnectProblem::refused:
         return localized(
@@ -82,9 +82,10 @@ std::string notReached(const std::string& server, const ConnectError& error)
 
 std::string nameServiceSilent(const std::string& server)
 {
-    return localized("The directory server %s was not found in time, because the name service does not "
-                     "answer; check the network",
-                     server);
+    return localized(
+        "The directory server %s cannot be found, because the name service does not answer; check "
+        "the network",
+        server);
 }
 
 std::string timedOut(const std::string& server)

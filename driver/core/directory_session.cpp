@@ -128,6 +128,7 @@ bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& set
 {
     results.clear();
     position = 0;
+    noteSearchExtent(SearchExtent::upToFailure);
     query.base = base;
     query.filter = withoutDoubledStars(query.filter);
     if (const int refusal = refusalOf(query); refusal != ldap_code::success) {
@@ -156,6 +157,7 @@ bool DirectorySession::conclude(const DirectoryOutcome& outcome, const Directory
         connection.reset();
     if (outcome.code == ldap_code::success || outcome.code == ldap_code::sizeLimitExceeded) {
         clearDirectoryTrouble();
+        noteSearchExtent(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
         if (outcome.code != ldap_code::success && count() < static_cast<std::size_t>(settings.sizeLimit))
             log(Severity::warning, directory_messages::serversLimit(server, count()));
         return true;

@@ -13,6 +13,12 @@ std::string& trouble()
     return line;
 }
 
+SearchExtent& extentOfSearch()
+{
+    static SearchExtent extent = SearchExtent::whole;
+    return extent;
+}
+
 } // namespace
 
 std::string lastDirectoryTrouble() { return trouble(); }
@@ -24,5 +30,9 @@ void reportDirectoryTrouble(const std::string& line)
 }
 
 void clearDirectoryTrouble() { trouble().clear(); }
+
+SearchExtent lastSearchExtent() { return extentOfSearch(); }
+
+void noteSearchExtent(SearchExtent extent) { extentOfSearch() = extent; }
 
 } // namespace quelm

@@ -1,4 +1,4 @@
-// What last went wrong with the directory.
+// What last went wrong with the directory, and what is missing of its last answer.
 #ifndef DRIVER_CORE_DIRECTORY_TROUBLE_H
 #define DRIVER_CORE_DIRECTORY_TROUBLE_H
 
@@ -16,6 +16,18 @@ void reportDirectoryTrouble(const std::string& line);
 
 /// Forgets the last trouble.
 void clearDirectoryTrouble();
+
+/// What the last search gave of all that matches.
+enum class SearchExtent {
+    whole,
+    upToLimit,  ///< the limit of the settings, or the server's own, left others out
+    upToFailure ///< it ended early; `lastDirectoryTrouble` says why
+};
+
+/// Of the last search in this process, `whole` before the first.
+SearchExtent lastSearchExtent();
+
+void noteSearchExtent(SearchExtent extent);
 
 } // namespace quelm
 

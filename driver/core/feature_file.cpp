@@ -3,6 +3,7 @@
 
 #include "driver/core/atomic_file.h"
 #include "driver/core/error.h"
+#include "driver/core/file_handle.h"
 #include "driver/core/translation.h"
 
 #include <cerrno>
@@ -63,23 +64,15 @@ Keys readKeys(const std::string& path)
 /// when the file is replaced.
 class FolderLock {
 public:
-    explicit FolderLock(const std::string& folder)
-        : descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    explicit FolderLock(const std::string& path)
+        : folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
-        while (descriptor >= 0 && ::flock(descriptor, LOCK_EX) != 0 && errno == EINTR) {
+        while (folder.isOpen() && ::flock(folder.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
-    ~FolderLock()
-    {
-        if (descriptor >= 0) {
-            ::close(descriptor);
-        }
-    }
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
 
 private:
-    int descriptor;
+    FileHandle folder; // whose lock goes when it is closed
 };
 
 std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string& path)

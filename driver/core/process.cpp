@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "driver/core/error.h"
+#include "driver/core/file_handle.h"
 #include "driver/core/translation.h"
 
 extern char** environ;
@@ -30,39 +31,17 @@ using std::chrono::milliseconds;
     throw Error(localized("The program \"%s\" cannot be run: %s", program, reason));
 }
 
-/// A descriptor that closes itself.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int opened) : number(opened) {}
-    ~Descriptor() { reset(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    void reset(int other = -1)
-    {
-        if (number >= 0)
-            close(number);
-        number = other;
-    }
-    int get() const { return number; }
-    explicit operator bool() const { return number >= 0; }
-
-private:
-    int number = -1;
-};
-
 struct Pipe {
-    Descriptor readEnd;
-    Descriptor writeEnd;
+    FileHandle readEnd;
+    FileHandle writeEnd;
 
     explicit Pipe(const std::string& program)
     {
         std::array<int, 2> ends{};
         if (pipe2(ends.data(), O_CLOEXEC) != 0)
             cannotRun(program, std::strerror(errno));
-        readEnd.reset(ends[0]);
-        writeEnd.reset(ends[1]);
+        readEnd = FileHandle(ends[0]);
+        writeEnd = FileHandle(ends[1]);
         fcntl(ends[0], F_SETFL, O_NONBLOCK);
     }
 };
@@ -135,18 +114,18 @@ private:
 
 /// Appends what the pipe holds now and closes it at its end. False when `text` would exceed
 /// `limit`; with `keepTail` its head is dropped instead.
-bool drain(Descriptor& pipe, std::string& text, std::size_t limit, bool keepTail)
+bool drain(FileHandle& pipe, std::string& text, std::size_t limit, bool keepTail)
 {
     std::array<char, 16384> chunk;
     // Bounded, because a program may write faster than we read; more than a pipe holds at once.
-    for (int chunks = 0; pipe && chunks < 128; ++chunks) {
+    for (int chunks = 0; pipe.isOpen() && chunks < 128; ++chunks) {
         const ssize_t got = read(pipe.get(), chunk.data(), chunk.size());
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0 && errno == EAGAIN)
             break;
         if (got <= 0) {
-            pipe.reset();
+            pipe.close();
             break;
         }
         text.append(chunk.data(), static_cast<std::size_t>(got));
@@ -160,7 +139,7 @@ bool drain(Descriptor& pipe, std::string& text, std::size_t limit, bool keepTail
 }
 
 /// Waits until a pipe has something to read or was closed, at most for `longest`.
-void waitForPipes(const Descriptor& output, const Descriptor& errors, milliseconds longest)
+void waitForPipes(const FileHandle& output, const FileHandle& errors, milliseconds longest)
 {
     // A negative descriptor is passed over.
     std::array<pollfd, 2> pipes{{{output.get(), POLLIN, 0}, {errors.get(), POLLIN, 0}}};
@@ -168,11 +147,11 @@ void waitForPipes(const Descriptor& output, const Descriptor& errors, millisecon
 }
 
 /// `failure` is a text for the path and the reason.
-int openFile(const std::string& program, const std::string& path, int flags, const char* failure)
+FileHandle openFile(const std::string& program, const std::string& path, int flags, const char* failure)
 {
     constexpr mode_t readAndWrite = 0666;
-    const int file = open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, readAndWrite);
-    if (file < 0)
+    FileHandle file(open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, readAndWrite));
+    if (!file.isOpen())
         cannotRun(program, localized(failure, path, std::strerror(errno)));
     return file;
 }
@@ -196,23 +175,23 @@ ProcessResult runProcess(const ProcessRequest& request)
     if (request.arguments.empty() || request.arguments.front().empty())
         throw Error(localized("No program was named to run"));
     const std::string& program = request.arguments.front();
-    const Descriptor input(openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
-                                    O_RDONLY, forTranslation("\"%s\" cannot be read: %s")));
+    const FileHandle input = openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
+                                      O_RDONLY, forTranslation("\"%s\" cannot be read: %s"));
     Pipe errorPipe(program);
     Pipe outputPipe(program);
     int output = request.outputDescriptor;
     if (!request.outputFile.empty())
-        outputPipe.writeEnd.reset(openFile(program, request.outputFile, O_WRONLY | O_CREAT | O_TRUNC,
-                                           forTranslation("\"%s\" cannot be written: %s")));
+        outputPipe.writeEnd = openFile(program, request.outputFile, O_WRONLY | O_CREAT | O_TRUNC,
+                                       forTranslation("\"%s\" cannot be written: %s"));
     if (output < 0)
         output = outputPipe.writeEnd.get();
     if (!request.outputFile.empty() || request.outputDescriptor >= 0)
-        outputPipe.readEnd.reset(); // nothing is captured
+        outputPipe.readEnd.close(); // nothing is captured
 
     const auto deadline = Clock::now() + request.timeLimit;
     Child child(request, input.get(), output, errorPipe.writeEnd.get());
-    outputPipe.writeEnd.reset();
-    errorPipe.writeEnd.reset();
+    outputPipe.writeEnd.close();
+    errorPipe.writeEnd.close();
 
     ProcessResult result;
     // Pipes normally close when the program ends, which wakes the wait. The bound on a wait

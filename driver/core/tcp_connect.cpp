@@ -30,8 +30,10 @@ std::vector<SocketAddress> addressesOf(const NetworkAddress& host, Deadline dead
         return std::move(numeric.addresses);
     auto lookup = startCall([host] { return askNameService(host, SOCK_STREAM); });
     if (!lookup.isBackBefore(deadline))
-        throw ConnectError(ConnectProblem::nameTimedOut, std::strerror(ETIMEDOUT));
+        throw ConnectError(ConnectProblem::nameServiceSilent, std::strerror(ETIMEDOUT));
     HostAnswer answer = lookup.get();
+    if (answer.kind == HostAnswer::Kind::unavailable)
+        throw ConnectError(ConnectProblem::nameServiceSilent, answer.reason);
     if (answer.kind != HostAnswer::Kind::found)
         throw ConnectError(ConnectProblem::unknownName, answer.reason);
     return std::move(answer.addresses);

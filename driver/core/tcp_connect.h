@@ -11,11 +11,11 @@
 namespace quelm {
 
 enum class ConnectProblem {
-    unknownName,  ///< there is no such host
-    nameTimedOut, ///< the deadline passed while the name was looked up
-    timedOut,     ///< the deadline passed while connecting
-    refused,      ///< nobody listens there
-    unreachable   ///< anything else
+    unknownName,       ///< there is no such host
+    nameServiceSilent, ///< the name service did not answer, or not before the deadline
+    timedOut,          ///< the deadline passed while connecting
+    refused,           ///< nobody listens there
+    unreachable        ///< anything else
 };
 
 /// Why there is no connection; `what()` is the system's reason.

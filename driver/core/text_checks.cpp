@@ -2,6 +2,7 @@
 #include "driver/core/text_checks.h"
 
 #include "driver/core/error.h"
+#include "driver/core/file_handle.h"
 #include "driver/core/log.h"
 #include "driver/core/translation.h"
 
@@ -16,19 +17,6 @@
 
 namespace quelm {
 namespace {
-
-/// Closes a descriptor at the end of its life.
-struct Descriptor {
-    int number;
-    explicit Descriptor(int opened) : number(opened) {}
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-};
 
 bool isControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }
 
@@ -52,14 +40,14 @@ std::string readTextFile(const std::filesystem::path& file, std::size_t largest)
         return Error(
             localized("%s: cannot be read: %s", displayName(file), std::system_category().message(error)));
     };
-    const Descriptor input(file == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+    const FileHandle input(file == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
                                        : ::open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    if (input.number < 0)
+    if (!input.isOpen())
         throw fail(errno);
     std::string content;
     std::array<char, 65536> block{};
     for (;;) {
-        const auto size = ::read(input.number, block.data(), block.size());
+        const auto size = ::read(input.get(), block.data(), block.size());
         if (size < 0 && errno == EINTR)
             continue;
         if (size < 0)

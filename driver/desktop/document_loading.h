@@ -4,7 +4,7 @@
 
 #include "driver/desktop/background_task.h"
 #include "driver/jobs/document.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <functional>
 #include <memory>

@@ -4,7 +4,7 @@
 #include "driver/core/error.h"
 #include "driver/core/program_end.h"
 #include "driver/desktop/application.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <fcntl.h>
 #include <unistd.h>

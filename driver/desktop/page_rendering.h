@@ -2,7 +2,7 @@
 #ifndef DRIVER_DESKTOP_PAGE_RENDERING_H
 #define DRIVER_DESKTOP_PAGE_RENDERING_H
 
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <chrono>
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 #include "driver/core/error.h"
 #include "driver/core/translation.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <array>
 #include <cerrno>

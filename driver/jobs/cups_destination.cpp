@@ -144,6 +144,8 @@ private:
             }
         }
         outcome.trouble = server.endSending(queueResource(job_.queue)).reason;
+        if (outcome.trouble.empty() && outcome.sent < size)
+            outcome.trouble = localized("the print server %s did not take the rest", server.name());
         return outcome;
     }
 

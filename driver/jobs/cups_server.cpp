@@ -8,7 +8,11 @@
 #include "driver/core/translation.h"
 #include "driver/jobs/cancellable_call.h"
 
+#include <sys/socket.h>
+
 #include <array>
+#include <future>
+#include <optional>
 #include <utility>
 
 namespace quelm {
@@ -92,16 +96,48 @@ CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const 
     httpSetTimeout(connection_.get(), seconds, goOnWaiting, this);
 }
 
+/// Bounds one call of libcups, which itself looks at the time only while nothing at all arrives: a server
+/// that trickles would keep it for ever. The connection is cut when it is time.
+class CupsServer::Watch {
+public:
+    explicit Watch(CupsServer& server)
+    {
+        server.patience_ = Clock::now() + server.limits_.answer;
+        watching_.emplace(startCall([&server, over = over_.get_future()] {
+            while (over.wait_for(cancellationInterval) != std::future_status::ready) {
+                // Again and again, because libcups may connect anew.
+                if (server.mustStopWaiting())
+                    ::shutdown(httpGetFd(server.connection_.get()), SHUT_RDWR);
+            }
+        }));
+    }
+    ~Watch()
+    {
+        over_.set_value();
+        watching_->get();
+    }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+
+private:
+    std::promise<void> over_;
+    std::optional<StartedCall<void>> watching_;
+};
+
+bool CupsServer::mustStopWaiting()
+{
+    if (transfer_.isCancelled())
+        cancelled_ = true;
+    if (Clock::now() >= patience_)
+        silent_ = true;
+    return cancelled_ || silent_;
+}
+
 /// Called by libcups when the server did nothing for a while; 0 makes it give up.
 int CupsServer::goOnWaiting(http_t*, void* server)
 {
-    auto* self = static_cast<CupsServer*>(server);
-    self->cancelled_ = self->cancelled_ || self->transfer_.isCancelled();
-    self->silent_ = self->silent_ || Clock::now() >= self->patience_;
-    return self->cancelled_ || self->silent_ ? 0 : 1;
+    return static_cast<CupsServer*>(server)->mustStopWaiting() ? 0 : 1;
 }
-
-void CupsServer::restartPatience() { patience_ = Clock::now() + limits_.answer; }
 
 IppAnswer CupsServer::answerOf(ipp_t* message) const
 {
@@ -128,13 +164,13 @@ IppAnswer CupsServer::answerOf(ipp_t* message) const
 
 IppAnswer CupsServer::ask(IppMessage request, const std::string& resource)
 {
-    restartPatience();
+    const Watch watch(*this);
     return answerOf(cupsDoRequest(connection_.get(), request.release(), resource.c_str()));
 }
 
 bool CupsServer::beginSending(const IppMessage& request, const std::string& resource, std::uint64_t size)
 {
-    restartPatience();
+    const Watch watch(*this);
     const auto length = ippLength(request.get()) + size;
     return cupsSendRequest(connection_.get(), request.get(), resource.c_str(), length) ==
            HTTP_STATUS_CONTINUE;
@@ -142,18 +178,16 @@ bool CupsServer::beginSending(const IppMessage& request, const std::string& reso
 
 bool CupsServer::sendBlock(std::string_view block)
 {
-    restartPatience();
-    // While data flows libcups does not ask.
-    cancelled_ = cancelled_ || transfer_.isCancelled();
-    return !cancelled_ &&
+    const Watch watch(*this);
+    return !mustStopWaiting() &&
            cupsWriteRequestData(connection_.get(), block.data(), block.size()) == HTTP_STATUS_CONTINUE;
 }
 
 IppAnswer CupsServer::endSending(const std::string& resource)
 {
-    restartPatience();
     if (cancelled_ || silent_)
         return answerOf(nullptr);
+    const Watch watch(*this);
     return answerOf(cupsGetResponse(connection_.get(), resource.c_str()));
 }
 

@@ -7,6 +7,7 @@
 
 #include <cups/cups.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <memory>
@@ -71,18 +72,20 @@ private:
 
     static Connection connect(const std::string& server, int port, http_encryption_t encryption,
                               std::chrono::milliseconds limit);
+    class Watch;
+
     static int goOnWaiting(http_t*, void* server);
+    bool mustStopWaiting();
 
     IppAnswer answerOf(ipp_t* message) const;
-    void restartPatience();
 
     std::string name_;
     QueueLimits limits_;
     const Transfer& transfer_;
     Connection connection_;
     std::chrono::steady_clock::time_point patience_;
-    bool cancelled_ = false; ///< the wait was ended by the user
-    bool silent_ = false;    ///< the wait was ended by the limit
+    std::atomic<bool> cancelled_ = false; ///< the wait was ended by the user
+    std::atomic<bool> silent_ = false;    ///< the wait was ended by the limit
 };
 
 /// A request about a queue, on behalf of a user.

@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_DOCUMENT_H
 #define DRIVER_JOBS_DOCUMENT_H
 
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 #include "driver/jobs/pdf_conversion.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 #define DRIVER_JOBS_OUTPUT_H
 
 #include "driver/jobs/document.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 #include "driver/jobs/sink.h"
 #include "driver/jobs/transfer.h"
 

@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_PDF_CONVERSION_H
 #define DRIVER_JOBS_PDF_CONVERSION_H
 
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <chrono>
 #include <stop_token>

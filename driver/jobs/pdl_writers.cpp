@@ -2,7 +2,7 @@
 #include "driver/jobs/pdl_writers.h"
 
 #include "driver/core/error.h"
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include <utility>
 

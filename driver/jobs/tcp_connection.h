@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_TCP_CONNECTION_H
 #define DRIVER_JOBS_TCP_CONNECTION_H
 
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 #include "driver/jobs/host_lookup.h"
 #include "driver/jobs/transfer.h"
 

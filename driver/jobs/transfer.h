@@ -11,12 +11,12 @@
 
 namespace quelm {
 
-/// How the sender of a job takes part in its sending. Both functions are called on the thread that
-/// sends, and may be empty.
+/// How the sender of a job takes part in its sending. Both functions may be empty.
 struct Transfer {
-    /// Told whenever the other side has taken more bytes of the job.
+    /// Told whenever the other side has taken more bytes of the job, on the thread that sends.
     Progress progress;
-    /// Asked several times a second while the sending lasts; true ends it. Must neither block nor throw.
+    /// Asked several times a second while the sending lasts, on any thread; true ends it, and it stays
+    /// true. Must neither block nor throw.
     std::function<bool()> cancelled;
 
     void report(std::uint64_t done, std::uint64_t total) const;

@@ -34,11 +34,13 @@ std::vector<std::string> linesOf(const std::string& text)
 
 class DirectoryJourney : public Journey {
 protected:
-    /// Starts a directory with these people and a device that names it.
-    void serve(std::vector<servers::DirectoryRecord> people)
+    /// Starts a directory with these people, which gives at most so many of them (0 is no limit), and a
+    /// device that names it.
+    void serve(std::vector<servers::DirectoryRecord> people, int sizeLimit = 0)
     {
         servers::SlapdSettings settings;
         settings.records = std::move(people);
+        settings.sizeLimit = sizeLimit;
         directory = std::make_unique<servers::SlapdServer>(settings);
         nameDirectory(directory->address());
     }
@@ -149,7 +151,10 @@ TEST_F(DirectoryJourney, TheDialogCountsWhatItFound)
 TEST_F(DirectoryJourney, AThousandResultsAreAllListedAndLeaveTheStatusAtSearching)
 {
     serve(servers::persons(1000));
-    EXPECT_THAT(found(""), SizeIs(1000));
+    const auto result = search("");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(linesOf(result.output), SizeIs(1000));
+    EXPECT_EQ(result.errors, "") << "nobody was left out";
     EXPECT_EQ(statusOf(""), "Searching...");
 }
 
@@ -196,6 +201,26 @@ TEST_F(DirectoryJourney, AFaxIsNotWrittenWhenSeveralMatchOrNobodyOrTheOneHasNoNu
                   "--directory Sno: nobody in the directory has a surname that begins like this");
     expectFailure(faxTo("Jon"), 1,
                   "--directory Jon: Jones, Cid has no fax number in the directory; give it with --to");
+    EXPECT_FALSE(exists("job"));
+}
+
+TEST_F(DirectoryJourney, AFaxIsNotWrittenForTheOnlyOneOfAPartOfTheDirectory)
+{
+    const auto fax = [this] { return run({"fax", letter, "--directory", "Smi", "--output", path("job")}); };
+    const std::string reason = "--directory Smi: the search ended early, and others may match; ";
+    const std::vector<servers::DirectoryRecord> smiths{person("Smith", "Bob", "555-2"),
+                                                       person("Smithers", "Anne", "555-1"),
+                                                       person("Smith", "Zed", "555-3")};
+    serve(smiths, 1);
+    auto result = fax();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr(reason));
+    serve(smiths);
+    servers::ServingListener proxy(servers::cuttingProxy(directory->port(), 200, servers::Cut::close));
+    nameDirectory(proxy.address());
+    result = fax();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr(reason));
     EXPECT_FALSE(exists("job"));
 }
 

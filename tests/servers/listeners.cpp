@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -156,6 +157,30 @@ Service answering(std::string text)
         if (readable(connection, stop) && recv(connection, request.data(), request.size(), 0) > 0 &&
             sendAll(connection, text.data(), text.size()))
             holdOpen(connection, stop);
+    };
+}
+
+Service answeringPosts(std::vector<std::string> texts)
+{
+    return [texts = std::move(texts)](int connection, int stop) {
+        constexpr std::string_view start = "POST ";
+        std::string unanswered;
+        for (const std::string& text : texts) {
+            std::size_t at = 0;
+            while ((at = unanswered.find(start)) == std::string::npos) {
+                std::array<char, 4096> bytes;
+                if (!readable(connection, stop))
+                    return;
+                const auto count = recv(connection, bytes.data(), bytes.size(), 0);
+                if (count <= 0)
+                    return;
+                unanswered.append(bytes.data(), static_cast<std::size_t>(count));
+            }
+            unanswered.erase(0, at + start.size());
+            if (!sendAll(connection, text.data(), text.size()))
+                return;
+        }
+        holdOpen(connection, stop);
     };
 }
 

@@ -70,7 +70,10 @@ private:
 Service hangingUp();
 /// Waits for the first bytes, answers with `text` and keeps the connection open.
 Service answering(std::string text);
-/// The same, a byte every few milliseconds, over and over.
+/// Answers each request that is POSTed on a connection with the next of `texts`, as soon as it begins, and
+/// reads nothing more behind the last.
+Service answeringPosts(std::vector<std::string> texts);
+/// Waits for the first bytes, and answers with a byte of `text` every few milliseconds, over and over.
 Service dripping(std::string text);
 
 /// The same, over and over, as fast as the peer takes it.

@@ -122,15 +122,33 @@ DatagramHandler floodingWith(std::string text)
     };
 }
 
-DatagramHandler losing(int lost, int port)
+namespace {
+
+/// Hands the datagrams of which `isLost` is false to the server at 127.0.0.1:`port`, its answers back.
+template <class IsLost>
+DatagramHandler handingOn(int port, IsLost isLost)
 {
-    return [left = lost, client = std::make_shared<Client>(port)](const std::string& datagram,
-                                                                  const Reply& reply) mutable {
-        if (left-- > 0)
+    return [isLost, client = std::make_shared<Client>(port)](const std::string& datagram,
+                                                             const Reply& reply) mutable {
+        if (isLost(datagram))
             return;
         if (const std::string answer = client->ask(datagram); !answer.empty())
             reply(answer);
     };
+}
+
+} // namespace
+
+DatagramHandler losing(int lost, int port)
+{
+    return handingOn(port, [left = lost](const std::string&) mutable { return left-- > 0; });
+}
+
+DatagramHandler silentAbout(std::string bytes, int port)
+{
+    return handingOn(port, [bytes = std::move(bytes)](const std::string& datagram) {
+        return datagram.find(bytes) != std::string::npos;
+    });
 }
 
 } // namespace servers

@@ -50,6 +50,8 @@ DatagramHandler floodingWith(std::string text);
 /// Loses the first `lost` datagrams, and hands the others to the server at 127.0.0.1:`port` and its
 /// answers back.
 DatagramHandler losing(int lost, int port);
+/// Loses the datagrams that hold `bytes`, and hands the others on like that.
+DatagramHandler silentAbout(std::string bytes, int port);
 
 } // namespace servers
 

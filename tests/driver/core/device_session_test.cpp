@@ -248,6 +248,39 @@ TEST_F(DeviceSessionTest, AllSettingsOfASilentDeviceCostOneTimeoutAndOneWarning)
     EXPECT_EQ(quelm::lastDeviceTrouble(), log.messages[0]);
 }
 
+TEST_F(DeviceSessionTest, ADeviceThatIsSilentAboutOneObjectTellsTheOthers)
+{
+    SnmpdServer server({});
+    // The contact, 1.3.6.1.2.1.1.4.0, as it is asked for.
+    const UdpDevice device(
+        servers::silentAbout(std::string("\x2b\x06\x01\x02\x01\x01\x04\x00", 8), server.port()));
+    connectImpatientlyTo(device.address());
+    state->guard.run("LDAPMoreInfoCB", [] {
+        EXPECT_EQ(object(description), "Quelm Fax 7");
+        EXPECT_FALSE(object("1.3.6.1.2.1.1.4.0"));
+        EXPECT_EQ(quelm::lastDeviceTrouble(), "");
+        EXPECT_EQ(object(description), "Quelm Fax 7");
+    });
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_THAT(log.messages[0], HasSubstr("The device " + device.address() + " did not answer"));
+}
+
+TEST_F(DeviceSessionTest, ADeviceThatIsSilentTwiceInARowIsNotAskedAgain)
+{
+    SnmpdServer device({});
+    connectImpatientlyTo(device.address());
+    state->guard.run("LDAPMoreInfoCB", [&device] {
+        EXPECT_TRUE(object(description));
+        device.process().freeze();
+        EXPECT_FALSE(object(description));
+        EXPECT_FALSE(object(description));
+        EXPECT_NE(quelm::lastDeviceTrouble(), "");
+        device.process().thaw();
+        EXPECT_FALSE(object(description));
+    });
+    EXPECT_EQ(log.messages.size(), 2U);
+}
+
 TEST_F(DeviceSessionTest, TheNextUserActionFindsADeviceThatCameBack)
 {
     SnmpdServer device({});

@@ -73,9 +73,9 @@ TEST(DirectoryMessagesTest, AConnectionThatFailsSaysWhy)
     const auto lineFor = [](ConnectProblem problem) { return notReached(server, {problem, "reason"}); };
     EXPECT_EQ(lineFor(ConnectProblem::unknownName), "The directory server ldap.example:389 cannot be found "
                                                     "(reason); check the address that the device gives");
-    EXPECT_EQ(lineFor(ConnectProblem::nameTimedOut),
-              "The directory server ldap.example:389 was not found in time, "
-              "because the name service does not answer; check the network");
+    EXPECT_EQ(lineFor(ConnectProblem::nameServiceSilent),
+              "The directory server ldap.example:389 cannot be found, because the name service does not "
+              "answer; check the network");
     EXPECT_EQ(lineFor(ConnectProblem::refused),
               "The directory server ldap.example:389 refuses connections; check "
               "that it runs, and the address that the device gives");

@@ -2,6 +2,7 @@
 #include "driver/core/tcp_connect.h"
 
 #include "tests/servers/listeners.h"
+#include "tests/servers/name_service.h"
 #include "tests/servers/server_process.h"
 
 #include <gtest/gtest.h>
@@ -85,8 +86,23 @@ TEST_F(TcpConnectTest, AnUnknownNameSaysSo)
 {
     // The top-level name that is set aside for names which do not exist.
     const auto problem = failure("no-such-host.invalid", 389);
-    EXPECT_TRUE(problem == ConnectProblem::unknownName || problem == ConnectProblem::nameTimedOut) << reason;
+    EXPECT_TRUE(problem == ConnectProblem::unknownName || problem == ConnectProblem::nameServiceSilent)
+        << reason;
     EXPECT_LT(took, std::chrono::seconds(7));
+}
+
+TEST_F(TcpConnectTest, ANameServiceThatIsNotThereIsNoUnknownName)
+{
+    EXPECT_EQ(failure("later.test", 389), ConnectProblem::nameServiceSilent);
+    EXPECT_EQ(failure("unknown.test", 389), ConnectProblem::unknownName);
+    EXPECT_EQ(failure("nodata.test", 389), ConnectProblem::unknownName);
+}
+
+TEST_F(TcpConnectTest, ANameServiceThatIsSilentIsWaitedForUntilTheDeadline)
+{
+    const servers::SilentNameService silence;
+    EXPECT_EQ(failure("silent.test", 389, milliseconds(100)), ConnectProblem::nameServiceSilent);
+    EXPECT_LT(took, std::chrono::seconds(5));
 }
 
 } // namespace

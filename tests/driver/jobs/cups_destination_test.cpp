@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -254,8 +255,8 @@ TEST_F(CupsDestinationTest, AServerThatPausesIsNotASilentOne)
 {
     start({{{"fax", ""}}, {}});
     limits.answer = 1s;
-    int asked = 0;
-    bool frozen = false;
+    std::atomic<int> asked = 0;
+    std::atomic<bool> frozen = false;
     transfer.progress = [&](std::uint64_t done, std::uint64_t) {
         asked = 0;
         if (done < 1'000'000 || acted())
@@ -283,8 +284,8 @@ TEST_F(CupsDestinationTest, AServerThatPausesIsNotASilentOne)
 TEST_F(CupsDestinationTest, ACancelledJobIsCancelledInTheQueue)
 {
     start({{{"fax", ""}}, {}});
-    bool cancel = false;
-    transfer.cancelled = [&cancel] { return cancel; };
+    std::atomic<bool> cancel = false;
+    transfer.cancelled = [&cancel] { return cancel.load(); };
     onceSent(1'000'000, [&cancel] { cancel = true; });
     EXPECT_THAT(failureOf(bytesOfEveryValue(largeSize)),
                 MatchesRegex("queue fax: the job was cancelled after 1[0-9]* of " +
@@ -315,6 +316,23 @@ TEST_F(CupsDestinationTest, AJobWithoutANumberIsNoJob)
     useServer(odd.address());
     EXPECT_EQ(failureOf("a job"),
               "queue fax: the print server " + odd.address() + " gives the job no number");
+}
+
+TEST_F(CupsDestinationTest, AServerThatIsContentBeforeItHasAllHasNotTakenTheJob)
+{
+    const auto answer = [](const std::string& message) {
+        return "HTTP/1.1 200 OK\r\nContent-Type: application/ipp\r\nContent-Length: " +
+               std::to_string(message.size()) + "\r\n\r\n" + message;
+    };
+    const std::string success("\x02\x00\x00\x00\x00\x00\x00\x01", 8);
+    const std::string jobSeven("\x02\x21\x00\x06job-id\x00\x04\x00\x00\x00\x07", 16);
+    servers::ServingListener hasty(
+        servers::answeringPosts({answer(success + jobSeven + "\x03"), answer(success + "\x03")}));
+    useServer(hasty.address());
+    EXPECT_THAT(failureOf(bytesOfEveryValue(largeSize)),
+                MatchesRegex("queue fax: the print server " + hasty.address() +
+                             " did not take the rest after [0-9]+ of " + std::to_string(largeSize) +
+                             " bytes of the job; job 7 was cancelled in the queue; send it again"));
 }
 
 TEST_F(CupsDestinationTest, AServerThatIsKilledHalfWayIsToldWithWhatIsLeft)

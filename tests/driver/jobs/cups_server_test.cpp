@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <clocale>
 
 namespace quelm::tests {
@@ -115,7 +116,29 @@ TEST_F(CupsServerTest, TheUserNeedNotWaitForAnAnswer)
     servers::SilentListener silent;
     useServer(silent.address());
     limits.answer = 60s;
-    int asked = 0;
+    std::atomic<int> asked = 0;
+    transfer.cancelled = [&asked] { return ++asked > 3; };
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(stateOf("fax").reason, "the job was cancelled");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
+}
+
+TEST_F(CupsServerTest, AServerThatTricklesIsWaitedForWithinTheLimit)
+{
+    servers::ServingListener trickling(servers::dripping("HTTP/1.1 100 Continue\r\n\r\n"));
+    useServer(trickling.address());
+    limits.answer = 300ms;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(stateOf("fax").reason, "the print server " + trickling.address() + " does not answer");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
+}
+
+TEST_F(CupsServerTest, TheUserNeedNotWaitForAServerThatTrickles)
+{
+    servers::ServingListener trickling(servers::dripping("HTTP/1.1 100 Continue\r\n\r\n"));
+    useServer(trickling.address());
+    limits.answer = 60s;
+    std::atomic<int> asked = 0;
     transfer.cancelled = [&asked] { return ++asked > 3; };
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(stateOf("fax").reason, "the job was cancelled");

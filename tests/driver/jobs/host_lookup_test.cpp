@@ -2,55 +2,12 @@
 #include "driver/jobs/host_lookup.h"
 
 #include "tests/driver/jobs/job_support.h"
-
-#include <arpa/inet.h>
-#include <dlfcn.h>
-#include <netdb.h>
-#include <netinet/in.h>
-
-#include <cerrno>
-#include <future>
-#include <map>
+#include "tests/servers/name_service.h"
 
 namespace quelm::tests {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Names that the tests' name service does not answer before this is done.
-std::promise<void>* unanswered = nullptr;
-
-const std::map<std::string_view, int>& failures()
-{
-    static const std::map<std::string_view, int> all{{"unknown.test", EAI_NONAME},
-                                                     {"nodata.test", EAI_NODATA},
-                                                     {"later.test", EAI_AGAIN},
-                                                     {"broken.test", EAI_SYSTEM},
-                                                     {"failed.test", EAI_FAIL}};
-    return all;
-}
-
-} // namespace
-} // namespace quelm::tests
-
-/// Stands ahead of the C library's for the whole test program, and hands on what it does not know.
-extern "C" int getaddrinfo(const char* host, const char* service, const addrinfo* wanted, addrinfo** found)
-{
-    using namespace quelm::tests;
-    const std::string_view name = host != nullptr ? host : "";
-    if (name == "silent.test")
-        unanswered->get_future().wait();
-    if (const auto failure = failures().find(name); failure != failures().end()) {
-        errno = EMFILE;
-        return failure->second;
-    }
-    using Function = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
-    static const auto next = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "getaddrinfo"));
-    return next(name == "silent.test" ? "127.0.0.1" : host, service, wanted, found);
-}
-
-namespace quelm::tests {
-namespace {
 
 std::vector<SocketAddress> lookUp(const std::string& host, std::uint16_t port = 9100)
 {
@@ -96,24 +53,20 @@ TEST(HostLookup, EachFailureIsOneLine)
 
 TEST(HostLookup, ANameServiceThatIsSilentIsWaitedForWithinTheLimit)
 {
-    std::promise<void> answer;
-    unanswered = &answer;
+    const servers::SilentNameService silence;
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(errorLine([] { lookUpHost({"silent.test"}, "device", 100ms, {}); }),
               "device: the name service does not answer within 100 ms; try again later, or give the device's "
               "IP address");
     EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
-    answer.set_value();
 }
 
 TEST(HostLookup, TheUserNeedNotWaitForTheNameService)
 {
-    std::promise<void> answer;
-    unanswered = &answer;
+    const servers::SilentNameService silence;
     const Transfer cancelled{{}, [] { return true; }};
     EXPECT_EQ(errorLine([&] { lookUpHost({"silent.test"}, "device", 60s, cancelled); }),
               "device: the job was cancelled before anything of it went out");
-    answer.set_value();
 }
 
 } // namespace

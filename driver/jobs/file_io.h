@@ -1,6 +1,8 @@
-// File descriptors of the print path: owned, written whole, and failing with a line instead of a signal.
-#ifndef DRIVER_JOBS_FILE_HANDLE_H
-#define DRIVER_JOBS_FILE_HANDLE_H
+// Files of the print path: written and read whole, failing with a line instead of a signal.
+#ifndef DRIVER_JOBS_FILE_IO_H
+#define DRIVER_JOBS_FILE_IO_H
+
+#include "driver/core/file_handle.h"
 
 #include <csignal>
 #include <cstddef>
@@ -8,26 +10,6 @@
 #include <string_view>
 
 namespace quelm {
-
-/// Owns a file descriptor and closes it at the end of its life. -1 is none.
-class FileHandle {
-public:
-    FileHandle() = default;
-    explicit FileHandle(int descriptor) : descriptor_(descriptor) {}
-    FileHandle(FileHandle&& other) noexcept : descriptor_(other.release()) {}
-    FileHandle& operator=(FileHandle&& other) noexcept;
-    ~FileHandle() { close(); }
-
-    int get() const { return descriptor_; }
-    bool isOpen() const { return descriptor_ >= 0; }
-
-    /// Gives the descriptor away.
-    int release();
-    void close();
-
-private:
-    int descriptor_ = -1;
-};
 
 /// While it lives, writing to a pipe without a reader or past the allowed file size fails as any
 /// other write does; without it the process would die of SIGPIPE or SIGXFSZ and say nothing.

@@ -1,5 +1,5 @@
 // File descriptors of the print path: owned, written whole, and failing with a line instead of a signal.
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include "driver/core/error.h"
 #include "driver/core/translation.h"
@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <utility>
 
 namespace quelm {
 namespace {
@@ -30,23 +29,6 @@ std::string temporaryFolder()
 }
 
 } // namespace
-
-FileHandle& FileHandle::operator=(FileHandle&& other) noexcept
-{
-    if (this != &other) {
-        close();
-        descriptor_ = other.release();
-    }
-    return *this;
-}
-
-int FileHandle::release() { return std::exchange(descriptor_, -1); }
-
-void FileHandle::close()
-{
-    if (const int descriptor = release(); descriptor >= 0)
-        ::close(descriptor);
-}
 
 WriteSignalsIgnored::WriteSignalsIgnored()
 {

@@ -1,5 +1,5 @@
 // Tests of the print path's file descriptors.
-#include "driver/jobs/file_handle.h"
+#include "driver/jobs/file_io.h"
 
 #include "tests/driver/jobs/job_support.h"
 
