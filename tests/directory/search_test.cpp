@@ -165,6 +165,15 @@ TEST_F(DirectorySearchTest, ASearchReplacesTheRowsOfTheOneBefore)
     EXPECT_EQ(rowNames(), std::vector<std::string>{"Jones, Bo"});
 }
 
+TEST_F(DirectorySearchTest, OneObjectIsMadeForTheRowsAndKept)
+{
+    host.directory.entries = {anneSmith, johnSmithers};
+    host.rowFactories.clear();
+    search("Smi");
+    search("Smi");
+    EXPECT_EQ(host.rowFactories, std::set<const GTKObject*>{ldapRowFactory});
+}
+
 TEST_F(DirectorySearchTest, TheAttributesAreAppendedAtEverySearch)
 {
     for (int time = 0; time < 3; ++time)

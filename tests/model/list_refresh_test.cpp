@@ -1,6 +1,7 @@
 // How a list of recipients is shown in its widget, and the buttons beside the job's list.
 #include "model/fax_job.h"
 
+#include "model/list_refresh.h"
 #include "tests/support/component_test.h"
 
 class ListRefreshTest : public StartedComponentTest {};
@@ -42,6 +43,15 @@ TEST_F(ListRefreshTest, AFilledJobListCanBeSavedAsAGroup)
     EXPECT_EQ(host.journal.effects(),
               filledJobList +
                   lines({R"(addRow "LanFax Recipient List" "Ann" "555" empty empty empty empty)"}));
+}
+
+TEST_F(ListRefreshTest, TheRowsComeThroughOneObjectThatIsKept)
+{
+    addRecipient("Ann", "555");
+    addRecipient("Bob", "556");
+    job().updatePBEntryList(RECIPIENT_LIST);
+    job().updatePBEntryList(RECIPIENT_LIST);
+    EXPECT_EQ(host.rowFactories, std::set<const GTKObject*>{listItemFactory});
 }
 
 TEST_F(ListRefreshTest, TheJobsSelectionIsReadFirst)

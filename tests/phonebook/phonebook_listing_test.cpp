@@ -2,6 +2,8 @@
 #include "phonebook/phonebook_listing.h"
 
 #include "component/startup.h"
+#include "directory/search.h"
+#include "model/list_refresh.h"
 #include "tests/support/phonebook_test.h"
 
 #include <cstdlib>
@@ -61,6 +63,17 @@ TEST_F(PhonebookListingTest, ThePersonalPhonebookIsReadAgainAndListed)
                      R"(addRow "Fax PB List" "Anne" "1" empty empty empty empty)", "nextRecord"}));
     EXPECT_EQ(currentPBDatabase, personalPBDatabase);
     EXPECT_EQ(currentPBIterator, personalPBIterator);
+}
+
+TEST_F(PhonebookListingTest, TheRowsComeThroughOneObjectThatIsKeptForThemAlone)
+{
+    keepPersonal({entry("Carla", "3"), entry("Anne", "1")});
+    host.rowFactories.clear();
+    listPersonal();
+    listPersonal();
+    ASSERT_EQ(host.rowFactories.size(), 1U);
+    EXPECT_FALSE(host.rowFactories.contains(listItemFactory));
+    EXPECT_FALSE(host.rowFactories.contains(ldapRowFactory));
 }
 
 TEST_F(PhonebookListingTest, EveryListingReadsTheFileAgainAndReplacesTheIterator)

@@ -49,7 +49,6 @@ void unloadComponent()
     destroy(ldapSession);
     destroy(listItemFactory);
     destroy(ldapRowFactory);
-    destroy(listItemFactory);
     currentPBDatabase = nullptr;
     currentPBIterator = nullptr;
     shownPBType = -1;

@@ -198,6 +198,7 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
         ++written;
     }
     effect("addRow " + quoted(list->name) + shown);
+    fakeHost().rowFactories.insert(this);
     if (fakeHost().faults.hits(Op::createRow, list->name))
         return false;
     cells.resize(list->columns.size());
