@@ -57,7 +57,7 @@ std::string reasonOf(const CLI::ParseError& error, const CLI::App& program)
 {
     // Only the first line: what follows repeats it.
     const std::string all = error.what();
-    const std::string message = all.substr(0, all.find('\n'));
+    std::string message = all.substr(0, all.find('\n'));
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
         return whatIsMissing(givenCommand(program));
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr)

@@ -8,7 +8,8 @@ namespace quelm {
 
 enum class DestinationKind { file, device, queue };
 
-/// The chosen kind, and what was last entered for each of them. Texts are UTF-8, as typed.
+/// The chosen kind, and what was last entered for each of them: UTF-8 as typed, but for a chosen file, whose
+/// path has its own bytes.
 struct DestinationChoice {
     DestinationKind kind = DestinationKind::file;
     std::string file;   ///< a path; "~/" at its start stands for the user's home folder

@@ -2,8 +2,10 @@
 #include "driver/desktop/destination_panel.h"
 
 #include "driver/core/error.h"
+#include "driver/core/log.h"
 #include "driver/core/translation.h"
 #include "driver/desktop/accessible.h"
+#include "driver/desktop/shown_text.h"
 
 #include <glibmm/convert.h>
 #include <gtkmm/window.h>
@@ -114,7 +116,7 @@ void DestinationPanel::makeFileField()
 
 void DestinationPanel::setChoice(const DestinationChoice& choice)
 {
-    file_.set_text(choice.file);
+    setFile(choice.file);
     device_.set_text(choice.device);
     queue_.get_entry()->set_text(choice.queue);
     kind_.set_active(static_cast<int>(choice.kind));
@@ -134,7 +136,7 @@ DestinationKind DestinationPanel::kind() const
 
 DestinationChoice DestinationPanel::choice() const
 {
-    return {kind(), trimmed(file_.get_text()), trimmed(device_.get_text()), trimmed(queue_.get_entry_text())};
+    return {kind(), file(), trimmed(device_.get_text()), trimmed(queue_.get_entry_text())};
 }
 
 void DestinationPanel::setPdl(Pdl pdl)
@@ -200,15 +202,27 @@ void DestinationPanel::listQueues()
         const auto typed = queue_.get_entry_text();
         queue_.remove_all();
         for (const auto& queue : found->queues)
-            queue_.append(queue);
-        queue_.get_entry()->set_text(typed.empty() && !found->queues.empty() ? found->queues.front()
+            queue_.append(drawable(queue));
+        queue_.get_entry()->set_text(typed.empty() && !found->queues.empty() ? drawable(found->queues.front())
                                                                              : std::string(typed));
         std::string hint = found->trouble;
         if (hint.empty() && found->queues.empty())
             hint = translated("The print system has no queues.");
-        hint_.set_text(hint);
+        hint_.set_text(oneLine(drawable(hint)));
         hint_.set_visible(!hint.empty());
     });
+}
+
+void DestinationPanel::setFile(const std::string& path)
+{
+    path_ = path;
+    file_.set_text(Glib::filename_display_name(path));
+}
+
+std::string DestinationPanel::file() const
+{
+    const std::string text = file_.get_text();
+    return text == Glib::filename_display_name(path_).raw() ? path_ : trimmed(text);
 }
 
 void DestinationPanel::chooseFile()
@@ -223,13 +237,18 @@ void DestinationPanel::chooseFile()
     chooser_->set_default_response(Gtk::RESPONSE_ACCEPT);
     chooser_->set_modal();
     describe(*chooser_, "Main File Chooser");
-    const std::filesystem::path present = trimmed(file_.get_text());
+    const std::string shown = file();
+    const std::filesystem::path present = shown;
     if (present.is_absolute())
         chooser_->set_current_folder(present.parent_path().string());
-    chooser_->set_current_name(present.has_filename() ? present.filename().string() : translated("fax.job"));
-    chooser_->signal_response().connect([this](int response) {
+    chooser_->set_current_name(present.has_filename()
+                                   ? Glib::filename_display_name(present.filename().string())
+                                   : Glib::ustring(translated("fax.job")));
+    chooser_->signal_response().connect([this, shown](int response) {
+        const std::string chosen = chooser_->get_filename();
+        // What the chooser began with comes back by its name on the screen.
         if (response == Gtk::RESPONSE_ACCEPT)
-            file_.set_text(Glib::filename_display_name(chooser_->get_filename()));
+            setFile(chosen == Glib::filename_display_name(shown).raw() ? shown : chosen);
         chooser_->hide();
     });
     chooser_->present();

@@ -32,7 +32,8 @@ public:
     explicit DestinationPanel(QueueLister lister);
 
     void setChoice(const DestinationChoice& choice);
-    /// What the fields say, without blanks around it.
+    /// What the fields say, without blanks around it. A file whose name is not UTF-8 has its own bytes as
+    /// long as the field shows it.
     DestinationChoice choice() const;
 
     void setPdl(Pdl pdl);
@@ -53,6 +54,8 @@ private:
     void showKind();
     void listQueues();
     void chooseFile();
+    void setFile(const std::string& path);
+    std::string file() const;
     DestinationKind kind() const;
 
     QueueLister lister_;
@@ -62,6 +65,7 @@ private:
     Gtk::Stack fields_;
     Gtk::Box fileBox_{Gtk::ORIENTATION_HORIZONTAL};
     Gtk::Entry file_;
+    std::string path_; ///< what was put into the field by its name on the screen
     Gtk::Button chooseFile_;
     Gtk::Entry device_;
     Gtk::ComboBoxText queue_{true};

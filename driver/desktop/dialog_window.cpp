@@ -46,11 +46,16 @@ bool DialogWindow::KeyedWindow::on_key_press_event(GdkEventKey* event)
     if (Gtk::Window::on_key_press_event(event)) {
         return true;
     }
-    const bool isEscape = event->keyval == GDK_KEY_Escape;
-    if (isEscape) {
+    switch (event->keyval) {
+    case GDK_KEY_Escape:
         escaped();
+        return true;
+    case GDK_KEY_F1:
+        helpAsked();
+        return true;
+    default:
+        return false;
     }
-    return isEscape;
 }
 
 DialogWindow::DialogWindow(Widget& treeWidget, DesktopContext& desktopContext)
@@ -78,6 +83,7 @@ DialogWindow::DialogWindow(Widget& treeWidget, DesktopContext& desktopContext)
         return true; // the tree decides whether it goes
     });
     window.escaped = [this] { close(); };
+    window.helpAsked = [this] { askForHelp(); };
     describe(window, tree.name());
     window.get_accessible()->set_role(Atk::ROLE_DIALOG);
 
@@ -129,6 +135,27 @@ void DialogWindow::focusFirst()
 void DialogWindow::close()
 {
     act([&closed = tree](UserActions& actions) { actions.closeWindow(closed); });
+}
+
+Widget* DialogWindow::helpButtonIn(const Widget& widget) const
+{
+    for (const auto& child : widget.children()) {
+        Control* control = child->attribute("HelpTopic") == nullptr ? nullptr : controlOf(*child);
+        if (control != nullptr && control->onScreen()->get_mapped()) {
+            return child.get();
+        }
+        if (Widget* found = helpButtonIn(*child)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void DialogWindow::askForHelp()
+{
+    if (Widget* button = helpButtonIn(tree)) {
+        act([button](UserActions& actions) { actions.press(*button); });
+    }
 }
 
 void DialogWindow::showTrouble(const std::string& message)

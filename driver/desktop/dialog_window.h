@@ -12,7 +12,7 @@
 namespace quelm {
 
 /// At least as large as the definition says; a window with lists can be made larger, and they grow with it.
-/// Enter presses its default button, Escape closes it as its frame does.
+/// Enter presses its default button, F1 its help button, Escape closes it as its frame does.
 class DialogWindow : public TopLevel {
 public:
     DialogWindow(Widget& treeWidget, DesktopContext& desktopContext);
@@ -30,16 +30,20 @@ protected:
     void show() override;
 
 private:
-    /// Escape comes behind what the focused control makes of it.
+    /// Escape and F1 come behind what the focused control makes of them.
     class KeyedWindow : public Gtk::Window {
     public:
         std::function<void()> escaped;
+        std::function<void()> helpAsked;
 
     protected:
         bool on_key_press_event(GdkEventKey* event) override;
     };
 
     void close();
+    void askForHelp();
+    /// The help button that shows, of several the one on the notebook's page in front; null without one.
+    Widget* helpButtonIn(const Widget& widget) const;
     void focusFirst();
 
     ControlSet set;

@@ -4,6 +4,7 @@
 #include "driver/core/log.h"
 #include "driver/core/translation.h"
 #include "driver/desktop/accessible.h"
+#include "driver/desktop/shown_text.h"
 
 namespace quelm {
 namespace {
@@ -65,16 +66,16 @@ void DocumentPanel::showNothing()
 void DocumentPanel::showLoading(const std::string& name)
 {
     showNothing();
-    name_.set_text(name);
+    name_.set_text(oneLine(drawable(name)));
     view_.showWords(translated("Opening the document..."));
 }
 
 void DocumentPanel::showDocument(const std::shared_ptr<const LoadedDocument>& document)
 {
     showNothing();
-    const std::string name = oneLine(document->document.name());
+    const std::string name = oneLine(drawable(document->document.name()));
     name_.set_text(name);
-    name_.set_tooltip_text(oneLine(document->document.path()));
+    name_.set_tooltip_text(oneLine(drawable(document->document.path())));
     view_.showWords(translated("Drawing the first page..."));
 
     RenderingRequest request;
@@ -110,7 +111,7 @@ void DocumentPanel::showCaption()
 
 void DocumentPanel::showTrouble(const std::string& trouble)
 {
-    trouble_.set_text(oneLine(trouble));
+    trouble_.set_text(oneLine(drawable(trouble)));
     trouble_.set_visible(!trouble.empty());
 }
 

@@ -1,11 +1,14 @@
 // Shows a file chooser and takes what is chosen in it.
 #include "driver/desktop/file_chooser_window.h"
 
+#include "driver/core/phonebook_file.h"
 #include "driver/core/translation.h"
 #include "driver/desktop/dialog_habits.h"
 #include "driver/desktop/shown_text.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include <gtkmm/filefilter.h>
 
@@ -36,7 +39,9 @@ std::string withEnding(const std::string& path, const std::string& pattern)
 {
     const bool hasEnding = path.find('.', path.rfind('/') + 1) != std::string::npos;
     const bool isEnding = pattern.starts_with("*.") && pattern.find_first_of("*?[", 1) == std::string::npos;
-    return hasEnding || !isEnding ? path : path + pattern.substr(1);
+    std::error_code failure;
+    const bool isTaken = path.empty() || hasEnding || std::filesystem::exists(path, failure);
+    return isTaken || !isEnding ? path : path + pattern.substr(1);
 }
 
 FileChooserWindow::FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext)
@@ -48,12 +53,17 @@ FileChooserWindow::FileChooserWindow(Widget& treeWidget, DesktopContext& desktop
     dialog.set_default_response(Gtk::RESPONSE_ACCEPT);
     dialog.set_create_folders(false);
     dialog.set_local_only(true);
+    trouble.set_line_wrap(true);
+    trouble.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+    trouble.set_max_width_chars(60);
+    trouble.set_xalign(0);
     dialog.set_extra_widget(trouble);
     dialog.signal_response().connect([this](int response) { respond(response); });
     dialog.signal_delete_event().connect([](GdkEventAny*) { return true; }, false);
     describe(dialog, tree.name());
     describe(cancel, tree.name() + " Cancel");
     describe(open, tree.name() + " Open");
+    describe(trouble, "Dialog Message");
     refresh();
 }
 
@@ -118,7 +128,14 @@ void FileChooserWindow::respond(int response)
         act([&chooser = tree](UserActions& actions) { actions.closeWindow(chooser); });
         return;
     }
-    act([&chooser = tree, path = withEnding(dialog.get_filename(), pattern)](UserActions& actions) {
+    const bool mayBeNew = takesNewFiles(tree);
+    const std::string chosen = dialog.get_filename();
+    const std::string path = mayBeNew ? withEnding(chosen, pattern) : chosen;
+    act([&chooser = tree, mayBeNew, path](UserActions& actions) {
+        if (!mayBeNew && !path.empty()) {
+            // The component would take it all the same, and list nothing.
+            phonebook_file::requirePhonebook(path);
+        }
         actions.type(chooser, path);
         actions.press(chooser);
     });
@@ -126,7 +143,7 @@ void FileChooserWindow::respond(int response)
 
 void FileChooserWindow::showTrouble(const std::string& message)
 {
-    trouble.set_text(message);
+    trouble.set_text(drawable(message));
     trouble.show();
 }
 

@@ -19,10 +19,11 @@ struct FileStart {
 
 FileStart fileStartOf(const std::string& text);
 
-/// `path` with the ending of `pattern` ("*.xdb") when its name has none of its own.
+/// `path` with the ending of `pattern` ("*.xdb") when its name has none of its own and no such file exists.
 std::string withEnding(const std::string& path, const std::string& pattern);
 
-/// Its OK types the path into the tree's chooser and presses that.
+/// Its OK types the path into the tree's chooser and presses that. A chooser that takes no new files refuses
+/// what is no phonebook, and stays open to show why.
 class FileChooserWindow : public TopLevel {
 public:
     FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext);

@@ -192,11 +192,18 @@ void ListControl::select()
     });
 }
 
+/// Enter selects the row that has the focus as it opens it: only behind that selection, which is queued, is
+/// it known whether the button can be pressed.
 void ListControl::press(Widget* button)
 {
-    if (button != nullptr && button->onScreen() && button->active()) {
-        act([button](UserActions& actions) { actions.press(*button); });
+    if (button == nullptr) {
+        return;
     }
+    act([button](UserActions& actions) {
+        if (button->onScreen() && button->active()) {
+            actions.press(*button);
+        }
+    });
 }
 
 bool ListControl::onKey(GdkEventKey* event)

@@ -101,6 +101,8 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     if (kept_.width > 0 && kept_.height > 0)
         set_default_size(kept_.width, kept_.height);
     drag_dest_set({Gtk::TargetEntry("text/uri-list")}, Gtk::DEST_DEFAULT_ALL, Gdk::ACTION_COPY);
+    messages_.signal_hide().connect([this] { giveHeightBack(); });
+    progressBox_.signal_hide().connect([this] { giveHeightBack(); });
     showFax();
     updateActions();
 }
@@ -276,7 +278,7 @@ void MainWindow::openDocument(const std::string& path)
     kept_.documentFolder = absolute.parent_path().string();
     document_.reset();
     messages_.clear();
-    const std::string name = Glib::filename_display_basename(path);
+    const std::string name = oneLine(Glib::filename_display_basename(path));
     documentPanel_.showLoading(name);
     set_title(name + " \u2013 " + translated("Quelm Driver"));
     updateActions();
@@ -311,6 +313,10 @@ void MainWindow::on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>&, in
         return tell(Gtk::MESSAGE_ERROR, translated("What was dropped here is no file of this computer."));
     if (sending_.running())
         return tell(Gtk::MESSAGE_INFO, translated("A fax job is being sent."));
+    if (isAsking()) {
+        waitsForAnswer_ = true;
+        return tell(Gtk::MESSAGE_INFO, translated("Answer the question first."));
+    }
     openDocument(path);
     if (uris.size() > 1)
         tell(Gtk::MESSAGE_INFO, translated("Only the first of the documents was opened."));
@@ -348,6 +354,7 @@ void MainWindow::ask(const Question& question, std::function<void()> answeredYes
 {
     question_ = std::make_unique<Gtk::MessageDialog>(*this, question.text, false, Gtk::MESSAGE_QUESTION,
                                                      Gtk::BUTTONS_NONE, true);
+    question_->set_title(get_title());
     question_->set_secondary_text(question.details);
     describe(*question_, question.fixedName);
     describe(*question_->add_button(question.no, Gtk::RESPONSE_CANCEL), question.fixedName + " No");
@@ -355,6 +362,8 @@ void MainWindow::ask(const Question& question, std::function<void()> answeredYes
     question_->set_default_response(Gtk::RESPONSE_CANCEL);
     question_->signal_response().connect([this, answeredYes = std::move(answeredYes)](int response) {
         question_->hide();
+        if (std::exchange(waitsForAnswer_, false))
+            messages_.clear();
         if (response == Gtk::RESPONSE_YES)
             answeredYes();
     });
@@ -379,15 +388,6 @@ void MainWindow::closeAtOnce()
     choicesFile_.keep(choices());
     if (closed_)
         closed_();
-}
-
-DesktopChoices MainWindow::choices() const
-{
-    DesktopChoices choices = kept_;
-    choices.destination = destinationPanel_.choice();
-    if (!is_maximized())
-        get_size(choices.width, choices.height);
-    return choices;
 }
 
 } // namespace quelm

@@ -80,6 +80,7 @@ protected:
     bool on_delete_event(GdkEventAny* event) override;
     void on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
                                const Gtk::SelectionData& data, guint info, guint time) override;
+    void on_size_allocate(Gtk::Allocation& allocation) override;
 
 private:
     void layOut();
@@ -93,12 +94,15 @@ private:
     void faxSetup();
 
     bool readyToWrite();
-    JobOrder orderFor(const DestinationChoice& destination);
+    JobOrder orderFor(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
     void preview();
     void send();
     void sendTo(const DestinationChoice& destination);
-    void startSending(const DestinationChoice& destination);
-    void sendingEnded(const DestinationChoice& destination, unsigned long recipients, const SendingEnd& end);
+    void startSending(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
+    void sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
+                      const SendingEnd& end);
     bool showProgress();
     struct Question {
         std::string fixedName; ///< for assistive tools and tests
@@ -108,10 +112,13 @@ private:
         std::string yes;
     };
     void ask(const Question& question, std::function<void()> answeredYes);
+    bool isAsking() const { return question_ && question_->get_visible(); }
     void about();
 
     DestinationChoice destination() const;
     DesktopChoices choices() const;
+    void followHeight();
+    void giveHeightBack();
 
     Driver& driver_;
     MainWindowOptions options_;
@@ -120,6 +127,9 @@ private:
     DesktopChoicesFile choicesFile_;
     DesktopChoices kept_;
     bool waitsForRecipient_ = false; ///< the message asks for one
+    bool waitsForAnswer_ = false;    ///< the message asks to answer the question
+    int height_ = 0;                 ///< of the window, in pixels
+    int heightAtRest_ = 0;           ///< the same without what passing parts need
 
     Gtk::Box box_{Gtk::ORIENTATION_VERTICAL};
     MessageBar messages_;

@@ -54,17 +54,18 @@ bool MainWindow::readyToWrite()
     return true;
 }
 
-JobOrder MainWindow::orderFor(const DestinationChoice& destination)
+JobOrder MainWindow::orderFor(const DestinationChoice& destination,
+                              const std::shared_ptr<const LoadedDocument>& document)
 {
     JobOrder order;
-    order.document = document_;
+    order.document = document;
     order.job = recordJobApart(driver_.faxSession());
     order.job.recipients = driver_.show("LanFax Recipient List").rowCount.value_or(0);
     order.pdl = destinationPanel_.pdl();
     order.facts.creator = options_.creator;
     order.facts.now = localTime();
-    order.open = [destination, user = driver_.user()](const Document& document) {
-        return openDestination(destination, document, user);
+    order.open = [destination, user = driver_.user()](const Document& opened) {
+        return openDestination(destination, opened, user);
     };
     return order;
 }
@@ -76,7 +77,7 @@ void MainWindow::preview()
             return;
         if (!previewWindow_)
             previewWindow_ = std::make_unique<PagePreview>(*this);
-        previewWindow_->showJob(orderFor({}));
+        previewWindow_->showJob(orderFor({}, document_));
     });
 }
 
@@ -104,22 +105,27 @@ void MainWindow::sendTo(const DestinationChoice& chosen)
     const bool replaces = chosen.kind == DestinationKind::file && isOrdinaryFile(chosen.file) &&
                           !document_->document.isSameFile(chosen.file);
     if (!replaces)
-        return startSending(chosen);
+        return startSending(chosen, document_);
     const std::string name = Glib::filename_display_basename(chosen.file);
     ask({"Main Replace Question", localized("There is a file %s already.", oneLine(name)),
          translated("Replace it by the fax job? What it holds is lost then."), translated("_Cancel"),
          translated("_Replace")},
-        [this, chosen] { startSending(chosen); });
+        [this, chosen, document = document_] {
+            dialogs_->act([this, chosen, document] { startSending(chosen, document); });
+        });
 }
 
-void MainWindow::startSending(const DestinationChoice& chosen)
+void MainWindow::startSending(const DestinationChoice& chosen,
+                              const std::shared_ptr<const LoadedDocument>& document)
 {
+    if (!document || sending_.running())
+        return;
     choicesFile_.keep(choices());
-    auto order = orderFor(chosen);
+    auto order = orderFor(chosen, document);
     const auto recipients = order.job.recipients;
-    sending_.start(std::move(order), [this, chosen, recipients](const SendingEnd& end) {
-        sendingEnded(chosen, recipients, end);
-    });
+    const auto ended = [this, kind = chosen.kind, name = document->document.name(),
+                        recipients](const SendingEnd& end) { sendingEnded(kind, name, recipients, end); };
+    sending_.start(std::move(order), ended);
     progress_.set_fraction(0);
     showProgress();
     progressBox_.show();
@@ -140,7 +146,7 @@ bool MainWindow::showProgress()
     return true;
 }
 
-void MainWindow::sendingEnded(const DestinationChoice& chosen, unsigned long recipients,
+void MainWindow::sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
                               const SendingEnd& end)
 {
     progressTimer_.disconnect();
@@ -151,8 +157,7 @@ void MainWindow::sendingEnded(const DestinationChoice& chosen, unsigned long rec
         question_->hide();
     switch (end.kind) {
     case SendingEnd::Kind::handedOver: {
-        std::string line =
-            handedOverText(chosen.kind, end.receipt.place, document_->document.name(), recipients);
+        std::string line = handedOverText(kind, end.receipt.place, document, recipients);
         if (!end.receipt.note.empty()) {
             if (line.ends_with('.'))
                 line.pop_back();

@@ -4,6 +4,7 @@
 #include "driver/core/log.h"
 #include "driver/core/translation.h"
 #include "driver/desktop/accessible.h"
+#include "driver/desktop/shown_text.h"
 
 #include <gtkmm/box.h>
 
@@ -35,7 +36,7 @@ MessageBar::MessageBar()
 void MessageBar::tell(Gtk::MessageType type, const std::string& line)
 {
     set_message_type(type);
-    label_.set_text(oneLine(line));
+    label_.set_text(oneLine(drawable(line)));
     set_visible();
 }
 

@@ -15,6 +15,7 @@ class MessageBar : public Gtk::InfoBar {
 public:
     MessageBar();
 
+    /// `line` may hold any bytes: names of files do.
     void tell(Gtk::MessageType type, const std::string& line);
     void clear();
 

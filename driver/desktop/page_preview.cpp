@@ -2,8 +2,10 @@
 #include "driver/desktop/page_preview.h"
 
 #include "driver/core/error.h"
+#include "driver/core/log.h"
 #include "driver/core/translation.h"
 #include "driver/desktop/accessible.h"
+#include "driver/desktop/shown_text.h"
 
 #include <utility>
 
@@ -134,7 +136,7 @@ void PagePreview::end(const std::string& trouble)
     std::string line = trouble;
     if (line.empty() && pages_.empty())
         line = translated("The job has no pages.");
-    trouble_.set_text(line);
+    trouble_.set_text(oneLine(drawable(line)));
     trouble_.set_visible(!line.empty());
     showState();
 }

@@ -1,6 +1,8 @@
 // Draws a page on its sheet.
 #include "driver/desktop/page_view.h"
 
+#include "driver/desktop/shown_text.h"
+
 #include <atkmm/object.h>
 #include <gdkmm/general.h>
 #include <gdkmm/pixbufloader.h>
@@ -26,7 +28,7 @@ PageView::PageView(int width, int height)
     showWords("");
 }
 
-void PageView::nameForTools(const std::string& name) { get_accessible()->set_name(name); }
+void PageView::nameForTools(const std::string& name) { get_accessible()->set_name(drawable(name)); }
 
 bool PageView::showPage(const std::string& png, const std::string& name)
 {
@@ -50,8 +52,8 @@ void PageView::showWords(const std::string& words)
 {
     page_.reset();
     scaled_.reset();
-    words_ = words;
-    nameForTools(words);
+    words_ = drawable(words);
+    nameForTools(words_);
     queue_draw();
 }
 

@@ -3,7 +3,12 @@
 
 #include "driver/core/translation.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <memory>
+#include <string_view>
+#include <system_error>
 
 #include <glib.h>
 
@@ -21,6 +26,36 @@ bool isDefined(const Widget& widget)
 {
     const std::string* defined = definedText(widget);
     return defined != nullptr && *defined == widget.text();
+}
+
+/// Fields in which the component tells how the directory is, in words that are the same in every language.
+constexpr std::array<std::string_view, 2> stateFields{"LDAP PB Status", "Search Status"};
+constexpr std::array<const char*, 5> states{
+    forTranslation("Unavailable"), forTranslation("Searching..."), forTranslation("No Records Found"),
+    forTranslation("1000+ Records Found"), forTranslation("Timeout Exceeded!")};
+
+/// "12 Records Found" in the user's language; empty when the text is no such count.
+std::string translatedCount(const std::string& text)
+{
+    unsigned long count = 0;
+    const char* const end = text.data() + text.size();
+    const auto [behind, error] = std::from_chars(text.data(), end, count);
+    const std::string_view rest(behind, static_cast<std::size_t>(end - behind));
+    const bool isCount = error == std::errc() && (rest == " Record Found" || rest == " Records Found");
+    return isCount ? localizedCount("%d Record Found", "%d Records Found", count, count) : std::string();
+}
+
+std::string translatedState(const Widget& widget)
+{
+    const std::string& text = widget.text();
+    if (std::find(stateFields.begin(), stateFields.end(), widget.name()) == stateFields.end()) {
+        return text;
+    }
+    if (std::find(states.begin(), states.end(), text) != states.end()) {
+        return translated(text.c_str());
+    }
+    const std::string count = translatedCount(text);
+    return count.empty() ? text : count;
 }
 
 } // namespace
@@ -67,7 +102,7 @@ std::string shownText(const Widget& widget)
         const std::string* title = widget.attribute("Title");
         return title == nullptr ? std::string() : drawable(*title);
     }
-    std::string text = isDefined(widget) ? translated(widget.text().c_str()) : widget.text();
+    std::string text = isDefined(widget) ? translated(widget.text().c_str()) : translatedState(widget);
     // A combo box's item without a text shows its name.
     if (text.empty() &&
         (widget.kind() == WidgetKind::comboBoxItem || widget.kind() == WidgetKind::radioButtonItem)) {

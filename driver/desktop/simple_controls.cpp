@@ -2,6 +2,7 @@
 #include "driver/desktop/simple_controls.h"
 
 #include "driver/desktop/dialog_habits.h"
+#include "driver/desktop/phonebook_opening.h"
 #include "driver/desktop/shown_text.h"
 
 namespace quelm {
@@ -61,7 +62,10 @@ ButtonControl::ButtonControl(Widget& treeWidget, DesktopContext& desktopContext)
         if (isUsersDoing()) {
             commitTyping(button);
         }
-        act([&pressed = tree](UserActions& actions) { actions.press(pressed); });
+        act([&pressed = tree](UserActions& actions) {
+            requireOpenablePhonebook(pressed);
+            actions.press(pressed);
+        });
     });
     describe(button, tree.name(), accessibleName(tree));
 }

@@ -5,14 +5,21 @@
 #include "driver/core/error.h"
 #include "driver/core/translation.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
 namespace quelm {
 namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
 
 std::string spoolName() { return localized("the temporary copy of the job"); }
 
@@ -39,22 +46,98 @@ private:
     }
 };
 
-/// A device or fifo in the file system.
+/// A device or fifo in the file system. Whoever takes the job there may let it wait for ever: every wait
+/// here is one that a cancellation ends.
 class SpecialFile final : public SpooledDestination {
 public:
-    explicit SpecialFile(std::string path) : path_(std::move(path)) {}
+    SpecialFile(std::string path, milliseconds readerLimit)
+        : path_(std::move(path)), readerLimit_(readerLimit)
+    {
+    }
 
 private:
-    Receipt send(int spool, std::uint64_t, const Transfer&) override
+    Receipt send(int spool, std::uint64_t size, const Transfer& transfer) override
     {
         const WriteSignalsIgnored failuresOnly;
-        AtomicFile file(path_);
-        forEachBlock(spool, [&file](std::string_view bytes) { file.write(bytes); });
-        file.commit();
+        const FileHandle file = open(transfer);
+        std::uint64_t sent = 0;
+        forEachBlock(spool, [&](std::string_view block) {
+            while (!block.empty()) {
+                if (transfer.isCancelled())
+                    failCancelled(sent, size);
+                const std::size_t count = writeSome(file.get(), block);
+                block.remove_prefix(count);
+                sent += count;
+                transfer.report(sent, size);
+            }
+        });
+        // Most devices and no fifo can be synchronised, nor need they be.
+        if (::fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+            fail(errno);
         return {path_, {}, 0};
     }
 
+    /// Waits a moment for a reader that is being started.
+    FileHandle open(const Transfer& transfer) const
+    {
+        const auto deadline = Clock::now() + readerLimit_;
+        for (;;) {
+            if (transfer.isCancelled())
+                failCancelled(0, 0);
+            FileHandle file(::open(path_.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+            if (file.isOpen())
+                return file;
+            if (errno == EINTR)
+                continue;
+            if (errno != ENXIO || !isFifo())
+                fail(errno);
+            if (Clock::now() >= deadline)
+                throw Error(localized(
+                    "%s: no program reads this fifo; start the one that takes the job, and send it again",
+                    path_));
+            ::poll(nullptr, 0, static_cast<int>(std::min(readerLimit_, cancellationInterval).count()));
+        }
+    }
+
+    bool isFifo() const
+    {
+        struct stat status = {};
+        const bool fifo = ::stat(path_.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+        errno = ENXIO;
+        return fifo;
+    }
+
+    /// What the other side has room for; nothing when it had none until a cancellation was to be looked for.
+    std::size_t writeSome(int file, std::string_view bytes) const
+    {
+        const auto pause = static_cast<int>(cancellationInterval.count());
+        pollfd room{file, POLLOUT, 0};
+        if (::poll(&room, 1, pause) <= 0)
+            return 0;
+        const auto count = ::write(file, bytes.data(), bytes.size());
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno == EAGAIN)
+            ::poll(nullptr, 0, pause); // a device that always says it has room
+        else if (errno != EINTR)
+            fail(errno);
+        return 0;
+    }
+
+    [[noreturn]] void fail(int error) const
+    {
+        throw Error(localized("%s: cannot be written: %s", path_, systemReason(error)));
+    }
+
+    [[noreturn]] void failCancelled(std::uint64_t sent, std::uint64_t size) const
+    {
+        if (sent == 0)
+            throw Error(localized("%s: the job was cancelled before anything of it went out", path_));
+        throw Error(localized("%s: the job was cancelled after %d of %d bytes", path_, sent, size));
+    }
+
     std::string path_;
+    milliseconds readerLimit_;
 };
 
 class OrdinaryFile final : public JobDestination {
@@ -109,7 +192,8 @@ std::size_t readSpool(int spool, std::string& block, std::uint64_t offset)
     return count;
 }
 
-std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document)
+std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document,
+                                           milliseconds readerLimit)
 {
     if (output == "-")
         return std::make_unique<StandardOutput>();
@@ -120,7 +204,7 @@ std::unique_ptr<JobDestination> openOutput(const std::string& output, const Docu
     if (exists && S_ISDIR(status.st_mode))
         throw Error(localized("%s: is a folder; name a file in it for the fax job", output));
     if (exists && !S_ISREG(status.st_mode))
-        return std::make_unique<SpecialFile>(output);
+        return std::make_unique<SpecialFile>(output, readerLimit);
     return std::make_unique<OrdinaryFile>(output);
 }
 

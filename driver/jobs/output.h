@@ -7,6 +7,7 @@
 #include "driver/jobs/sink.h"
 #include "driver/jobs/transfer.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -32,9 +33,9 @@ public:
     virtual JobSink& sink() = 0;
 
     /// Hands over the job, which is complete. Called once, last; may be called on another thread than the
-    /// rest. Destinations over a wire take a while: they report to `transfer`, and heed its cancellation.
-    /// Throws quelm::Error, with one line that names the destination, when the job was not handed over
-    /// whole.
+    /// rest. Destinations over a wire, devices and fifos take a while: they report to `transfer`, and heed
+    /// its cancellation. Throws quelm::Error, with one line that names the destination, when the job was not
+    /// handed over whole.
     virtual Receipt deliver(const Transfer& transfer = {}) = 0;
 };
 
@@ -68,11 +69,15 @@ private:
 /// are: at least one. Throws quelm::Error when they cannot be read. For senders of a spooled job.
 std::size_t readSpool(int spool, std::string& block, std::uint64_t offset);
 
+/// How long a fifo may be without a program that reads it.
+inline constexpr std::chrono::seconds fifoReaderLimit{5};
+
 /// The destination that the user named: "-" is standard output; a device or fifo is written to when the
-/// job is complete; any other path is a file that appears whole, and replaces one that exists, on
-/// delivery. Throws quelm::Error when `output` is `document` itself, a folder, or in a folder that
-/// does not exist or cannot be written to.
-std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document);
+/// job is complete, and the delivery fails when no program reads the fifo within `readerLimit`; any other
+/// path is a file that appears whole, and replaces one that exists, on delivery. Throws quelm::Error when
+/// `output` is `document` itself, a folder, or in a folder that does not exist or cannot be written to.
+std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document,
+                                           std::chrono::milliseconds readerLimit = fifoReaderLimit);
 
 } // namespace quelm
 

@@ -2,6 +2,7 @@
 #include "driver/core/error.h"
 #include "driver/core/log.h"
 #include "driver/core/program_end.h"
+#include "driver/core/terminal_emulator.h"
 #include "driver/core/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/menu.h"

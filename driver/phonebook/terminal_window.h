@@ -1,4 +1,4 @@
-// A terminal for a program that was started from a desktop.
+// A window for a program that needs a terminal and was started from a desktop.
 #ifndef DRIVER_PHONEBOOK_TERMINAL_WINDOW_H
 #define DRIVER_PHONEBOOK_TERMINAL_WINDOW_H
 
@@ -6,10 +6,6 @@
 #include <vector>
 
 namespace quelm {
-
-/// True when nobody can type to this process, but a window can be opened: standard input is the null device,
-/// as desktops leave it, and there is a display.
-bool isStartedFromDesktop();
 
 /// Runs a command in a terminal emulator's window, and does not wait for its end: the desktop that started
 /// this program waits for it. Throws Error when no emulator is installed or it cannot be started.

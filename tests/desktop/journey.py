@@ -70,9 +70,14 @@ class Journey(unittest.TestCase):
         """A device that knows a directory with these people, by default with one."""
         directory = Directory(*(people or [CARL]))
         self.addCleanup(directory.close)
-        device = Device({**SETTINGS, SERVER: directory.address})
-        self.addCleanup(device.close)
+        device = self.device({**SETTINGS, SERVER: directory.address})
         device.directory = directory
+        return device
+
+    def device(self, objects):
+        """A device that has these objects and no others."""
+        device = Device(objects)
+        self.addCleanup(device.close)
         return device
 
     @contextlib.contextmanager

@@ -165,7 +165,7 @@ class Keyboard(Journey):
         for key, opened, selects in (("alt+d", "LanFax Add Recipient Window", True),
                                      ("alt+g", "LanFax Add Group Window", False),
                                      ("alt+r", "Question", True),
-                                     ("alt+h", "Help Window", False)):
+                                     ("alt+h", "Help Window", False), ("F1", "Help Window", False)):
             with self.trying(f"with {key}"):
                 fax.await_active()
                 recipients = fax.control("LanFax Recipient List")
@@ -188,6 +188,22 @@ class Keyboard(Journey):
         wait_for(lambda: fax.control("LanFax Print Conf Sheet").focused, "the focus at the choice")
         fax.keys("Down")
         wait_for(lambda: fax.control("LanFax No Conf Sheet").ticked, "the next choice")
+
+    def test_enter_opens_the_row_that_the_keys_are_at_though_it_is_not_selected(self):
+        fax = self.fax_setup_by_keys()
+        fax.press("AddFaxRcpt")
+        dialog = self.desktop.window("LanFax Add Recipient Window")
+        dialog.fill(RecipientName="Ann Lee", RecipientNumber="555-0101")
+        dialog.keys("Return")
+        dialog.await_gone()
+        fax.await_active()
+        recipients = fax.control("LanFax Recipient List")
+        recipients.select(0)
+        fax.keys("ctrl+space")
+        wait_for(lambda: recipients.selected_rows == [], "no row to be selected")
+        fax.keys("Return")
+        dialog = self.desktop.window("LanFax Add Recipient Window")
+        self.assertEqual(dialog.control("RecipientName").text, "Ann Lee")
 
     def test_keys_in_a_list_open_and_remove_its_row(self):
         fax = self.fax_setup_by_keys()

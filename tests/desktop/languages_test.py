@@ -6,6 +6,7 @@ import unittest
 
 import long_catalogue
 from accessibility import misplaced
+from device import SETTINGS
 from journey import Journey
 from tour import prepare, tour
 
@@ -32,6 +33,7 @@ class Languages(Journey):
         said = self.check_all_windows()
         self.assertEqual(said["recipient"]["Recipient Number Label"], "Fax Number:")
         self.assertEqual(said["directory status"], "Enabled")
+        self.assertRegex(said["directory-search"]["Search Status"], "^[0-9]+ Records? Found$")
 
     def test_in_german_everything_has_its_place(self):
         self.installation.use_language("de")
@@ -40,6 +42,15 @@ class Languages(Journey):
         self.assertEqual(said["main-document"]["Main Send Button"], "Senden")
         self.assertEqual(said["question"]["Question Yes"], "Ja")
         self.assertEqual(said["directory status"], "Verfügbar")
+        self.assertRegex(said["directory-search"]["Search Status"], "^[0-9]+ (Eintrag|Einträge) gefunden$")
+
+    def test_in_german_a_directory_that_is_not_there_is_told(self):
+        self.installation.use_language("de")
+        desktop = self.start_with_letter("--device-snmp", self.device(SETTINGS).address)
+        desktop.main().press("Main Fax Setup Button")
+        fax = desktop.window("Lan Fax Window")
+        fax.turn_to("LanFax Preferences Tab")
+        self.assertEqual(fax.control("LDAP PB Status").text, "Nicht verfügbar")
 
     def test_with_texts_that_are_much_longer_everything_has_its_place(self):
         locale = self.installation.home / "locale"

@@ -157,6 +157,46 @@ class OtherDialogs(Journey):
         device = self.device_with_directory()
         return self.start("--device-snmp", device.address), device.directory
 
+    def test_a_shared_phonebook_is_chosen_under_the_very_name_that_it_has(self):
+        book = self.installation.work / "teambook"
+        self.installation.driver("phonebook", "add", "Dora Fields", "555-0104", "--file", str(book))
+        self.type_shared_phonebook(book).await_gone()
+        shared = self.fax.control("LanFax Shared PB Name")
+        self.eventually(lambda: shared.text == str(book), lambda: shared.text)
+        self.fax.turn_to("LanFax Recipients Tab")
+        self.fax.press("AddPBFaxRcpt")
+        window = self.desktop.window("Add Rcpt From PB Window")
+        window.control("Current PB Type").choose("Shared Phonebook")
+        entries = window.control("Fax PB List")
+        self.eventually(lambda: [row[0] for row in entries.rows] == ["Dora Fields"], lambda: entries.rows)
+
+    def test_a_shared_phonebook_that_does_not_exist_is_refused(self):
+        chooser = self.type_shared_phonebook(self.installation.work / "nothere")
+        self.eventually(lambda: "there is no such file" in self.told(chooser), lambda: self.told(chooser))
+        chooser.keys("Escape")
+        chooser.await_gone()
+        self.assertEqual(self.fax.control("LanFax Shared PB Name").text, "")
+
+    def type_shared_phonebook(self, file):
+        """Types the path of a shared phonebook into the chooser, accepts it and returns the chooser."""
+        self.fax.turn_to("LanFax Preferences Tab")
+        self.fax.press("Select Shared PB Button")
+        chooser = self.desktop.window("SharedPBSelectFileDialog")
+        chooser.keys("ctrl+l")
+        chooser.type(str(file))
+        chooser.press("SharedPBSelectFileDialog Open")
+        return chooser
+
+    def told(self, window):
+        """What a window says while it refuses something; empty while it does not."""
+        message = window.control("Dialog Message")
+        return message.text if message.showing else ""
+
+    def test_why_a_phonebook_cannot_be_opened_is_told_in_the_dialog(self):
+        self.fax.turn_to("LanFax Preferences Tab")
+        self.fax.press("Open Shared PB Button")
+        self.eventually(lambda: "no shared phonebook is chosen" in self.told(self.fax), lambda: self.told(self.fax))
+
     def test_a_group_is_saved_only_when_it_is_accepted(self):
         self.add_ann()
         for how, leave in ways_out("LanFaxAddGroup Cancel Button"):

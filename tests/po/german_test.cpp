@@ -7,8 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <clocale>
 #include <cstdlib>
+#include <set>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -57,6 +60,48 @@ protected:
         return countText(items);
     }
 };
+
+/// The letters that Alt takes in the main window, the destination's field labelled `field`.
+std::string mainWindowMnemonics(const char* field)
+{
+    std::string letters;
+    for (const char* text : {"_File", "F_ax", "_Help", "_Open...", "Fax Set_up...", "Send _to:", field,
+                             "Fo_rmat:", "H_elp", "Pre_view Job", "_Send"}) {
+        const std::string shown = quelm::translated(text);
+        const auto mark = shown.find('_');
+        EXPECT_NE(mark, std::string::npos) << shown;
+        // The bytes of one character, in lower case where it is ASCII.
+        const auto first = static_cast<unsigned char>(shown[mark + 1]);
+        letters +=
+            first < 0x80 ? std::string(1, static_cast<char>(std::tolower(first))) : shown.substr(mark + 1, 2);
+        letters += ' ';
+    }
+    return letters;
+}
+
+/// Each letter of a list once.
+bool isDistinct(const std::string& letters)
+{
+    std::istringstream list(letters);
+    std::set<std::string> seen;
+    for (std::string letter; list >> letter;) {
+        if (!seen.insert(letter).second)
+            return false;
+    }
+    return true;
+}
+
+TEST_F(German, EveryLetterOfTheMainWindowHasOneMeaning)
+{
+    for (const char* field : {"Fi_le:", "_Device:", "_Queue:"})
+        EXPECT_PRED1(isDistinct, mainWindowMnemonics(field));
+}
+
+TEST(English, EveryLetterOfTheMainWindowHasOneMeaning)
+{
+    for (const char* field : {"Fi_le:", "_Device:", "_Queue:"})
+        EXPECT_PRED1(isDistinct, mainWindowMnemonics(field));
+}
 
 TEST_F(German, AnImportCountsItsCards)
 {

@@ -166,7 +166,7 @@ public:
 
     WidgetTree tree;
     std::map<std::string, GTKObject*> registeredObjects; ///< the component's, by `addGTKObjectToList`
-    std::set<const GTKObject*> rowFactories; ///< the component's objects that created rows
+    std::set<const GTKObject*> rowFactories;             ///< the component's objects that created rows
     std::deque<Question> questions;
     Question* runningQuestion = nullptr;
     std::size_t clockReadings = 0;

@@ -7,16 +7,19 @@
 #include "tests/driver/core/driver_fixture.h"
 #include "tests/driver/desktop/main_loop.h"
 
+#include <atkmm/object.h>
 #include <gtkmm/application.h>
 #include <gtkmm/button.h>
 #include <gtkmm/combobox.h>
 #include <gtkmm/entry.h>
+#include <gtkmm/label.h>
 #include <gtkmm/messagedialog.h>
 #include <gtkmm/treeview.h>
 #include <gtkmm/window.h>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -117,6 +120,21 @@ protected:
             names.push_back(name);
         }
         return names;
+    }
+
+    /// What a window says while it refuses something; empty when it does not.
+    std::string message(const std::string& window)
+    {
+        std::string said;
+        const std::function<void(Gtk::Widget&)> look = [&](Gtk::Widget& widget) {
+            if (widget.get_accessible()->get_description() == "Dialog Message" && widget.is_visible()) {
+                said = dynamic_cast<Gtk::Label&>(widget).get_text();
+            } else if (auto* container = dynamic_cast<Gtk::Container*>(&widget)) {
+                container->foreach (look);
+            }
+        };
+        look(screen(window));
+        return said;
     }
 
     /// The question on the screen, null when there is none.

@@ -1,6 +1,7 @@
 // The dialogs on the screen and the widget tree follow each other.
 #include "driver/desktop/dialog_windows.h"
 
+#include "driver/core/callbacks.h"
 #include "driver/core/error.h"
 #include "driver/core/user_actions.h"
 #include "tests/driver/core/log_capture.h"
@@ -16,6 +17,8 @@
 #include <gtkmm/spinbutton.h>
 
 #include <gdk/gdkkeysyms.h>
+
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -57,6 +60,7 @@ protected:
 };
 
 using Names = std::vector<std::string>;
+using testing::Contains;
 
 } // namespace
 
@@ -453,4 +457,26 @@ TEST_F(DialogWindowsTest, ControlsHaveNamesAndRolesForAssistiveTools)
     EXPECT_EQ(accessible("LanFax Add Recipient Window")->get_role(), Atk::ROLE_DIALOG);
     EXPECT_EQ(accessible("LanFax Recipient List")->get_name(), "Fax Recipient List");
     EXPECT_EQ(accessible("LanFax Recipient List")->get_description(), "LanFax Recipient List");
+}
+
+TEST_F(DialogWindowsTest, F1AsksForHelpWhereOneIs)
+{
+    const auto placesOfHelp = [this](const std::string& window) {
+        press(screen<Gtk::Window>(window), GDK_KEY_F1);
+        Names places;
+        for (const quelm::Widget* place = driver().callbacks().helpButton(); place != nullptr;
+             place = place->parent()) {
+            places.push_back(place->name());
+        }
+        return places;
+    };
+    openFaxDialog();
+    EXPECT_THAT(placesOfHelp("Lan Fax Window"), Contains("LanFax Recipients Tab"));
+    turnTo(1);
+    EXPECT_THAT(placesOfHelp("Lan Fax Window"), Contains("LanFax Options Tab"));
+    EXPECT_EQ(driver().helpTopic(), "LanFax");
+    turnTo(0);
+    click("AddFaxRcpt");
+    ASSERT_TRUE(opens("LanFax Add Recipient Window"));
+    EXPECT_THAT(placesOfHelp("LanFax Add Recipient Window"), Contains("LanFax Add Recipient Window"));
 }

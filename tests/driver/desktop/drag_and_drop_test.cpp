@@ -6,6 +6,7 @@
 #include <glibmm/spawn.h>
 #include <gmock/gmock.h>
 #include <gtkmm/selectiondata.h>
+#include <gtkmm/windowgroup.h>
 
 #include <string>
 #include <vector>
@@ -46,6 +47,8 @@ class Source : public Gtk::Window {
 public:
     explicit Source(const std::vector<std::string>& uris) : uris_(uris.begin(), uris.end())
     {
+        // A question of the main window grabs the pointer in its own group.
+        group_->add_window(*this);
         set_default_size(120, 80);
         drag_source_set({Gtk::TargetEntry("text/uri-list")}, Gdk::BUTTON1_MASK,
                         Gdk::ACTION_COPY | Gdk::ACTION_MOVE);
@@ -67,6 +70,7 @@ protected:
 
 private:
     std::vector<Glib::ustring> uris_;
+    Glib::RefPtr<Gtk::WindowGroup> group_ = Gtk::WindowGroup::create();
 };
 
 class DragAndDropTest : public MainWindowTest {
@@ -166,6 +170,31 @@ TEST_F(DragAndDropTest, AFolderIsNoDocument)
     EXPECT_EQ(waitForMessage(),
               (folder / "letters") + ": is a folder; name a PostScript or PDF document in it");
     EXPECT_EQ(shownText("Main Document Name"), "No document");
+}
+
+TEST_F(DragAndDropTest, WhileAQuestionStandsNothingElseIsOpened)
+{
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    press("Main Send Button");
+    GtkWidget* question = nullptr;
+    ASSERT_TRUE(loopUntil([&] { return (question = onScreen("Main Replace Question")) != nullptr; }));
+    // Away from the window, and from where the document comes from.
+    gtk_window_move(GTK_WINDOW(question), 900, 600);
+    ASSERT_TRUE(loopUntil([&] {
+        Point corner;
+        gtk_window_get_position(GTK_WINDOW(question), &corner.x, &corner.y);
+        return corner.x > 800 && corner.y > 500;
+    }));
+    drop({uriOf(writeFile(folder / "second.ps", contentOf(LETTER)))});
+    EXPECT_EQ(waitForMessage(), "Answer the question first.");
+    EXPECT_EQ(shownText("Main Document Name"), "letter.ps");
+
+    press("Main Replace Question No");
+    EXPECT_EQ(shownText("Main Message"), "");
+    EXPECT_EQ(job(), "precious");
+    EXPECT_TRUE(isUsable("Main Send Button"));
 }
 
 TEST_F(DragAndDropTest, WhileAJobIsSentNothingElseIsOpened)

@@ -42,6 +42,17 @@ TEST(FileEnding, IsAddedToANameWithoutOne)
     EXPECT_EQ(withEnding("/db/team", "*"), "/db/team");
     EXPECT_EQ(withEnding("/db/team", "*.x?b"), "/db/team");
     EXPECT_EQ(withEnding("/db/team", ""), "/db/team");
+    EXPECT_EQ(withEnding("", "*.xdb"), "");
+}
+
+TEST(FileEnding, IsNotAddedToTheNameOfAFileThatExists)
+{
+    const TemporaryFolder folder;
+    EXPECT_EQ(withEnding(folder / "team", "*.xdb"), folder / "team.xdb");
+    writeFile(folder / "team", "");
+    EXPECT_EQ(withEnding(folder / "team", "*.xdb"), folder / "team");
+    writeFile(folder / "J\xF6rg", "");
+    EXPECT_EQ(withEnding(folder / "J\xF6rg", "*.xdb"), folder / "J\xF6rg");
 }
 
 namespace {
@@ -60,6 +71,20 @@ protected:
     }
 
     Gtk::FileChooserDialog& chooser(const std::string& name) { return screen<Gtk::FileChooserDialog>(name); }
+
+    /// Marks a file that exists in an open chooser.
+    void mark(const std::string& name, const std::string& file)
+    {
+        chooser(name).set_filename(file);
+        ASSERT_TRUE(loopUntil([&] { return chooser(name).get_filename() == file; }));
+    }
+
+    /// A phonebook without the usual ending, as an existing one may be called.
+    std::string phonebookWithoutEnding()
+    {
+        std::filesystem::copy_file(options.home + "/db/phonebook/user/ann.xdb", folder / "teambook");
+        return folder / "teambook";
+    }
 };
 
 } // namespace
@@ -119,6 +144,57 @@ TEST_F(FileChooserTest, APersonalPhonebookMayBeNew)
     EXPECT_EQ(tree("LanFax Personal PB Name").text(), folder / "team.xdb");
 }
 
+TEST_F(FileChooserTest, AnExistingFileKeepsItsNameWithoutAnEnding)
+{
+    const std::string file = phonebookWithoutEnding();
+    for (const std::string kind : {"Personal", "Shared"}) {
+        openChooser("Select " + kind + " PB Button", kind + "PBSelectFileDialog");
+        mark(kind + "PBSelectFileDialog", file);
+        chooser(kind + "PBSelectFileDialog").response(Gtk::RESPONSE_ACCEPT);
+        ASSERT_TRUE(closes(kind + "PBSelectFileDialog"));
+        EXPECT_EQ(tree("LanFax " + kind + " PB Name").text(), file);
+    }
+}
+
+TEST_F(FileChooserTest, ASharedPhonebookThatDoesNotExistIsRefused)
+{
+    const std::string file = phonebookWithoutEnding();
+    openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
+    mark("SharedPBSelectFileDialog", file);
+    std::filesystem::remove(file);
+    chooser("SharedPBSelectFileDialog").response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(loopUntil([&] { return !message("SharedPBSelectFileDialog").empty(); }));
+    EXPECT_EQ(message("SharedPBSelectFileDialog"),
+              "The phonebook \"" + file + "\" cannot be opened: there is no such file; check the name");
+    EXPECT_TRUE(isOpen("SharedPBSelectFileDialog"));
+    EXPECT_EQ(tree("LanFax Shared PB Name").text(), "");
+    mark("SharedPBSelectFileDialog", phonebookWithoutEnding());
+    chooser("SharedPBSelectFileDialog").response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(closes("SharedPBSelectFileDialog"));
+    EXPECT_EQ(message("SharedPBSelectFileDialog"), "");
+    EXPECT_EQ(tree("LanFax Shared PB Name").text(), file);
+}
+
+TEST_F(FileChooserTest, ASharedFileThatIsNoPhonebookIsRefused)
+{
+    const std::string file = writeFile(folder / "letter.xdb", "Dear Ann,");
+    openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
+    mark("SharedPBSelectFileDialog", file);
+    chooser("SharedPBSelectFileDialog").response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(loopUntil([&] { return !message("SharedPBSelectFileDialog").empty(); }));
+    EXPECT_NE(message("SharedPBSelectFileDialog").find("the file is no phonebook"), std::string::npos);
+    EXPECT_TRUE(isOpen("SharedPBSelectFileDialog"));
+    EXPECT_EQ(tree("LanFax Shared PB Name").text(), "");
+}
+
+TEST_F(FileChooserTest, AReasonThatIsNoUtf8IsShown)
+{
+    openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
+    dialogs->act([] { throw quelm::Error("no J\xF6rg"); });
+    loopUntilIdle();
+    EXPECT_EQ(message("SharedPBSelectFileDialog"), "no J\xEF\xBF\xBDrg");
+}
+
 TEST_F(FileChooserTest, CancellingOrClosingItChangesNothing)
 {
     const std::string before = tree("LanFax Personal PB Name").text();
@@ -139,7 +215,5 @@ TEST_F(FileChooserTest, ShowsWhyAChoiceIsRefused)
     dialogs->act([this] { driver().press("PersonalPBSelectFileDialog"); });
     loopUntilIdle();
     EXPECT_TRUE(isOpen("PersonalPBSelectFileDialog"));
-    const auto* label = dynamic_cast<Gtk::Label*>(chooser("PersonalPBSelectFileDialog").get_extra_widget());
-    ASSERT_NE(label, nullptr);
-    EXPECT_NE(label->get_text().raw().find("no file is chosen"), std::string::npos) << label->get_text();
+    EXPECT_NE(message("PersonalPBSelectFileDialog").find("no file is chosen"), std::string::npos);
 }

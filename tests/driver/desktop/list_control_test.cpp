@@ -217,6 +217,30 @@ TEST_F(ListTest, ADoubleClickOpensTheRow)
     EXPECT_EQ(screen<Gtk::Entry>("RecipientName").get_text(), "Recipient 1");
 }
 
+TEST_F(ListTest, EnterOpensTheRowThatHasTheFocusThoughItIsNotSelected)
+{
+    addRecipients(2);
+    view().grab_focus();
+    press(screen<Gtk::Window>("Lan Fax Window"), GDK_KEY_Down, GDK_CONTROL_MASK); // moves the focus alone
+    ASSERT_EQ(tree(list).selection(), (Rows{}));
+    ASSERT_FALSE(screen("LanFax Details Button").get_sensitive());
+    press(screen<Gtk::Window>("Lan Fax Window"), GDK_KEY_Return);
+    ASSERT_TRUE(opens("LanFax Add Recipient Window"));
+    EXPECT_EQ(shownSelection().size(), 1U);
+    EXPECT_EQ(screen<Gtk::Entry>("RecipientName").get_text(),
+              "Recipient " + std::to_string(tree(list).selection().at(0)));
+}
+
+TEST_F(ListTest, TheDeleteKeyDoesNothingWhileNoRowIsSelected)
+{
+    addRecipients(2);
+    view().grab_focus();
+    press(screen<Gtk::Window>("Lan Fax Window"), GDK_KEY_Delete);
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(message("Lan Fax Window"), "");
+    EXPECT_EQ(tree(list).rows().count(), 2U);
+}
+
 TEST_F(ListTest, TheDeleteKeyAsksToRemoveTheRow)
 {
     addRecipients(2);

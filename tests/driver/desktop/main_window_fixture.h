@@ -120,6 +120,42 @@ protected:
         return shownText("Main Message");
     }
 
+    /// Presses "Send" for a file that exists.
+    void askToReplace()
+    {
+        press("Main Send Button");
+        ASSERT_TRUE(loopUntil([] { return onScreen("Main Replace Question Yes") != nullptr; }));
+    }
+
+    /// Chooses a file for the job through the file chooser.
+    void chooseFile(const std::string& place, const std::string& name)
+    {
+        press("Main Choose File Button");
+        ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
+        GtkWidget* dialog = onScreen("Main File Chooser");
+        gtk_file_chooser_set_current_folder(GTK_FILE_CHOOSER(dialog), place.c_str());
+        gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(dialog), name.c_str());
+        acceptChosenFile(place + "/" + name);
+    }
+
+    /// Waits until the file chooser names the path, and takes it.
+    static void acceptChosenFile(const std::string& path)
+    {
+        ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
+        GtkWidget* dialog = onScreen("Main File Chooser");
+        ASSERT_TRUE(loopUntil([&] {
+            const std::unique_ptr<gchar, decltype(&g_free)> chosen(
+                gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog)), g_free);
+            return chosen && chosen.get() == path;
+        }));
+        gtk_dialog_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
+        // The chooser looks into the folder before it answers.
+        ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") == nullptr; }));
+    }
+
+    /// Of the window's content, as it stands on the screen.
+    int height() const { return window->get_allocated_height(); }
+
     /// Starts sending to a device.
     void sendTo(const servers::PrintListener& device)
     {

@@ -10,7 +10,12 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace quelm {
 namespace {
@@ -18,6 +23,30 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+
+std::string titleOf(const std::string& name)
+{
+    const gchar* title = gtk_window_get_title(GTK_WINDOW(onScreen(name)));
+    return title == nullptr ? "" : title;
+}
+
+/// While it lives, the process can open no more files than it has.
+class NoMoreFiles {
+public:
+    NoMoreFiles()
+    {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const FileHandle next(::dup(STDIN_FILENO));
+        const rlimit none{static_cast<rlim_t>(next.get()), before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+    NoMoreFiles(const NoMoreFiles&) = delete;
+    NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+
+private:
+    rlimit before_ = {};
+};
 
 // --- What is on the screen ---------------------------------------------------------------------------
 
@@ -216,6 +245,70 @@ TEST_F(MainWindowTest, AFileIsReplacedOnlyAfterAQuestion)
     EXPECT_EQ(job(), expectedJob());
 }
 
+TEST_F(MainWindowTest, TheJobIsOfTheDocumentThatTheQuestionWasAskedFor)
+{
+    openDocument();
+    fillFax({"Ann"});
+    const auto other = writeFile(folder / "other.ps", "%!PS\n(another letter) show showpage\n");
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    askToReplace();
+    window->openDocument(other);
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("The fax job of letter.ps for 1 recipient was written"));
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(MainWindowTest, AFailureAfterTheQuestionIsToldInOneLine)
+{
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    // The bar's picture is read before no more files can be opened.
+    window->tell(Gtk::MESSAGE_ERROR, "a message");
+    loopUntilIdle();
+    askToReplace();
+    {
+        const NoMoreFiles none;
+        press("Main Replace Question Yes");
+        ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    }
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("the job cannot be put together"));
+    EXPECT_EQ(job(), "precious");
+    enterText("Main Destination File", folder / "another.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+}
+
+TEST_F(MainWindowTest, QuestionsBearTheWindowsTitle)
+{
+    servers::PrintListener device(servers::Manner::neverCloses);
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    askToReplace();
+    EXPECT_EQ(titleOf("Main Replace Question"), window->get_title());
+    press("Main Replace Question No");
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    window->close();
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Quit Question") != nullptr; }));
+    EXPECT_EQ(titleOf("Main Quit Question"), window->get_title());
+}
+
+TEST_F(MainWindowTest, AFifoThatNobodyReadsDoesNotHoldUpTheWindow)
+{
+    ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "fifo");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    press("Main Cancel Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("cancelled"));
+    EXPECT_TRUE(isUsable("Main Send Button"));
+}
+
 TEST_F(MainWindowTest, TheDocumentItselfIsNeverReplaced)
 {
     const auto path = writeFile(folder / "own.ps", contentOf(LETTER));
@@ -270,6 +363,144 @@ TEST_F(MainWindowTest, ClosingTheWindowWhileAJobIsSentAsksFirst)
         press("Main Quit Question " + answer);
     }
     EXPECT_TRUE(closed);
+}
+
+// --- Names that are not UTF-8 ------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, ADocumentOfAnyNameIsShown)
+{
+    openDocument(writeFile(folder / "\xff\xfe.ps", contentOf(LETTER)));
+    EXPECT_EQ(shownText("Main Document Name"), "\uFFFD\uFFFD.ps");
+    GtkWidget* name = onScreen("Main Document Name");
+    const std::unique_ptr<gchar, decltype(&g_free)> path(gtk_widget_get_tooltip_text(name), g_free);
+    EXPECT_EQ(std::string(path.get()), folder / "\uFFFD\uFFFD.ps");
+    EXPECT_TRUE(loopUntil(
+        [] { return spokenNameOf(onScreen("Main Document Page")) == "The first page of \uFFFD\uFFFD.ps"; }));
+    EXPECT_THAT(std::string(window->get_title()), testing::StartsWith("\uFFFD\uFFFD.ps "));
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("The fax job of \uFFFD\uFFFD.ps for 1 recipient was written to "));
+}
+
+TEST_F(MainWindowTest, AMissingDocumentOfAnyNameIsTold)
+{
+    window->openDocument(folder / "no\xff\xfe.ps");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("no\uFFFD\uFFFD.ps"));
+}
+
+TEST_F(MainWindowTest, WhatGhostscriptSaysInOtherBytesIsShown)
+{
+    openDocument(writeFile(folder / "odd.ps", "%!PS\n\xff\xfe_unknown\n"));
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Document Trouble") != ""; }));
+    EXPECT_THAT(shownText("Main Document Trouble"), HasSubstr("\uFFFD\uFFFD_unknown"));
+    fillFax({"Ann"});
+    press("Main Preview Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Preview Trouble") != ""; }));
+    EXPECT_THAT(shownText("Preview Trouble"), HasSubstr("\uFFFD\uFFFD_unknown"));
+    press("Preview Close Button");
+}
+
+TEST_F(MainWindowTest, AChosenFileOfAnyNameIsTheOneThatIsWritten)
+{
+    const std::string place = folder / "\xff\xfe";
+    std::filesystem::create_directory(place);
+    openDocument();
+    fillFax({"Ann"});
+    chooseFile(place, "fax.job");
+    EXPECT_STREQ(gtk_entry_get_text(GTK_ENTRY(onScreen("Main Destination File"))),
+                 (folder / "\uFFFD\uFFFD/fax.job").c_str());
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+    EXPECT_EQ(contentOf(place + "/fax.job"), expectedJob());
+
+    // Another name in the field is another file.
+    enterText("Main Destination File", folder / "typed.job");
+    sendAndRead();
+    EXPECT_EQ(contentOf(folder / "typed.job"), expectedJob());
+}
+
+TEST_F(MainWindowTest, AFileOfAnyNameStaysWhenTheChooserIsLeftAsItBegan)
+{
+    const std::string path = writeFile(folder / "\xff\xfe.job", "precious");
+    openDocument();
+    fillFax({"Ann"});
+    press("Main Choose File Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
+    gtk_file_chooser_set_filename(GTK_FILE_CHOOSER(onScreen("Main File Chooser")), path.c_str());
+    // The chooser gives the marked file for itself, not its name, while the list has the keyboard.
+    forEachWidget([](GtkWidget* widget) {
+        if (GTK_IS_TREE_VIEW(widget) && gtk_widget_get_mapped(widget) != FALSE)
+            gtk_widget_grab_focus(widget);
+    });
+    acceptChosenFile(path);
+    press("Main Choose File Button");
+    acceptChosenFile(folder / "\uFFFD\uFFFD.job");
+    askToReplace();
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_EQ(contentOf(path), expectedJob());
+}
+
+// --- The window's height -----------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, AMessageTakesItsHeightWithIt)
+{
+    const int before = height();
+    window->tell(Gtk::MESSAGE_INFO, std::string(300, 'x'));
+    ASSERT_TRUE(loopUntil([&] { return height() > before; }));
+    press("Main Message Close Button");
+    EXPECT_TRUE(loopUntil([&] { return height() == before; }));
+}
+
+TEST_F(MainWindowTest, AShorterMessageTakesTheHeightOfALongerOneWithIt)
+{
+    const int before = height();
+    window->tell(Gtk::MESSAGE_INFO, std::string(1000, 'x'));
+    ASSERT_TRUE(loopUntil([&] { return height() > before; }));
+    window->tell(Gtk::MESSAGE_INFO, "x");
+    loopUntilIdle();
+    press("Main Message Close Button");
+    EXPECT_TRUE(loopUntil([&] { return height() == before; }));
+}
+
+TEST_F(MainWindowTest, ASendingTakesItsHeightWithIt)
+{
+    const int before = height();
+    openDocument();
+    fillFax({"Ann"});
+    servers::PrintListener device(servers::Manner::neverCloses);
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([&] { return height() > before; }));
+    press("Main Cancel Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    press("Main Message Close Button");
+    EXPECT_TRUE(loopUntil([&] { return height() == before; }));
+}
+
+TEST_F(MainWindowTest, AHeightThatTheUserChoseStays)
+{
+    const int before = height();
+    window->tell(Gtk::MESSAGE_INFO, "a message");
+    ASSERT_TRUE(loopUntil([&] { return height() > before; }));
+    const int chosen = height() + 100;
+    window->resize(window->get_allocated_width(), chosen);
+    ASSERT_TRUE(loopUntil([&] { return height() == chosen; }));
+    press("Main Message Close Button");
+    // What the window is asked for after the message is gone comes behind anything that closing it asked.
+    window->resize(window->get_allocated_width() + 40, chosen);
+    const int wide = window->get_allocated_width() + 40;
+    ASSERT_TRUE(loopUntil([&] { return window->get_allocated_width() == wide; }));
+    EXPECT_EQ(height(), chosen);
+}
+
+TEST_F(MainWindowTest, TheHeightOfAMessageIsNotKeptUntilTheNextTime)
+{
+    const int before = height();
+    window->tell(Gtk::MESSAGE_INFO, std::string(300, 'x'));
+    ASSERT_TRUE(loopUntil([&] { return height() > before; }));
+    window->closeAtOnce();
+    EXPECT_THAT(contentOf(folder / "config/desktop.conf"),
+                HasSubstr("\nheight=" + std::to_string(before) + "\n"));
 }
 
 // --- Choices, help and end ---------------------------------------------------------------------------

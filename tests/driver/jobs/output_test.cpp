@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 namespace quelm::tests {
 namespace {
@@ -150,6 +152,90 @@ TEST_F(OutputTest, AFifoGetsNothingOfAJobThatFails)
     destination->sink().write("the job");
     EXPECT_EQ(destination->deliver().place, path("fifo"));
     EXPECT_EQ(::read(reader.get(), bytes.data(), bytes.size()), 7);
+}
+
+TEST_F(OutputTest, AFifoThatNobodyReadsIsToldInOneLine)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const auto destination = openOutput(path("fifo"), Document::open(file("document.ps", "%!PS\n")),
+                                        std::chrono::milliseconds(50));
+    destination->sink().write("the job");
+    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+              path("fifo") +
+                  ": no program reads this fifo; start the one that takes the job, and send it again");
+}
+
+TEST_F(OutputTest, AFifosReaderMayComeALittleLate)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const auto destination = open(path("fifo"));
+    destination->sink().write("the job");
+    FileHandle reader;
+    // Asked for the first time before the fifo is opened, and again when nobody was there.
+    int asked = 0;
+    const auto come = [&] {
+        if (++asked == 2)
+            reader = FileHandle(::open(path("fifo").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        return false;
+    };
+    EXPECT_EQ(destination->deliver({{}, come}).place, path("fifo"));
+    std::array<char, 100> bytes{};
+    EXPECT_EQ(::read(reader.get(), bytes.data(), bytes.size()), 7);
+}
+
+TEST_F(OutputTest, WaitingForAFifosReaderCanBeCancelled)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const auto destination = open(path("fifo"));
+    destination->sink().write("the job");
+    int asked = 0;
+    EXPECT_EQ(errorLine([&] {
+                  destination->deliver({{}, [&] { return ++asked > 2; }});
+              }),
+              path("fifo") + ": the job was cancelled before anything of it went out");
+}
+
+TEST_F(OutputTest, AReaderThatStopsReadingCannotHoldUpACancellation)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const FileHandle reader(::open(path("fifo").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const int room = ::fcntl(reader.get(), F_SETPIPE_SZ, 65536);
+    const auto destination = open(path("fifo"));
+    destination->sink().write(std::string(100000, 'x'));
+    std::uint64_t taken = 0;
+    Transfer transfer;
+    transfer.progress = [&](std::uint64_t done, std::uint64_t) { taken = done; };
+    transfer.cancelled = [&] { return taken == static_cast<std::uint64_t>(room); };
+    EXPECT_EQ(errorLine([&] { destination->deliver(transfer); }),
+              path("fifo") + ": the job was cancelled after 65536 of 100000 bytes");
+}
+
+TEST_F(OutputTest, AFifoGetsALongJobAsFastAsItIsRead)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    const std::string job = bytesOfEveryValue(1000000);
+    const auto destination = open(path("fifo"));
+    destination->sink().write(job);
+    std::string read;
+    std::thread reader([&] { read = contentOf(path("fifo")); });
+    std::uint64_t reported = 0;
+    destination->deliver({[&](std::uint64_t done, std::uint64_t) { reported = done; }, {}});
+    reader.join();
+    EXPECT_EQ(read, job);
+    EXPECT_EQ(reported, job.size());
+}
+
+TEST_F(OutputTest, AFifosReaderThatWentAwayIsALine)
+{
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    FileHandle reader(::open(path("fifo").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const auto destination = open(path("fifo"));
+    destination->sink().write(std::string(100000, 'x'));
+    const auto leave = [&](std::uint64_t, std::uint64_t) { reader.close(); };
+    EXPECT_EQ(errorLine([&] {
+                  destination->deliver({leave, {}});
+              }),
+              path("fifo") + ": cannot be written: the program that reads it has ended");
 }
 
 /// Stands for a destination over a wire.
