@@ -1,8 +1,8 @@
 // Stands in for the C library's getaddrinfo.
 #include "tests/servers/name_service.h"
 
+#include <array>
 #include <cerrno>
-#include <map>
 #include <mutex>
 #include <string_view>
 
@@ -13,32 +13,41 @@ namespace servers {
 
 namespace {
 
-std::mutex changing;
-std::shared_future<void> answerable; ///< invalid while nobody keeps the name service silent
+// Threads that nobody waits for any more ask here while the program ends: nothing of this is ever destroyed.
 
-const std::map<std::string_view, int>& failures()
+std::mutex changing;
+
+/// Invalid while nobody keeps the name service silent.
+std::shared_future<void>& answerable()
 {
-    static const std::map<std::string_view, int> all{{"unknown.test", EAI_NONAME},
-                                                     {"nodata.test", EAI_NODATA},
-                                                     {"later.test", EAI_AGAIN},
-                                                     {"broken.test", EAI_SYSTEM},
-                                                     {"failed.test", EAI_FAIL}};
-    return all;
+    static auto& future = *new std::shared_future<void>;
+    return future;
 }
+
+struct Failure {
+    std::string_view name;
+    int error;
+};
+
+constexpr std::array<Failure, 5> failures{{{"unknown.test", EAI_NONAME},
+                                           {"nodata.test", EAI_NODATA},
+                                           {"later.test", EAI_AGAIN},
+                                           {"broken.test", EAI_SYSTEM},
+                                           {"failed.test", EAI_FAIL}}};
 
 } // namespace
 
 SilentNameService::SilentNameService()
 {
     const std::lock_guard lock(changing);
-    answerable = over.get_future().share();
+    answerable() = over.get_future().share();
 }
 
 SilentNameService::~SilentNameService()
 {
     over.set_value();
     const std::lock_guard lock(changing);
-    answerable = {};
+    answerable() = {};
 }
 
 } // namespace servers
@@ -51,15 +60,16 @@ extern "C" int getaddrinfo(const char* host, const char* service, const addrinfo
         std::shared_future<void> end;
         {
             const std::lock_guard lock(servers::changing);
-            end = servers::answerable;
+            end = servers::answerable();
         }
         if (end.valid())
             end.wait();
     }
-    const auto failure = servers::failures().find(name);
-    if (failure != servers::failures().end() && !numeric) {
-        errno = EMFILE;
-        return failure->second;
+    for (const servers::Failure& failure : servers::failures) {
+        if (failure.name == name && !numeric) {
+            errno = EMFILE;
+            return failure.error;
+        }
     }
     using Function = int (*)(const char*, const char*, const addrinfo*, addrinfo**);
     static const auto next = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "getaddrinfo"));
