@@ -29,10 +29,8 @@ screenshots: build ## Makes the pictures of all windows in docs/images/.
 format: ## Formats all sources.
 	tools/list-sources | xargs -r -d '\n' clang-format -i
 
-tidy: ## Runs clang-tidy over all sources.
-	cmake --preset dev
-	cmake --build --preset dev
-	tools/tidy build/dev
+tidy: ## Runs clang-tidy over the sources that changed since it found nothing in them.
+	tools/tidy
 
 packages: ## Installs the Debian packages that are missing.
 	tools/install-packages

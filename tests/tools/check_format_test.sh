@@ -3,8 +3,9 @@
 source "$(dirname "$0")/shell_test.sh"
 
 project="$work/project"
-mkdir -p "$project/model" "$project/build"
-cp -R "$root/tools" "$root/.clang-format" "$project"
+mkdir -p "$project/model" "$project/build" "$project/tools"
+cp "$root"/tools/{check-format,list-sources,list-files} "$project/tools"
+cp "$root/.clang-format" "$project"
 printf 'int  wrong ;\n' >"$project/build/generated.cpp"
 printf 'int right;\n' >"$project/model/right.cpp"
 run "$project/tools/check-format"
