@@ -1,12 +1,15 @@
 # The commands of the house; `make help` lists them. Each is one script or one preset: nothing clever here.
 .DEFAULT_GOAL := help
-.PHONY: help demo test build bench screenshots format tidy packages clean
+.PHONY: help demo check test build bench screenshots format tidy packages clean
 
 help: ## Lists the commands.
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
 
 demo: packages build ## Installs what is missing, builds, writes a fax job with a picture of its pages into demo/, and opens the desktop.
 	tools/demo
+
+check: ## Checks what was changed since the last commit: formatting, words, layers, and the changed rooms' tests.
+	tools/check
 
 test: ## Installs what is missing, builds in every configuration, and runs all tests and checks.
 	tools/run-tests

@@ -1,5 +1,6 @@
 // The programs in German, with the catalogue that lies beside them.
 #include "tests/journeys/journey.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -172,7 +173,7 @@ TEST_F(GermanJourney, ThePhonebookProgramSpeaksGerman)
     said({"phonebook", "add", "Ann", "1", "--file", path("book.xdb")});
     Request request;
     request.environment = {"LC_ALL=C.UTF-8", "LANGUAGE=de"};
-    request.arguments = {std::string(STAGE_DIR) + "/fennodial"};
+    request.arguments = {build_paths::inStage("fennodial")};
     const auto refused = runProgram(request);
     EXPECT_EQ(refused.status, 2);
     EXPECT_EQ(refused.errors,
@@ -194,7 +195,7 @@ TEST_F(GermanJourney, TheCLocaleIsEnglish)
 {
     Request request;
     request.environment = {"LC_ALL=C", "LANGUAGE=de"};
-    request.arguments = {std::string(STAGE_DIR) + "/fennodial"};
+    request.arguments = {build_paths::inStage("fennodial")};
     EXPECT_EQ(runProgram(request).errors, "fennodial: say which phonebook to open: fennodial -FP FILE\n");
 }
 

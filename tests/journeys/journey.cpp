@@ -1,5 +1,6 @@
 // Setting up and clearing away what a journey needs.
 #include "tests/journeys/journey.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path stage = STAGE_DIR;
+const fs::path stage = build_paths::stageFolder();
 
 fs::path makeFolder()
 {

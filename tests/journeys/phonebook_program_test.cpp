@@ -1,5 +1,6 @@
 // The phonebook program, by itself and opened from the fax dialog.
 #include "tests/journeys/journey.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -22,7 +23,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-const std::string program = std::string(STAGE_DIR) + "/fennodial";
+const std::string program = build_paths::inStage("fennodial");
 
 /// What a program says and shows at a terminal at which `typed` is typed.
 Result atTerminal(const Arguments& arguments, const std::string& typed)

@@ -1,6 +1,7 @@
 // Every recorded journey is gone again, and the screen must show what its record says.
 #include "tests/journeys/journey.h"
 #include "tests/journeys/recorded_journey.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +17,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::StartsWith;
 
-const std::filesystem::path recordings = RECORDED_JOURNEYS_DIR;
+const std::filesystem::path recordings = build_paths::inProject("tests/journeys/recorded");
 
 std::string recording(const std::string& name)
 {

@@ -1,5 +1,6 @@
 // Help, version, wrong usage, and what this build does not have.
 #include "tests/journeys/journey.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -49,7 +50,7 @@ TEST_F(UsageJourney, ADesktopThatIsNotInstalledIsNamed)
     Request alone;
     alone.arguments = {path("quelm-driver"), document("letter.ps", "Hello")};
     alone.environment = {"DISPLAY=:0"};
-    std::filesystem::copy_file(STAGE_DIR "/quelm-driver", path("quelm-driver"));
+    std::filesystem::copy_file(build_paths::inStage("quelm-driver"), path("quelm-driver"));
     expectFailure(runProgram(alone), 1, "no program " + path("quelm-desktop"));
 }
 

@@ -1,6 +1,8 @@
 // The project keeps its layers, and the checker sees it when it does not.
 #include "layers.h"
 
+#include "tests/support/build_paths.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -74,7 +76,7 @@ class AllowedInclusion : public LayersTest, public testing::WithParamInterface<I
 
 TEST(Project, KeepsItsLayers)
 {
-    const auto findings = layers::check(PROJECT_SOURCE_DIR);
+    const auto findings = layers::check(build_paths::projectFolder);
     EXPECT_GT(findings.files, 50);
     EXPECT_GT(findings.includes, 100);
     for (const auto& violation : findings.violations)

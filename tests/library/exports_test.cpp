@@ -1,5 +1,6 @@
 // The library exports what hosts look up, as the kind that they expect, and nothing else.
 #include "tests/library/elf_file.h"
+#include "tests/support/build_paths.h"
 #include "tests/support/entry_points.h"
 
 #include <gtest/gtest.h>
@@ -121,7 +122,7 @@ protected:
 
     const std::vector<DynamicSymbol> symbols = [] {
         std::vector<DynamicSymbol> defined;
-        for (DynamicSymbol& symbol : ElfFile(COMPONENT_LIBRARY).dynamicSymbols())
+        for (DynamicSymbol& symbol : ElfFile(build_paths::componentLibrary()).dynamicSymbols())
             if (symbol.defined)
                 defined.push_back(std::move(symbol));
         return defined;

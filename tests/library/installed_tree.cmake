@@ -2,10 +2,6 @@
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
 set(home "${WORK_DIR}/home")
-set(flags "${CXX_FLAGS}")
-if(SANITIZERS)
-  string(APPEND flags " -fsanitize=${SANITIZERS}")
-endif()
 
 # Runs a command; ends the test with its output when it fails.
 function(run)
@@ -33,7 +29,7 @@ file(RENAME "${prefix}" "${WORK_DIR}/moved")
 set(prefix "${WORK_DIR}/moved")
 
 run("${CMAKE_COMMAND}" -S "${CONSUMER_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
-  "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${flags}"
+  "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
   "-DCMAKE_BUILD_TYPE=${CONFIG}")
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build" --config "${CONFIG}")
 

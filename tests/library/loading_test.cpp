@@ -1,4 +1,6 @@
 // How the library meets hosts that lack the boundary or a part of it.
+#include "tests/support/build_paths.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -16,7 +18,7 @@ struct Outcome {
 Outcome load(const std::string& host, const std::string& binding)
 {
     const std::string command =
-        "unset LD_BIND_NOW; '" + host + "' '" COMPONENT_LIBRARY "' " + binding + " 2>&1";
+        "unset LD_BIND_NOW; '" + host + "' '" + build_paths::componentLibrary() + "' " + binding + " 2>&1";
     FILE* output = popen(command.c_str(), "r");
     if (!output)
         return {-1, "cannot run " + command};
@@ -29,21 +31,21 @@ Outcome load(const std::string& host, const std::string& binding)
 
 TEST(Loading, IsRefusedWithoutTheBoundaryByTheNameOfAVariable)
 {
-    const Outcome outcome = load(HOST_WITHOUT_BOUNDARY, "lazy");
+    const Outcome outcome = load(build_paths::inBuild("tests/library/host_without_boundary"), "lazy");
     EXPECT_EQ(outcome.status, 1) << outcome.output;
     EXPECT_NE(outcome.output.find("undefined symbol: p"), std::string::npos) << outcome.output;
 }
 
 TEST(Loading, LooksUpFunctionsWhenTheyAreFirstCalled)
 {
-    const Outcome outcome = load(HOST_WITH_VARIABLES, "lazy");
+    const Outcome outcome = load(build_paths::inBuild("tests/library/host_with_variables"), "lazy");
     EXPECT_EQ(outcome.status, 0) << outcome.output;
     EXPECT_EQ(outcome.output, "loaded\n");
 }
 
 TEST(Loading, IsRefusedAtOnceWithoutTheFunctionsWhenTheHostBindsNow)
 {
-    const Outcome outcome = load(HOST_WITH_VARIABLES, "now");
+    const Outcome outcome = load(build_paths::inBuild("tests/library/host_with_variables"), "now");
     EXPECT_EQ(outcome.status, 1) << outcome.output;
     EXPECT_NE(outcome.output.find("undefined symbol: "), std::string::npos) << outcome.output;
 }

@@ -1,5 +1,6 @@
 // The message catalogue and character set functions that the library offers to its host.
 #include "tests/library/host_gettext.h"
+#include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +15,7 @@ namespace {
 
 // The test catalogue is German, kept in ISO-8859-1.
 const char* const domain = "lanfax-test";
+const std::string catalogues = build_paths::inBuild("tests/library/locale");
 const char* const recipientsUtf8 = "Empf\xc3\xa4nger";
 const char* const recipientsLatin1 = "Empf\xe4nger";
 
@@ -21,7 +23,7 @@ class Library : public testing::Test {
 protected:
     void SetUp() override
     {
-        handle = dlopen(COMPONENT_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
+        handle = dlopen(build_paths::componentLibrary().c_str(), RTLD_LAZY | RTLD_LOCAL);
         ASSERT_TRUE(handle) << dlerror();
     }
 
@@ -48,7 +50,7 @@ protected:
         setenv("LANGUAGE", "de", 1);
         bindDomain = find<char*(const char*, const char*)>("bindtextdomain");
         ASSERT_TRUE(bindDomain);
-        ASSERT_STREQ(bindDomain(domain, CATALOGUE_DIR), CATALOGUE_DIR);
+        ASSERT_STREQ(bindDomain(domain, catalogues.c_str()), catalogues.c_str());
         ASSERT_STREQ(find<char*(const char*)>("textdomain")(""), "messages");
         setCodeset = find<char*(const char*, const char*)>("bind_textdomain_codeset");
         ASSERT_STREQ(setCodeset(domain, "UTF-8"), "UTF-8");
@@ -124,7 +126,7 @@ TEST_F(MessageCatalogue, TextdomainTellsAndResetsTheCurrentDomain)
 
 TEST_F(MessageCatalogue, BindtextdomainTellsTheFolder)
 {
-    EXPECT_STREQ(bindDomain(domain, nullptr), CATALOGUE_DIR);
+    EXPECT_STREQ(bindDomain(domain, nullptr), catalogues.c_str());
 }
 
 TEST_F(MessageCatalogue, BindTextdomainCodesetChoosesTheCharacterSetOfTranslations)

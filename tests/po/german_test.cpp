@@ -4,6 +4,7 @@
 #include "driver/core/yes_no.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"
+#include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ protected:
     {
         setenv("LC_ALL", "C.UTF-8", 1);
         setenv("LANGUAGE", "de", 1);
-        quelm::useTranslations(LOCALE_DIR);
+        quelm::useTranslations(build_paths::inStage("locale"));
     }
     ~German() override
     {

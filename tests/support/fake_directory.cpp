@@ -39,7 +39,7 @@ LDAPEntry::~LDAPEntry() { delete impl; }
 
 bool LDAPEntry::fetchValueByAttribute(char* attribute, std::string& value)
 {
-    read("attribute " + quoted(attribute));
+    read("attribute " + fake::quoted(attribute));
     for (const auto& [name, text] : impl->values) {
         if (sameAttribute(name, attribute)) {
             value = text;
@@ -65,8 +65,8 @@ LDAPSession::~LDAPSession()
     delete impl;
 }
 
-void LDAPSession::setServerIP(char* address) { effect("setServerIP " + quoted(address)); }
-void LDAPSession::setBaseServerPath(char* base) { effect("setBaseServerPath " + quoted(base)); }
+void LDAPSession::setServerIP(char* address) { effect("setServerIP " + fake::quoted(address)); }
+void LDAPSession::setBaseServerPath(char* base) { effect("setBaseServerPath " + fake::quoted(base)); }
 
 bool LDAPSession::openSession()
 {
@@ -82,14 +82,14 @@ bool LDAPSession::bindAnonymousSession()
 
 void LDAPSession::appendAttribute(char* attribute)
 {
-    effect("appendAttribute " + quoted(attribute));
+    effect("appendAttribute " + fake::quoted(attribute));
     if (std::find(impl->attributes.begin(), impl->attributes.end(), attribute) == impl->attributes.end())
         impl->attributes.emplace_back(attribute);
 }
 
 bool LDAPSession::requestSearch(std::string& filter, int scope, char** attributes, bool flag)
 {
-    effect("requestSearch " + quoted(filter) + " scope " + std::to_string(scope) +
+    effect("requestSearch " + fake::quoted(filter) + " scope " + std::to_string(scope) +
            (attributes ? " with attributes" : "") + (flag ? " flag" : ""));
     impl->next = 0;
     return !fakeHost().faults.hits(Op::requestSearch, filter);
@@ -125,7 +125,7 @@ BaseBiDiSession* pBiDi = nullptr;
 
 bool BaseBiDiSession::getRecipientData(char* table, int index, char** value)
 {
-    read("deviceTable " + quoted(table) + " " + std::to_string(index));
+    read("deviceTable " + fake::quoted(table) + " " + std::to_string(index));
     static std::string current; // valid until the next call, and not longer
     current.assign(current.size(), '?');
     const auto found = fakeHost().device.tables.find({table, index});
@@ -139,7 +139,7 @@ bool BaseBiDiSession::getRecipientData(char* table, int index, char** value)
 
 bool BaseBiDiSession::fetchSingleOIDResponse(char* oid, char** buffer, int size)
 {
-    read("deviceObject " + quoted(oid) + " size " + std::to_string(size));
+    read("deviceObject " + fake::quoted(oid) + " size " + std::to_string(size));
     const auto found = fakeHost().device.objects.find(oid);
     if (found == fakeHost().device.objects.end() || fakeHost().faults.hits(Op::readDeviceObject, oid))
         return false;

@@ -94,6 +94,7 @@ void Host::reset()
     resources.clear();
     parsedText = nullptr;
     missingWidgets.clear();
+    rowFactories.clear();
     featureValues.clear();
     unknownFeatures.clear();
     featureResult = 1;

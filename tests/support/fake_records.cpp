@@ -62,13 +62,13 @@ struct QuelmLegacyDatabaseIterator::Impl {
 
 bool FileObject::doesPathExist(char* path)
 {
-    read("exists " + quoted(path) + (exists(path) ? " -> yes" : " -> no"));
+    read("exists " + fake::quoted(path) + (exists(path) ? " -> yes" : " -> no"));
     return exists(path);
 }
 
 bool FileObject::createDirectory(char* path, int mode)
 {
-    effect("createDirectory " + quoted(path) + " " + std::to_string(mode));
+    effect("createDirectory " + fake::quoted(path) + " " + std::to_string(mode));
     if (fakeHost().faults.hits(Op::createDirectory, path) || exists(path) ||
         !fakeHost().disk.directories.contains(parentOf(path)))
         return false;
@@ -86,7 +86,7 @@ QuelmLegacyDatabase::~QuelmLegacyDatabase()
 
 bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
 {
-    effect("openDatabase " + quoted(path) + " " + quoted(mode));
+    effect("openDatabase " + fake::quoted(path) + " " + fake::quoted(mode));
     if (fakeHost().faults.hits(Op::openDatabase, path) || !fakeHost().disk.phonebooks.contains(path))
         return false;
     impl->openAt(path, std::string_view(mode) == "r+");
@@ -95,7 +95,7 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
 
 bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
 {
-    effect("createDatabase " + quoted(path) + " " + std::to_string(flags));
+    effect("createDatabase " + fake::quoted(path) + " " + std::to_string(flags));
     if (fakeHost().faults.hits(Op::createDatabase, path) || exists(path) ||
         std::string_view(path).ends_with('/') || !fakeHost().disk.directories.contains(parentOf(path)))
         return false;
@@ -126,7 +126,7 @@ bool QuelmLegacyDatabase::closeDatabase()
 bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* saved)
 {
     Record copy{saved->key, saved->data, saved->recordLength, saved->keyLength, saved->dataLength};
-    effect("saveRecord " + quoted(copy.key) + " " + quoted(copy.data));
+    effect("saveRecord " + fake::quoted(copy.key) + " " + fake::quoted(copy.data));
     fakeHost().savedRecords.push_back(copy);
     if (!impl->open || !impl->writable || fakeHost().faults.hits(Op::saveRecord, copy.key))
         return false;
@@ -186,7 +186,7 @@ LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordN(int n)
 
 LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordByKey(char* key)
 {
-    read("recordOf " + quoted(key));
+    read("recordOf " + fake::quoted(key));
     const auto& records = impl->database->records;
     for (std::size_t i = 0; i < records.size(); ++i)
         if (records[i].key == key)

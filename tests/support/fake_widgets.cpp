@@ -36,7 +36,7 @@ std::string valueText(Slot slot, const char* text, int integer, bool flag)
 {
     switch (slot) {
     case Slot::text:
-        return quoted(text);
+        return fake::quoted(text);
     case Slot::integer:
         return std::to_string(integer);
     case Slot::flag:
@@ -80,7 +80,7 @@ bool getProperty(Widget& widget, std::string_view property, char* text, int* int
     if (slot == Slot::text && text) {
         const std::string& value = property == "Title" ? widget.title : widget.state.text;
         fake::writeBounded(text, value);
-        shown = quoted(text);
+        shown = fake::quoted(text);
         return true;
     }
     if (slot == Slot::integer && integer) {
@@ -123,7 +123,7 @@ Tarvik40Fax* pFaxSession = nullptr;
 GTKObject* GetWidgetByName(char* name)
 {
     GTKObject* handle = fakeHost().handleOf(name);
-    read("find " + quoted(name) + (handle ? "" : " -> none"));
+    read("find " + fake::quoted(name) + (handle ? "" : " -> none"));
     return handle;
 }
 
@@ -133,7 +133,7 @@ bool GetWidgetPropertyByName(char* name, char* property, char* text, float*, int
     std::string shown = "failed";
     const bool done = widget && !fakeHost().faults.hits(Op::readProperty, name) &&
                       getProperty(*widget, property, text, integer, flag, shown);
-    read("get " + quoted(name) + " " + property + " -> " + shown);
+    read("get " + fake::quoted(name) + " " + property + " -> " + shown);
     return done;
 }
 
@@ -141,7 +141,7 @@ bool SetWidgetPropertyByName(char* name, char* property, char* text, float numbe
 {
     Widget* widget = fakeHost().lookUp(name);
     const Slot slot = widget ? slotOf(*widget, property) : Slot::none;
-    effect("set " + quoted(name) + " " + property + " " + valueText(slot, text, integer, flag) +
+    effect("set " + fake::quoted(name) + " " + property + " " + valueText(slot, text, integer, flag) +
            strayValues(slot, text, number, integer, flag));
     return widget && !fakeHost().faults.hits(Op::setProperty, name) &&
            setProperty(*widget, property, text, integer, flag);
@@ -157,7 +157,7 @@ bool ComponentDirector::parseXMLBuffer(char* text)
 
 bool ComponentDirector::registerResource(char* name, void* object)
 {
-    effect("registerResource " + quoted(name));
+    effect("registerResource " + fake::quoted(name));
     if (fakeHost().faults.hits(Op::registerResource, name))
         return false;
     fakeHost().resources[name] = object;
@@ -194,10 +194,10 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
             continue;
         for (; written < i; ++written)
             shown += " null";
-        shown += " " + (cell == pEmptyString ? "empty" : quoted(cell));
+        shown += " " + (cell == pEmptyString ? "empty" : fake::quoted(cell));
         ++written;
     }
-    effect("addRow " + quoted(list->name) + shown);
+    effect("addRow " + fake::quoted(list->name) + shown);
     fakeHost().rowFactories.insert(this);
     if (fakeHost().faults.hits(Op::createRow, list->name))
         return false;
@@ -208,8 +208,8 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
 
 bool GTKObject::createObject(GTKObject* parent, char* type, char* title, bool flag)
 {
-    effect("createFileChooser " + quoted(title) + " over " + quoted(parent ? nameOf(*parent->impl) : "") +
-           (flag ? " flag" : ""));
+    effect("createFileChooser " + fake::quoted(title) + " over " +
+           fake::quoted(parent ? nameOf(*parent->impl) : "") + (flag ? " flag" : ""));
     if (std::string_view(type) != "FileSelection" || fakeHost().faults.hits(Op::createChooser, {}))
         return false;
     impl->ownWidget = std::make_unique<Widget>();
@@ -224,7 +224,7 @@ void GTKObject::clearListItems()
 {
     if (!impl->widget)
         return;
-    effect("clearRows " + quoted(impl->widget->name));
+    effect("clearRows " + fake::quoted(impl->widget->name));
     impl->widget->rows.clear();
     impl->widget->selection.clear();
     impl->widget->walk = 0;
@@ -232,7 +232,7 @@ void GTKObject::clearListItems()
 
 void GTKObject::setObjectName(char* name)
 {
-    effect("nameObject " + quoted(name));
+    effect("nameObject " + fake::quoted(name));
     impl->objectName = name;
     if (impl->ownWidget)
         impl->ownWidget->name = name;
@@ -241,19 +241,19 @@ void GTKObject::setObjectName(char* name)
 char* GTKObject::getObjectName()
 {
     impl->objectName = nameOf(*impl);
-    read("objectName -> " + quoted(impl->objectName));
+    read("objectName -> " + fake::quoted(impl->objectName));
     return impl->objectName.data();
 }
 
 void GTKObject::addGTKObjectToList(char* name)
 {
-    effect("registerObject " + quoted(name));
+    effect("registerObject " + fake::quoted(name));
     fakeHost().registeredObjects[name] = this;
 }
 
 bool GTKObject::setWidgetProperty(char* property, char* part, void (*callback)())
 {
-    effect("connect " + quoted(nameOf(*impl)) + " " + property + " " + quoted(part));
+    effect("connect " + fake::quoted(nameOf(*impl)) + " " + property + " " + fake::quoted(part));
     if (!impl->widget || std::string_view(property) != "FileSelButtonCBFunc")
         return false;
     if (std::string_view(part) == "ok_button")
@@ -267,14 +267,14 @@ bool GTKObject::setWidgetProperty(char* property, char* part, void (*callback)()
 
 bool GTKObject::setWidgetProperty(char* property, char* value)
 {
-    effect("set " + quoted(nameOf(*impl)) + " " + property + " " + quoted(value));
+    effect("set " + fake::quoted(nameOf(*impl)) + " " + property + " " + fake::quoted(value));
     return impl->widget && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
            setProperty(*impl->widget, property, value, 0, false);
 }
 
 bool GTKObject::setWidgetProperty(char* property, bool value)
 {
-    effect("set " + quoted(nameOf(*impl)) + " " + property + " " + onOff(value));
+    effect("set " + fake::quoted(nameOf(*impl)) + " " + property + " " + onOff(value));
     return impl->widget && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
            slotOf(*impl->widget, property) == Slot::flag &&
            setProperty(*impl->widget, property, nullptr, 0, value);
@@ -299,27 +299,28 @@ bool GTKObject::getWidgetProperty(char* property, char* text, float*, int* numbe
             done = getProperty(*widget, property, text, number, flag, shown);
         }
     }
-    read("get " + quoted(nameOf(*impl)) + " " + property + " -> " + shown);
+    read("get " + fake::quoted(nameOf(*impl)) + " " + property + " -> " + shown);
     return done;
 }
 
 void GTKObject::setSignalHandler(void (*callback)(), char* signal)
 {
-    effect("connect " + quoted(nameOf(*impl)) + " signal " + quoted(signal));
+    effect("connect " + fake::quoted(nameOf(*impl)) + " signal " + fake::quoted(signal));
     if (impl->widget && std::string_view(signal) == "delete_event")
         impl->widget->onDelete = callback;
 }
 
 void GTKObject::setListFreezeState(bool frozen)
 {
-    effect((frozen ? "freeze " : "unfreeze ") + quoted(nameOf(*impl)));
+    effect((frozen ? "freeze " : "unfreeze ") + fake::quoted(nameOf(*impl)));
     if (impl->widget)
         impl->widget->frozen = frozen;
 }
 
 bool GTKObject::getListItemData(char** text, int column, int row)
 {
-    read("cell " + quoted(nameOf(*impl)) + " " + std::to_string(column) + " of row " + std::to_string(row));
+    read("cell " + fake::quoted(nameOf(*impl)) + " " + std::to_string(column) + " of row " +
+         std::to_string(row));
     if (!impl->widget || fakeHost().faults.hits(Op::readCell, nameOf(*impl)))
         return false;
     auto& rows = impl->widget->rows;
@@ -340,17 +341,17 @@ bool GTKObject::getListSelectionCount(int& count)
 {
     if (!impl->widget || !impl->widget->isList() ||
         fakeHost().faults.hits(Op::countSelection, nameOf(*impl))) {
-        read("selectionCount " + quoted(nameOf(*impl)) + " -> failed");
+        read("selectionCount " + fake::quoted(nameOf(*impl)) + " -> failed");
         return false;
     }
     count = static_cast<int>(impl->widget->selection.size());
-    read("selectionCount " + quoted(nameOf(*impl)) + " -> " + std::to_string(count));
+    read("selectionCount " + fake::quoted(nameOf(*impl)) + " -> " + std::to_string(count));
     return true;
 }
 
 void GTKObject::sortIntegerGList(bool ascending)
 {
-    effect("sortSelection " + quoted(nameOf(*impl)) + (ascending ? " ascending" : " descending"));
+    effect("sortSelection " + fake::quoted(nameOf(*impl)) + (ascending ? " ascending" : " descending"));
     if (!impl->widget)
         return;
     auto& selection = impl->widget->selection;

@@ -10,7 +10,7 @@ namespace fake {
 bool RecordingWriter::add(const char* operation, const std::string& text)
 {
     writes.push_back({operation, text});
-    fakeHost().journal.add(Journal::Kind::effect, std::string(operation) + " " + quoted(text));
+    fakeHost().journal.add(Journal::Kind::effect, std::string(operation) + " " + fake::quoted(text));
     const int number = static_cast<int>(writes.size());
     succeeded.push_back(number != failAt && (failFrom == 0 || number < failFrom));
     return succeeded.back();
@@ -27,7 +27,7 @@ std::string RecordingWriter::stream() const
 
 void PrintTo(const RecordingWriter::Write& write, std::ostream* out)
 {
-    *out << write.operation << ' ' << quoted(write.text);
+    *out << write.operation << ' ' << fake::quoted(write.text);
 }
 
 } // namespace fake

@@ -6,7 +6,14 @@
 #include <csignal>
 #include <ostream>
 
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__)
+#    define LOOKS_FOR_LEAKS
+#elif defined(__has_feature)
+#    if __has_feature(address_sanitizer)
+#        define LOOKS_FOR_LEAKS
+#    endif
+#endif
+#ifdef LOOKS_FOR_LEAKS
 #    include <sanitizer/lsan_interface.h>
 #endif
 
@@ -21,7 +28,7 @@ using std::chrono::milliseconds;
 /// That is not ours to mend; the leak detector passes over what is allocated meanwhile.
 class KnownLeaks {
 public:
-#ifdef __SANITIZE_ADDRESS__
+#ifdef LOOKS_FOR_LEAKS
     KnownLeaks() { __lsan_disable(); }
     ~KnownLeaks() { __lsan_enable(); }
 #else

@@ -3,6 +3,7 @@
 #include "driver/core/widget_tree.h"
 #include "tests/driver/core/driver_fixture.h"
 #include "tests/driver/core/log_capture.h"
+#include "tests/support/build_paths.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ public:
 /// A user named ann at the component's dialogs.
 class RealComponentTest : public DriverTest {
 protected:
-    RealComponentTest() : DriverTest(QUELM_TEST_COMPONENT) {}
+    RealComponentTest() : DriverTest(build_paths::componentLibrary()) {}
 
     void openFaxDialog() { driver().call("T40InvokeFaxDialog"); }
 
@@ -259,7 +260,7 @@ TEST(RealComponentStart, APhonebookThatIsNoneIsNamedAndLeftAsItIs)
     quelm::DriverOptions options;
     options.home = folder.path();
     options.user = "ann";
-    options.component = QUELM_TEST_COMPONENT;
+    options.component = build_paths::componentLibrary();
     options.configDirectory = folder / "config";
     try {
         const quelm::Driver driver(options);

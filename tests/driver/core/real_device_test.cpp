@@ -5,6 +5,7 @@
 #include "tests/driver/core/log_capture.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
+#include "tests/support/build_paths.h"
 
 #include <chrono>
 
@@ -13,7 +14,7 @@ namespace {
 /// A user at the component's dialogs, with a device and the directory that it names.
 class RealDeviceTest : public DriverTest {
 protected:
-    RealDeviceTest() : DriverTest(QUELM_TEST_COMPONENT) {}
+    RealDeviceTest() : DriverTest(build_paths::componentLibrary()) {}
 
     void connect(const servers::SnmpdServer& device)
     {

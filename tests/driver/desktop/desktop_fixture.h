@@ -6,9 +6,10 @@
 #include "driver/desktop/dialog_windows.h"
 #include "tests/driver/core/driver_fixture.h"
 #include "tests/driver/desktop/main_loop.h"
+#include "tests/driver/desktop/toolkit.h"
+#include "tests/support/build_paths.h"
 
 #include <atkmm/object.h>
-#include <gtkmm/application.h>
 #include <gtkmm/button.h>
 #include <gtkmm/combobox.h>
 #include <gtkmm/entry.h>
@@ -24,24 +25,12 @@
 #include <string>
 #include <vector>
 
-/// The toolkit, started once a process.
-class Toolkit {
-public:
-    Toolkit()
-        : application(Gtk::Application::create("org.example.desktop_tests", Gio::APPLICATION_NON_UNIQUE))
-    {
-    }
-
-private:
-    Glib::RefPtr<Gtk::Application> application;
-};
-
 /// A person named ann at the dialogs of the real component.
 class DesktopTest : public DriverTest {
 protected:
-    DesktopTest() : DriverTest(QUELM_TEST_COMPONENT)
+    DesktopTest() : DriverTest(build_paths::componentLibrary())
     {
-        std::filesystem::create_directory_symlink(QUELM_ICON_FOLDER, folder / "home/icon");
+        std::filesystem::create_directory_symlink(build_paths::inProject("icon"), folder / "home/icon");
         mainWindow.show();
         dialogs = std::make_unique<quelm::DialogWindows>(driver(), mainWindow);
     }

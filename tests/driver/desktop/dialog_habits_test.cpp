@@ -3,6 +3,7 @@
 
 #include "driver/core/widget_tree.h"
 #include "tests/driver/core/driver_fixture.h"
+#include "tests/support/build_paths.h"
 
 #include <set>
 
@@ -10,7 +11,7 @@ namespace {
 
 class DialogHabits : public DriverTest {
 protected:
-    DialogHabits() : DriverTest(QUELM_TEST_COMPONENT) {}
+    DialogHabits() : DriverTest(build_paths::componentLibrary()) {}
 
     quelm::Widget& widget(const std::string& name) { return *driver().widgets().find(name); }
 

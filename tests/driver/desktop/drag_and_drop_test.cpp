@@ -128,7 +128,7 @@ protected:
 TEST_F(DragAndDropTest, ADroppedDocumentIsOpened)
 {
     const std::string name = "Brief an Zoë – 2. Fassung.ps";
-    drop({uriOf(writeFile(folder / name, contentOf(LETTER)))});
+    drop({uriOf(writeFile(folder / name, contentOf(sampleLetter())))});
     EXPECT_TRUE(shows(name));
     EXPECT_EQ(shownText("Main Message"), "");
     EXPECT_TRUE(isUsable("Main Send Button"));
@@ -136,7 +136,7 @@ TEST_F(DragAndDropTest, ADroppedDocumentIsOpened)
 
 TEST_F(DragAndDropTest, OfTwoDocumentsTheFirstIsOpenedAndThatIsTold)
 {
-    drop({uriOf(LETTER), uriOf(writeFile(folder / "second.ps", contentOf(LETTER)))});
+    drop({uriOf(sampleLetter()), uriOf(writeFile(folder / "second.ps", contentOf(sampleLetter())))});
     EXPECT_TRUE(shows("letter.ps"));
     EXPECT_EQ(shownText("Main Message"), "Only the first of the documents was opened.");
 }
@@ -152,14 +152,14 @@ TEST_F(DragAndDropTest, AnAddressOfTheWebIsNoFileHere)
 
 TEST_F(DragAndDropTest, AFileOfAnotherComputerIsNoneOfThisOne)
 {
-    drop({"file://fax.example" + std::string(LETTER)});
+    drop({"file://fax.example" + sampleLetter()});
     EXPECT_EQ(waitForMessage(), "What was dropped here is no file of this computer.");
     EXPECT_EQ(shownText("Main Document Name"), "No document");
 }
 
 TEST_F(DragAndDropTest, AFileMayNameThisComputer)
 {
-    drop({"file://" + std::string(g_get_host_name()) + LETTER});
+    drop({"file://" + std::string(g_get_host_name()) + sampleLetter()});
     EXPECT_TRUE(shows("letter.ps"));
 }
 
@@ -187,7 +187,7 @@ TEST_F(DragAndDropTest, WhileAQuestionStandsNothingElseIsOpened)
         gtk_window_get_position(GTK_WINDOW(question), &corner.x, &corner.y);
         return corner.x > 800 && corner.y > 500;
     }));
-    drop({uriOf(writeFile(folder / "second.ps", contentOf(LETTER)))});
+    drop({uriOf(writeFile(folder / "second.ps", contentOf(sampleLetter())))});
     EXPECT_EQ(waitForMessage(), "Answer the question first.");
     EXPECT_EQ(shownText("Main Document Name"), "letter.ps");
 
@@ -204,7 +204,7 @@ TEST_F(DragAndDropTest, WhileAJobIsSentNothingElseIsOpened)
     fillFax({"Ann"});
     sendTo(device);
     ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
-    drop({uriOf(writeFile(folder / "second.ps", contentOf(LETTER)))});
+    drop({uriOf(writeFile(folder / "second.ps", contentOf(sampleLetter())))});
     EXPECT_EQ(waitForMessage(), "A fax job is being sent.");
     EXPECT_EQ(shownText("Main Document Name"), "letter.ps");
     EXPECT_NE(onScreen("Main Progress"), nullptr);

@@ -2,6 +2,7 @@
 #include "driver/desktop/help_page.h"
 
 #include "tests/driver/core/temporary_folder.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -79,7 +80,12 @@ TEST(HelpPageTest, AnyTextIsAPage)
 
 // --- Our pages ---------------------------------------------------------------------------------------
 
-HelpPage ourPage(const std::string& topic) { return parseHelpPage(contentOf(HELP_DIR "/" + topic + ".md")); }
+const std::string helpFolder = build_paths::inProject("docs/help");
+
+HelpPage ourPage(const std::string& topic)
+{
+    return parseHelpPage(contentOf(helpFolder + "/" + topic + ".md"));
+}
 
 std::set<std::string> placesIn(const HelpPage& page)
 {
@@ -91,14 +97,14 @@ std::set<std::string> placesIn(const HelpPage& page)
 
 TEST(OurHelp, EveryTopicOfTheDialogsHasAPage)
 {
-    const std::string dialogs = contentOf(DIALOGS_XML);
+    const std::string dialogs = contentOf(build_paths::inProject("component/dialogs.xml"));
     const std::regex topic("HelpTopic=\"([^\"]*)\"");
     std::set<std::string> topics;
     for (std::sregex_iterator match(dialogs.begin(), dialogs.end(), topic), end; match != end; ++match)
         topics.insert((*match)[1]);
     EXPECT_FALSE(topics.empty());
     for (const auto& name : topics)
-        EXPECT_TRUE(std::filesystem::exists(HELP_DIR "/" + name + ".md")) << name;
+        EXPECT_TRUE(std::filesystem::exists(helpFolder + "/" + name + ".md")) << name;
 }
 
 TEST(OurHelp, EveryWindowAndTabWithAHelpButtonHasItsSection)
@@ -112,7 +118,7 @@ TEST(OurHelp, EveryWindowAndTabWithAHelpButtonHasItsSection)
 
 TEST(OurHelp, SectionsAreAboutThingsThatExist)
 {
-    const std::string dialogs = contentOf(DIALOGS_XML);
+    const std::string dialogs = contentOf(build_paths::inProject("component/dialogs.xml"));
     for (const auto& place : placesIn(ourPage("LanFax")))
         EXPECT_NE(dialogs.find("Name=\"" + place + "\""), std::string::npos) << place;
 }

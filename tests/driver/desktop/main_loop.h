@@ -16,10 +16,13 @@ bool loopUntil(Condition condition)
             return G_SOURCE_CONTINUE;
         },
         &late);
-    while (!late && !condition())
+    bool holds = condition();
+    while (!late && !holds) {
         g_main_context_iteration(nullptr, TRUE);
+        holds = condition();
+    }
     g_source_remove(timer);
-    return condition();
+    return holds;
 }
 
 /// Lets everything happen that is due now.

@@ -9,7 +9,9 @@
 #include "tests/driver/core/temporary_folder.h"
 #include "tests/driver/desktop/main_loop.h"
 #include "tests/driver/desktop/on_screen.h"
+#include "tests/driver/desktop/toolkit.h"
 #include "tests/servers/print_listener.h"
+#include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +29,9 @@ inline constexpr int fileItem = 0;
 inline constexpr int deviceItem = 1;
 inline constexpr int queueItem = 2;
 
+/// The document that the tests send.
+inline std::string sampleLetter() { return build_paths::inProject("samples/letter.ps"); }
+
 /// Takes a job as one text.
 class TextSink final : public JobSink {
 public:
@@ -43,11 +48,11 @@ protected:
         DriverOptions options;
         options.home = folder.path();
         options.user = "ann";
-        options.component = COMPONENT;
+        options.component = build_paths::componentLibrary();
         options.configDirectory = folder / "config";
         options.now = "2024-03-05T14:07";
-        std::filesystem::create_symlink(HELP_DIR, folder / "help");
-        std::filesystem::create_symlink(ICON_DIR, folder / "icon");
+        std::filesystem::create_symlink(build_paths::inProject("docs/help"), folder / "help");
+        std::filesystem::create_symlink(build_paths::inProject("icon"), folder / "icon");
         driver = std::make_unique<Driver>(options);
         open();
     }
@@ -78,7 +83,7 @@ protected:
         ::unsetenv("PRINTER");
     }
 
-    void openDocument(const std::string& path = LETTER)
+    void openDocument(const std::string& path = sampleLetter())
     {
         window->openDocument(path);
         EXPECT_TRUE(loopUntil([] { return isUsable("Main Open Button") && isUsable("Main Send Button"); }));
@@ -171,12 +176,13 @@ protected:
         JobFacts facts;
         facts.creator = "the program 1.0";
         facts.now = localTime();
-        writeFaxJob(driver->faxSession(), Document::open(LETTER), pdl, sink, facts);
+        writeFaxJob(driver->faxSession(), Document::open(sampleLetter()), pdl, sink, facts);
         return sink.text;
     }
 
     std::string job() const { return contentOf(folder / "fax.job"); }
 
+    Toolkit toolkit;
     TemporaryFolder folder;
     std::unique_ptr<Driver> driver;
     std::unique_ptr<MainWindow> window;

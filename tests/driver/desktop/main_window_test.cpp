@@ -311,12 +311,12 @@ TEST_F(MainWindowTest, AFifoThatNobodyReadsDoesNotHoldUpTheWindow)
 
 TEST_F(MainWindowTest, TheDocumentItselfIsNeverReplaced)
 {
-    const auto path = writeFile(folder / "own.ps", contentOf(LETTER));
+    const auto path = writeFile(folder / "own.ps", contentOf(sampleLetter()));
     openDocument(path);
     fillFax({"Ann"});
     enterText("Main Destination File", path);
     EXPECT_THAT(sendAndRead(), HasSubstr("is the document itself"));
-    EXPECT_EQ(contentOf(path), contentOf(LETTER));
+    EXPECT_EQ(contentOf(path), contentOf(sampleLetter()));
 }
 
 TEST_F(MainWindowTest, ADeviceGetsTheJobByteForByte)
@@ -369,7 +369,7 @@ TEST_F(MainWindowTest, ClosingTheWindowWhileAJobIsSentAsksFirst)
 
 TEST_F(MainWindowTest, ADocumentOfAnyNameIsShown)
 {
-    openDocument(writeFile(folder / "\xff\xfe.ps", contentOf(LETTER)));
+    openDocument(writeFile(folder / "\xff\xfe.ps", contentOf(sampleLetter())));
     EXPECT_EQ(shownText("Main Document Name"), "\uFFFD\uFFFD.ps");
     GtkWidget* name = onScreen("Main Document Name");
     const std::unique_ptr<gchar, decltype(&g_free)> path(gtk_widget_get_tooltip_text(name), g_free);
@@ -585,14 +585,3 @@ TEST_F(MainWindowTest, HelpOnAnUnknownTopicSaysSo)
 
 } // namespace
 } // namespace quelm
-
-int main(int argc, char** argv)
-{
-    testing::InitGoogleMock(&argc, argv);
-    if (GTEST_FLAG_GET(list_tests))
-        return RUN_ALL_TESTS();
-    gtk_disable_setlocale();
-    const auto application = Gtk::Application::create("net.quelm.Tests", Gio::APPLICATION_NON_UNIQUE);
-    application->register_application();
-    return RUN_ALL_TESTS();
-}

@@ -4,6 +4,7 @@
 #include "driver/core/widget_tree.h"
 #include "tests/driver/core/driver_fixture.h"
 #include "tests/driver/core/log_capture.h"
+#include "tests/support/build_paths.h"
 
 #include <set>
 
@@ -23,7 +24,7 @@ void collectPictures(const quelm::Widget& widget, std::set<std::string>& files)
 
 class Pictures : public DriverTest {
 protected:
-    Pictures() : DriverTest(QUELM_TEST_COMPONENT) { Gtk::Main::init_gtkmm_internals(); }
+    Pictures() : DriverTest(build_paths::componentLibrary()) { Gtk::Main::init_gtkmm_internals(); }
 };
 
 } // namespace
@@ -35,7 +36,7 @@ TEST_F(Pictures, EveryPictureOfTheDefinitionIsThereInAFittingSize)
         collectPictures(*window, files);
     }
     EXPECT_EQ(files.size(), 9U);
-    quelm::Pictures pictures(std::filesystem::path(QUELM_ICON_FOLDER).parent_path());
+    quelm::Pictures pictures(build_paths::projectFolder);
     for (const std::string& file : files) {
         const auto picture = pictures.load(file);
         ASSERT_TRUE(picture) << file;
@@ -48,7 +49,7 @@ TEST_F(Pictures, EveryPictureOfTheDefinitionIsThereInAFittingSize)
 
 TEST_F(Pictures, AreKeptOnceLoaded)
 {
-    quelm::Pictures pictures(std::filesystem::path(QUELM_ICON_FOLDER).parent_path());
+    quelm::Pictures pictures(build_paths::projectFolder);
     const auto first = pictures.load("icon/base/Fax/AddRecipient.gif");
     EXPECT_EQ(pictures.load("icon/base/Fax/AddRecipient.gif"), first);
 }
@@ -73,7 +74,7 @@ TEST_F(Pictures, ANameThatIsNoneIsNotLookedFor)
 
 TEST_F(Pictures, TheProgramHasIconsInThreeSizes)
 {
-    quelm::Pictures pictures(std::filesystem::path(QUELM_ICON_FOLDER).parent_path());
+    quelm::Pictures pictures(build_paths::projectFolder);
     for (const int size : {16, 32, 48}) {
         const auto icon = pictures.load("icon/quelm-driver-" + std::to_string(size) + ".png");
         ASSERT_TRUE(icon);

@@ -1,6 +1,7 @@
 // Tests of the window that says why the desktop could not be started.
 #include "driver/desktop/application.h"
 #include "tests/driver/desktop/on_screen.h"
+#include "tests/driver/desktop/toolkit.h"
 
 #include <gtest/gtest.h>
 
@@ -54,6 +55,7 @@ private:
         return G_SOURCE_REMOVE;
     }
 
+    Toolkit toolkit_;
     std::function<void()> look_;
     guint timer_ = 0;
 };

@@ -4,6 +4,7 @@
 #include "driver/desktop/shown_text.h"
 
 #include "tests/driver/core/temporary_folder.h"
+#include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
 
@@ -23,9 +24,11 @@ namespace {
 
 using testing::Contains;
 
-HelpPage page(const std::string& name) { return parseHelpPage(contentOf(HELP_DIR "/" + name)); }
+const std::string helpFolder = build_paths::inProject("docs/help");
 
-/// The pages of a folder, below HELP_DIR.
+HelpPage page(const std::string& name) { return parseHelpPage(contentOf(helpFolder + "/" + name)); }
+
+/// The pages of a folder, below the help folder.
 std::vector<std::string> pagesIn(const std::string& folder)
 {
     std::vector<std::string> names;
@@ -55,7 +58,7 @@ std::map<std::string, std::set<std::string>> translations()
         return line.substr(keyword.size(), line.size() - keyword.size() - 1);
     };
     std::map<std::string, std::set<std::string>> found;
-    std::istringstream catalogue(contentOf(GERMAN_CATALOGUE));
+    std::istringstream catalogue(contentOf(build_paths::inProject("po/de.po")));
     std::string english;
     for (std::string line; std::getline(catalogue, line);) {
         if (const auto text = quoted(line, "msgid \""))
@@ -75,11 +78,11 @@ std::vector<std::string> strongTexts(const HelpBlock& block)
     return texts;
 }
 
-TEST(GermanHelp, EveryPageIsTranslated) { EXPECT_EQ(pagesIn(HELP_DIR "/de"), pagesIn(HELP_DIR)); }
+TEST(GermanHelp, EveryPageIsTranslated) { EXPECT_EQ(pagesIn(helpFolder + "/de"), pagesIn(helpFolder)); }
 
 TEST(GermanHelp, APageHasTheSectionsAndItemsOfTheEnglishOneAboutTheSamePlaces)
 {
-    for (const auto& name : pagesIn(HELP_DIR)) {
+    for (const auto& name : pagesIn(helpFolder)) {
         const auto english = page(name);
         const auto german = page("de/" + name);
         ASSERT_EQ(german.size(), english.size()) << name;
@@ -98,7 +101,7 @@ TEST(GermanHelp, ControlsAreCalledWhatTheyAreCalledOnTheScreen)
 {
     const auto german = translations();
     std::size_t controls = 0;
-    for (const auto& name : pagesIn(HELP_DIR)) {
+    for (const auto& name : pagesIn(helpFolder)) {
         const auto pages = std::make_pair(page(name), page("de/" + name));
         for (std::size_t i = 0; i < pages.first.size(); ++i) {
             const auto english = strongTexts(pages.first[i]);
@@ -120,18 +123,18 @@ TEST(GermanHelp, AUserOfAGermanLanguageGetsIt)
 {
     for (const std::vector<std::string>& languages :
          {std::vector<std::string>{"de"}, {"de_AT.UTF-8", "de_AT", "de", "C"}})
-        EXPECT_EQ(helpFile(HELP_DIR, "LanFax", languages), HELP_DIR "/de/LanFax.md");
-    EXPECT_EQ(helpFile(HELP_DIR, "LanFax", {"en_GB", "en", "de", "C"}), HELP_DIR "/LanFax.md");
-    EXPECT_EQ(helpFile(HELP_DIR, "LanFax", {"fr", "C"}), HELP_DIR "/LanFax.md");
+        EXPECT_EQ(helpFile(helpFolder, "LanFax", languages), helpFolder + "/de/LanFax.md");
+    EXPECT_EQ(helpFile(helpFolder, "LanFax", {"en_GB", "en", "de", "C"}), helpFolder + "/LanFax.md");
+    EXPECT_EQ(helpFile(helpFolder, "LanFax", {"fr", "C"}), helpFolder + "/LanFax.md");
 }
 
 TEST(StagedHelp, HoldsEveryPageOfEveryLanguage)
 {
     std::size_t pages = 0;
-    for (const auto& file : std::filesystem::recursive_directory_iterator(HELP_DIR)) {
+    for (const auto& file : std::filesystem::recursive_directory_iterator(helpFolder)) {
         if (file.path().extension() != ".md")
             continue;
-        const auto staged = STAGED_HELP_DIR / std::filesystem::relative(file.path(), HELP_DIR);
+        const auto staged = build_paths::inStage("help") / std::filesystem::relative(file.path(), helpFolder);
         EXPECT_EQ(contentOf(staged), contentOf(file.path())) << staged;
         ++pages;
     }

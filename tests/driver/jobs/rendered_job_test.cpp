@@ -1,6 +1,7 @@
 // Jobs as Ghostscript renders them: every kind of document, in both forms of job.
 #include "driver/jobs/job_writer.h"
 #include "tests/driver/jobs/job_support.h"
+#include "tests/support/build_paths.h"
 
 #include <random>
 
@@ -56,7 +57,7 @@ TEST_P(RenderedJobTest, TheSampleLetter)
 {
     FakeFaxSession session;
     session.cover = GetParam().cover;
-    const Document document = Document::open(SAMPLES_DIR "/letter.ps");
+    const Document document = Document::open(build_paths::inProject("samples/letter.ps"));
     const Rendering rendering = render(file("job", writtenJob(session, document, GetParam().pdl)));
     EXPECT_EQ(rendering.exitStatus, 0);
     EXPECT_EQ(rendering.messages, "");

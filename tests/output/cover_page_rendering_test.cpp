@@ -1,6 +1,6 @@
 // The cover page on paper: what stands where, and that the document behind it notices nothing.
-#include "tests/output_rendering/filled_cover_page.h"
-#include "tests/output_rendering/ghostscript.h"
+#include "tests/output/filled_cover_page.h"
+#include "tests/output/ghostscript.h"
 
 #include <gtest/gtest.h>
 

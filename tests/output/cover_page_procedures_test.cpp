@@ -1,6 +1,6 @@
 // The page program's procedures and constants, one by one, in Ghostscript.
-#include "tests/output_rendering/filled_cover_page.h"
-#include "tests/output_rendering/ghostscript.h"
+#include "tests/output/filled_cover_page.h"
+#include "tests/output/ghostscript.h"
 
 #include <gtest/gtest.h>
 

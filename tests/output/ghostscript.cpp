@@ -1,5 +1,5 @@
 // Ghostscript as a test tool.
-#include "tests/output_rendering/ghostscript.h"
+#include "tests/output/ghostscript.h"
 
 #include <rapidxml/rapidxml.hpp>
 

@@ -1,5 +1,5 @@
 // Cover pages with values of a test's choice.
-#include "tests/output_rendering/filled_cover_page.h"
+#include "tests/output/filled_cover_page.h"
 
 #include "output/cover_page.h"
 

@@ -1,0 +1,48 @@
+# Headers of others that many sources include, parsed once for all of them.
+#
+#   precompiled_headers(toolkit LIBRARIES PkgConfig::GTKMM HEADERS <gtkmm.h>)
+#   precompile(quelm_desktop WITH toolkit)
+#
+# The first names a set of headers, compiled as a target with these libraries would compile them, in addition to the
+# standard library's; with PROGRAMS as the sources of programs are, otherwise as those of libraries. The second lets
+# all sources of a target start with such a set. Only headers of others belong here: ours change. The set `standard`
+# is for targets that are optimised when sanitized.
+#
+# Without BRAMBLECOR_PRECOMPILED_HEADERS nothing happens, and each source includes itself what it uses: the release
+# build would show one that does not.
+include_guard(GLOBAL)
+
+# GCC's precompiled headers can be kept by ccache only when the preprocessor names them.
+if(BRAMBLECOR_PRECOMPILED_HEADERS)
+  target_compile_options(bramblecor_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
+endif()
+
+function(precompiled_headers name)
+  if(NOT BRAMBLECOR_PRECOMPILED_HEADERS)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 arg "PROGRAMS" "" "LIBRARIES;HEADERS")
+  set(target precompiled_${name})
+  add_library(${target} OBJECT EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp")
+  target_link_libraries(${target} PRIVATE bramblecor_options ${arg_LIBRARIES})
+  target_precompile_headers(${target} PRIVATE
+    <algorithm> <array> <cerrno> <charconv> <chrono> <cstdint> <cstdlib> <cstring> <filesystem> <fstream> <functional>
+    <iostream> <iterator> <map> <memory> <optional> <set> <sstream> <stdexcept> <string> <string_view> <thread>
+    <unordered_map> <utility> <variant> <vector> ${arg_HEADERS})
+  if(arg_PROGRAMS)
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+    target_compile_options(${target} PRIVATE -fPIE)
+  endif()
+endfunction()
+
+function(precompile target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "WITH" "")
+  if(BRAMBLECOR_PRECOMPILED_HEADERS)
+    target_precompile_headers(${target} REUSE_FROM precompiled_${arg_WITH})
+  endif()
+endfunction()
+
+precompiled_headers(standard)
+if(BRAMBLECOR_PRECOMPILED_HEADERS)
+  optimise_when_sanitized(precompiled_standard)
+endif()

@@ -1,0 +1,56 @@
+# Test programs, one for each room, and how ctest knows their tests.
+#
+#   add_room_tests(driver/core SOURCES widget_test.cpp ... LIBRARIES quelm_core SERVER SnmpSessionTest ...)
+#
+# makes the program driver_core_tests. ctest runs each of its suites as one test, driver/core.SUITE, with a label:
+#
+#   fast     everything that is not said to be something else
+#   server   the suites behind SERVER, which wait for servers on loopback, or for silence
+#   screen   the suites behind SCREEN, which get a display of their own
+#   journey  whole tasks on the built programs
+#
+# DEPENDS names targets that the tests use while they run. LABEL gives all tests another label than `fast`,
+# PRECOMPILED another set of headers than `tests`. What is built for a room's tests, by this or by other
+# means, hangs on a target of that name, driver_core_tests: tools/check builds it.
+include_guard(GLOBAL)
+
+set(WITH_DISPLAY "${PROJECT_SOURCE_DIR}/tests/driver/desktop/with-display")
+
+# The name of a room's test program.
+function(room_target room result)
+  string(REPLACE "/" "_" name "${room}_tests")
+  set(${result} "${name}" PARENT_SCOPE)
+endfunction()
+
+function(add_room_tests room)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;PRECOMPILED" "SOURCES;LIBRARIES;DEPENDS;SERVER;SCREEN")
+  if(NOT arg_LABEL)
+    set(arg_LABEL fast)
+  endif()
+  if(NOT arg_PRECOMPILED)
+    set(arg_PRECOMPILED tests)
+  endif()
+  room_target("${room}" program)
+
+  add_executable(${program} ${arg_SOURCES})
+  # The component looks for its host's operations in the program that loads it.
+  set_target_properties(${program} PROPERTIES ENABLE_EXPORTS ON)
+  target_link_libraries(${program} PRIVATE bramblecor_options ${arg_LIBRARIES} build_paths test_framework)
+  precompile(${program} WITH ${arg_PRECOMPILED})
+  if(arg_DEPENDS)
+    add_dependencies(${program} ${arg_DEPENDS})
+  endif()
+
+  set(tests "${CMAKE_CURRENT_BINARY_DIR}/${program}.cmake")
+  file(GENERATE OUTPUT "${tests}" CONTENT "\
+set(program \"$<TARGET_FILE:${program}>\")
+set(room \"${room}\")
+set(label \"${arg_LABEL}\")
+set(server \"${arg_SERVER}\")
+set(screen \"${arg_SCREEN}\")
+set(with_display \"${WITH_DISPLAY}\")
+set(results \"${PROJECT_BINARY_DIR}/test-results\")
+include(\"${PROJECT_SOURCE_DIR}/cmake/DiscoverSuites.cmake\")
+")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${tests}")
+endfunction()

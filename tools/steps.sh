@@ -1,0 +1,50 @@
+# The steps of tools/run-tests and tools/check: sourced in the project's root, never run. What a step printed is shown
+# when it failed; all of it stays in the folder `logs`, which the caller names.
+source tools/tally.sh
+
+# Takes a step's name for a file: log_of NAME.
+log_of() { echo "$logs/${1//[^a-z0-9]/-}.log"; }
+
+# Runs a command as one test of this run: check NAME COMMAND...
+check() {
+    local name=$1 log start=$SECONDS
+    log=$(log_of "$name")
+    shift
+    printf '%-36s' "$name"
+    if "$@" >"$log" 2>&1 </dev/null; then
+        count 1 0
+        echo "ok, $((SECONDS - start)) s"
+    else
+        count 0 1
+        echo "FAILED, $((SECONDS - start)) s:"
+        tail -n 200 "$log"
+        return 1
+    fi
+}
+
+# Builds one configuration, or only some targets of it: build PRESET [TARGET...].
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" && cmake --build --preset "$preset" ${1+--target "$@"}
+}
+
+# Runs tests of a build: run_tests NAME PRESET [OPTION FOR CTEST...]. More run at once than there are processors:
+# many of them wait, for servers and for screens.
+run_tests() {
+    local name=$1 preset=$2 start=$SECONDS log results cases
+    log=$(log_of "$name")
+    rm -rf "build/$preset/test-results"
+    results=${log%.log}.xml
+    shift 2
+    printf '%-36s' "$name"
+    ctest --preset "$preset" --parallel $(($(nproc) + 1)) --output-junit "$results" "$@" >"$log" 2>&1 </dev/null
+    count_results "$results" "$?"
+    local failed_here=$?
+    # How many cases the suites had that ran.
+    cases=$(sed -n 's/^<testsuites tests="\([0-9]*\)".*/\1/p' "build/$preset/test-results/"*.xml 2>/dev/null |
+        awk '{ sum += $1 } END { print sum + 0 }')
+    echo "$counted, in them $cases test cases, $((SECONDS - start)) s"
+    [ "$failed_here" -eq 0 ] || show_failures "$log"
+    return "$failed_here"
+}
