@@ -164,11 +164,15 @@ private:
 
 } // namespace
 
+std::vector<std::string> checkedFolders()
+{
+    return {"host", "model", "output", "phonebook", "directory", "ui", "component", "driver"};
+}
+
 Findings check(const fs::path& root)
 {
     Checker checker(root);
-    for (const auto* folder :
-         {"host", "model", "output", "phonebook", "directory", "ui", "component", "driver"})
+    for (const auto& folder : checkedFolders())
         checker.checkFolder(folder);
     return checker.take();
 }

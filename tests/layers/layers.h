@@ -16,6 +16,9 @@ struct Findings {
     std::vector<std::string> violations;
 };
 
+/// The folders that are checked, named from the project's root.
+std::vector<std::string> checkedFolders();
+
 /// Reads every source and header of the checked folders below `root` (host/, model/, ..., driver/; tests
 /// may include anything and are not read). A file of the project is included as "folder/file.h", from the
 /// root; a file that lies beside the including one may be named alone. Folders that do not exist are

@@ -1,40 +1,18 @@
 // The project keeps its layers, and the checker sees it when it does not.
 #include "layers.h"
 
+#include "tests/layers/source_tree.h"
 #include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
+#include <filesystem>
 #include <string>
-
-namespace fs = std::filesystem;
 
 namespace {
 
-/// A small tree of sources in a temporary folder.
-class LayersTest : public testing::Test {
+class LayersTest : public SourceTree {
 protected:
-    LayersTest()
-    {
-        std::string name = (fs::temp_directory_path() / "layers.XXXXXX").string();
-        if (!mkdtemp(name.data()))
-            throw std::runtime_error("cannot create a folder like " + name);
-        root_ = name;
-    }
-    ~LayersTest() override
-    {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
-    }
-
-    void write(const std::string& file, const std::string& text)
-    {
-        fs::create_directories((root_ / file).parent_path());
-        std::ofstream(root_ / file) << text;
-    }
-
     void writeInclude(const std::string& file, const std::string& included)
     {
         write(file, "// A file.\n#include \"" + included + "\"\n");
@@ -44,7 +22,7 @@ protected:
     std::string violations() const
     {
         std::string lines;
-        for (const auto& violation : layers::check(root_).violations)
+        for (const auto& violation : layers::check(root()).violations)
             lines += violation.substr(0, violation.rfind(": ")) + "\n";
         return lines;
     }
@@ -53,12 +31,9 @@ protected:
     {
         writeInclude(file, included);
         const std::string lines = violations();
-        fs::remove(root_ / file);
+        std::filesystem::remove(root() / file);
         return lines;
     }
-
-private:
-    fs::path root_;
 };
 
 struct Inclusion {
