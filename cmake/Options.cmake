@@ -14,7 +14,7 @@ if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     # The compiler says itself what it has read: no need to let the preprocessor run first.
     CCACHE_DEPEND=1
     # What a precompiled header needs: it stands for macros, and carries no time of ours.
-    CCACHE_SLOPPINESS=pch_defines,time_macros
+    CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_PCH_EXTSUM=1
     "${CCACHE_PROGRAM}")
   set(CMAKE_C_COMPILER_LAUNCHER "${CMAKE_CXX_COMPILER_LAUNCHER}")
 endif()

@@ -12,9 +12,13 @@
 # build would show one that does not.
 include_guard(GLOBAL)
 
-# GCC's precompiled headers can be kept by ccache only when the preprocessor names them.
+# What starts with a precompiled header can be kept by ccache only when it sees which: GCC's preprocessor has to name it,
+# and clang to be given it in words that ccache reads.
 if(BRAMBLECOR_PRECOMPILED_HEADERS)
   target_compile_options(bramblecor_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fpch-preprocess>)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+    set(CMAKE_CXX_COMPILE_OPTIONS_USE_PCH -include-pch <PCH_FILE>)
+  endif()
 endif()
 
 function(precompiled_headers name)
@@ -25,10 +29,19 @@ function(precompiled_headers name)
   set(target precompiled_${name})
   add_library(${target} OBJECT EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp")
   target_link_libraries(${target} PRIVATE bramblecor_options ${arg_LIBRARIES})
-  target_precompile_headers(${target} PRIVATE
+  set(headers
     <algorithm> <array> <cerrno> <charconv> <chrono> <cstdint> <cstdlib> <cstring> <filesystem> <fstream> <functional>
     <iostream> <iterator> <map> <memory> <optional> <set> <sstream> <stdexcept> <string> <string_view> <thread>
     <unordered_map> <utility> <variant> <vector> ${arg_HEADERS})
+  target_precompile_headers(${target} PRIVATE ${headers})
+  # A precompiled header holds paths and times: each build makes its own, and ccache tells one from another by the
+  # names of its headers instead. Their contents count beside that, as the compiler lists them as read, and so do the
+  # compiler's options, which are those of what is compiled with it.
+  set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER "")
+  foreach(ending pch gch)
+    file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/cmake_pch.hxx.${ending}.sum"
+      CONTENT "${name} ${CMAKE_CXX_COMPILER_VERSION} ${headers}\n")
+  endforeach()
   if(arg_PROGRAMS)
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     target_compile_options(${target} PRIVATE -fPIE)
