@@ -32,7 +32,7 @@ build() {
 # Runs tests of a build: run_tests NAME PRESET [OPTION FOR CTEST...]. More run at once than there are processors:
 # many of them wait, for servers and for screens.
 run_tests() {
-    local name=$1 preset=$2 start=$SECONDS log results cases
+    local name=$1 preset=$2 start=$SECONDS log results cases suites
     log=$(log_of "$name")
     rm -rf "build/$preset/test-results"
     results=${log%.log}.xml
@@ -41,9 +41,10 @@ run_tests() {
     ctest --preset "$preset" --parallel $(($(nproc) + 1)) --output-junit "$results" "$@" >"$log" 2>&1 </dev/null
     count_results "$results" "$?"
     local failed_here=$?
-    # How many cases the suites had that ran.
-    cases=$(sed -n 's/^<testsuites tests="\([0-9]*\)".*/\1/p' "build/$preset/test-results/"*.xml 2>/dev/null |
-        awk '{ sum += $1 } END { print sum + 0 }')
+    # A suite that passed counts as all the cases that it had.
+    read -r cases suites < <(sed -n 's/^<testsuites tests="\([0-9]*\)" failures="0".* errors="0".*/\1/p' \
+        "build/$preset/test-results/"*.xml 2>/dev/null | awk '{ sum += $1 } END { print sum + 0, NR }')
+    count $((cases - suites)) 0
     echo "$counted, in them $cases test cases, $((SECONDS - start)) s"
     [ "$failed_here" -eq 0 ] || show_failures "$log"
     return "$failed_here"

@@ -18,8 +18,9 @@ program() { printf '#!/bin/sh\n%s\n' "$2" >"$work/bin/$1"; chmod +x "$work/bin/$
 program cmake "echo \"cmake \$*\" >>$journal"
 program ctest "echo \"ctest \$*\" >>$journal
 mkdir -p build/any/test-results
-printf '<testsuites tests=\"5\" failures=\"0\">\n' >build/any/test-results/one.xml
-printf '<testsuites tests=\"2\" failures=\"0\">\n' >build/any/test-results/two.xml
+printf '<testsuites tests=\"5\" failures=\"0\" disabled=\"0\" errors=\"0\" name=\"x\">\n' >build/any/test-results/one.xml
+printf '<testsuites tests=\"2\" failures=\"0\" disabled=\"0\" errors=\"0\" name=\"x\">\n' >build/any/test-results/two.xml
+printf '<testsuites tests=\"9\" failures=\"1\" disabled=\"0\" errors=\"0\" name=\"x\">\n' >build/any/test-results/bad.xml
 while [ \"\$1\" != --output-junit ]; do shift; done
 printf '<testsuite name=\"x\"\n tests=\"3\"\n failures=\"0\"\n disabled=\"0\"\n skipped=\"0\"\n>\n' >\"\$2\""
 git_here() { git -C "$project" -c user.name=Ann -c user.email=ann@example.org "$@" >/dev/null 2>&1; }
@@ -40,7 +41,7 @@ expect_no_text "the formatting"
 expect_call "cmake --build --preset any --target layers_tests"
 expect_call "--tests-regex ^(layers)\\."
 expect_text "3 ok, 0 not, in them 7 test cases"
-expect_text "4 passed, 0 failed"
+expect_text "9 passed, 0 failed"
 
 # Changed, new and removed files, and one in no room.
 printf 'int one = 1;\n' >"$project/model/one.cpp"
@@ -51,7 +52,7 @@ expect_status 0
 expect_text "the formatting"
 expect_call "--target layers_tests driver_core_tests model_tests"
 expect_call "--tests-regex ^(layers|driver/core|model)\\."
-expect_text "6 passed, 0 failed"
+expect_text "11 passed, 0 failed"
 
 printf 'int  one=1;\n' >"$project/model/one.cpp"
 quick_check
