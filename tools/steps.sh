@@ -10,7 +10,7 @@ check() {
     local name=$1 log start=$SECONDS
     log=$(log_of "$name")
     shift
-    printf '%-36s' "$name"
+    printf '%-36s ' "$name"
     if "$@" >"$log" 2>&1 </dev/null; then
         count 1 0
         echo "ok, $((SECONDS - start)) s"
@@ -37,7 +37,7 @@ run_tests() {
     rm -rf "build/$preset/test-results"
     results=${log%.log}.xml
     shift 2
-    printf '%-36s' "$name"
+    printf '%-36s ' "$name"
     ctest --preset "$preset" --parallel $(($(nproc) + 1)) --output-junit "$results" "$@" >"$log" 2>&1 </dev/null
     count_results "$results" "$?"
     local failed_here=$?
