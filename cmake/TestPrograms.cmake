@@ -10,17 +10,11 @@
 #   journey  whole tasks on the built programs
 #
 # DEPENDS names targets that the tests use while they run. LABEL gives all tests another label than `fast`,
-# PRECOMPILED another set of headers than `tests`. What is built for a room's tests, by this or by other
-# means, hangs on a target of that name, driver_core_tests: tools/check builds it.
+# PRECOMPILED another set of headers than `tests`. A room whose tests are no such program has a target of that form
+# of name all the same, which builds what they need: tools/check asks for it.
 include_guard(GLOBAL)
 
 set(WITH_DISPLAY "${PROJECT_SOURCE_DIR}/tests/driver/desktop/with-display")
-
-# The name of a room's test program.
-function(room_target room result)
-  string(REPLACE "/" "_" name "${room}_tests")
-  set(${result} "${name}" PARENT_SCOPE)
-endfunction()
 
 function(add_room_tests room)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;PRECOMPILED" "SOURCES;LIBRARIES;DEPENDS;SERVER;SCREEN")
@@ -30,7 +24,7 @@ function(add_room_tests room)
   if(NOT arg_PRECOMPILED)
     set(arg_PRECOMPILED tests)
   endif()
-  room_target("${room}" program)
+  string(REPLACE "/" "_" program "${room}_tests")
 
   add_executable(${program} ${arg_SOURCES})
   # The component looks for its host's operations in the program that loads it.
