@@ -3,9 +3,9 @@
 #define BENCH_DESKTOP_H
 
 #include "driver/core/driver.h"
-#include "driver/core/widget_tree.h"
-#include "driver/desktop/dialog_windows.h"
-#include "tests/driver/core/temporary_folder.h"
+#include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/widgets/widget_tree.h"
+#include "tests/support/temporary_folder.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // Builds the plain window.
 #include "bench/desktop_plain_window.h"
 
-#include "driver/desktop/control.h"
+#include "driver/desktop/dialogs/control.h"
 
 #include <utility>
 #include <vector>

@@ -2,7 +2,7 @@
 #ifndef BENCH_DESKTOP_PLAIN_WINDOW_H
 #define BENCH_DESKTOP_PLAIN_WINDOW_H
 
-#include "driver/core/widget.h"
+#include "driver/widgets/widget.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 // The driver's core as the host, in a temporary installation.
 #include "bench/comparison.h"
 #include "bench/host.h"
-#include "component/startup.h"
-#include "driver/core/host_state.h"
-#include "driver/core/installation.h"
-#include "tests/driver/core/temporary_folder.h"
+#include "driver/boundary/host_state.h"
+#include "driver/config/installation.h"
+#include "frame/startup.h"
+#include "tests/support/temporary_folder.h"
 
 namespace bench {
 

@@ -1,7 +1,7 @@
 // A host that does next to nothing, so that what is measured is the component.
 #include "bench/comparison.h"
 #include "bench/host.h"
-#include "component/startup.h"
+#include "frame/startup.h"
 #include "host/director.h"
 #include "host/driver_info.h"
 #include "host/fax_session.h"

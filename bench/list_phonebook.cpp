@@ -1,9 +1,9 @@
 // Listing a large phonebook from its SQLite file into the driver's widget tree, beside SQLite alone.
+#include "base/sqlite/sqlite.h"
 #include "bench/comparison.h"
 #include "bench/phonebooks.h"
 #include "bench/samples.h"
-#include "component/module_state.h"
-#include "driver/core/sqlite.h"
+#include "common/module_state.h"
 #include "phonebook/phonebook_listing.h"
 #include "phonebook/phonebook_state.h"
 

@@ -2,7 +2,7 @@
 #include "bench/phonebooks.h"
 
 #include "bench/comparison.h"
-#include "component/module_state.h"
+#include "common/module_state.h"
 #include "host/record_database.h"
 #include "phonebook/phonebook_listing.h"
 #include "phonebook/phonebook_state.h"

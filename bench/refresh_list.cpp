@@ -1,7 +1,7 @@
 // Showing the job's recipients in their list, beside a host that is handed the same rows directly.
 #include "bench/comparison.h"
 #include "bench/samples.h"
-#include "component/module_state.h"
+#include "common/module_state.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
 

@@ -1,7 +1,7 @@
 # Turns a readable text file into a constant data object of a target.
 #
-#   embed_text(TARGET lanfax_objects SOURCE dialogs.xml SYMBOL dialogDefinitionText
-#              HEADER component/dialog_definition.h SIZE 29520 XML)
+#   embed_text(TARGET component_frame SOURCE dialogs.xml SYMBOL dialogDefinitionText
+#              HEADER component/frame/dialog_definition.h SIZE 29520 XML)
 #
 # SOURCE (relative to the calling file's folder) becomes `const char SYMBOL[SIZE + 1]`, NUL-terminated, as
 # HEADER declares it. The build stops when the text has not exactly SIZE bytes: hosts rely on the sizes.

@@ -26,7 +26,7 @@ install(EXPORT BramblecorLanFaxTargets NAMESPACE BramblecorLanFax::
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/host" DESTINATION "${header_dir}" COMPONENT Development
   FILES_MATCHING PATTERN "*.h")
 foreach(header IN ITEMS fax_job recipient recipient_list)
-  install(FILES "${PROJECT_SOURCE_DIR}/model/${header}.h"
+  install(FILES "${PROJECT_SOURCE_DIR}/component/model/${header}.h"
     DESTINATION "${header_dir}/model" COMPONENT Development)
 endforeach()
 

@@ -25,7 +25,7 @@ option(BRAMBLECOR_PRECOMPILED_HEADERS "Parse the headers of others once for many
 option(BRAMBLECOR_FAST_LINKER "Link with mold, where it is installed" OFF)
 
 # Our own targets link this; it carries the project root as the include folder, so that every
-# include names its folder: "host/calls.h", "model/recipient.h".
+# include names its folder: "host/calls.h", "driver/store/record_store.h".
 add_library(bramblecor_options INTERFACE)
 target_compile_features(bramblecor_options INTERFACE cxx_std_20)
 target_include_directories(bramblecor_options INTERFACE "${PROJECT_SOURCE_DIR}")

@@ -1,7 +1,7 @@
 # Headers of others that many sources include, parsed once for all of them.
 #
 #   precompiled_headers(toolkit LIBRARIES PkgConfig::GTKMM HEADERS <gtkmm.h>)
-#   precompile(quelm_desktop WITH toolkit)
+#   precompile(driver_desktop WITH toolkit)
 #
 # The first names a set of headers, compiled as a target with these libraries would compile them, in addition to the
 # standard library's; with PROGRAMS as the sources of programs are, otherwise as those of libraries. The second lets

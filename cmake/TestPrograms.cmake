@@ -1,8 +1,8 @@
 # Test programs, one for each room, and how ctest knows their tests.
 #
-#   add_room_tests(driver/core SOURCES widget_test.cpp ... LIBRARIES quelm_core SERVER SnmpSessionTest ...)
+#   add_room_tests(driver/device SOURCES snmp_session_test.cpp ... LIBRARIES driver_device SERVER SnmpSessionTest ...)
 #
-# makes the program driver_core_tests. ctest runs each of its suites as one test, driver/core.SUITE, with a label:
+# makes the program driver_device_tests. ctest runs each of its suites as one test, driver/device.SUITE, with a label:
 #
 #   fast     everything that is not said to be something else
 #   server   the suites behind SERVER, which wait for servers on loopback, or for silence

@@ -69,7 +69,7 @@
 #    define INTDIV0_RAISES_SIGFPE 0
 #endif
 
-/* Only the names without prefix leave the library (see component/exports.map). */
+/* Only the names without prefix leave the library (see component/frame/exports.map). */
 #define HAVE_VISIBILITY 1
 #define LIBINTL_DLL_EXPORTED
 

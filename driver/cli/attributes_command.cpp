@@ -1,10 +1,10 @@
 // The command `attributes`: the component's job attributes, byte for byte and write for write.
 #include "driver/cli/commands.h"
 
+#include "base/atomic_file.h"
+#include "base/error.h"
+#include "base/translation.h"
 #include "driver/cli/filled_job.h"
-#include "driver/core/atomic_file.h"
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/pdl_writers.h"
 

@@ -1,9 +1,9 @@
 // The commands and options that CLI11 is told of.
 #include "driver/cli/command_line.h"
 
+#include "base/error.h"
+#include "base/translation.h"
 #include "driver/cli/parser_messages.h"
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
 
 #include <CLI/CLI.hpp>
 

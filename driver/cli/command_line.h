@@ -2,7 +2,7 @@
 #ifndef DRIVER_CLI_COMMAND_LINE_H
 #define DRIVER_CLI_COMMAND_LINE_H
 
-#include "driver/cli/job_options.h"
+#include "driver/cli/job/job_options.h"
 #include "driver/cli/phonebook_options.h"
 #include "driver/core/driver.h"
 

@@ -1,13 +1,13 @@
 // The command `device info`: the directory settings that the device reports, as the component shows them.
 #include "driver/cli/commands.h"
 
+#include "base/error.h"
+#include "base/file_io.h"
+#include "base/held_log.h"
+#include "base/translation.h"
+#include "driver/boundary/device_session.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/core/device_session.h"
 #include "driver/core/driver.h"
-#include "driver/core/error.h"
-#include "driver/core/held_log.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

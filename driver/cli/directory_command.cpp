@@ -1,13 +1,13 @@
 // The command `directory`: searches the device's directory through the component.
 #include "driver/cli/commands.h"
 
-#include "driver/cli/directory_dialog.h"
+#include "base/file_io.h"
+#include "base/held_log.h"
+#include "base/terminal/columns.h"
+#include "base/translation.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/core/columns.h"
+#include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"
-#include "driver/core/held_log.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

@@ -1,10 +1,10 @@
 // Merging command line and configuration file.
 #include "driver/cli/driver_setup.h"
 
-#include "driver/core/clock.h"
-#include "driver/core/configuration.h"
-#include "driver/core/device_address.h"
-#include "driver/core/error.h"
+#include "base/clock.h"
+#include "base/error.h"
+#include "driver/config/configuration.h"
+#include "driver/device/device_address.h"
 
 #include <optional>
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "driver/cli/command_line.h"
 #include "driver/core/driver.h"
-#include "driver/core/fax_session.h"
+#include "driver/plugin/fax_session.h"
 
 namespace quelm {
 

@@ -1,11 +1,11 @@
 // The command `fax`: a document and its fax job as one print stream.
 #include "driver/cli/commands.h"
 
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
 #include "driver/cli/filled_job.h"
-#include "driver/cli/write_document.h"
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/translation.h"
+#include "driver/cli/job/write_document.h"
 
 #include <iostream>
 

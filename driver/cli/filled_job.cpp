@@ -1,9 +1,9 @@
 // From a command line to a filled job.
 #include "driver/cli/filled_job.h"
 
-#include "driver/cli/fill_job.h"
-#include "driver/cli/question_policy.h"
-#include "driver/core/held_log.h"
+#include "base/held_log.h"
+#include "driver/cli/job/fill_job.h"
+#include "driver/cli/job/question_policy.h"
 
 namespace quelm {
 namespace {

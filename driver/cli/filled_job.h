@@ -4,7 +4,7 @@
 
 #include "driver/cli/command_line.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/cli/recipient_input.h"
+#include "driver/cli/job/recipient_input.h"
 #include "driver/core/driver.h"
 
 #include <cstddef>

@@ -1,10 +1,10 @@
 // The program quelm-driver: takes the command line, runs one command, and tells how it ended.
+#include "base/error.h"
+#include "base/file_io.h"
+#include "base/program_end.h"
 #include "driver/cli/command_line.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/desktop_command.h"
-#include "driver/core/error.h"
-#include "driver/core/program_end.h"
-#include "driver/jobs/file_io.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 // Words CLI11's errors anew.
 #include "driver/cli/parser_messages.h"
 
-#include "driver/core/translation.h"
+#include "base/translation.h"
 
 #include <string_view>
 #include <vector>

@@ -1,13 +1,13 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
 #include "driver/cli/commands.h"
 
+#include "base/error.h"
+#include "base/file_io.h"
+#include "base/log.h"
+#include "base/terminal/progress_line.h"
+#include "base/translation.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/core/error.h"
-#include "driver/core/installation.h"
-#include "driver/core/log.h"
-#include "driver/core/progress_line.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/file_io.h"
+#include "driver/config/installation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
 

@@ -1,7 +1,7 @@
 // The actions on phonebooks and their options.
 #include "driver/cli/phonebook_options.h"
 
-#include "driver/core/translation.h"
+#include "base/translation.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,12 +1,12 @@
 // The command `script`: reads it whole, then acts line by line.
 #include "driver/cli/commands.h"
 
+#include "base/error.h"
+#include "base/file_io.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/cli/script_runner.h"
-#include "driver/core/error.h"
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/file_io.h"
+#include "driver/cli/script/script_runner.h"
 
 #include <unistd.h>
 

@@ -2,8 +2,8 @@
 #ifndef DRIVER_CORE_CALLBACKS_H
 #define DRIVER_CORE_CALLBACKS_H
 
-#include "driver/core/component_library.h"
-#include "driver/core/host_state.h"
+#include "driver/boundary/host_state.h"
+#include "driver/plugin/component_library.h"
 
 #include <functional>
 #include <string>

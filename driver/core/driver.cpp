@@ -1,18 +1,18 @@
 // Starts a driver and hands its actions and queries on to its parts.
 #include "driver/core/driver.h"
 
+#include "base/clock.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/boundary/host_state.h"
+#include "driver/boundary/record_database.h"
+#include "driver/config/installation.h"
 #include "driver/core/callbacks.h"
-#include "driver/core/clock.h"
-#include "driver/core/component_fax_session.h"
-#include "driver/core/component_library.h"
-#include "driver/core/error.h"
-#include "driver/core/host_state.h"
-#include "driver/core/installation.h"
-#include "driver/core/log.h"
-#include "driver/core/record_database.h"
-#include "driver/core/translation.h"
 #include "driver/core/user_actions.h"
-#include "driver/core/widget_view.h"
+#include "driver/plugin/component_fax_session.h"
+#include "driver/plugin/component_library.h"
+#include "driver/widgets/widget_view.h"
 
 namespace quelm {
 

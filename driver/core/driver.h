@@ -2,9 +2,9 @@
 #ifndef DRIVER_CORE_DRIVER_H
 #define DRIVER_CORE_DRIVER_H
 
-#include "driver/core/device_settings.h"
-#include "driver/core/directory_settings.h"
-#include "driver/core/fax_session.h"
+#include "driver/device/device_settings.h"
+#include "driver/directory/directory_settings.h"
+#include "driver/plugin/fax_session.h"
 
 #include <cstddef>
 #include <memory>

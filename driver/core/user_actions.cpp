@@ -1,9 +1,9 @@
 // Checks and carries out user actions.
 #include "driver/core/user_actions.h"
 
-#include "driver/core/error.h"
-#include "driver/core/gtk_handle.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/boundary/gtk_handle.h"
 
 #include <algorithm>
 #include <string>

@@ -2,8 +2,8 @@
 #ifndef DRIVER_CORE_USER_ACTIONS_H
 #define DRIVER_CORE_USER_ACTIONS_H
 
+#include "driver/boundary/host_state.h"
 #include "driver/core/callbacks.h"
-#include "driver/core/host_state.h"
 
 #include <string>
 #include <string_view>

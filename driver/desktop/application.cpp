@@ -1,16 +1,16 @@
 // Brings driver, windows and main loop together.
 #include "driver/desktop/application.h"
 
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/config/installation.h"
 #include "driver/core/callbacks.h"
-#include "driver/core/error.h"
-#include "driver/core/installation.h"
-#include "driver/core/log.h"
-#include "driver/core/translation.h"
-#include "driver/desktop/accessible.h"
-#include "driver/desktop/dialog_windows.h"
-#include "driver/desktop/main_window.h"
-#include "driver/desktop/shown_text.h"
-#include "driver/desktop/style.h"
+#include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/desktop/main_window/main_window.h"
+#include "driver/desktop/toolkit/accessible.h"
+#include "driver/desktop/toolkit/shown_text.h"
+#include "driver/desktop/toolkit/style.h"
 
 #include <glibmm/markup.h>
 #include <gtkmm/application.h>

@@ -3,7 +3,7 @@
 #define DRIVER_DESKTOP_APPLICATION_H
 
 #include "driver/core/driver.h"
-#include "driver/core/fax_session.h"
+#include "driver/plugin/fax_session.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 // The program quelm-desktop: takes the command line and opens the desktop.
+#include "base/error.h"
+#include "base/file_io.h"
+#include "base/program_end.h"
 #include "driver/cli/command_line.h"
 #include "driver/cli/driver_setup.h"
-#include "driver/core/error.h"
-#include "driver/core/program_end.h"
 #include "driver/desktop/application.h"
-#include "driver/jobs/file_io.h"
 
 #include <fcntl.h>
 #include <unistd.h>

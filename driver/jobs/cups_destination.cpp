@@ -1,9 +1,9 @@
 // Creates a job in a queue, sends its document, and takes the job back when that fails.
 #include "driver/jobs/cups_destination.h"
 
-#include "driver/core/error.h"
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 #include "driver/jobs/cups_server.h"
 #include "driver/jobs/print_queues.h"
 

@@ -1,12 +1,12 @@
 // Asks a CUPS print server, within bounds of time and without a prompt.
 #include "driver/jobs/cups_server.h"
 
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/network_address.h"
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/cancellable_call.h"
+#include "base/cancellable_call.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/net/network_address.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 
 #include <sys/socket.h>
 

@@ -1,11 +1,11 @@
 // Writes a fax job: attribute lines, cover page and document as one print stream.
 #include "driver/jobs/job_writer.h"
 
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/documents/print_wrapping.h"
 #include "driver/jobs/job_texts.h"
 #include "driver/jobs/pdl_writers.h"
-#include "driver/jobs/print_wrapping.h"
 
 #include <array>
 #include <cstdint>

@@ -2,11 +2,11 @@
 #ifndef DRIVER_JOBS_JOB_WRITER_H
 #define DRIVER_JOBS_JOB_WRITER_H
 
-#include "driver/core/fax_session.h"
-#include "driver/jobs/document.h"
-#include "driver/jobs/document_copy.h"
+#include "driver/documents/document.h"
+#include "driver/documents/document_copy.h"
+#include "driver/documents/sink.h"
 #include "driver/jobs/pdl_writers.h"
-#include "driver/jobs/sink.h"
+#include "driver/plugin/fax_session.h"
 
 #include <ctime>
 #include <string>

@@ -1,9 +1,9 @@
 // Where a finished fax job goes.
 #include "driver/jobs/output.h"
 
-#include "driver/core/atomic_file.h"
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
+#include "base/atomic_file.h"
+#include "base/error.h"
+#include "base/translation.h"
 
 #include <fcntl.h>
 #include <poll.h>

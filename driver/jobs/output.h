@@ -2,9 +2,9 @@
 #ifndef DRIVER_JOBS_OUTPUT_H
 #define DRIVER_JOBS_OUTPUT_H
 
-#include "driver/jobs/document.h"
-#include "driver/jobs/file_io.h"
-#include "driver/jobs/sink.h"
+#include "base/file_io.h"
+#include "driver/documents/document.h"
+#include "driver/documents/sink.h"
 #include "driver/jobs/transfer.h"
 
 #include <chrono>

@@ -1,8 +1,8 @@
 // The print-stream writers that the component writes a fax job through.
 #include "driver/jobs/pdl_writers.h"
 
-#include "driver/core/error.h"
-#include "driver/jobs/file_io.h"
+#include "base/error.h"
+#include "base/file_io.h"
 
 #include <utility>
 

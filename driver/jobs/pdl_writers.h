@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_PDL_WRITERS_H
 #define DRIVER_JOBS_PDL_WRITERS_H
 
-#include "driver/jobs/sink.h"
+#include "driver/documents/sink.h"
 #include "host/print_stream.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Lists the queues of a print server.
 #include "driver/jobs/print_queues.h"
 
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/translation.h"
 #include "driver/jobs/cups_server.h"
 
 #include <array>

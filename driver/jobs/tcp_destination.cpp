@@ -1,10 +1,10 @@
 // Sends a job over a TCP connection, and watches how the device takes it.
 #include "driver/jobs/tcp_destination.h"
 
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
-#include "driver/jobs/host_lookup.h"
-#include "driver/jobs/tcp_connection.h"
+#include "base/error.h"
+#include "base/net/host_lookup.h"
+#include "base/net/tcp_connection.h"
+#include "base/translation.h"
 
 #include <linux/sockios.h>
 #include <poll.h>

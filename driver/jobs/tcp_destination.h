@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_TCP_DESTINATION_H
 #define DRIVER_JOBS_TCP_DESTINATION_H
 
-#include "driver/core/network_address.h"
+#include "base/net/network_address.h"
 #include "driver/jobs/output.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
 // What a front end and a job on its way over a wire tell each other.
 #include "driver/jobs/transfer.h"
 
-#include "driver/core/translation.h"
+#include "base/translation.h"
 
 namespace quelm {
 

@@ -2,7 +2,7 @@
 #ifndef DRIVER_JOBS_TRANSFER_H
 #define DRIVER_JOBS_TRANSFER_H
 
-#include "driver/jobs/document_copy.h"
+#include "driver/documents/document_copy.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,10 +1,10 @@
 // Carries out actions on a phonebook.
 #include "driver/phonebook/actions.h"
 
-#include "driver/core/atomic_file.h"
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/translation.h"
+#include "base/atomic_file.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/listing.h"
 

@@ -1,6 +1,6 @@
 // Entries and groups in CSV files.
-#include "driver/core/error.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/csv_rows.h"
 

@@ -1,9 +1,9 @@
 // libcsv takes the rows apart; this file keeps the line numbers.
 #include "driver/phonebook/csv_rows.h"
 
-#include "driver/core/error.h"
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 
 #include <csv.h>
 

@@ -1,9 +1,9 @@
 // Checks entries and groups by the rules of the component's dialogs.
 #include "driver/phonebook/entry.h"
 
-#include "driver/core/text_checks.h"
-#include "driver/core/texts.h"
-#include "driver/core/translation.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
+#include "driver/boundary/texts.h"
 #include "driver/phonebook/record_codec.h"
 
 #include <glib.h>

@@ -1,12 +1,12 @@
 // The program fennodial, which the fax dialog starts to open a phonebook.
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/program_end.h"
-#include "driver/core/terminal_emulator.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/program_end.h"
+#include "base/terminal/terminal_emulator.h"
+#include "base/terminal/terminal_window.h"
+#include "base/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/menu.h"
-#include "driver/phonebook/terminal_window.h"
 
 #include <unistd.h>
 

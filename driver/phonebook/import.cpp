@@ -1,11 +1,11 @@
 // Reads, checks and saves what a file of contacts holds.
 #include "driver/phonebook/import.h"
 
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
-#include "driver/phonebook/interruption.h"
+#include "base/error.h"
+#include "base/interruption.h"
+#include "base/log.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 
 #include <algorithm>
 #include <unordered_map>

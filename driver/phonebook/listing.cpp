@@ -1,9 +1,9 @@
 // Lists, shows and finds the items of a phonebook.
 #include "driver/phonebook/listing.h"
 
-#include "driver/core/columns.h"
-#include "driver/core/log.h"
-#include "driver/core/translation.h"
+#include "base/log.h"
+#include "base/terminal/columns.h"
+#include "base/translation.h"
 
 #include <algorithm>
 #include <unordered_set>

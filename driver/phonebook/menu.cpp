@@ -1,11 +1,11 @@
 // Reads the user's commands and carries them out.
 #include "driver/phonebook/menu.h"
 
-#include "driver/core/error.h"
-#include "driver/core/log.h"
-#include "driver/core/progress_line.h"
-#include "driver/core/translation.h"
-#include "driver/core/yes_no.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/terminal/progress_line.h"
+#include "base/terminal/yes_no.h"
+#include "base/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"

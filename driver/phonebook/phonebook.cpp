@@ -1,9 +1,9 @@
 // Opens, reads and changes a phonebook.
 #include "driver/phonebook/phonebook.h"
 
-#include "driver/core/error.h"
-#include "driver/core/files.h"
-#include "driver/core/translation.h"
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/boundary/files.h"
 
 #include <utility>
 

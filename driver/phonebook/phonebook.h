@@ -2,9 +2,9 @@
 #ifndef DRIVER_PHONEBOOK_PHONEBOOK_H
 #define DRIVER_PHONEBOOK_PHONEBOOK_H
 
-#include "driver/core/record_store.h"
 #include "driver/phonebook/entry.h"
 #include "driver/phonebook/record_codec.h"
+#include "driver/store/record_store.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 // Reads and writes the tagged text of phonebook records.
 #include "driver/phonebook/record_codec.h"
 
-#include "driver/core/translation.h"
+#include "base/translation.h"
 
 #include <cstddef>
 #include <map>

@@ -2,8 +2,8 @@
 #ifndef DRIVER_PHONEBOOK_RECORD_CODEC_H
 #define DRIVER_PHONEBOOK_RECORD_CODEC_H
 
-#include "driver/core/record_store.h"
 #include "driver/phonebook/entry.h"
+#include "driver/store/record_store.h"
 
 #include <string>
 #include <string_view>

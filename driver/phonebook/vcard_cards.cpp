@@ -2,8 +2,8 @@
 // says nothing about what it cannot read.
 #include "driver/phonebook/vcard_cards.h"
 
-#include "driver/core/text_checks.h"
-#include "driver/core/translation.h"
+#include "base/text_checks.h"
+#include "base/translation.h"
 
 #include <glib.h>
 

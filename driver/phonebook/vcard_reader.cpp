@@ -1,5 +1,5 @@
 // From cards to entries and groups.
-#include "driver/core/translation.h"
+#include "base/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/vcard_card.h"
 #include "driver/phonebook/vcard_cards.h"

@@ -16,7 +16,8 @@ struct Mirrors {
 };
 
 /// Looks for the test of every source (.cpp) of the checked folders below `root`: that of model/recipient.cpp
-/// is tests/model/recipient_test.cpp. A source without one stands in a row of the table in docs/building.md:
+/// is tests/component/model/recipient_test.cpp. A source without one stands in a row of the table in
+/// docs/building.md:
 ///
 ///     | `driver/cli/main.cpp`, ... | `tests/journeys/usage_test.cpp`, ... |
 ///

@@ -31,24 +31,23 @@ protected:
 
 TEST_F(MirrorsTest, ATestBesideItsSourcesMirrorIsEnough)
 {
-    write("driver/core/clock.cpp", "");
-    write("tests/driver/core/clock_test.cpp", "");
+    write("base/clock.cpp", "");
+    write("tests/base/clock_test.cpp", "");
     EXPECT_THAT(violations(), IsEmpty());
     EXPECT_EQ(layers::checkMirrors(root()).mirrored, 1);
 }
 
 TEST_F(MirrorsTest, ASourceWithoutATestIsReported)
 {
-    write("driver/core/clock.cpp", "");
+    write("base/clock.cpp", "");
     write("tests/driver/cli/clock_test.cpp", "");
-    EXPECT_THAT(violations(),
-                ElementsAre("driver/core/clock.cpp has no test: write tests/driver/core/clock_test.cpp, "
-                            "or name in docs/building.md the journey that runs it"));
+    EXPECT_THAT(violations(), ElementsAre("base/clock.cpp has no test: write tests/base/clock_test.cpp, "
+                                          "or name in docs/building.md the journey that runs it"));
 }
 
 TEST_F(MirrorsTest, AHeaderNeedsNone)
 {
-    write("driver/core/clock.h", "");
+    write("base/clock.h", "");
     EXPECT_THAT(violations(), IsEmpty());
 }
 

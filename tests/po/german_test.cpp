@@ -1,7 +1,7 @@
 // Counts and answers in German, through the code that words them.
-#include "driver/core/texts.h"
-#include "driver/core/translation.h"
-#include "driver/core/yes_no.h"
+#include "base/terminal/yes_no.h"
+#include "base/translation.h"
+#include "driver/boundary/texts.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"
 #include "tests/support/build_paths.h"

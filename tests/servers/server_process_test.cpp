@@ -1,7 +1,7 @@
 // Servers that tests start end with the tests, and say what went wrong.
 #include "tests/servers/server_process.h"
 
-#include "tests/driver/core/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #ifndef TESTS_SERVERS_SLAPD_SERVER_H
 #define TESTS_SERVERS_SLAPD_SERVER_H
 
-#include "tests/driver/core/temporary_folder.h"
 #include "tests/servers/certificates.h"
 #include "tests/servers/server_process.h"
+#include "tests/support/temporary_folder.h"
 
 #include <memory>
 #include <optional>

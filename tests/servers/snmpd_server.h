@@ -2,8 +2,8 @@
 #ifndef TESTS_SERVERS_SNMPD_SERVER_H
 #define TESTS_SERVERS_SNMPD_SERVER_H
 
-#include "tests/driver/core/temporary_folder.h"
 #include "tests/servers/server_process.h"
+#include "tests/support/temporary_folder.h"
 
 #include <memory>
 #include <string>

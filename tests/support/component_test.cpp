@@ -1,10 +1,10 @@
 // Loads, starts and unloads the component for a test.
 #include "tests/support/component_test.h"
 
-#include "component/module_state.h"
-#include "component/startup.h"
+#include "common/module_state.h"
 #include "directory/device_directory.h"
 #include "directory/search.h"
+#include "frame/startup.h"
 #include "host/directory_client.h"
 #include "host/record_database.h"
 #include "model/list_refresh.h"

@@ -6,16 +6,16 @@ export XDG_CACHE_HOME="$work/cache"
 
 # A project in a folder of its own, with a build that compiles its sources: project FOLDER.
 project() {
-    mkdir -p "$1/tools" "$1/model" "$1/build/any"
+    mkdir -p "$1/tools" "$1/base" "$1/build/any"
     cp -R "$root/tools/tidy" "$root/tools/tidy_scope" "$1/tools"
     cp "$root/.clang-tidy" "$root/.clang-format" "$1"
-    printf '#include "model/number.h"\n#include <string>\nint twice(int x) { return number(x) * 2; }\n' >"$1/model/twice.cpp"
-    printf 'inline int number(int x) { return x; }\n' >"$1/model/number.h"
-    printf 'int once(int x) { return x; }\n' >"$1/model/once.cpp"
+    printf '#include "base/number.h"\n#include <string>\nint twice(int x) { return number(x) * 2; }\n' >"$1/base/twice.cpp"
+    printf 'inline int number(int x) { return x; }\n' >"$1/base/number.h"
+    printf 'int once(int x) { return x; }\n' >"$1/base/once.cpp"
     local separator='[' source
     for source in twice once; do
         printf '%s{"directory": "%s", "file": "%s", "command": "clang++ -I%s -std=c++20 -o x.o -c %s"}' \
-            "$separator" "$1/build/any" "$1/model/$source.cpp" "$1" "$1/model/$source.cpp"
+            "$separator" "$1/build/any" "$1/base/$source.cpp" "$1" "$1/base/$source.cpp"
         separator=','
     done >"$1/build/any/compile_commands.json"
     echo ']' >>"$1/build/any/compile_commands.json"
@@ -37,29 +37,29 @@ tidy "$work/other"
 expect_output "tidy: 2 sources, 2 of them unchanged, findings in 0"
 
 # Findings in a source and in a header of ours; they stay, and what is beside them is not looked at again.
-printf '#include "model/number.h"\n#include <string>\nint* twice(int x) { return number(x) ? new int(x) : 0; }\n' >"$one/model/twice.cpp"
+printf '#include "base/number.h"\n#include <string>\nint* twice(int x) { return number(x) ? new int(x) : 0; }\n' >"$one/base/twice.cpp"
 for _ in first second; do
     tidy "$one"
     expect_status 1
-    expect_text "model/twice.cpp:3:"
+    expect_text "base/twice.cpp:3:"
     expect_text "modernize-use-nullptr"
     expect_text "tidy: 2 sources, 1 of them unchanged, findings in 1"
 done
-printf '#include "model/number.h"\n#include <string>\nint twice(int x) { return number(x) * 2; }\n' >"$one/model/twice.cpp"
+printf '#include "base/number.h"\n#include <string>\nint twice(int x) { return number(x) * 2; }\n' >"$one/base/twice.cpp"
 tidy "$one"
 expect_output "tidy: 2 sources, 2 of them unchanged, findings in 0"
-printf 'struct Base { virtual int n() = 0; };\nstruct One : Base { virtual int n(); };\ninline int number(int x) { return x; }\n' >"$one/model/number.h"
+printf 'struct Base { virtual int n() = 0; };\nstruct One : Base { virtual int n(); };\ninline int number(int x) { return x; }\n' >"$one/base/number.h"
 tidy "$one"
 expect_status 1
-expect_text "model/number.h:2:"
+expect_text "base/number.h:2:"
 expect_text "modernize-use-override"
 
 # The analyzer looks, too; and a source that the compiler refuses is no clean one.
-printf 'int twice(int x) { int* none = nullptr; if (x > 2) { none = &x; } return *none; }\n' >"$one/model/twice.cpp"
+printf 'int twice(int x) { int* none = nullptr; if (x > 2) { none = &x; } return *none; }\n' >"$one/base/twice.cpp"
 tidy "$one" twice
 expect_status 1
 expect_text "clang-analyzer-core.NullDereference"
-printf 'int twice(int x) { return nothing; }\n' >"$one/model/twice.cpp"
+printf 'int twice(int x) { return nothing; }\n' >"$one/base/twice.cpp"
 tidy "$one" twice
 expect_status 1
 expect_text "undeclared identifier"

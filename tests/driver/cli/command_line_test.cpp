@@ -1,7 +1,7 @@
 // What the command line's options become.
 #include "driver/cli/command_line.h"
 
-#include "tests/driver/core/failure_line.h"
+#include "tests/support/failure_line.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

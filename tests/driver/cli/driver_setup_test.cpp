@@ -1,7 +1,7 @@
 // The command line over the configuration file.
 #include "driver/cli/driver_setup.h"
 
-#include "tests/driver/core/failure_line.h"
+#include "tests/support/failure_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The command `phonebook` as it is parsed.
+#include "base/error.h"
 #include "driver/cli/command_line.h"
-#include "driver/core/error.h"
-#include "tests/driver/core/failure_line.h"
+#include "tests/support/failure_line.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

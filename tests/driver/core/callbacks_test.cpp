@@ -1,9 +1,9 @@
 // Looking callbacks up: the component's, the driver's own, and names that nobody provides.
 #include "driver/core/callbacks.h"
 
-#include "tests/driver/core/log_capture.h"
-#include "tests/driver/core/plugin_paths.h"
-#include "tests/driver/core/temporary_folder.h"
+#include "tests/support/log_capture.h"
+#include "tests/support/plugin_paths.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 

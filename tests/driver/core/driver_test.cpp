@@ -1,10 +1,10 @@
 // Starting a driver, what it shows, and what it keeps.
 #include "driver/core/driver.h"
 
-#include "driver/core/component_library.h"
-#include "driver/core/host_state.h"
-#include "tests/driver/core/driver_fixture.h"
-#include "tests/driver/core/log_capture.h"
+#include "driver/boundary/host_state.h"
+#include "driver/plugin/component_library.h"
+#include "tests/support/driver_fixture.h"
+#include "tests/support/log_capture.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The fax component itself in a driver without a screen.
-#include "driver/core/component_library.h"
-#include "driver/core/widget_tree.h"
-#include "tests/driver/core/driver_fixture.h"
-#include "tests/driver/core/log_capture.h"
+#include "driver/plugin/component_library.h"
+#include "driver/widgets/widget_tree.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/driver_fixture.h"
+#include "tests/support/log_capture.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The fax component in a driver that is connected to a device.
-#include "driver/core/device_session.h"
+#include "driver/boundary/device_session.h"
 #include "host/device_session.h"
-#include "tests/driver/core/driver_fixture.h"
-#include "tests/driver/core/log_capture.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/driver_fixture.h"
+#include "tests/support/log_capture.h"
 
 #include <chrono>
 

@@ -1,9 +1,9 @@
 // What a user can do, what it fires, and what is refused with which words.
 #include "driver/core/user_actions.h"
 
-#include "driver/core/widget_tree.h"
-#include "tests/driver/core/driver_fixture.h"
-#include "tests/driver/core/log_capture.h"
+#include "driver/widgets/widget_tree.h"
+#include "tests/support/driver_fixture.h"
+#include "tests/support/log_capture.h"
 
 #include <algorithm>
 #include <iterator>

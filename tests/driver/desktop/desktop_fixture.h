@@ -2,12 +2,12 @@
 #ifndef TESTS_DRIVER_DESKTOP_DESKTOP_FIXTURE_H
 #define TESTS_DRIVER_DESKTOP_DESKTOP_FIXTURE_H
 
-#include "driver/core/widget_tree.h"
-#include "driver/desktop/dialog_windows.h"
-#include "tests/driver/core/driver_fixture.h"
+#include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/widgets/widget_tree.h"
 #include "tests/driver/desktop/main_loop.h"
 #include "tests/driver/desktop/toolkit.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/driver_fixture.h"
 
 #include <atkmm/object.h>
 #include <gtkmm/button.h>

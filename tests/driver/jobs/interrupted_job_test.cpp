@@ -1,5 +1,5 @@
 // Jobs that end half-way: what was there before is there afterwards, and nothing else.
-#include "driver/core/error.h"
+#include "base/error.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/output.h"
 #include "tests/driver/jobs/job_support.h"

@@ -1,8 +1,8 @@
 // What the tests of the print path share: a folder of their own, a fax session to write, and Ghostscript.
 #include "tests/driver/jobs/job_support.h"
 
-#include "driver/core/error.h"
-#include "driver/core/process.h"
+#include "base/error.h"
+#include "base/process.h"
 
 #include <algorithm>
 #include <cstdlib>

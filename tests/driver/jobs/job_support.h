@@ -2,10 +2,10 @@
 #ifndef TESTS_DRIVER_JOBS_JOB_SUPPORT_H
 #define TESTS_DRIVER_JOBS_JOB_SUPPORT_H
 
-#include "driver/core/fax_session.h"
-#include "driver/jobs/document.h"
+#include "driver/documents/document.h"
+#include "driver/documents/sink.h"
 #include "driver/jobs/job_writer.h"
-#include "driver/jobs/sink.h"
+#include "driver/plugin/fax_session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Tests of the writers that the component writes a fax job through.
 #include "driver/jobs/pdl_writers.h"
 
-#include "driver/jobs/file_io.h"
+#include "base/file_io.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <fcntl.h>

@@ -4,8 +4,8 @@
 
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/phonebook.h"
-#include "tests/driver/core/failure_line.h"
-#include "tests/driver/core/temporary_folder.h"
+#include "tests/support/failure_line.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

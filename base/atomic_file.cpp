@@ -1,0 +1,368 @@
+// Temporary files that take their target's place when they are complete.
+#include "base/atomic_file.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "base/error.h"
+#include "base/translation.h"
+
+namespace quelm {
+
+namespace {
+
+/// A temporary file that a signal must remove. Entries are reused and never freed, so that a
+/// signal handler can walk the list at any moment.
+struct Unfinished {
+    std::atomic<bool> taken{false};
+    std::atomic<bool> active{false};
+    int folder = -1;
+    std::array<char, 48> name{};
+    Unfinished* next = nullptr;
+};
+
+std::atomic<Unfinished*> unfinishedFiles{nullptr};
+static_assert(std::atomic<Unfinished*>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+
+Unfinished& takeEntry()
+{
+    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next) {
+        if (!entry->taken.exchange(true))
+            return *entry;
+    }
+    auto entry = std::make_unique<Unfinished>();
+    entry->taken = true;
+    entry->next = unfinishedFiles;
+    while (!unfinishedFiles.compare_exchange_weak(entry->next, entry.get())) {
+    }
+    return *entry.release();
+}
+
+extern "C" void removeUnfinishedAndEnd(int signal)
+{
+    removeUnfinishedFiles();
+    // End the program the way the signal does.
+    std::signal(signal, SIG_DFL);
+    raise(signal);
+}
+
+/// Handlers that the program installed itself, and signals that it ignores, stay as they are.
+void handleSignals()
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction present {};
+        if (sigaction(signal, nullptr, &present) != 0 || (present.sa_flags & SA_SIGINFO) != 0 ||
+            present.sa_handler != SIG_DFL)
+            continue;
+        struct sigaction action {};
+        action.sa_handler = removeUnfinishedAndEnd;
+        sigemptyset(&action.sa_mask);
+        sigaction(signal, &action, nullptr);
+    }
+    struct sigaction present {};
+    if (sigaction(SIGXFSZ, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)
+        std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::string reasonText(int error)
+{
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+        return localized("the disk is full; make room and try again");
+    case EFBIG:
+        return localized("the file would exceed the size limit; raise the limit or write a smaller file");
+    case EACCES:
+    case EPERM:
+        return localized("permission denied; choose a place where you may write");
+    case EROFS:
+        return localized("the file system is read-only; choose another place");
+    case ENAMETOOLONG:
+        return localized("the name is too long; choose a shorter one");
+    case ELOOP:
+        return localized("its symbolic links lead nowhere; choose another name");
+    default:
+        return std::strerror(error);
+    }
+}
+
+std::string folderOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+/// The file that is to be replaced: where `path` leads when it is a symbolic link.
+std::string followLinks(const std::string& path)
+{
+    std::string target = path;
+    constexpr int mostLinks = 40;
+    for (int links = 0; links < mostLinks; ++links) {
+        std::array<char, PATH_MAX> buffer{};
+        const ssize_t length = readlink(target.c_str(), buffer.data(), buffer.size());
+        if (length < 0)
+            return target;
+        const std::string link(buffer.data(), static_cast<std::size_t>(length));
+        target = link.empty() || link.front() == '/' ? link : folderOf(target) + "/" + link;
+    }
+    errno = ELOOP;
+    return "";
+}
+
+std::string randomName()
+{
+    std::array<unsigned char, 8> bytes{};
+    if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
+        static std::atomic<unsigned> counter{0};
+        const unsigned long long mixed = (static_cast<unsigned long long>(getpid()) << 32U) + ++counter;
+        std::memcpy(bytes.data(), &mixed, bytes.size());
+    }
+    std::string name = ".quelm-";
+    for (const unsigned char byte : bytes) {
+        constexpr const char* digits = "0123456789abcdef";
+        name += digits[byte >> 4U];
+        name += digits[byte & 15U];
+    }
+    return name + ".tmp";
+}
+
+} // namespace
+
+struct AtomicFile::State {
+    std::string path; ///< as given
+    std::string name; ///< of the target in `folder`
+    int folder = -1;  ///< the target's folder; -1 when the target is written directly
+    std::string folderPath;
+    int file = -1;
+    Unfinished* entry = nullptr; ///< the temporary file, while there is one
+    std::vector<char> buffer;
+
+    ~State()
+    {
+        if (file >= 0)
+            close(file);
+        if (entry != nullptr) {
+            unlinkat(folder, entry->name.data(), 0);
+            releaseEntry();
+        }
+        if (folder >= 0)
+            close(folder);
+    }
+
+    void releaseEntry()
+    {
+        entry->active = false;
+        entry->taken = false;
+        entry = nullptr;
+    }
+
+    [[noreturn]] void fail(const std::string& reason) const
+    {
+        throw Error(localized("\"%s\" cannot be written: %s", path, reason));
+    }
+
+    /// For an `error` met while reaching or opening the target.
+    [[noreturn]] void failOpening(int error) const
+    {
+        if (error == ENOENT)
+            fail(
+                localized("the folder \"%s\" does not exist; create it or choose another place", folderPath));
+        if (error == ENOTDIR)
+            fail(localized("\"%s\" is no folder; choose another place", folderPath));
+        fail(reasonText(error));
+    }
+
+    void openDirectly()
+    {
+        file = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+        if (file < 0)
+            fail(reasonText(errno));
+    }
+
+    /// `present` describes the file that is to be replaced, or is null.
+    void openTemporary(const struct stat* present)
+    {
+        folder = open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        if (folder < 0)
+            failOpening(errno);
+        const std::string temporary = randomName();
+        entry = &takeEntry();
+        entry->folder = folder;
+        temporary.copy(entry->name.data(), entry->name.size() - 1);
+        entry->name[temporary.size()] = '\0';
+        entry->active = true; // before the file exists: a signal may come at any moment
+        constexpr mode_t readAndWrite = 0666;
+        file = openat(folder, temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite);
+        if (file < 0) {
+            const int error = errno;
+            releaseEntry();
+            failOpening(error);
+        }
+        if (present != nullptr) {
+            // Only root can keep the owner; the permissions follow, because chown clears some.
+            if (fchown(file, present->st_uid, present->st_gid) != 0)
+                (void)fchown(file, static_cast<uid_t>(-1), present->st_gid);
+            constexpr mode_t permissionBits = 07777;
+            (void)fchmod(file, present->st_mode & permissionBits);
+        }
+    }
+
+    void writeOut(const char* bytes, std::size_t size) const
+    {
+        while (size > 0) {
+            const ssize_t written = ::write(file, bytes, size);
+            if (written < 0) {
+                if (errno == EINTR)
+                    continue;
+                fail(reasonText(errno));
+            }
+            bytes += written;
+            size -= static_cast<std::size_t>(written);
+        }
+    }
+
+    void flush()
+    {
+        writeOut(buffer.data(), buffer.size());
+        buffer.clear();
+    }
+
+    void finishWriting()
+    {
+        flush();
+        // A device or a fifo cannot be synchronised, and need not be.
+        if (fsync(file) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+            fail(reasonText(errno));
+        const int descriptor = file;
+        file = -1;
+        if (close(descriptor) != 0 && errno != EINTR)
+            fail(reasonText(errno));
+    }
+
+    /// Makes the new name durable. A folder that may not be read cannot be synchronised; the
+    /// file is complete all the same.
+    void syncFolder() const
+    {
+        const int readable = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (readable < 0)
+            return;
+        fsync(readable);
+        close(readable);
+    }
+
+    /// Publishes the temporary file under a name that must not exist. False when it does.
+    bool publishNew()
+    {
+        if (linkat(folder, entry->name.data(), folder, name.c_str(), 0) == 0) {
+            unlinkat(folder, entry->name.data(), 0);
+            return true;
+        }
+        if (errno == EEXIST)
+            return false;
+        // File systems without hard links.
+        if (renameat2(folder, entry->name.data(), folder, name.c_str(), RENAME_NOREPLACE) == 0)
+            return true;
+        if (errno == EEXIST)
+            return false;
+        fail(reasonText(errno));
+    }
+};
+
+AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>())
+{
+    handleSignals();
+    state->path = path;
+    if (path.empty())
+        state->fail(localized("the file name is empty; name a file"));
+    const std::string target = followLinks(path);
+    if (target.empty())
+        state->fail(reasonText(errno));
+    state->folderPath = folderOf(target);
+    state->name = target.substr(target.rfind('/') + 1);
+    struct stat present {};
+    const bool exists = stat(target.c_str(), &present) == 0;
+    if ((exists && S_ISDIR(present.st_mode)) || state->name.empty())
+        state->fail(localized("that is a folder; name a file"));
+    if (exists && !S_ISREG(present.st_mode)) {
+        state->openDirectly();
+        return;
+    }
+    if (!exists && errno != ENOENT)
+        state->failOpening(errno);
+    if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
+        state->fail(reasonText(errno));
+    state->openTemporary(exists ? &present : nullptr);
+}
+
+AtomicFile::~AtomicFile() = default;
+
+void AtomicFile::write(std::string_view bytes)
+{
+    constexpr std::size_t mostBuffered = std::size_t{1} << 16U;
+    if (state->file < 0)
+        state->fail(localized("it was committed already"));
+    if (state->buffer.size() + bytes.size() > mostBuffered)
+        state->flush();
+    if (bytes.size() > mostBuffered)
+        state->writeOut(bytes.data(), bytes.size());
+    else
+        state->buffer.insert(state->buffer.end(), bytes.begin(), bytes.end());
+}
+
+int AtomicFile::descriptor()
+{
+    state->flush();
+    return state->file;
+}
+
+void AtomicFile::commit()
+{
+    state->finishWriting();
+    if (state->folder < 0)
+        return;
+    if (renameat(state->folder, state->entry->name.data(), state->folder, state->name.c_str()) != 0)
+        state->fail(reasonText(errno));
+    state->releaseEntry();
+    state->syncFolder();
+}
+
+bool AtomicFile::commitNew()
+{
+    if (state->folder < 0)
+        return false;
+    state->finishWriting();
+    if (!state->publishNew())
+        return false;
+    state->releaseEntry();
+    state->syncFolder();
+    return true;
+}
+
+const std::string& AtomicFile::path() const { return state->path; }
+
+void removeUnfinishedFiles() noexcept
+{
+    const int error = errno;
+    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next) {
+        if (entry->active)
+            unlinkat(entry->folder, entry->name.data(), 0);
+    }
+    errno = error;
+}
+
+} // namespace quelm

@@ -1,0 +1,59 @@
+// Writes files that appear whole or not at all.
+#ifndef BASE_ATOMIC_FILE_H
+#define BASE_ATOMIC_FILE_H
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// One file being written. What is written goes to a hidden temporary file in the target's
+/// folder; `commit` puts it in the target's place in one step. Until then, and when anything
+/// fails, the target is what it was before; the temporary file is removed when the object is
+/// destroyed and when SIGINT, SIGTERM or SIGHUP ends the program.
+///
+/// A target that is a device, a fifo or a socket-like node (/dev/null) has no content to protect
+/// and is written directly. A symbolic link stays one: the file that it names is replaced. A new
+/// file gets the permissions that the umask leaves; a replaced one keeps those it had.
+///
+/// Every failure is a quelm::Error that names the target and the reason. The process ignores SIGXFSZ from
+/// then on, so that a size limit is reported like a full disk.
+class AtomicFile {
+public:
+    /// Starts a file at `path`, whose folder exists.
+    explicit AtomicFile(const std::string& path);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Appends bytes. They are buffered.
+    void write(std::string_view bytes);
+
+    /// Hands out the file to write to with system calls or to give to another program, behind
+    /// what was written so far. The object keeps owning it.
+    int descriptor();
+
+    /// Writes everything durably and puts the file in its place. Called once, last.
+    void commit();
+
+    /// Like `commit`, but never replaces: false, and nothing changed, when something of that
+    /// name exists by now.
+    bool commitNew();
+
+    /// The target as it was given.
+    const std::string& path() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state;
+};
+
+/// Removes the temporary files of all AtomicFiles that are being written. Safe to call in a
+/// signal handler: for programs that handle SIGINT, SIGTERM or SIGHUP themselves, where AtomicFile
+/// leaves their handler in place.
+void removeUnfinishedFiles() noexcept;
+
+} // namespace quelm
+
+#endif

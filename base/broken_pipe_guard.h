@@ -1,0 +1,46 @@
+// Keeps a peer that went away from ending the process.
+#ifndef BASE_BROKEN_PIPE_GUARD_H
+#define BASE_BROKEN_PIPE_GUARD_H
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+namespace quelm {
+
+/// While it lives, writing to a connection that the peer closed fails on this thread without the
+/// signal SIGPIPE, whose usual effect is the process's end. For libraries that write to sockets
+/// themselves. Other threads and the process's way with the signal are left alone.
+class BrokenPipeGuard {
+public:
+    BrokenPipeGuard()
+    {
+        sigemptyset(&brokenPipe);
+        sigaddset(&brokenPipe, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        // One that waits already is not ours to take away.
+        wasPending = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &brokenPipe, &before);
+    }
+    ~BrokenPipeGuard()
+    {
+        if (!wasPending) {
+            const timespec atOnce{};
+            while (sigtimedwait(&brokenPipe, nullptr, &atOnce) < 0 && errno == EINTR) {
+            }
+        }
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    }
+    BrokenPipeGuard(const BrokenPipeGuard&) = delete;
+    BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
+
+private:
+    sigset_t brokenPipe;
+    sigset_t before;
+    bool wasPending;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,36 @@
+// Calls what may block for long, and waits for it no longer than one wants to.
+#ifndef BASE_CANCELLABLE_CALL_H
+#define BASE_CANCELLABLE_CALL_H
+
+#include "base/bounded_call.h"
+#include "driver/jobs/transfer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace quelm {
+
+/// What `call` returns, run on a thread of its own; what it throws is thrown here. Nothing when it takes
+/// longer than `limit` or `transfer` is cancelled meanwhile: the thread then goes on by itself, and the
+/// result is destroyed there. So `call` must own all that it uses, and its result clean up after itself.
+template <class Call>
+std::optional<std::invoke_result_t<Call>> callWithin(std::chrono::milliseconds limit,
+                                                     const Transfer& transfer, Call call)
+{
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    auto started = startCall(std::move(call));
+    for (;;) {
+        const auto now = std::chrono::steady_clock::now();
+        if (started.isBackBefore(std::min(deadline, now + cancellationInterval)))
+            return started.get();
+        if (now >= deadline || transfer.isCancelled())
+            return std::nullopt;
+    }
+}
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,28 @@
+// The driver's clock, which can be fixed so that a job can be written again byte for byte.
+#ifndef BASE_CLOCK_H
+#define BASE_CLOCK_H
+
+#include <ctime>
+#include <string_view>
+
+#include "host/driver_info.h" // IWYU pragma: export
+
+namespace quelm {
+
+/// Parses a local time of the form "YYYY-MM-DDTHH:MM" (years 1970 to 9999, 24 hours, seconds 0).
+/// Throws UsageError that quotes the text and says what is wrong with it.
+std::tm parseLocalTime(std::string_view text);
+
+/// From now on the clock stands still at `moment`, wherever the time is asked for. The weekday and the day
+/// of the year are worked out.
+void fixClock(const std::tm& moment);
+
+/// The clock runs again, and the last reading is forgotten.
+void releaseClock();
+
+/// A new reading of the clock: local time, or the moment at which it was fixed.
+std::tm localTime();
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,31 @@
+// The owner of a file descriptor.
+#ifndef BASE_FILE_HANDLE_H
+#define BASE_FILE_HANDLE_H
+
+#include <utility>
+
+namespace quelm {
+
+/// Owns a file descriptor and closes it at the end of its life. -1 is none.
+class FileHandle {
+public:
+    FileHandle() = default;
+    explicit FileHandle(int descriptor) : descriptor_(descriptor) {}
+    FileHandle(FileHandle&& other) noexcept : descriptor_(other.release()) {}
+    FileHandle& operator=(FileHandle&& other) noexcept;
+    ~FileHandle() { close(); }
+
+    int get() const { return descriptor_; }
+    bool isOpen() const { return descriptor_ >= 0; }
+
+    /// Gives the descriptor away.
+    int release() { return std::exchange(descriptor_, -1); }
+    void close();
+
+private:
+    int descriptor_ = -1;
+};
+
+} // namespace quelm
+
+#endif

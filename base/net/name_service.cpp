@@ -1,0 +1,80 @@
+// Copies what getaddrinfo answers.
+#include "base/net/name_service.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include <netdb.h>
+
+namespace quelm {
+
+namespace {
+
+HostAnswer::Kind kindOf(int error)
+{
+    switch (error) {
+    case 0:
+        return HostAnswer::Kind::found;
+    case EAI_NONAME:
+    case EAI_NODATA:
+    case EAI_ADDRFAMILY:
+    case EAI_IDN_ENCODE:
+        return HostAnswer::Kind::unknown;
+    case EAI_AGAIN:
+        return HostAnswer::Kind::unavailable;
+    default:
+        return HostAnswer::Kind::failed;
+    }
+}
+
+HostAnswer ask(const NetworkAddress& host, int socketType, int flags)
+{
+    addrinfo wanted{};
+    wanted.ai_family = AF_UNSPEC;
+    wanted.ai_socktype = socketType;
+    // Not AI_ADDRCONFIG: it hides ::1 on machines without a network. What cannot be reached is passed over.
+    wanted.ai_flags = AI_NUMERICSERV | flags;
+    addrinfo* list = nullptr;
+    const int error = ::getaddrinfo(host.host.c_str(), std::to_string(host.port).c_str(), &wanted, &list);
+    const int systemError = errno;
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner(list, &::freeaddrinfo);
+    HostAnswer answer;
+    answer.kind = kindOf(error);
+    if (error != 0) {
+        answer.reason = error == EAI_SYSTEM ? std::strerror(systemError) : ::gai_strerror(error);
+        return answer;
+    }
+    for (const addrinfo* entry = list; entry != nullptr; entry = entry->ai_next) {
+        SocketAddress& copy = answer.addresses.emplace_back();
+        std::memcpy(&copy.storage, entry->ai_addr, entry->ai_addrlen);
+        copy.size = entry->ai_addrlen;
+    }
+    return answer;
+}
+
+} // namespace
+
+HostAnswer askNameService(const NetworkAddress& host, int socketType)
+{
+    return ask(host, socketType, AI_IDN);
+}
+
+HostAnswer readNumericAddress(const NetworkAddress& host, int socketType)
+{
+    return ask(host, socketType, AI_NUMERICHOST);
+}
+
+std::string numericText(const SocketAddress& address)
+{
+    std::array<char, NI_MAXHOST> host{};
+    std::array<char, NI_MAXSERV> port{};
+    if (::getnameinfo(address.get(), address.size, host.data(), host.size(), port.data(), port.size(),
+                      NI_NUMERICHOST | NI_NUMERICSERV) != 0)
+        return {};
+    const std::string name = host.data();
+    return (address.family() == AF_INET6 ? "[" + name + "]" : name) + ":" + port.data();
+}
+
+} // namespace quelm

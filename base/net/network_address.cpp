@@ -1,0 +1,103 @@
+// Addresses of devices as users write them.
+#include "base/net/network_address.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+namespace quelm {
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n";
+
+/// The longest name that the domain name system has room for.
+constexpr std::size_t longestHost = 253;
+
+std::string_view trimmed(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+bool isIpv6(std::string_view host)
+{
+    // An address that holds on one network only names the interface: fe80::1%eth0.
+    const auto percent = host.find('%');
+    if (percent != std::string_view::npos && percent + 1 == host.size())
+        return false;
+    in6_addr ignored{};
+    return ::inet_pton(AF_INET6, std::string(host.substr(0, percent)).c_str(), &ignored) == 1;
+}
+
+bool isName(std::string_view host)
+{
+    const auto cannotStand = [](char byte) {
+        return static_cast<unsigned char>(byte) <= ' ' || byte == '\x7f' ||
+               std::string_view("/@[]:?#%\"\\").find(byte) != std::string_view::npos;
+    };
+    return !host.empty() && host.size() <= longestHost && host.front() != '-' &&
+           std::ranges::none_of(host, cannotStand);
+}
+
+std::optional<std::uint16_t> portOf(std::string_view digits)
+{
+    std::uint16_t port = 0;
+    const auto* end = digits.data() + digits.size();
+    const auto result = std::from_chars(digits.data(), end, port);
+    if (result.ec != std::errc() || result.ptr != end || port == 0)
+        return std::nullopt;
+    return port;
+}
+
+std::optional<NetworkAddress> parsed(std::string_view text, std::uint16_t port)
+{
+    std::string_view host = text;
+    std::optional<std::string_view> digits;
+    bool mustBeIpv6 = false;
+    if (text.starts_with('[')) {
+        const auto end = text.find(']');
+        if (end == std::string_view::npos)
+            return std::nullopt;
+        host = text.substr(1, end - 1);
+        mustBeIpv6 = true;
+        const auto rest = text.substr(end + 1);
+        if (rest.starts_with(':'))
+            digits = rest.substr(1);
+        else if (!rest.empty())
+            return std::nullopt;
+    } else if (const auto colons = std::ranges::count(text, ':'); colons == 1) {
+        host = text.substr(0, text.find(':'));
+        digits = text.substr(host.size() + 1);
+    } else {
+        mustBeIpv6 = colons > 1;
+    }
+    const auto given = digits ? portOf(*digits) : std::optional(port);
+    if (!given || !(mustBeIpv6 ? isIpv6(host) : isName(host)))
+        return std::nullopt;
+    return NetworkAddress{std::string(host), *given};
+}
+
+} // namespace
+
+NetworkAddress parseNetworkAddress(std::string_view text, std::uint16_t port)
+{
+    if (auto address = parsed(trimmed(text), port))
+        return *std::move(address);
+    throw Error(localized("\"%s\" is no address; write HOST or HOST:PORT, such as fax.example:%d or "
+                          "[2001:db8::1]:%d",
+                          text, port, port));
+}
+
+std::string toText(const NetworkAddress& address)
+{
+    const bool brackets = address.host.find(':') != std::string::npos;
+    return (brackets ? "[" + address.host + "]" : address.host) + ":" + std::to_string(address.port);
+}
+
+} // namespace quelm

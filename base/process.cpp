@@ -1,0 +1,220 @@
+// Spawns a program, feeds and drains its pipes, and sees to it that it ends.
+#include "base/process.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "base/error.h"
+#include "base/file_handle.h"
+#include "base/translation.h"
+
+extern char** environ;
+
+namespace quelm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+[[noreturn]] void cannotRun(const std::string& program, const std::string& reason)
+{
+    throw Error(localized("The program \"%s\" cannot be run: %s", program, reason));
+}
+
+struct Pipe {
+    FileHandle readEnd;
+    FileHandle writeEnd;
+
+    explicit Pipe(const std::string& program)
+    {
+        std::array<int, 2> ends{};
+        if (pipe2(ends.data(), O_CLOEXEC) != 0)
+            cannotRun(program, std::strerror(errno));
+        readEnd = FileHandle(ends[0]);
+        writeEnd = FileHandle(ends[1]);
+        fcntl(ends[0], F_SETFL, O_NONBLOCK);
+    }
+};
+
+/// A child process. Its destructor ends one that still runs.
+class Child {
+public:
+    Child(const ProcessRequest& request, int input, int output, int errors)
+    {
+        const std::string& program = request.arguments.front();
+        posix_spawn_file_actions_t actions;
+        posix_spawnattr_t attributes;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawnattr_init(&attributes);
+        posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+        // Descriptors of libraries that do not close them themselves.
+        posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+        // What the driver ignores or handles means nothing to another program.
+        sigset_t defaults;
+        sigfillset(&defaults);
+        posix_spawnattr_setsigdefault(&attributes, &defaults);
+        sigset_t unblocked;
+        sigemptyset(&unblocked);
+        posix_spawnattr_setsigmask(&attributes, &unblocked);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+        std::vector<char*> arguments;
+        for (const std::string& argument : request.arguments)
+            arguments.push_back(const_cast<char*>(argument.c_str()));
+        arguments.push_back(nullptr);
+        const int error =
+            posix_spawnp(&id, program.c_str(), &actions, &attributes, arguments.data(), environ);
+        posix_spawnattr_destroy(&attributes);
+        posix_spawn_file_actions_destroy(&actions);
+        if (error != 0) {
+            id = -1;
+            if (error == ENOENT)
+                throw Error(
+                    localized("The program \"%s\" is not installed; install it and try again", program));
+            cannotRun(program, std::strerror(error));
+        }
+    }
+    ~Child()
+    {
+        if (id <= 0)
+            return;
+        kill(id, SIGKILL);
+        while (waitpid(id, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    /// True once the program ended; `status` is then its exit status.
+    bool ended(int& status)
+    {
+        int word = 0;
+        if (waitpid(id, &word, WNOHANG) != id)
+            return false;
+        id = -1;
+        constexpr int killedBySignal = 128;
+        status = WIFEXITED(word) ? WEXITSTATUS(word) : killedBySignal + WTERMSIG(word);
+        return true;
+    }
+
+private:
+    pid_t id = -1;
+};
+
+/// Appends what the pipe holds now and closes it at its end. False when `text` would exceed
+/// `limit`; with `keepTail` its head is dropped instead.
+bool drain(FileHandle& pipe, std::string& text, std::size_t limit, bool keepTail)
+{
+    std::array<char, 16384> chunk;
+    // Bounded, because a program may write faster than we read; more than a pipe holds at once.
+    for (int chunks = 0; pipe.isOpen() && chunks < 128; ++chunks) {
+        const ssize_t got = read(pipe.get(), chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0 && errno == EAGAIN)
+            break;
+        if (got <= 0) {
+            pipe.close();
+            break;
+        }
+        text.append(chunk.data(), static_cast<std::size_t>(got));
+        if (text.size() <= limit)
+            continue;
+        if (!keepTail)
+            return false;
+        text.erase(0, text.size() - limit);
+    }
+    return true;
+}
+
+/// Waits until a pipe has something to read or was closed, at most for `longest`.
+void waitForPipes(const FileHandle& output, const FileHandle& errors, milliseconds longest)
+{
+    // A negative descriptor is passed over.
+    std::array<pollfd, 2> pipes{{{output.get(), POLLIN, 0}, {errors.get(), POLLIN, 0}}};
+    poll(pipes.data(), pipes.size(), static_cast<int>(longest.count()));
+}
+
+/// `failure` is a text for the path and the reason.
+FileHandle openFile(const std::string& program, const std::string& path, int flags, const char* failure)
+{
+    constexpr mode_t readAndWrite = 0666;
+    FileHandle file(open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, readAndWrite));
+    if (!file.isOpen())
+        cannotRun(program, localized(failure, path, std::strerror(errno)));
+    return file;
+}
+
+constexpr std::size_t mostErrorBytes = 4096;
+
+/// Drops the part of a line that the bound left at the front.
+void startAtLine(std::string& errors)
+{
+    if (errors.size() < mostErrorBytes)
+        return;
+    const std::size_t lineEnd = errors.find('\n');
+    if (lineEnd != std::string::npos && lineEnd + 1 < errors.size())
+        errors.erase(0, lineEnd + 1);
+}
+
+} // namespace
+
+ProcessResult runProcess(const ProcessRequest& request)
+{
+    if (request.arguments.empty() || request.arguments.front().empty())
+        throw Error(localized("No program was named to run"));
+    const std::string& program = request.arguments.front();
+    const FileHandle input = openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
+                                      O_RDONLY, forTranslation("\"%s\" cannot be read: %s"));
+    Pipe errorPipe(program);
+    Pipe outputPipe(program);
+    int output = request.outputDescriptor;
+    if (!request.outputFile.empty())
+        outputPipe.writeEnd = openFile(program, request.outputFile, O_WRONLY | O_CREAT | O_TRUNC,
+                                       forTranslation("\"%s\" cannot be written: %s"));
+    if (output < 0)
+        output = outputPipe.writeEnd.get();
+    if (!request.outputFile.empty() || request.outputDescriptor >= 0)
+        outputPipe.readEnd.close(); // nothing is captured
+
+    const auto deadline = Clock::now() + request.timeLimit;
+    Child child(request, input.get(), output, errorPipe.writeEnd.get());
+    outputPipe.writeEnd.close();
+    errorPipe.writeEnd.close();
+
+    ProcessResult result;
+    // Pipes normally close when the program ends, which wakes the wait. The bound on a wait
+    // covers programs that close them early, or leave a process behind that keeps them open.
+    for (milliseconds pause(1);; pause = std::min(pause * 2, milliseconds(50))) {
+        const bool ended = child.ended(result.exitStatus);
+        if (!drain(outputPipe.readEnd, result.output, request.outputLimit, false))
+            throw Error(localized("The program \"%s\" was ended: it wrote more than %d bytes", program,
+                                  request.outputLimit));
+        drain(errorPipe.readEnd, result.errors, mostErrorBytes, true);
+        if (ended)
+            break;
+        if (request.stop.stop_requested())
+            throw Error(localized("The program \"%s\" was stopped", program));
+        if (Clock::now() >= deadline)
+            throw Error(
+                localized("The program \"%s\" was ended: it ran longer than %d ms; try a smaller document",
+                          program, request.timeLimit.count()));
+        const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
+        waitForPipes(outputPipe.readEnd, errorPipe.readEnd, std::clamp(left, milliseconds(0), pause));
+    }
+    startAtLine(result.errors);
+    return result;
+}
+
+} // namespace quelm

@@ -1,0 +1,46 @@
+// Turns what a program threw into its line and its exit status.
+#include "base/program_end.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/config/installation.h"
+
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+
+int complain(std::string_view program, std::string line, int status)
+{
+    std::cerr << program << ": " << oneLine(std::move(line)) << std::endl;
+    return status;
+}
+
+} // namespace
+
+int exitStatusOf(std::string_view program, const std::function<void()>& work)
+{
+    useOwnTranslations();
+    auto outOfMemory = localized("out of memory"); // at hand when there is no more
+    try {
+        work();
+        return done;
+    } catch (const UsageError& error) {
+        return complain(program, error.what(), wrongUsage);
+    } catch (const std::bad_alloc&) {
+        return complain(program, std::move(outOfMemory), failed);
+    } catch (const std::exception& error) {
+        return complain(program, error.what(), failed);
+    }
+}
+
+} // namespace quelm

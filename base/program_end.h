@@ -1,0 +1,17 @@
+// How a program of the driver ends: one line on standard error, and an exit status.
+#ifndef BASE_PROGRAM_END_H
+#define BASE_PROGRAM_END_H
+
+#include <functional>
+#include <string_view>
+
+namespace quelm {
+
+/// Takes the user's language, does `work` and returns the program's exit status: 0 when it returned, 2 when
+/// it threw a UsageError, 1 for every other exception. What was thrown is told on standard error as one line
+/// behind the program's name.
+int exitStatusOf(std::string_view program, const std::function<void()>& work);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,115 @@
+// SQLite handles that close themselves, and its failures as exceptions.
+#ifndef BASE_SQLITE_SQLITE_H
+#define BASE_SQLITE_SQLITE_H
+
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <sqlite3.h>
+
+namespace quelm::sqlite {
+
+/// A failed call: SQLite's extended result code, the system's error number (0 for none) and
+/// SQLite's own text.
+struct Failure {
+    int code;
+    int systemError;
+    std::string text;
+
+    int primaryCode() const { return code & 0xFF; }
+};
+
+struct Closer {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Database = std::unique_ptr<sqlite3, Closer>;
+
+[[noreturn]] inline void fail(sqlite3* database, int code)
+{
+    const bool known = database != nullptr;
+    throw Failure{code, known ? sqlite3_system_errno(database) : 0,
+                  known ? sqlite3_errmsg(database) : sqlite3_errstr(code)};
+}
+
+/// Opens a file with SQLITE_OPEN_... flags. `path` is absolute, so that no part of it is a command
+/// to SQLite.
+inline Database open(const std::string& path, int flags)
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    Database database(opened);
+    if (code != SQLITE_OK)
+        fail(database.get(), code);
+    return database;
+}
+
+/// Runs statements that have no result.
+inline void run(const Database& database, const char* statements)
+{
+    const int code = sqlite3_exec(database.get(), statements, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        fail(database.get(), code);
+}
+
+/// A prepared statement. It holds its locks from the first `step` to `reset`.
+class Statement {
+public:
+    Statement(const Database& database, std::string_view text)
+    {
+        sqlite3_stmt* prepared = nullptr;
+        const int code = sqlite3_prepare_v3(database.get(), text.data(), static_cast<int>(text.size()),
+                                            SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+        if (code != SQLITE_OK)
+            fail(database.get(), code);
+        statement.reset(prepared);
+    }
+
+    /// Binds bytes that stay valid until the statement was reset.
+    void bind(int parameter, std::string_view bytes)
+    {
+        // A null address would bind NULL.
+        const char* address = bytes.empty() ? "" : bytes.data();
+        check(sqlite3_bind_blob64(statement.get(), parameter, address, bytes.size(), SQLITE_STATIC));
+    }
+
+    /// Moves to the next row; false when there is none left.
+    bool step()
+    {
+        const int code = sqlite3_step(statement.get());
+        if (code != SQLITE_ROW && code != SQLITE_DONE)
+            fail(sqlite3_db_handle(statement.get()), code);
+        return code == SQLITE_ROW;
+    }
+
+    void reset()
+    {
+        sqlite3_reset(statement.get());
+        sqlite3_clear_bindings(statement.get());
+    }
+
+    std::string bytes(int column) const
+    {
+        const void* address = sqlite3_column_blob(statement.get(), column);
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
+        return address == nullptr ? std::string() : std::string(static_cast<const char*>(address), size);
+    }
+
+    std::int64_t number(int column) const { return sqlite3_column_int64(statement.get(), column); }
+
+private:
+    void check(int code) const
+    {
+        if (code != SQLITE_OK)
+            fail(sqlite3_db_handle(statement.get()), code);
+    }
+
+    std::unique_ptr<sqlite3_stmt, Closer> statement;
+};
+
+} // namespace quelm::sqlite
+
+#endif

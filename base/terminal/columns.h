@@ -1,0 +1,23 @@
+// Rows of texts for a terminal.
+#ifndef BASE_TERMINAL_COLUMNS_H
+#define BASE_TERMINAL_COLUMNS_H
+
+#include <string>
+#include <vector>
+
+namespace quelm {
+
+/// Any bytes as one line of UTF-8.
+std::string shownLine(const std::string& text);
+
+/// How many columns a UTF-8 text takes on a terminal.
+std::size_t widthOf(const std::string& text);
+
+/// A line for each row, its cells padded to the widest of their column and parted by two blanks, without
+/// blanks at the end. A cell comes out as one line of UTF-8, whatever it holds; an empty one ahead of another
+/// is "-".
+std::string alignedColumns(const std::vector<std::vector<std::string>>& rows);
+
+} // namespace quelm
+
+#endif

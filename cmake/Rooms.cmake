@@ -1,0 +1,54 @@
+# Rooms: a folder of sources is one subject, and one target of the folder's name.
+#
+#   add_room(driver/store
+#     SOURCES phonebook_file.cpp record_store.cpp
+#     ROOMS base base/sqlite
+#     LIBRARIES SQLite::SQLite3)
+#
+# makes the archive `driver_store`. ROOMS is what the room may include, and exactly what it links of ours;
+# tests/layers compares it with the table of all rooms. LIBRARIES are those of others, as its sources need them.
+# PRECOMPILED is the set of headers that the sources start with: `standard` unless it says otherwise, or `none`.
+#
+# With OBJECTS the room is a set of objects, which a program that links it takes whole: its functions are looked up by
+# name once the component is loaded. A room without sources has headers only.
+include_guard(GLOBAL)
+
+function(add_room folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "OBJECTS" "PRECOMPILED" "SOURCES;ROOMS;LIBRARIES")
+  string(REPLACE "/" "_" room "${folder}")
+  string(REPLACE "/" "_" used_rooms "${arg_ROOMS}")
+  if(NOT arg_PRECOMPILED)
+    set(arg_PRECOMPILED standard)
+  endif()
+  string(REPLACE ";" " " line "${folder}: ${arg_ROOMS}")
+  set_property(GLOBAL APPEND_STRING PROPERTY BRAMBLECOR_ROOM_LINES "${line}\n")
+
+  if(NOT arg_SOURCES)
+    add_library(${room} INTERFACE)
+    target_link_libraries(${room} INTERFACE bramblecor_options ${used_rooms} ${arg_LIBRARIES})
+    return()
+  endif()
+  if(arg_OBJECTS)
+    set(compiled ${room}_objects)
+    add_library(${compiled} OBJECT ${arg_SOURCES})
+    add_library(${room} INTERFACE)
+    target_link_libraries(${room} INTERFACE
+      $<TARGET_OBJECTS:${compiled}> bramblecor_options ${used_rooms} ${arg_LIBRARIES})
+  else()
+    set(compiled ${room})
+    add_library(${compiled} STATIC ${arg_SOURCES})
+  endif()
+  target_link_libraries(${compiled} PUBLIC bramblecor_options ${used_rooms} ${arg_LIBRARIES})
+  if(NOT arg_PRECOMPILED STREQUAL none)
+    precompile(${compiled} WITH ${arg_PRECOMPILED})
+  endif()
+  if(arg_PRECOMPILED STREQUAL standard)
+    optimise_when_sanitized(${compiled})
+  endif()
+endfunction()
+
+# What each room links of ours, for tests/layers: a line "FOLDER: ROOM ROOM..." for each.
+function(write_rooms file)
+  get_property(lines GLOBAL PROPERTY BRAMBLECOR_ROOM_LINES)
+  file(CONFIGURE OUTPUT "${file}" CONTENT "${lines}" @ONLY)
+endfunction()

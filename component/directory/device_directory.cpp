@@ -1,0 +1,58 @@
+// Reads the directory's address from the device and connects to it.
+#include "directory/device_directory.h"
+
+#include "common/module_state.h"
+#include "host/calls.h"
+#include "host/directory_client.h"
+
+LDAPSession* ldapSession = nullptr;
+int deviceInfoReady = 0;
+
+namespace {
+
+constexpr const char* directoryTable = "ubqSvcMonServiceDetailTableLDAP";
+
+/// Copies an entry of the device's table, whose text the host may overwrite with the next reading.
+bool readSetting(int index, std::string& out)
+{
+    char* value = nullptr;
+    if (!pBiDi->getRecipientData(host::in(directoryTable), index, &value))
+        return false;
+    out = value ? value : "";
+    return true;
+}
+
+bool createSession()
+{
+    std::string address;
+    std::string searchBase;
+    if (!pBiDi || !readSetting(0, address) || !readSetting(1, searchBase))
+        return false;
+    ldapSession = new LDAPSession; // kept until the component is unloaded
+    ldapSession->setServerIP(address.data());
+    ldapSession->setBaseServerPath(searchBase.data());
+    return true;
+}
+
+} // namespace
+
+void DisableLDAP()
+{
+    currentPBType = personalPhonebook;
+    host::setIndex("Current PB Type", personalPhonebook);
+    host::setSensitive("LDAP PB Type", false);
+    host::setWidgetText("LDAP PB Status", "Unavailable");
+    host::hide("LDAP More Info Button");
+}
+
+void SynchronizeLDAPConnection()
+{
+    if (!ldapSession && !createSession()) {
+        DisableLDAP();
+        return;
+    }
+    if (ldapSession->openSession())
+        ldapSession->bindAnonymousSession(); // a failed bind shows at the next search
+    else
+        DisableLDAP();
+}

@@ -1,8 +1,0 @@
-// The names of the functions that a host may call.
-#ifndef COMPONENT_EXPORT_LIST_H
-#define COMPONENT_EXPORT_LIST_H
-
-/// ",InitializeFaxComponent,...,": every name is a function with C linkage that the library exports.
-extern const char exportList[];
-
-#endif

@@ -1,0 +1,76 @@
+// Start-up: dialogs, list widgets, fax job, personal phonebook.
+#include "frame/startup.h"
+
+#include "common/module_state.h"
+#include "frame/descriptor.h"
+#include "host/calls.h"
+#include "host/component.h"
+#include "host/fax_session.h"
+#include "model/fax_job.h"
+#include "phonebook/phonebook_state.h"
+
+#include <memory>
+
+namespace {
+
+/// False at the first widget that is missing; the handles found before stay.
+bool findListWidgets()
+{
+    return (recipientListWidget = host::widget("LanFax Recipient List")) &&
+           (pbListWidget = host::widget("Fax PB List")) &&
+           (curRecipientListWidget = host::widget("Fax Cur Recipient List")) &&
+           (groupListWidget = host::widget("LanFaxAddGroup Group List")) &&
+           (searchStatusWidget = host::widget("Search Status"));
+}
+
+/// Works out where the personal phonebook is, and makes its directories. When that fails the path
+/// keeps the provisional text, and a later start-up does not try again: hosts rely on it.
+bool findPersonalPhonebook()
+{
+    std::string directory = pDriverGlobals->getExecutableLocation();
+    *personalPBPath = directory + "/db/phonebook/user/";
+    directory += "/db/phonebook";
+    if (!ensurePhonebookDirectory(directory))
+        return false;
+    directory += "/user";
+    if (!ensurePhonebookDirectory(directory))
+        return false;
+    *personalPBPath = directory + "/" + pDriverGlobals->getCurrentUserName() + ".xdb";
+    host::setTextValue("LanFax Personal PB Name", personalPBPath->c_str());
+    return true;
+}
+
+bool openPersonalPhonebook()
+{
+    auto database = std::make_unique<QuelmLegacyDatabase>();
+    if (!host::openDatabase(*database, *personalPBPath, "r+") &&
+        !host::createDatabase(*database, *personalPBPath, newPhonebookFlags))
+        return false;
+    personalPBDatabase = database.release(); // kept until the process ends
+    return true;
+}
+
+} // namespace
+
+int InitializeFaxComponent()
+{
+    if (!pDriverDirector->parseXMLBuffer(host::in(pLanFaxXMLData)))
+        return 0;
+    host::setSensitive("LanFax Details Button", false);
+    host::setSensitive("LanFax Save Group Button", false);
+    host::setSensitive("LanFax Save Entry Button", false);
+    host::setSensitive("LanFax Remove Button", false);
+    if (!findListWidgets())
+        return 0;
+
+    pFaxSession = new Tarvik40Fax; // kept until the process ends, an earlier one too
+    pDriverDirector->registerResource(host::in(host::faxSessionResource), pFaxSession);
+
+    if (!personalPBPath) {
+        personalPBPath = new std::string;
+        sharedPBPath = new std::string;
+    }
+    if (personalPBPath->empty() && !findPersonalPhonebook())
+        return 0;
+    return personalPBDatabase || openPersonalPhonebook() ? 1 : 0;
+}

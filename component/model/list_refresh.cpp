@@ -1,0 +1,80 @@
+// Shows a recipient list in its widget.
+#include "model/list_refresh.h"
+
+#include "common/module_state.h"
+#include "host/calls.h"
+#include "model/fax_job.h"
+#include "model/listed_texts.h"
+#include "model/recipient.h"
+
+#include <array>
+
+GTKObject* listItemFactory = nullptr;
+
+namespace {
+
+/// Six texts and a closing null. A group shows its name alone.
+using Row = std::array<const char*, 7>;
+
+Row rowFor(Tarvik40FaxRecipient& recipient)
+{
+    Row row;
+    row.fill(pEmptyString);
+    row.back() = nullptr;
+    const auto texts = listedTexts(recipient);
+    const std::size_t filled = recipient.getRecipientType() == GROUP_RECIPIENT ? 1 : texts.size();
+    for (std::size_t column = 0; column < filled; ++column) {
+        if (!texts[column]->empty())
+            row[column] = texts[column]->c_str();
+    }
+    return row;
+}
+
+/// Nothing is selected after a refresh, and a group can be saved of any recipients there are.
+void setButtonsBesideTheJobsList(bool listIsEmpty)
+{
+    int selectedRow = -1;
+    host::readInteger("LanFax Recipient List", selectedRow); // hosts expect the read; nothing depends on it
+    host::setSensitive("LanFax Details Button", false);
+    host::setSensitive("LanFax Save Entry Button", false);
+    host::setSensitive("LanFax Remove Button", false);
+    if (listIsEmpty) {
+        host::setSensitive("LanFax Save Group Button", false);
+        host::setSensitive("LanFax Save Entry Button", false);
+    } else {
+        host::setSensitive("LanFax Save Group Button", true);
+    }
+}
+
+} // namespace
+
+void Tarvik40Fax::updatePBEntryList(int list)
+{
+    GTKObject* widget = recipientListWidget;
+    Tarvik40FaxRecipientList* recipients = &recipientList;
+    switch (list) {
+    case PB_ENTRY_LIST:
+        return; // a phonebook's rows are filled from its records
+    case CUR_RECIPIENT_LIST:
+        widget = curRecipientListWidget;
+        recipients = &tmpRecipientList;
+        break;
+    case GROUP_MEMBER_LIST:
+        widget = groupListWidget;
+        recipients = &groupMemberList;
+        break;
+    default:
+        setButtonsBesideTheJobsList(recipientList.recipientListSize() == 0);
+    }
+    if (!listItemFactory)
+        listItemFactory = new GTKObject; // kept until the process ends
+    if (!widget)
+        return;
+    widget->clearListItems();
+    const int size = recipients->recipientListSize();
+    for (int n = 0; n < size; ++n) {
+        Tarvik40FaxRecipient* recipient = recipients->getFaxRecipientN(n);
+        if (!recipient || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
+            return;
+    }
+}

@@ -1,0 +1,56 @@
+// Checks a typed name and fax number.
+#include "ui/entry_check.h"
+
+#include "common/messages.h"
+#include "host/calls.h"
+
+#include <cstring>
+
+const char nameCharacters[] = "- .";
+const char numberCharacters[] = "- ( ) /";
+
+namespace {
+
+struct Check {
+    host::Message (*validate)(const char* text, const char* allowed);
+    const char* allowed;
+    const char* missing; ///< shown by a label, which turns "&#10;" into a line break
+};
+
+constexpr Check nameCheck{host::validateName, nameCharacters,
+                          forTranslation("The Name is a required field&#10;Please enter a Name.")};
+constexpr Check numberCheck{
+    host::validatePhoneNumber, numberCharacters,
+    forTranslation("The Fax Number is a required field&#10;Please enter a Fax Number.")};
+
+/// The message that refuses the field's text, or none.
+host::Message refusal(char* widget, char* out, const Check& check, bool required)
+{
+    std::memset(out, 0, 4);
+    const bool read = GetWidgetPropertyByName(widget, host::in("Value"), out, nullptr, nullptr, nullptr);
+    if (!read || out[0] == '\0')
+        return required ? host::saveString("%s", check.missing) : nullptr;
+    host::Message message = check.validate(out, check.allowed);
+    if (message)
+        host::setWidgetText(widget, "");
+    return message;
+}
+
+} // namespace
+
+bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char* numberOut, bool required)
+{
+    host::Message message;
+    if (nameWidget)
+        message = refusal(nameWidget, nameOut, nameCheck, required);
+    if (!message && numberWidget)
+        message = refusal(numberWidget, numberOut, numberCheck, required);
+    if (!message)
+        return true;
+    host::setWidgetText("LanFax Add Fax Rcpt Error Label", "");
+    host::setWidgetText("LanFax Add Fax Rcpt Error Label", translated(message.get()));
+    host::show("LanFax Add Recipient Error Window");
+    return false;
+}
+
+void T40HideFaxRecipientErrorDialog() { host::hide("LanFax Add Recipient Error Window"); }

@@ -1,0 +1,199 @@
+// Buttons beside the recipient lists, and removing recipients.
+#include "ui/recipient_selection.h"
+
+#include "common/messages.h"
+#include "host/calls.h"
+#include "host/fax_session.h"
+#include "model/fax_job.h"
+#include "model/recipient.h"
+#include "ui/question_response.h"
+
+namespace {
+
+constexpr const char* recipientList = "LanFax Recipient List";
+constexpr const char* picksList = "Fax Cur Recipient List";
+
+bool askBeforeRemoving() { return host::featureValue("LanFax Pref Remove One", 0) == 1; }
+
+/// False when the list is missing or cannot count.
+bool countSelected(int& count)
+{
+    GTKObject* list = host::widget(recipientList);
+    return list && list->getListSelectionCount(count);
+}
+
+int selectedPick()
+{
+    int row = -1;
+    host::readInteger(picksList, row);
+    return row;
+}
+
+std::string removalQuestion(Tarvik40FaxRecipient& recipient)
+{
+    std::string text =
+        labelledValue(questionText("Name:"), recipient.getRecipientData("RecipientName")) + "\r\n";
+    text += labelledValue(questionText("Fax Number:"), recipient.getRecipientData("RecipientFaxNumber")) +
+            "\r\n\n";
+    return text + questionText("Are you sure you want to remove this Recipient?");
+}
+
+/// The text with the count in place of "%d", and "%%" as "%". Translations come from outside, so
+/// nothing else in them is taken for a format.
+std::string withCount(const std::string& text, int count)
+{
+    std::string out;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string_view directive = std::string_view(text).substr(at, 2);
+        if (directive == "%d")
+            out += std::to_string(count);
+        else if (directive == "%%")
+            out += '%';
+        else {
+            out += text[at];
+            continue;
+        }
+        ++at;
+    }
+    return out;
+}
+
+void redrawAfterRemoval()
+{
+    pFaxSession->updatePBEntryList(RECIPIENT_LIST);
+    host::setSensitive("LanFax Details Button", false);
+    host::setSensitive("LanFax Remove Button", false);
+}
+
+/// Hands out the selected rows one by one.
+class SelectedRows {
+public:
+    explicit SelectedRows(GTKObject& selectionList) : list(selectionList) {}
+
+    /// False when there is none left.
+    bool next(int& row)
+    {
+        const bool found = list.getWidgetProperty(host::in("Value"), nullptr, nullptr, &row, &first);
+        first = false;
+        return found;
+    }
+
+private:
+    GTKObject& list;
+    bool first = true;
+};
+
+} // namespace
+
+void T40SelectFaxRecipient()
+{
+    int count = 0;
+    if (!countSelected(count))
+        return;
+    host::setSensitive("LanFax Details Button", count == 1);
+    host::setSensitive("LanFax Save Entry Button", count == 1);
+    host::setSensitive("LanFax Remove Button", count > 0);
+    host::setSensitive("LanFax Save Group Button", count != 1);
+}
+
+void T40SelectTmpFaxRecipient()
+{
+    const bool selected = selectedPick() != -1;
+    host::setSensitive("Cur Rcpt Prop Button", selected);
+    host::setSensitive("Cur Rcpt Remove Button", selected);
+}
+
+void T40RemoveFaxRecipientTest()
+{
+    int count = 0;
+    if (countSelected(count))
+        T40RemoveMultipleFaxRecipientsTest(count);
+    else
+        T40RemoveSingleFaxRecipientTest();
+}
+
+void T40RemoveSingleFaxRecipientTest()
+{
+    Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST);
+    if (!recipient)
+        return;
+    if (askBeforeRemoving())
+        host::askQuestion(questionResponse(RemoveSingleRcptResponseCB), removalQuestion(*recipient));
+    else
+        T40RemoveSingleFaxRecipient();
+}
+
+void T40RemoveSingleFaxRecipient()
+{
+    if (Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST))
+        pFaxSession->removeFaxRecipient(recipient, false);
+    redrawAfterRemoval();
+}
+
+void T40RemoveMultipleFaxRecipientsTest(int count)
+{
+    if (askBeforeRemoving())
+        host::askQuestion(
+            questionResponse(RemoveMultipleRcptsResponseCB),
+            withCount(questionText("Are you sure you want to remove all %d Recipients?"), count));
+    else
+        T40RemoveMultipleFaxRecipients();
+}
+
+void T40RemoveMultipleFaxRecipients()
+{
+    GTKObject* list = host::widget(recipientList);
+    if (!list)
+        return;
+    list->sortIntegerGList(true);
+    list->setListFreezeState(true);
+    SelectedRows rows(*list);
+    // Rows come in ascending order, and each removal moves the recipients behind it up by one.
+    int removed = 0;
+    for (int row = 0; rows.next(row); ++removed) {
+        Tarvik40FaxRecipient* recipient = pFaxSession->getFaxRecipientN(row - removed, RECIPIENT_LIST);
+        if (!recipient)
+            break;
+        pFaxSession->removeFaxRecipient(recipient, false);
+    }
+    list->setListFreezeState(false);
+    redrawAfterRemoval();
+}
+
+void T40RemoveTmpFaxRecipientTest()
+{
+    Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST);
+    if (!askBeforeRemoving())
+        T40RemoveTmpFaxRecipient();
+    else if (recipient)
+        host::askQuestion(questionResponse(RemoveTmpRcptResponseCB), removalQuestion(*recipient));
+}
+
+void T40RemoveTmpFaxRecipient()
+{
+    const int row = selectedPick();
+    if (row >= 0)
+        pFaxSession->removeFaxRecipientN(row, true);
+    pFaxSession->updatePBEntryList(CUR_RECIPIENT_LIST);
+}
+
+void T40RemoveAllFaxRecipients()
+{
+    pFaxSession->removeAllFaxRecipients(RECIPIENT_LIST);
+    pFaxSession->updatePBEntryList(RECIPIENT_LIST);
+}
+
+void RemoveSingleRcptResponseCB(_GtkDialog*, int response)
+{
+    finishQuestion(response, T40RemoveSingleFaxRecipient);
+}
+
+void RemoveMultipleRcptsResponseCB(_GtkDialog*, int response)
+{
+    finishQuestion(response, T40RemoveMultipleFaxRecipients);
+}
+
+void RemoveTmpRcptResponseCB(_GtkDialog*, int response)
+{
+    finishQuestion(response, T40RemoveTmpFaxRecipient);
+}

@@ -1,0 +1,64 @@
+// The driver's connection to the device, behind the boundary's query session.
+#ifndef DRIVER_BOUNDARY_DEVICE_SESSION_H
+#define DRIVER_BOUNDARY_DEVICE_SESSION_H
+
+#include "driver/device/device_settings.h"
+#include "driver/device/snmp_session.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// The device that a driver is connected to. Trouble is logged, one warning line for each.
+///
+/// A device that failed (it did not answer, cannot be found, refuses the user) is not asked again
+/// within the same user action: fourteen settings of a device that is switched off cost one time-out,
+/// not fourteen, and one warning. One that has answered in that action may be unable to tell a single
+/// object: it has failed when the next is not answered either. The next user action asks it again, so
+/// that a device that came back is found at once, and nobody has to wait for a quiet time to pass.
+class DeviceSession {
+public:
+    /// Sends nothing. Throws Error when the settings' address is none.
+    explicit DeviceSession(const DeviceSettings& settings);
+
+    /// Another user action begins: the device is asked again though it failed before.
+    void startAction()
+    {
+        answersInAction = false;
+        failuresInRow = 0;
+    }
+
+    /// One entry of a table. "ubqSvcMonServiceDetailTableLDAP" is the only one: index 0 is the address
+    /// of the directory server, which an empty text is none of, and index 1 the entry below which it is
+    /// searched, which may be empty (the whole directory). Nothing when the device does not have it.
+    std::optional<std::string> tableEntry(std::string_view table, int index);
+
+    /// The object of that name (dotted numbers) as text. Nothing when the device does not have it.
+    std::optional<std::string> object(std::string_view name);
+
+    /// Why the device failed, as it was logged; empty once it answered again.
+    const std::string& trouble() const { return lastTrouble; }
+
+    /// Where the text of the latest table entry lies for the component.
+    std::string& keptEntry() { return entry; }
+
+private:
+    DeviceSettings settings;
+    SnmpSession session;
+    bool failedInAction() const { return failuresInRow >= (answersInAction ? 2 : 1); }
+
+    bool answersInAction = false; ///< it has answered since the action began
+    int failuresInRow = 0;        ///< since it answered last, or the action began
+    std::string lastTrouble;
+    std::string entry;
+};
+
+/// Why the device of the driver that lives failed last, as one line for the user; empty when it did
+/// not, when it has answered since, and without a driver or a device.
+std::string lastDeviceTrouble();
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,60 @@
+// The boundary's component director.
+#include "host/director.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/boundary/host_state.h"
+
+#include <vector>
+
+#include <glib.h>
+
+namespace {
+
+/// All objects that were ever registered, those that were replaced or whose driver has ended among
+/// them: they live until the process ends, and tools that look for lost memory find them here.
+std::vector<void*>& registeredObjects()
+{
+    static auto* objects = new std::vector<void*>; // outlives everything that runs at the end
+    return *objects;
+}
+
+} // namespace
+
+bool ComponentDirector::parseXMLBuffer(char* text)
+{
+    return quelm::atBoundary(false, [text] {
+        quelm::HostState* state = quelm::HostState::current();
+        if (state == nullptr || text == nullptr) {
+            return false;
+        }
+        try {
+            if (g_utf8_validate(text, -1, nullptr) == FALSE) {
+                throw quelm::Error(quelm::localized("the dialog definition cannot be used: it is not UTF-8"));
+            }
+            if (state->tree.build(text)) {
+                state->features.setAllDefaults();
+                state->bindings.applyAll();
+            }
+            return true;
+        } catch (const quelm::Error& error) {
+            state->trouble = error.what();
+            quelm::log(quelm::Severity::error, error.what());
+            return false;
+        }
+    });
+}
+
+bool ComponentDirector::registerResource(char* name, void* object)
+{
+    return quelm::atBoundary(false, [&] {
+        quelm::HostState* state = quelm::HostState::current();
+        if (state == nullptr || name == nullptr) {
+            return false;
+        }
+        registeredObjects().push_back(object);
+        state->resources[name] = object;
+        return true;
+    });
+}

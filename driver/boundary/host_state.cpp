@@ -1,0 +1,105 @@
+// The one host state, and the globals of the boundary.
+#include "driver/boundary/host_state.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/boundary/device_session.h"
+#include "driver/boundary/gtk_handle.h"
+#include "host/device_session.h"
+#include "host/director.h"
+#include "host/driver_info.h"
+#include "host/fax_session.h"
+#include "host/texts.h"
+
+#include <utility>
+
+namespace {
+
+char emptyText[] = "";
+
+} // namespace
+
+char* pEmptyString = emptyText;
+ComponentDirector* pDriverDirector = nullptr;
+GlobalDriverInfo* pDriverGlobals = nullptr;
+Tarvik40Fax* pFaxSession = nullptr;
+BaseBiDiSession* pBiDi = nullptr;
+
+namespace quelm {
+
+namespace {
+
+HostState* theState = nullptr;
+
+// The component reaches them through pointers only; what they do is done on the host state.
+ComponentDirector director;
+GlobalDriverInfo driverInfo;
+BaseBiDiSession deviceQueries;
+
+} // namespace
+
+HostState::HostState(std::string homeFolder, std::string userName)
+    : home(std::move(homeFolder)), user(std::move(userName))
+{
+    if (theState != nullptr) {
+        throw Error(localized("a driver runs in this process already; end it before another one is started"));
+    }
+    theState = this;
+    pDriverDirector = &director;
+    pDriverGlobals = &driverInfo;
+}
+
+HostState::~HostState()
+{
+    theState = nullptr;
+    pDriverDirector = nullptr;
+    pDriverGlobals = nullptr;
+    pFaxSession = nullptr;
+    pBiDi = nullptr;
+    alive.reset();
+}
+
+void HostState::connectDevice(const DeviceSettings& settings)
+{
+    device = std::make_unique<DeviceSession>(settings);
+    guard.setBeforeCall([this] { device->startAction(); });
+    pBiDi = &deviceQueries;
+}
+
+HostState* HostState::current() { return theState; }
+
+GTKObject& HostState::handleOf(Widget& widget)
+{
+    GTKObject*& handle = handles[&widget];
+    if (handle == nullptr) {
+        ownHandles.push_back(std::make_unique<GTKObject>());
+        handle = ownHandles.back().get();
+        pointHandleAt(*handle, *this, widget);
+    }
+    return *handle;
+}
+
+void HostState::adoptHandle(Widget& widget, GTKObject& handle) { handles[&widget] = &handle; }
+
+void HostState::forget(Widget& widget)
+{
+    handles.erase(&widget);
+    handlers.erase(&widget);
+}
+
+void HostState::setHandler(const Widget& widget, const std::string& signal, Handler handler)
+{
+    handlers[&widget][signal] = handler;
+}
+
+HostState::Handler HostState::handlerFor(const Widget& widget, const std::string& signal) const
+{
+    const auto ofWidget = handlers.find(&widget);
+    if (ofWidget == handlers.end()) {
+        return nullptr;
+    }
+    const auto found = ofWidget->second.find(signal);
+    return found == ofWidget->second.end() ? nullptr : found->second;
+}
+
+} // namespace quelm

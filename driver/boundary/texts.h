@@ -1,0 +1,25 @@
+// The host's text helpers: checks of what a user typed, token lists, formatted copies.
+#ifndef DRIVER_BOUNDARY_TEXTS_H
+#define DRIVER_BOUNDARY_TEXTS_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/texts.h" // IWYU pragma: export
+
+namespace quelm {
+
+/// What is wrong with a name that a user typed, as a message in the user's language, or nothing
+/// when it is acceptable. Letters and digits of any script, combining marks, apostrophes and the
+/// characters of `allowed` (UTF-8) are; an empty name is none of this check's business. A name of
+/// nothing but blanks is refused: no phonebook could be read with it.
+std::optional<std::string> problemWithName(std::string_view name, std::string_view allowed);
+
+/// The same for a telephone or fax number: digits, "+", ".", "*", "#", "," and the characters of
+/// `allowed` are acceptable, and one digit there must be.
+std::optional<std::string> problemWithPhoneNumber(std::string_view number, std::string_view allowed);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,121 @@
+// The user actions on the phonebook dialog's directory.
+#include "driver/cli/job/directory_dialog.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/boundary/device_session.h"
+#include "driver/boundary/host_state.h"
+#include "driver/core/driver.h"
+#include "driver/directory/directory_trouble.h"
+#include "host/device_session.h"
+
+#include <glib.h>
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+namespace quelm {
+namespace {
+
+constexpr const char* resultList = "Fax PB List";
+constexpr const char* pickList = "Fax Cur Recipient List";
+constexpr int directoryType = 2;
+constexpr std::size_t longestPrefix = 256; // bytes; escaped it still fits where the component reads it
+
+/// Throws why there is no directory, as far as the host was told.
+[[noreturn]] void throwTrouble()
+{
+    for (const auto& trouble : {lastDeviceTrouble(), lastDirectoryTrouble()}) {
+        if (!trouble.empty())
+            throw Error(trouble);
+    }
+    throw Error(localized("the device tells of no directory server; set one up on the device"));
+}
+
+/// The same text for letters in either case, however they are composed.
+std::string folded(const std::string& text)
+{
+    const std::unique_ptr<char, decltype(&g_free)> composed(
+        g_utf8_normalize(text.c_str(), -1, G_NORMALIZE_ALL), g_free);
+    if (composed == nullptr)
+        return text;
+    const std::unique_ptr<char, decltype(&g_free)> result(g_utf8_casefold(composed.get(), -1), g_free);
+    return result.get();
+}
+
+} // namespace
+
+std::string escapedForFilter(std::string_view text)
+{
+    std::string escaped;
+    for (const char character : text) {
+        if (std::string_view("*()\\").find(character) == std::string_view::npos) {
+            escaped += character;
+            continue;
+        }
+        std::array<char, 4> code{};
+        std::snprintf(code.data(), code.size(), "\\%02x", static_cast<unsigned>(character));
+        escaped += code.data();
+    }
+    return escaped;
+}
+
+DirectoryDialog::DirectoryDialog(Driver& driver) : driver_(driver)
+{
+    if (pBiDi == nullptr)
+        throw Error(localized("the directory is the device's: say with --device-snmp HOST which device that "
+                              "is, or with snmp in the group [device] of the configuration file"));
+    driver.press("AddPBFaxRcpt");
+    if (!driver.show("LDAP PB Type").sensitive)
+        throwTrouble();
+    driver.choose("Current PB Type", directoryType);
+    // The component falls back to the user's own phonebook when the server is gone meanwhile.
+    if (driver.show("Current PB Type").value != directoryType)
+        throwTrouble();
+}
+
+std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
+{
+    if (prefix.size() > longestPrefix)
+        throw Error(localized("the beginning of a name is longer than %d bytes", longestPrefix));
+    const auto surname = prefix.substr(0, prefix.find(','));
+    driver_.type("Search String", escapedForFilter(surname));
+    driver_.press("Search Button");
+    if (driver_.show("Search Status").text == "Timeout Exceeded!") {
+        const auto trouble = lastDirectoryTrouble();
+        throw Error(trouble.empty() ? localized("the directory did not answer; try again later") : trouble);
+    }
+    std::vector<DirectoryPerson> found;
+    const auto beginning = folded(prefix);
+    const auto rows = driver_.rows(resultList);
+    // A limit of the server's own was told by the session.
+    if (lastSearchExtent() == SearchExtent::upToLimit &&
+        rows.size() == static_cast<std::size_t>(HostState::current()->directory.sizeLimit))
+        log(Severity::warning,
+            localizedCount("the list ends at %d person, which is the limit; write more of the name",
+                           "the list ends at %d people, which is the limit; write more of the name",
+                           rows.size(), rows.size()));
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto& row = rows[i];
+        if (surname.size() == prefix.size() || folded(row.at(0)).starts_with(beginning))
+            found.push_back({static_cast<int>(i), row.at(0), row.at(1), row.at(3), row.at(4)});
+    }
+    return found;
+}
+
+void DirectoryDialog::add(const DirectoryPerson& person)
+{
+    const auto before = driver_.rows(pickList).size();
+    driver_.select(resultList, {person.row});
+    driver_.press("Add Button2");
+    const auto rows = driver_.rows(pickList);
+    if (rows.size() != before + 1 || rows.back().at(0) != person.name)
+        throw Error(
+            localized("The phonebook dialog did not pick %s; nothing is written.", oneLine(person.name)));
+}
+
+void DirectoryDialog::confirm() { driver_.press("LanFaxRcptPB OK Button"); }
+
+} // namespace quelm

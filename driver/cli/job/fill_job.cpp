@@ -1,0 +1,283 @@
+// The user actions behind the options of a job.
+#include "driver/cli/job/fill_job.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/terminal/progress_line.h"
+#include "base/translation.h"
+#include "driver/cli/job/directory_recipients.h"
+#include "driver/cli/job/pick_recipients.h"
+#include "driver/cli/job/recipients_csv.h"
+#include "driver/core/driver.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string>
+
+namespace quelm {
+namespace {
+
+constexpr const char* coverWindow = "Cover Sheet Setup Window";
+constexpr const char* senderWindow = "Sender Information Window";
+constexpr const char* recipientWindow = "LanFax Add Recipient Window";
+constexpr const char* recipientErrorWindow = "LanFax Add Recipient Error Window";
+
+/// The line that a label shows: its line breaks are blanks here.
+std::string labelText(const Driver& driver, const char* label)
+{
+    std::string text = driver.show(label).text.value_or("");
+    const std::string_view lineBreak = "&#10;";
+    for (auto at = text.find(lineBreak); at != std::string::npos; at = text.find(lineBreak, at))
+        text.replace(at, lineBreak.size(), " ");
+    std::ranges::replace(text, '\n', ' ');
+    return oneLine(text);
+}
+
+/// One job being filled.
+class JobFiller {
+public:
+    JobFiller(Driver& driver, const JobOptions& options, const QuestionPolicy& policy)
+        : driver_(driver), options_(options), policy_(policy)
+    {
+    }
+
+    void fill(const std::vector<RecipientInput>& recipients)
+    {
+        driver_.call("T40InvokeFaxDialog");
+        setPreferences();
+        setSending();
+        setDialing();
+        setCover();
+        addRecipients(recipients);
+        pickRecipients(driver_, options_, policy_);
+        addDirectoryRecipients(driver_, options_);
+        driver_.press("LanFax OK Button");
+        if (driver_.failedCallbacks() != 0)
+            throw Error(localized("the component failed while the job was put together; nothing is written"));
+    }
+
+private:
+    void setPreferences()
+    {
+        // A user who chose not to be asked gets duplicates without a question: to ask, or to skip,
+        // the question must come.
+        if (options_.duplicates && *options_.duplicates != Duplicates::add)
+            tick("--duplicates", "LanFax Pref Duplicates", true);
+    }
+
+    void setSending()
+    {
+        if (options_.confirmation)
+            choose("--no-confirmation", "LanFaxConfSheet", *options_.confirmation ? 0 : 1);
+        if (options_.resolution)
+            choose("--resolution", "LanFax Resolution", *options_.resolution);
+        if (options_.speed)
+            choose("--speed", "LanFax Send Speed", *options_.speed);
+        if (!options_.sendAt)
+            return;
+        const auto [hour, minute] = *options_.sendAt;
+        choose("--send-at", "LanFax Send Time", 1);
+        choose("--send-at", "SendAtHr", hour % 12 == 0 ? 12 : hour % 12);
+        choose("--send-at", "SendAtMin", minute);
+        choose("--send-at", "SendAtAmPm", hour < 12 ? 0 : 1);
+    }
+
+    void setDialing()
+    {
+        if (options_.prefix) {
+            tick("--prefix", "LanFax Dialing Prefix", true);
+            type("--prefix", "LanFax Dialing Prefix Info", *options_.prefix);
+        }
+        if (options_.creditCard) {
+            tick("--credit-card", "LanFax Credit Card", true);
+            type("--credit-card", "LanFax Credit Card Info", *options_.creditCard);
+        }
+    }
+
+    void setCover()
+    {
+        if (options_.cover)
+            choose("--cover", "LanFax Cover Sheet Option", *options_.cover ? 1 : 0);
+        const bool chosen = driver_.show("LanFax Cover Sheet Option").value == 1;
+        if (options_.note) {
+            require(chosen, "--note", "--cover");
+            type("--note", "LanFax Cover Sheet Notes", *options_.note);
+        }
+        if (const auto option = coverSetupOption(); option && !chosen)
+            throw UsageError(localized("%s needs a cover sheet; add --cover", *option));
+        // Also without such an option: only the set-up's OK takes the user's saved choices over.
+        if (chosen)
+            setUpCover();
+    }
+
+    /// The first given option that the cover sheet's set-up window carries out.
+    std::optional<std::string> coverSetupOption() const
+    {
+        if (options_.showRecipients)
+            return *options_.showRecipients ? "--show-recipients" : "--hide-recipients";
+        if (options_.customText)
+            return "--custom-text";
+        if (options_.showSender)
+            return *options_.showSender ? "--show-sender" : "--hide-sender";
+        return senderOption();
+    }
+
+    std::optional<std::string> senderOption() const
+    {
+        for (const auto& field : senderFields) {
+            if (options_.*field.text)
+                return field.option;
+        }
+        return std::nullopt;
+    }
+
+    void setUpCover()
+    {
+        driver_.press("LanFax Setup Cover Sheet Button");
+        if (!driver_.show(coverWindow).visible) {
+            if (const auto option = coverSetupOption())
+                throw Error(
+                    localized("%s: the component does not open its cover sheet set-up; leave the option away",
+                              *option));
+            return;
+        }
+        if (options_.showRecipients)
+            tick("--show-recipients", "Show Rcpt Info Checkbox", *options_.showRecipients);
+        const bool recipientsShown = driver_.show("Show Rcpt Info Checkbox").ticked.value_or(false);
+        if (options_.customText) {
+            require(recipientsShown, "--custom-text", "--show-recipients");
+            choose("--custom-text", "Show Rcpt Info", 1);
+            type("--custom-text", "Cover Sheet Custom Text", *options_.customText);
+        } else if (options_.showRecipients == true) {
+            choose("--show-recipients", "Show Rcpt Info", 0);
+        }
+        if (options_.showSender)
+            tick("--show-sender", "Show Sender Info Checkbox", *options_.showSender);
+        if (const auto option = senderOption())
+            setUpSender(*option);
+        driver_.press("LanFaxCover OK Button");
+    }
+
+    void setUpSender(const std::string& option)
+    {
+        require(driver_.show("Show Sender Info Checkbox").ticked.value_or(false), option, "--show-sender");
+        driver_.press("Sender Properties Button");
+        if (!driver_.show(senderWindow).visible)
+            throw Error(localized("%s: the component does not open its sender dialog; leave the option away",
+                                  option));
+        for (const auto& field : senderFields) {
+            if (const auto& text = options_.*field.text)
+                type(field.option, field.widget, *text);
+        }
+        driver_.press("LanFaxSender OK Button");
+    }
+
+    void addRecipients(const std::vector<RecipientInput>& recipients)
+    {
+        ProgressLine progress(localized("Adding recipients"));
+        for (std::size_t i = 0; i < recipients.size(); ++i) {
+            progress.show(i, recipients.size());
+            addRecipient(recipients[i], progress);
+        }
+    }
+
+    void addRecipient(const RecipientInput& recipient, ProgressLine& progress)
+    {
+        driver_.press("AddFaxRcpt");
+        if (driver_.show("AddtoPersonalPB").ticked.value_or(false))
+            driver_.tick("AddtoPersonalPB", false);
+        for (const auto& field : recipientFields) {
+            if (const auto& text = recipient.*field.text; !text.empty())
+                type(recipient.origin, field.widget, text);
+        }
+        driver_.press("LanFaxAddRcpt OK Button");
+        answerDuplicateQuestion(recipient, progress);
+        if (driver_.show(recipientErrorWindow).visible)
+            throw Error(recipient.origin + ": " + labelText(driver_, "LanFax Add Fax Rcpt Error Label"));
+        if (driver_.show(recipientWindow).visible)
+            throw Error(localized("%s: the component does not take this recipient", recipient.origin));
+        // The component drops a phone number that it does not accept without a word, and empties
+        // its field.
+        if (!recipient.phone.empty() && driver_.show("RecipientTelNumber").text.value_or("").empty())
+            throw Error(
+                // Translators: the recipient and its phone number.
+                localized("%s: the phone number \"%s\" is not accepted; write digits, such as +1 (555) "
+                          "123-4567",
+                          recipient.origin, oneLine(recipient.phone)));
+    }
+
+    void answerDuplicateQuestion(const RecipientInput& recipient, ProgressLine& progress)
+    {
+        const auto question = driver_.pendingQuestion();
+        if (!question)
+            return;
+        progress.wipe();
+        const bool add = policy_.addDuplicate(question->text, recipient.origin);
+        driver_.answer(add);
+        if (!add)
+            driver_.press("LanFaxAddRcpt Cancel Button");
+    }
+
+    static void require(bool given, const std::string& option, const std::string& needed)
+    {
+        if (!given)
+            // Translators: two options, such as --note and --cover.
+            throw UsageError(localized("%s needs %s", option, needed));
+    }
+
+    /// Runs a user action; `origin` says in the error line whose text or choice was refused.
+    template <typename Action>
+    static void act(const std::string& origin, const Action& action)
+    {
+        try {
+            action();
+        } catch (const Error& error) {
+            throw Error(origin + ": " + error.what());
+        }
+    }
+
+    void choose(const std::string& origin, const char* widget, int value)
+    {
+        act(origin, [&] { driver_.choose(widget, value); });
+    }
+
+    /// Ticks a box that does not stand so already: a click on it would turn it over.
+    void tick(const std::string& origin, const char* box, bool on)
+    {
+        act(origin, [&] {
+            if (driver_.show(box).ticked != on)
+                driver_.tick(box, on);
+        });
+    }
+
+    void type(const std::string& origin, const char* field, const std::string& text)
+    {
+        act(origin, [&] { driver_.type(field, text); });
+    }
+
+    Driver& driver_;
+    const JobOptions& options_;
+    const QuestionPolicy& policy_;
+};
+
+} // namespace
+
+std::vector<RecipientInput> recipientsOf(const JobOptions& options)
+{
+    std::vector<RecipientInput> recipients;
+    std::ranges::transform(options.to, std::back_inserter(recipients), recipientFromOption);
+    if (options.recipients) {
+        auto rows = readRecipientsCsv(*options.recipients);
+        std::ranges::move(rows, std::back_inserter(recipients));
+    }
+    return recipients;
+}
+
+void fillJob(Driver& driver, const JobOptions& options, const std::vector<RecipientInput>& recipients,
+             const QuestionPolicy& policy)
+{
+    JobFiller(driver, options, policy).fill(recipients);
+}
+
+} // namespace quelm

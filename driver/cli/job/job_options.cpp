@@ -1,0 +1,195 @@
+// The option set of a fax job, and what each option's value may be.
+#include "driver/cli/job/job_options.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <functional>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+template <typename Value>
+using Choices = std::vector<std::pair<std::string, Value>>;
+
+/// An option that takes one of a few words.
+template <typename Value>
+void addChoice(CLI::App& command, const std::string& name, const Choices<Value>& choices,
+               const std::function<void(Value)>& store, const std::string& description)
+{
+    std::string words;
+    for (const auto& [word, value] : choices)
+        words += (words.empty() ? "" : "|") + word;
+    const auto choose = [name, words, choices, store](const std::string& given) {
+        for (const auto& [word, value] : choices) {
+            if (word == given)
+                return store(value);
+        }
+        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
+    };
+    command.add_option_function<std::string>(name, choose, description)->type_name(words);
+}
+
+/// A pair of flags: `yes` asks for something, `no` for the opposite of what the user has saved.
+void addSwitch(CLI::App& command, const std::string& yes, const std::string& no, std::optional<bool>& value,
+               const std::string& yesDescription, const std::string& noDescription)
+{
+    const auto set = [&value, yes, no](bool to) {
+        if (value && *value != to)
+            throw CLI::ValidationError(yes, localized("stands beside %s", no));
+        value = to;
+    };
+    command.add_flag_callback(
+        yes, [set] { set(true); }, yesDescription);
+    command.add_flag_callback(
+        no, [set] { set(false); }, noDescription);
+}
+
+/// Takes a text as it stands, but only of these characters (any, when there are none).
+void addText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
+             const std::string& type, const std::string& description, const std::string& characters = {})
+{
+    const auto take = [&value, name, characters](const std::string& given) {
+        if (!characters.empty() &&
+            (given.empty() || given.find_first_not_of(characters) != std::string::npos))
+            throw CLI::ValidationError(name, localized("\"%s\" is no number to dial", given));
+        value = given;
+    };
+    command.add_option_function<std::string>(name, take, description)->type_name(type);
+}
+
+TimeOfDay timeOfDay(const std::string& given)
+{
+    const auto number = [](std::string_view digits, int most) {
+        int value = -1;
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        const bool whole = result.ec == std::errc() && result.ptr == digits.data() + digits.size();
+        return whole && value >= 0 && value <= most ? value : -1;
+    };
+    const std::string_view text = given;
+    const auto colon = text.find(':');
+    if (colon == 1 || colon == 2) {
+        const TimeOfDay time{number(text.substr(0, colon), 23), number(text.substr(colon + 1), 59)};
+        if (time.hour >= 0 && time.minute >= 0 && text.size() == colon + 3)
+            return time;
+    }
+    throw CLI::ValidationError("--send-at",
+                               localized("\"%s\" is no time of day; write HH:MM, such as 17:30", given));
+}
+
+void addRecipientOptions(CLI::App& command, JobOptions& options)
+{
+    command.add_option("--to", options.to, localized("Add a recipient; repeat for more"))
+        ->type_name("NAME=NUMBER")
+        ->allow_extra_args(false);
+    addText(command, "--recipients", options.recipients, "FILE.csv",
+            localized(
+                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
+                "and mailbox"));
+    addChoice<Duplicates>(
+        command, "--duplicates",
+        {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
+        [&options](Duplicates policy) { options.duplicates = policy; },
+        localized("What to do with a recipient that the job holds already (ask)"));
+    command
+        .add_option("--entry", options.entries, localized("Add an entry of the phonebook; repeat for more"))
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    command
+        .add_option("--group", options.groups,
+                    localized("Add the members of a phonebook group; repeat for more"))
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    addText(command, "--shared", options.shared, "PHONEBOOK",
+            localized("Take --entry and --group from this phonebook instead of the user's own"));
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--directory",
+            [&options](const std::vector<std::string>& given) {
+                for (const auto& prefix : given) {
+                    if (prefix.empty())
+                        throw CLI::ValidationError("--directory", localized("is empty"));
+                }
+                options.directory = given;
+            },
+            localized(
+                "Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins like "
+                "this; repeat for more"))
+        ->type_name("PREFIX")
+        ->allow_extra_args(false);
+}
+
+void addCoverOptions(CLI::App& command, JobOptions& options)
+{
+    addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
+              localized("Send no cover sheet"));
+    addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
+    addSwitch(command, "--show-recipients", "--hide-recipients", options.showRecipients,
+              localized("Name the recipients on the cover sheet"),
+              localized("Leave the recipients off the cover sheet"));
+    addText(command, "--custom-text", options.customText, "TEXT",
+            localized("Text on the cover sheet in place of the recipients' names"));
+    addSwitch(command, "--show-sender", "--hide-sender", options.showSender,
+              localized("Name the sender on the cover sheet"),
+              localized("Leave the sender off the cover sheet"));
+    for (const auto& field : senderFields)
+        addText(command, field.option, options.*field.text, "TEXT", translated(field.description));
+}
+
+void addSendingOptions(CLI::App& command, JobOptions& options)
+{
+    // The dialog lists Superfine before Fine.
+    addChoice<int>(
+        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
+        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
+    addChoice<int>(
+        command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
+        [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
+    addSwitch(command, "--confirmation", "--no-confirmation", options.confirmation,
+              localized("Print a confirmation sheet"), localized("Print no confirmation sheet"));
+    command
+        .add_option_function<std::string>(
+            "--send-at", [&options](const std::string& given) { options.sendAt = timeOfDay(given); },
+            localized("Send at a time of day, on the 24-hour clock"))
+        ->type_name("HH:MM");
+    addText(command, "--prefix", options.prefix, "DIGITS", localized("Dialled ahead of every fax number"),
+            "0123456789*#,");
+    addText(command, "--credit-card", options.creditCard, "NUMBER",
+            localized("Credit card that the call is charged to"), "0123456789 -");
+}
+
+void addDestinationOptions(CLI::App& command, JobOptions& options)
+{
+    addText(command, "--output", options.output, "FILE", localized("Where to write; - is standard output"));
+    const auto takeDevice = [&options](const std::string& given) {
+        try {
+            options.device = parseNetworkAddress(given);
+        } catch (const Error& error) {
+            throw CLI::ValidationError("--device", error.what());
+        }
+    };
+    command
+        .add_option_function<std::string>("--device", takeDevice,
+                                          localized("The device that takes the job on a TCP port (9100)"))
+        ->type_name("HOST[:PORT]");
+    addText(command, "--queue", options.queue, "NAME", localized("The CUPS queue that takes the job"));
+}
+
+} // namespace
+
+void addJobOptions(CLI::App& command, JobOptions& options)
+{
+    addRecipientOptions(command, options);
+    addCoverOptions(command, options);
+    addSendingOptions(command, options);
+    addChoice<Pdl>(
+        command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
+        localized("How the job carries its attributes (dsc)"));
+    addDestinationOptions(command, options);
+}
+
+} // namespace quelm

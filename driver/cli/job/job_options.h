@@ -1,0 +1,88 @@
+// The options that describe one fax job, shared by every command that makes one.
+#ifndef DRIVER_CLI_JOB_JOB_OPTIONS_H
+#define DRIVER_CLI_JOB_JOB_OPTIONS_H
+
+#include "base/net/network_address.h"
+#include "base/translation.h"
+#include "driver/plugin/fax_session.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace quelm {
+
+/// What to do with a recipient that stands in the job already.
+enum class Duplicates { ask, add, skip };
+
+/// A time of day: hour 0 to 23, minute 0 to 59.
+struct TimeOfDay {
+    int hour = 0;
+    int minute = 0;
+};
+
+/// What the user asked for. An option that was not given is empty, and then the user's saved
+/// choice stands. Texts are UTF-8, as they are to be typed.
+struct JobOptions {
+    std::vector<std::string> to;           ///< NAME=NUMBER each, in order
+    std::optional<std::string> recipients; ///< CSV file, after `to`
+    std::vector<std::string> entries;      ///< names in the phonebook, after those
+    std::vector<std::string> groups;       ///< groups of the phonebook, after those
+    std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last
+    std::optional<std::string> shared;     ///< the phonebook that they stand in; without it the user's own
+    std::optional<bool> cover;
+    std::optional<std::string> note;
+    std::optional<bool> showRecipients;
+    std::optional<std::string> customText;
+    std::optional<bool> showSender;
+    std::optional<std::string> senderName;
+    std::optional<std::string> senderNumber;
+    std::optional<std::string> senderOrganization;
+    std::optional<std::string> senderPhone;
+    std::optional<std::string> senderEmail;
+    std::optional<bool> confirmation;
+    std::optional<int> resolution; ///< index of "LanFax Resolution"
+    std::optional<int> speed;      ///< index of "LanFax Send Speed"
+    std::optional<TimeOfDay> sendAt;
+    std::optional<std::string> prefix;
+    std::optional<std::string> creditCard;
+    std::optional<Duplicates> duplicates;
+    std::optional<Pdl> pdl;
+    std::optional<std::string> output;    ///< a file, or "-" for standard output
+    std::optional<NetworkAddress> device; ///< the device that takes the job
+    std::optional<std::string> queue;     ///< the print queue that takes it
+};
+
+/// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
+void addJobOptions(CLI::App& command, JobOptions& options);
+
+/// One field of the sender dialog and the option that fills it.
+struct SenderField {
+    const char* option;
+    std::optional<std::string> JobOptions::*text;
+    const char* widget;
+    const char* description;
+};
+
+/// All sender fields, in the order of the dialog.
+inline constexpr std::array<SenderField, 5> senderFields{{
+    {"--sender-number", &JobOptions::senderNumber, "Sender Fax Number",
+     forTranslation("The sender's fax number")},
+    {"--sender-name", &JobOptions::senderName, "Sender Fax Name", forTranslation("The sender's name")},
+    {"--sender-organization", &JobOptions::senderOrganization, "Sender Fax Organization",
+     forTranslation("The sender's organization")},
+    {"--sender-phone", &JobOptions::senderPhone, "Sender Fax Tel Number",
+     forTranslation("The sender's phone number")},
+    {"--sender-email", &JobOptions::senderEmail, "Sender Fax Email Addr",
+     forTranslation("The sender's e-mail address")},
+}};
+
+} // namespace quelm
+
+#endif

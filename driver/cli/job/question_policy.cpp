@@ -1,0 +1,61 @@
+// Answering the duplicate question by policy, or by the person at the terminal.
+#include "driver/cli/job/question_policy.h"
+
+#include "base/error.h"
+#include "base/terminal/yes_no.h"
+#include "base/translation.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+namespace quelm {
+
+Terminal Terminal::standard()
+{
+    Terminal terminal;
+    terminal.interactive = ::isatty(STDIN_FILENO) == 1;
+    terminal.show = [](const std::string& text) { std::cerr << text << std::flush; };
+    terminal.readLine = []() -> std::optional<std::string> {
+        std::string line;
+        if (!std::getline(std::cin, line))
+            return std::nullopt;
+        return line;
+    };
+    return terminal;
+}
+
+QuestionPolicy::QuestionPolicy(Duplicates duplicates, Terminal terminal)
+    : duplicates_(duplicates), terminal_(std::move(terminal))
+{
+}
+
+bool QuestionPolicy::addDuplicate(const std::string& question, const std::string& origin) const
+{
+    return duplicates_ == Duplicates::ask ? ask(question, origin) : duplicates_ == Duplicates::add;
+}
+
+bool QuestionPolicy::ask(const std::string& question, const std::string& origin) const
+{
+    const Error unanswered(localized(
+        "%s: this recipient is in the job already; say --duplicates add or --duplicates skip", origin));
+    if (!terminal_.interactive)
+        throw unanswered;
+    std::string text = question;
+    std::erase(text, '\r');
+    for (;;) {
+        // Translators: a question in several lines, and how to answer it.
+        terminal_.show(localized("%s [y/n] ", text));
+        const auto answer = terminal_.readLine();
+        if (!answer)
+            throw unanswered;
+        if (isYes(*answer))
+            return true;
+        if (isNo(*answer))
+            return false;
+    }
+}
+
+} // namespace quelm

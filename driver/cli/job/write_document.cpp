@@ -1,0 +1,77 @@
+// From a filled job and a document to the place that takes it.
+#include "driver/cli/job/write_document.h"
+
+#include "base/clock.h"
+#include "base/error.h"
+#include "base/interruption.h"
+#include "base/log.h"
+#include "base/terminal/progress_line.h"
+#include "base/translation.h"
+#include "driver/jobs/cups_destination.h"
+#include "driver/jobs/job_writer.h"
+#include "driver/jobs/tcp_destination.h"
+
+#include <iostream>
+#include <memory>
+
+namespace quelm {
+namespace {
+
+std::unique_ptr<JobDestination> open(const JobTarget& target, const Document& document,
+                                     const std::string& user)
+{
+    if (const auto* device = std::get_if<NetworkAddress>(&target))
+        return openDevice(*device);
+    if (const auto* queue = std::get_if<QueueTarget>(&target))
+        return openQueue({queue->name, document.name(), user});
+    return openOutput(std::get<FileTarget>(target).path, document);
+}
+
+/// A job that is cut off on its way can do harm at the device. So a signal is no sudden end here.
+Receipt send(JobDestination& destination)
+{
+    ProgressLine progress(localized("Sending the job"));
+    Transfer transfer;
+    transfer.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
+    transfer.cancelled = &Interruption::requested;
+    try {
+        return destination.deliver(transfer);
+    } catch (const Error& error) {
+        // The signal that comes next leaves nobody who could tell.
+        if (Interruption::requested()) {
+            progress.wipe();
+            std::cerr << "quelm-driver: " << oneLine(error.what()) << std::endl;
+        }
+        throw;
+    }
+}
+
+} // namespace
+
+Document openDocument(const std::string& path)
+{
+    auto document = Document::open(path);
+    for (const auto& warning : document.warnings())
+        log(Severity::warning, warning);
+    return document;
+}
+
+void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
+                   const std::string& user, const std::function<void(const Receipt&)>& tell)
+{
+    const auto destination = open(target, document, user);
+    {
+        ProgressLine progress(localized("Writing the job"));
+        JobFacts facts;
+        facts.creator = "quelm-driver " QUELM_DRIVER_VERSION;
+        facts.now = localTime();
+        facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
+        writeFaxJob(session, document, pdl, destination->sink(), facts);
+    }
+    if (std::holds_alternative<FileTarget>(target))
+        return tell(destination->deliver());
+    const Interruption interruption;
+    tell(send(*destination));
+}
+
+} // namespace quelm

@@ -1,0 +1,42 @@
+// Writes the job of a session, with its document, to where the user wants it.
+#ifndef DRIVER_CLI_JOB_WRITE_DOCUMENT_H
+#define DRIVER_CLI_JOB_WRITE_DOCUMENT_H
+
+#include "base/net/network_address.h"
+#include "driver/documents/document.h"
+#include "driver/jobs/output.h"
+#include "driver/plugin/fax_session.h"
+
+#include <functional>
+#include <string>
+#include <variant>
+
+namespace quelm {
+
+/// A file or fifo; "-" is standard output.
+struct FileTarget {
+    std::string path;
+};
+
+/// A queue of the print system.
+struct QueueTarget {
+    std::string name;
+};
+
+/// Where a job is to go. An address is that of a device.
+using JobTarget = std::variant<FileTarget, NetworkAddress, QueueTarget>;
+
+/// Opens the document, and tells the user on standard error when something is amiss with it.
+Document openDocument(const std::string& path);
+
+/// Writes one print stream and hands it to `target` as `user`'s, with progress on a terminal; then calls
+/// `tell` with what became of it. Throws Error, and a file is what it was, when that fails.
+///
+/// Ctrl-C while the job goes to a device or queue ends that in order: what went out is told in one line on
+/// standard error, or by `tell`, before the signal ends the program.
+void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
+                   const std::string& user, const std::function<void(const Receipt&)>& tell);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,34 @@
+// The lines that a script's commands answer with.
+#ifndef DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
+#define DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
+
+#include "base/net/network_address.h"
+#include "driver/core/driver.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+/// widget "NAME" kind KIND visible yes|no sensitive yes|no operable yes|no ..., one line.
+std::string widgetAnswer(const WidgetView& view);
+
+/// rows "LIST" COUNT, and a line for each row with its cells.
+std::string rowsAnswer(std::string_view list, const std::vector<std::vector<std::string>>& rows);
+
+/// windows COUNT, and a line for each window (its view) with its title.
+std::string windowsAnswer(const std::vector<WidgetView>& windows);
+
+/// question "TEXT", one line.
+std::string questionAnswer(const QuestionView& question);
+
+/// handed device "HOST:PORT", one line.
+std::string deviceAnswer(const NetworkAddress& device);
+
+/// handed queue "NAME" job NUMBER, one line.
+std::string queueAnswer(std::string_view queue, int job);
+
+} // namespace quelm
+
+#endif

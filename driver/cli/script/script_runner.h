@@ -1,0 +1,36 @@
+// Carries out the steps of a script on a driver.
+#ifndef DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
+#define DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
+
+#include "driver/cli/script/script_parser.h"
+#include "driver/plugin/fax_session.h"
+
+#include <string>
+
+namespace quelm {
+
+class Driver;
+
+/// Carries out one step after the other. A step that cannot be carried out throws Error and has
+/// changed nothing.
+class ScriptRunner {
+public:
+    /// `driver` outlives the runner; `pdl` is the form of the jobs that `fax` writes.
+    ScriptRunner(Driver& driver, Pdl pdl) : driver_(driver), pdl_(pdl) {}
+
+    /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
+    /// question waits, an action's answer ends with it; a job that went to a device or queue is told ahead.
+    std::string run(const ScriptStep& step);
+
+private:
+    void act(const ScriptStep& step);
+    void fax(const ScriptStep& step);
+
+    Driver& driver_;
+    Pdl pdl_;
+    std::string receipt_; ///< what the last step answers beside "ok"
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,207 @@
+// Reads the driver's configuration file with GLib's key file parser.
+#include "driver/config/configuration.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <glib.h>
+
+#include "base/error.h"
+#include "base/file_handle.h"
+#include "base/translation.h"
+#include "driver/config/configuration_keys.h"
+
+namespace quelm {
+
+namespace {
+
+/// `problem` ends the sentence: "has ...", "cannot be read ...".
+[[noreturn]] void fail(const std::string& file, const std::string& problem)
+{
+    // Translators: %s is the file's name, and what is wrong with it: "has no value at ...".
+    throw Error(localized("The configuration file \"%s\" %s", file, problem));
+}
+
+struct Freer {
+    void operator()(GKeyFile* file) const { g_key_file_free(file); }
+    void operator()(gchar* text) const { g_free(text); }
+    void operator()(gchar** texts) const { g_strfreev(texts); }
+    void operator()(GError* error) const { g_error_free(error); }
+};
+using KeyFile = std::unique_ptr<GKeyFile, Freer>;
+using Text = std::unique_ptr<gchar, Freer>;
+using Texts = std::unique_ptr<gchar*, Freer>;
+using Problem = std::unique_ptr<GError, Freer>;
+
+/// GLib's message on one line, without its full stop.
+std::string oneLine(const GError& error)
+{
+    std::string text = error.message;
+    for (char& character : text) {
+        if (static_cast<unsigned char>(character) < 0x20)
+            character = ' ';
+    }
+    return text;
+}
+
+/// A file as it was read, and whose it is.
+struct Content {
+    std::string text;
+    struct stat status {};
+};
+
+/// The whole file; bounded, so that a device named by mistake does not fill the memory.
+Content contentOf(const std::string& path)
+{
+    constexpr std::size_t mostBytes = std::size_t{1} << 20U;
+    // A pipe that nobody writes to must not hold us up.
+    const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    Content content;
+    if (!file.isOpen() && errno == EACCES)
+        fail(path, localized("cannot be read: %s; check its permissions", std::strerror(errno)));
+    // What is looked at is what was opened, whatever the name stands for by now.
+    if (!file.isOpen() || fstat(file.get(), &content.status) != 0)
+        fail(path, localized("cannot be read: %s; check the name given", std::strerror(errno)));
+    if (S_ISDIR(content.status.st_mode))
+        fail(path, localized("is a folder; name a file"));
+    content.text.resize(mostBytes + 1);
+    std::size_t size = 0;
+    ssize_t got = 1;
+    while (size < content.text.size() && got > 0) {
+        got = read(file.get(), content.text.data() + size, content.text.size() - size);
+        size += got > 0 ? static_cast<std::size_t>(got) : 0;
+    }
+    if (got < 0)
+        fail(path, localized("cannot be read: %s", std::strerror(errno)));
+    if (size > mostBytes)
+        fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
+    content.text.resize(size);
+    return content;
+}
+
+/// A secret that others can read, or a stranger wrote, is none.
+void requirePrivate(const std::string& path, const struct stat& status)
+{
+    constexpr mode_t anybodyElse = S_IRWXG | S_IRWXO;
+    if ((status.st_mode & anybodyElse) != 0)
+        fail(path, localized("holds a secret, and others have access to it; run chmod 600 %s", path));
+    if (status.st_uid != geteuid() && status.st_uid != 0)
+        fail(path, localized("holds a secret, and belongs to another user; copy it to a file of your own"));
+}
+
+KeyFile parse(const std::string& path, const std::string& content)
+{
+    const char* invalid = nullptr;
+    if (g_utf8_validate_len(content.data(), content.size(), &invalid) == FALSE) {
+        const std::string_view valid(content.data(), static_cast<std::size_t>(invalid - content.data()));
+        std::size_t line = 1;
+        for (const char character : valid)
+            line += character == '\n' ? 1 : 0;
+        fail(path, localized("is no UTF-8 text in line %d; save it as UTF-8", line));
+    }
+    KeyFile keyFile(g_key_file_new());
+    GError* error = nullptr;
+    if (g_key_file_load_from_data(keyFile.get(), content.data(), content.size(), G_KEY_FILE_NONE, &error) ==
+        FALSE) {
+        const Problem problem(error);
+        // An empty file says nothing, which is fine.
+        if (content.find_first_not_of(" \t\r\n") != std::string::npos)
+            fail(path, localized("cannot be understood: %s", oneLine(*problem)));
+    }
+    return keyFile;
+}
+
+/// The key of that name, or an Error that lists what is possible.
+const ConfigurationKey& requireKey(const std::string& path, std::string_view group, std::string_view name)
+{
+    std::string possible;
+    for (const ConfigurationKey& key : configurationKeys()) {
+        if (key.group != group)
+            continue;
+        if (key.name == name)
+            return key;
+        possible += (possible.empty() ? "" : ", ") + std::string(key.name);
+    }
+    fail(path, localized("has an unknown key \"%s\" in [%s]; possible are %s", name, group, possible));
+}
+
+void requireGroup(const std::string& path, std::string_view group)
+{
+    if (std::ranges::find(configurationKeys(), group, &ConfigurationKey::group) == configurationKeys().end())
+        fail(path, localized("has an unknown group [%s]; possible are [driver], [job], [device] and "
+                             "[directory]",
+                             group));
+}
+
+void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* group)
+{
+    const std::string& path = configuration.file;
+    requireGroup(path, group);
+    const Texts names(g_key_file_get_keys(keyFile, group, nullptr, nullptr));
+    for (gchar** name = names.get(); name != nullptr && *name != nullptr; ++name) {
+        const ConfigurationKey& key = requireKey(path, group, *name);
+        const std::string where = "[" + std::string(group) + "] " + *name;
+        GError* error = nullptr;
+        const Text value(g_key_file_get_string(keyFile, group, *name, &error));
+        if (error != nullptr) { // a value may have come all the same
+            const Problem problem(error);
+            fail(path, localized("has a bad value at %s: %s", where, oneLine(*problem)));
+        }
+        if (*value == '\0')
+            fail(path, localized("has no value at %s; write one or remove the line", where));
+        const std::string expected = key.take(configuration, value.get());
+        if (!expected.empty())
+            fail(path, localized("has \"%s\" at %s, where %s is expected", value.get(), where, expected));
+    }
+}
+
+} // namespace
+
+Configuration readConfiguration(const std::string& path)
+{
+    Configuration configuration;
+    configuration.file = path;
+    const Content content = contentOf(path);
+    const KeyFile keyFile = parse(path, content.text);
+    const Texts groups(g_key_file_get_groups(keyFile.get(), nullptr));
+    for (gchar** group = groups.get(); *group != nullptr; ++group)
+        takeGroup(configuration, keyFile.get(), *group);
+    if (holdsSecret(configuration.device))
+        requirePrivate(path, content.status);
+    if (const std::string mismatch = deviceMismatch(configuration.device); !mismatch.empty())
+        fail(path, mismatch);
+    return configuration;
+}
+
+std::string userConfigurationFile()
+{
+    constexpr const char* below = "/quelm/quelm.conf";
+    // A relative XDG folder counts as none.
+    const char* folder = std::getenv("XDG_CONFIG_HOME");
+    if (folder != nullptr && *folder == '/')
+        return std::string(folder) + below;
+    const char* home = std::getenv("HOME");
+    return home != nullptr && *home != '\0' ? std::string(home) + "/.config" + below : "";
+}
+
+Configuration loadConfiguration(const std::optional<std::string>& namedFile)
+{
+    if (namedFile)
+        return readConfiguration(*namedFile);
+    const std::string own = userConfigurationFile();
+    struct stat status {};
+    // One that is there but cannot be read is an error: it was meant to be used.
+    if (own.empty() || (lstat(own.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR)))
+        return {};
+    return readConfiguration(own);
+}
+
+} // namespace quelm

@@ -1,0 +1,107 @@
+// Controls with a choice or a number: check boxes, radio groups, combo boxes, spin boxes.
+#ifndef DRIVER_DESKTOP_DIALOGS_CHOICE_CONTROLS_H
+#define DRIVER_DESKTOP_DIALOGS_CHOICE_CONTROLS_H
+
+#include "driver/desktop/dialogs/control.h"
+
+#include <string>
+#include <vector>
+
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/combobox.h>
+#include <gtkmm/liststore.h>
+#include <gtkmm/radiobutton.h>
+#include <gtkmm/spinbutton.h>
+
+namespace quelm {
+
+class CheckBoxControl : public Control {
+public:
+    CheckBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
+    Gtk::Widget* onScreen() override { return &box; }
+
+protected:
+    void show() override;
+
+private:
+    Gtk::CheckButton& box;
+};
+
+/// One choice of a radio group; the group itself has nothing on the screen. Groups are told apart by their
+/// first item's control, null when this is the first.
+class RadioItemControl : public Control {
+public:
+    RadioItemControl(Widget& treeWidget, DesktopContext& desktopContext, RadioItemControl* firstOfGroup);
+    Gtk::Widget* onScreen() override { return &button; }
+
+protected:
+    void show() override;
+
+private:
+    Gtk::RadioButton& button;
+};
+
+/// A radio group: it shows itself through its items.
+class RadioGroupControl : public Control {
+public:
+    /// The items' controls live as long as this one.
+    RadioGroupControl(Widget& treeWidget, DesktopContext& desktopContext, std::vector<Control*> itemControls)
+        : Control(treeWidget, desktopContext), items(std::move(itemControls))
+    {
+    }
+    /// The first item's; there is nothing else.
+    Gtk::Widget* onScreen() override { return items.empty() ? nullptr : items.front()->onScreen(); }
+
+protected:
+    void show() override;
+
+private:
+    std::vector<Control*> items;
+};
+
+class ComboBoxControl : public Control {
+public:
+    ComboBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
+    Gtk::Widget* onScreen() override { return &combo; }
+
+protected:
+    void show() override;
+
+private:
+    struct Columns : Gtk::TreeModelColumnRecord {
+        Columns();
+        Gtk::TreeModelColumn<Glib::ustring> text;
+        Gtk::TreeModelColumn<bool> sensitive;
+        Gtk::TreeModelColumn<int> index; // among all items; invisible ones are not in the list
+    };
+
+    struct Item {
+        std::string text;
+        bool sensitive;
+        int index;
+        bool operator==(const Item&) const = default;
+    };
+
+    void showItems();
+
+    Columns columns;
+    Glib::RefPtr<Gtk::ListStore> items;
+    std::vector<Item> shownItems;
+    Gtk::ComboBox& combo;
+};
+
+class SpinBoxControl : public Control {
+public:
+    SpinBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
+    Gtk::Widget* onScreen() override { return &spin; }
+
+protected:
+    void show() override;
+
+private:
+    Gtk::SpinButton& spin;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,152 @@
+// Shows a file chooser and takes what is chosen in it.
+#include "driver/desktop/dialogs/file_chooser_window.h"
+
+#include "base/translation.h"
+#include "driver/desktop/dialogs/dialog_habits.h"
+#include "driver/desktop/toolkit/shown_text.h"
+#include "driver/store/phonebook_file.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include <gtkmm/filefilter.h>
+
+namespace quelm {
+
+namespace {
+
+constexpr int usualWidth = 680;
+constexpr int usualHeight = 440;
+
+} // namespace
+
+FileStart fileStartOf(const std::string& text)
+{
+    const std::size_t slash = text.rfind('/');
+    const std::string last = slash == std::string::npos ? text : text.substr(slash + 1);
+    FileStart start;
+    start.folder = slash == std::string::npos ? "" : text.substr(0, slash);
+    if (last.find_first_of("*?[") != std::string::npos) {
+        start.pattern = last;
+    } else if (!last.empty()) {
+        start.file = text;
+    }
+    return start;
+}
+
+std::string withEnding(const std::string& path, const std::string& pattern)
+{
+    const bool hasEnding = path.find('.', path.rfind('/') + 1) != std::string::npos;
+    const bool isEnding = pattern.starts_with("*.") && pattern.find_first_of("*?[", 1) == std::string::npos;
+    std::error_code failure;
+    const bool isTaken = path.empty() || hasEnding || std::filesystem::exists(path, failure);
+    return isTaken || !isEnding ? path : path + pattern.substr(1);
+}
+
+FileChooserWindow::FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext)
+    : TopLevel(treeWidget, desktopContext),
+      dialog("", takesNewFiles(treeWidget) ? Gtk::FILE_CHOOSER_ACTION_SAVE : Gtk::FILE_CHOOSER_ACTION_OPEN)
+{
+    Gtk::Button& cancel = *dialog.add_button(localized("_Cancel"), Gtk::RESPONSE_CANCEL);
+    Gtk::Button& open = *dialog.add_button(localized("_Open"), Gtk::RESPONSE_ACCEPT);
+    dialog.set_default_response(Gtk::RESPONSE_ACCEPT);
+    dialog.set_create_folders(false);
+    dialog.set_local_only(true);
+    trouble.set_line_wrap(true);
+    trouble.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+    trouble.set_max_width_chars(60);
+    trouble.set_xalign(0);
+    dialog.set_extra_widget(trouble);
+    dialog.signal_response().connect([this](int response) { respond(response); });
+    dialog.signal_delete_event().connect([](GdkEventAny*) { return true; }, false);
+    describe(dialog, tree.name());
+    describe(cancel, tree.name() + " Cancel");
+    describe(open, tree.name() + " Open");
+    describe(trouble, "Dialog Message");
+    refresh();
+}
+
+void FileChooserWindow::show()
+{
+    dialog.set_title(shownText(tree));
+    const FileStart start = fileStartOf(tree.text());
+    if (!start.pattern.empty() && start.pattern != pattern) {
+        pattern = start.pattern;
+        addFilters();
+    }
+}
+
+void FileChooserWindow::addFilters()
+{
+    const auto matching = Gtk::FileFilter::create();
+    matching->set_name(localized("Phonebooks (%s)", drawable(pattern)));
+    matching->add_pattern(pattern);
+    const auto all = Gtk::FileFilter::create();
+    all->set_name(localized("All Files"));
+    all->add_pattern("*");
+    for (const auto& filter : dialog.list_filters()) {
+        dialog.remove_filter(filter);
+    }
+    dialog.add_filter(matching);
+    dialog.add_filter(all);
+    dialog.set_filter(matching);
+}
+
+void FileChooserWindow::present(Gtk::Window& over)
+{
+    clearTrouble();
+    const FileStart start = fileStartOf(tree.text());
+    if (!start.file.empty()) {
+        dialog.set_filename(start.file);
+    } else if (!start.folder.empty()) {
+        dialog.set_current_folder(start.folder);
+    }
+    const bool isNew = !dialog.get_realized();
+    TopLevel::present(over);
+    if (isNew) {
+        // The toolkit would make it as large as most of the screen, and centres it by that size.
+        dialog.resize(usualWidth, usualHeight);
+        centre(over);
+    }
+}
+
+void FileChooserWindow::centre(Gtk::Window& over)
+{
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    over.get_position(left, top);
+    over.get_size(width, height);
+    dialog.move(std::max(0, left + (width - usualWidth) / 2), std::max(0, top + (height - usualHeight) / 2));
+}
+
+void FileChooserWindow::respond(int response)
+{
+    if (response != Gtk::RESPONSE_ACCEPT) {
+        act([&chooser = tree](UserActions& actions) { actions.closeWindow(chooser); });
+        return;
+    }
+    const bool mayBeNew = takesNewFiles(tree);
+    const std::string chosen = dialog.get_filename();
+    const std::string path = mayBeNew ? withEnding(chosen, pattern) : chosen;
+    act([&chooser = tree, mayBeNew, path](UserActions& actions) {
+        if (!mayBeNew && !path.empty()) {
+            // The component would take it all the same, and list nothing.
+            phonebook_file::requirePhonebook(path);
+        }
+        actions.type(chooser, path);
+        actions.press(chooser);
+    });
+}
+
+void FileChooserWindow::showTrouble(const std::string& message)
+{
+    trouble.set_text(drawable(message));
+    trouble.show();
+}
+
+void FileChooserWindow::clearTrouble() { trouble.hide(); }
+
+} // namespace quelm

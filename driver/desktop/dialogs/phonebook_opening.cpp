@@ -1,0 +1,62 @@
+// Looks for what the phonebook program needs.
+#include "driver/desktop/dialogs/phonebook_opening.h"
+
+#include "base/error.h"
+#include "base/terminal/terminal_emulator.h"
+#include "base/translation.h"
+#include "driver/store/phonebook_file.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+namespace {
+
+/// The field beside a button that shows which phonebook it opens.
+struct OpeningButton {
+    std::string_view button;
+    std::string_view field;
+};
+
+constexpr std::array<OpeningButton, 2> openingButtons{{
+    {"Open Personal PB Button", "LanFax Personal PB Name"},
+    {"Open Shared PB Button", "LanFax Shared PB Name"},
+}};
+
+/// The field's text; empty when there is no such field.
+std::string shownPath(const Widget& button, std::string_view field)
+{
+    for (const auto& sibling : button.parent()->children()) {
+        if (sibling->name() == field) {
+            return sibling->text();
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+void requireOpenablePhonebook(const Widget& button)
+{
+    const auto* found =
+        std::find_if(openingButtons.begin(), openingButtons.end(),
+                     [&button](const OpeningButton& entry) { return entry.button == button.name(); });
+    if (found == openingButtons.end()) {
+        return;
+    }
+    const std::string path = shownPath(button, found->field);
+    if (!path.empty()) {
+        phonebook_file::requirePhonebook(path);
+    } else if (found->button == "Open Shared PB Button") {
+        // A personal one there always is, also while "Defaults" has emptied its field.
+        throw Error(localized("no shared phonebook is chosen; choose one with \"Select File...\""));
+    }
+    if (isStartedFromDesktop()) {
+        static_cast<void>(terminalEmulator());
+    }
+}
+
+} // namespace quelm

@@ -1,0 +1,46 @@
+// The component's questions on the screen.
+#ifndef DRIVER_DESKTOP_DIALOGS_QUESTION_DIALOGS_H
+#define DRIVER_DESKTOP_DIALOGS_QUESTION_DIALOGS_H
+
+#include "driver/desktop/dialogs/control.h"
+#include "driver/plugin/questions.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gtkmm/messagedialog.h>
+
+namespace quelm {
+
+/// A question's text as a dialog shows it.
+std::string questionText(const std::string& text);
+
+/// Shows the question that is to be answered next, modal over the window on top. Nobody waits for the
+/// answer in here: it is one more user action. Escape and the frame's close mean no.
+class QuestionDialogs : public Refreshable {
+public:
+    /// `topWindow` tells the window that a question belongs over.
+    QuestionDialogs(DesktopContext& desktopContext, std::function<Gtk::Window&()> topWindow);
+    ~QuestionDialogs() override;
+    QuestionDialogs(const QuestionDialogs&) = delete;
+    QuestionDialogs& operator=(const QuestionDialogs&) = delete;
+
+    void refresh() override;
+
+    /// The dialog on the screen, null without a question.
+    Gtk::MessageDialog* onScreen() { return dialog.get(); }
+
+private:
+    void ask(const Question& question);
+    void answer(bool yes);
+
+    DesktopContext& context;
+    std::function<Gtk::Window&()> topWindow;
+    std::unique_ptr<Gtk::MessageDialog> dialog;
+    int shown = 0; // the number of the question on the screen
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,97 @@
+// Shows a text field and types into it.
+#include "driver/desktop/dialogs/text_field_control.h"
+
+#include "driver/desktop/dialogs/dialog_habits.h"
+#include "driver/desktop/toolkit/shown_text.h"
+
+#include <algorithm>
+
+#include <gtkmm/window.h>
+
+namespace quelm {
+
+namespace {
+
+/// What is pasted may hold line ends and tabs, which no field of a job takes.
+std::string withoutControlCharacters(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char character) {
+            const auto code = static_cast<unsigned char>(character);
+            return code < 0x20 || code == 0x7F;
+        },
+        ' ');
+    return text;
+}
+
+constexpr std::size_t toolkitsLimit = 65535;
+
+} // namespace
+
+TextFieldControl::TextFieldControl(Widget& treeWidget, DesktopContext& desktopContext)
+    : Control(treeWidget, desktopContext), entry(*Gtk::make_managed<Gtk::Entry>())
+{
+    const std::string* editable = tree.attribute("Editable");
+    if (editable != nullptr && *editable == "false") {
+        entry.set_editable(false);
+        entry.get_style_context()->add_class("read-only");
+    }
+    // The definition says how wide it is.
+    entry.set_width_chars(1);
+    entry.signal_changed().connect([this] { typed(); });
+    entry.signal_activate().connect([this] { activated(); });
+    describe(entry, tree.name(), accessibleName(tree));
+}
+
+void TextFieldControl::show()
+{
+    // What a person typed is nobody's to translate; a state that a field only shows is.
+    const bool takesTyping = entry.get_editable() && tree.sensitive();
+    const Glib::ustring text = takesTyping ? drawable(tree.text()) : shownText(tree);
+    if (entry.get_text() != text) {
+        // A phonebook may hold more than a person can type here, and shortening it would lose it.
+        const std::size_t length = std::max(tree.maximumLength(), text.size());
+        entry.set_max_length(length > toolkitsLimit ? 0 : static_cast<int>(length));
+        entry.set_text(text);
+        if (!entry.get_editable()) {
+            // The end of a path says more than its beginning.
+            entry.set_position(-1);
+            entry.set_tooltip_text(text);
+        }
+    }
+    if (text.size() <= tree.maximumLength() && tree.maximumLength() <= toolkitsLimit) {
+        entry.set_max_length(static_cast<int>(tree.maximumLength()));
+    }
+    showState(entry);
+}
+
+void TextFieldControl::typed()
+{
+    if (!isUsersDoing()) {
+        return;
+    }
+    const std::string clean = withoutControlCharacters(entry.get_text());
+    if (entry.get_text() != clean) {
+        const int cursor = entry.get_position();
+        entry.set_text(clean); // comes back here with the clean text
+        entry.set_position(cursor);
+        return;
+    }
+    // What is too long, because a phonebook had it so, is refused and stays on the screen to be shortened:
+    // refreshing this control would put the deleted letters back.
+    context.turns.act(
+        [&field = tree, clean, &driver = context.driver] { driver.actions().type(field, clean); });
+}
+
+void TextFieldControl::activated()
+{
+    Widget* button = buttonBeside(tree);
+    if (button != nullptr && button->onScreen() && button->active()) {
+        act([button](UserActions& actions) { actions.press(*button); });
+    } else if (auto* window = dynamic_cast<Gtk::Window*>(entry.get_toplevel())) {
+        window->activate_default();
+    }
+}
+
+} // namespace quelm

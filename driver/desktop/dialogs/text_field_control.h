@@ -1,0 +1,28 @@
+// A one-line text field.
+#ifndef DRIVER_DESKTOP_DIALOGS_TEXT_FIELD_CONTROL_H
+#define DRIVER_DESKTOP_DIALOGS_TEXT_FIELD_CONTROL_H
+
+#include "driver/desktop/dialogs/control.h"
+
+#include <gtkmm/entry.h>
+
+namespace quelm {
+
+class TextFieldControl : public Control {
+public:
+    TextFieldControl(Widget& treeWidget, DesktopContext& desktopContext);
+    Gtk::Widget* onScreen() override { return &entry; }
+
+protected:
+    void show() override;
+
+private:
+    void typed();
+    void activated();
+
+    Gtk::Entry& entry;
+};
+
+} // namespace quelm
+
+#endif

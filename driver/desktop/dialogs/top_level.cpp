@@ -1,0 +1,29 @@
+// Shows and hides windows, keeping their places.
+#include "driver/desktop/dialogs/top_level.h"
+
+namespace quelm {
+
+void TopLevel::present(Gtk::Window& over)
+{
+    Gtk::Window& window = *onScreen();
+    window.set_transient_for(over);
+    window.set_modal(true);
+    if (hasPosition) {
+        window.move(x, y);
+    } else {
+        window.set_position(Gtk::WIN_POS_CENTER_ON_PARENT);
+    }
+    window.present();
+}
+
+void TopLevel::withdraw()
+{
+    Gtk::Window& window = *onScreen();
+    if (window.get_visible()) {
+        window.get_position(x, y);
+        hasPosition = true;
+        window.hide();
+    }
+}
+
+} // namespace quelm

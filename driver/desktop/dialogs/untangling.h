@@ -1,0 +1,71 @@
+// Moves the lines along which widgets begin until no two widgets overlap.
+#ifndef DRIVER_DESKTOP_DIALOGS_UNTANGLING_H
+#define DRIVER_DESKTOP_DIALOGS_UNTANGLING_H
+
+#include "driver/desktop/dialogs/placement.h"
+
+#include <map>
+#include <vector>
+
+namespace quelm {
+
+/// Where widgets begin along one axis, and how far each such line has moved. A line moves at least as far
+/// as those before it.
+class GuideLines {
+public:
+    void add(int position) { shifts.emplace(position, 0); }
+
+    /// Where the line of `position`, which was added, has come to lie.
+    int moved(int position) const { return position + shifts.at(position); }
+
+    /// Where something that reached up to `edge`, before the lines moved, ends now.
+    int movedEnd(int edge) const;
+
+    /// Moves the line of `position` at least to `target`, and those behind it by at least as much.
+    void moveTo(int position, int target);
+
+private:
+    std::map<int, int> shifts;
+};
+
+/// One axis of a widget.
+struct PlacementExtent {
+    int begin = 0;
+    int asked = 0; // 0: whatever it needs
+    int needed = 0;
+    bool stretches = false;
+};
+
+/// The widgets of a container, apart from one another.
+class Untangling {
+public:
+    explicit Untangling(const std::vector<PlacementItem>& items);
+
+    struct Box {
+        PlacementExtent x;
+        PlacementExtent y;
+    };
+
+    const std::vector<Box>& boxes() const { return allBoxes; }
+    /// Where the widgets stand, those that stretch reaching as far among the others as they asked to.
+    const std::vector<PlacedRectangle>& places() const { return finalPlaces; }
+    const GuideLines& columns() const { return columnLines; }
+    const GuideLines& rows() const { return rowLines; }
+
+private:
+    PlacedRectangle place(const Box& box) const;
+    void stretch();
+    bool separateOne();
+    bool tooClose(const Box& one, const Box& other) const;
+    void separate(const Box& one, const Box& other);
+    bool meantSideBySide(const Box& one, const Box& other) const;
+
+    std::vector<Box> allBoxes;
+    std::vector<PlacedRectangle> finalPlaces;
+    GuideLines columnLines;
+    GuideLines rowLines;
+};
+
+} // namespace quelm
+
+#endif

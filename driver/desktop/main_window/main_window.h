@@ -1,0 +1,166 @@
+// The driver's main window: a document, its fax, and where the job goes.
+#ifndef DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_H
+#define DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_H
+
+#include "driver/core/driver.h"
+#include "driver/desktop/help/help_window.h"
+#include "driver/desktop/pages/document_panel.h"
+#include "driver/desktop/pages/page_preview.h"
+#include "driver/desktop/sending/desktop_choices.h"
+#include "driver/desktop/sending/destination_panel.h"
+#include "driver/desktop/sending/document_loading.h"
+#include "driver/desktop/sending/job_sending.h"
+#include "driver/desktop/toolkit/message_bar.h"
+
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/filechooserdialog.h>
+#include <gtkmm/label.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/progressbar.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace quelm {
+
+class DialogWindows;
+
+/// What the window starts with.
+struct MainWindowOptions {
+    Pdl pdl = Pdl::dsc;      ///< the form of jobs, unless the user chose one here
+    std::string choicesFile; ///< where the user's choices are kept
+    std::string creator;     ///< the program, as jobs name it
+};
+
+/// The window. The component's dialogs belong to `DialogWindows`; this one stands behind them.
+///
+/// For assistive tools and tests, the accessible descriptions of its controls are fixed names: "Main Open
+/// Button", "Main Fax Setup Button", "Main Fax Summary", "Main Destination Kind", "Main Destination File",
+/// "Main Destination Device", "Main Destination Queue", "Main Job Format", "Main Message", "Main Progress",
+/// "Main Cancel Button", "Main Help Button", "Main Preview Button", "Main Send Button", ...
+class MainWindow : public Gtk::ApplicationWindow {
+public:
+    /// `driver` outlives the window.
+    MainWindow(Driver& driver, const MainWindowOptions& options);
+    ~MainWindow() override;
+
+    /// Brings in the component's dialogs, which live as long as the window is used.
+    void connectDialogs(DialogWindows& dialogs);
+
+    /// Called when the window has closed, which ends the program.
+    void setClosed(std::function<void()> closed) { closed_ = std::move(closed); }
+
+    /// Opens a document, in place of the one that is open.
+    void openDocument(const std::string& path);
+
+    /// Tells the user something in one line.
+    void tell(Gtk::MessageType type, const std::string& line) { messages_.tell(type, line); }
+
+    /// The same, unless something else is being told.
+    void tellAside(Gtk::MessageType type, const std::string& line);
+
+    /// Shows the help on a topic at the first of `places` that it has a section about.
+    void showHelp(const std::string& topic, const std::vector<std::string>& places);
+
+    /// The section that the help shows; empty before the first help.
+    std::string helpSection() const { return helpWindow_ ? helpWindow_->currentSection() : std::string(); }
+
+    /// Closes the window without a question; a job that is being sent is cancelled.
+    void closeAtOnce();
+
+    /// The actions behind its buttons and menus, by name: "win.open", "win.fax-setup", "win.preview",
+    /// "win.send", "win.cancel", "win.help", "win.about", "win.quit".
+    static Glib::RefPtr<Gio::Menu> menu();
+
+protected:
+    bool on_delete_event(GdkEventAny* event) override;
+    void on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
+                               const Gtk::SelectionData& data, guint info, guint time) override;
+    void on_size_allocate(Gtk::Allocation& allocation) override;
+
+private:
+    void layOut();
+    void addActions();
+    void describeControls();
+    void showFax();
+    void updateActions();
+
+    void chooseDocument();
+    void documentLoaded(const LoadingResult& result);
+    void faxSetup();
+
+    bool readyToWrite();
+    JobOrder orderFor(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
+    void preview();
+    void send();
+    void sendTo(const DestinationChoice& destination);
+    void startSending(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
+    void sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
+                      const SendingEnd& end);
+    bool showProgress();
+    struct Question {
+        std::string fixedName; ///< for assistive tools and tests
+        std::string text;
+        std::string details;
+        std::string no; ///< the buttons' texts
+        std::string yes;
+    };
+    void ask(const Question& question, std::function<void()> answeredYes);
+    bool isAsking() const { return question_ && question_->get_visible(); }
+    void about();
+
+    DestinationChoice destination() const;
+    DesktopChoices choices() const;
+    void followHeight();
+    void giveHeightBack();
+
+    Driver& driver_;
+    MainWindowOptions options_;
+    DialogWindows* dialogs_ = nullptr;
+    std::function<void()> closed_;
+    DesktopChoicesFile choicesFile_;
+    DesktopChoices kept_;
+    bool waitsForRecipient_ = false; ///< the message asks for one
+    bool waitsForAnswer_ = false;    ///< the message asks to answer the question
+    int height_ = 0;                 ///< of the window, in pixels
+    int heightAtRest_ = 0;           ///< the same without what passing parts need
+
+    Gtk::Box box_{Gtk::ORIENTATION_VERTICAL};
+    MessageBar messages_;
+    Gtk::Box columns_{Gtk::ORIENTATION_HORIZONTAL};
+    DocumentPanel documentPanel_;
+    Gtk::Box form_{Gtk::ORIENTATION_VERTICAL};
+    Gtk::Button open_;
+    Gtk::Label faxSummary_;
+    Gtk::Button faxSetup_;
+    DestinationPanel destinationPanel_;
+    Gtk::Box progressBox_{Gtk::ORIENTATION_HORIZONTAL};
+    Gtk::ProgressBar progress_;
+    Gtk::Button cancel_;
+    Gtk::Box bar_{Gtk::ORIENTATION_HORIZONTAL};
+    Gtk::Button help_;
+    Gtk::Button preview_;
+    Gtk::Button send_;
+
+    DocumentLoading loading_;
+    std::shared_ptr<const LoadedDocument> document_;
+    JobSending sending_;
+    sigc::connection progressTimer_;
+    std::unique_ptr<Gtk::FileChooserDialog> chooser_;
+    std::unique_ptr<Gtk::MessageDialog> question_;
+    std::unique_ptr<PagePreview> previewWindow_;
+    std::unique_ptr<HelpWindow> helpWindow_;
+};
+
+/// "2 recipients, with a cover page".
+std::string faxSummary(std::size_t recipients, bool coverPage);
+
+} // namespace quelm
+
+#endif

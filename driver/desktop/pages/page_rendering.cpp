@@ -1,0 +1,320 @@
+// Runs Ghostscript as an asynchronous subprocess, and parts its output into pages.
+#include "driver/desktop/pages/page_rendering.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/desktop/pages/png_stream.h"
+
+#include <gio/gio.h>
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <utility>
+#include <vector>
+
+namespace quelm {
+namespace {
+
+template <typename Object>
+struct Unref {
+    void operator()(Object* object) const { g_object_unref(object); }
+};
+template <typename Object>
+using Reference = std::unique_ptr<Object, Unref<Object>>;
+
+constexpr std::size_t mostMessageBytes = 16384;
+constexpr std::string_view pageCountMark = "quelm pages: ";
+
+/// The arguments of Ghostscript; the stream is its standard input.
+std::vector<std::string> argumentsFor(const RenderingRequest& request)
+{
+    std::vector<std::string> arguments = {request.ghostscript, "-q",         "-dSAFER",         "-dBATCH",
+                                          "-dNOPAUSE",         "-dNOPROMPT", "-sstdout=%stderr"};
+    if (request.pages == RenderingRequest::Pages::count) {
+        arguments.insert(arguments.end(), {"-sDEVICE=nullpage", "-", "-c",
+                                           "(\\n" + std::string(pageCountMark) +
+                                               ") print currentpagedevice /PageCount get = flush"});
+        return arguments;
+    }
+    arguments.insert(arguments.end(),
+                     {"-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4",
+                      "-r" + std::to_string(request.resolution), "-sOutputFile=%stdout", "-"});
+    return arguments;
+}
+
+int pageCountIn(std::string_view messages)
+{
+    const auto mark = messages.rfind(pageCountMark);
+    int count = -1;
+    if (mark != std::string_view::npos) {
+        messages.remove_prefix(mark + pageCountMark.size());
+        std::from_chars(messages.data(), messages.data() + messages.size(), count);
+    }
+    return count;
+}
+
+/// The line in which Ghostscript names an error, or the empty text.
+std::string errorIn(std::string_view messages)
+{
+    const auto found = messages.find("Error: ");
+    if (found == std::string_view::npos)
+        return {};
+    return oneLine(std::string(messages.substr(found, messages.find('\n', found) - found)));
+}
+
+} // namespace
+
+/// One run. It holds itself while Ghostscript lives or output is being read.
+class PageRendering::Run : public std::enable_shared_from_this<Run> {
+public:
+    Run(const RenderingRequest& request, PageDrawn drawn, Ended ended)
+        : request_(request), drawn_(std::move(drawn)), ended_(std::move(ended)),
+          pictures_(request.pictureLimit), cancellation_(g_cancellable_new())
+    {
+    }
+
+    ~Run()
+    {
+        if (timer_ != 0)
+            g_source_remove(timer_);
+    }
+
+    void start(const FileHandle& stream, std::function<void()> forget)
+    {
+        forget_ = std::move(forget);
+        // Opened anew, because runs that share a descriptor would share how far they have read.
+        FileHandle input(
+            ::open(("/proc/self/fd/" + std::to_string(stream.get())).c_str(), O_RDONLY | O_CLOEXEC));
+        if (!input.isOpen())
+            return endSoon(systemReason(errno));
+        const Reference<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
+            static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+        g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
+        // A document may keep Ghostscript busy for ever: it does not outlive the desktop, however that ends.
+        g_subprocess_launcher_set_child_setup(
+            launcher.get(), [](gpointer) { ::prctl(PR_SET_PDEATHSIG, SIGKILL); }, nullptr, nullptr);
+        const auto arguments = argumentsFor(request_);
+        std::vector<const gchar*> pointers;
+        pointers.reserve(arguments.size() + 1);
+        for (const auto& argument : arguments)
+            pointers.push_back(argument.c_str());
+        pointers.push_back(nullptr);
+        GError* error = nullptr;
+        process_.reset(g_subprocess_launcher_spawnv(launcher.get(), pointers.data(), &error));
+        if (!process_) {
+            const std::string reason = g_error_matches(error, G_SPAWN_ERROR, G_SPAWN_ERROR_NOENT)
+                                           ? translated("Ghostscript is not installed")
+                                           : std::string(error->message);
+            g_error_free(error);
+            return endSoon(reason);
+        }
+        timer_ = g_timeout_add(static_cast<guint>(request_.timeLimit.count()), &Run::outOfTime, this);
+        readPictures();
+        readMessages();
+        g_subprocess_wait_async(process_.get(), nullptr, &Run::exited, hold());
+    }
+
+    void cancel()
+    {
+        silent_ = true;
+        stop();
+    }
+
+private:
+    using Hold = std::shared_ptr<Run>;
+
+    /// Keeps the run alive until a callback has come.
+    Hold* hold() { return new Hold(shared_from_this()); }
+    static Hold release(gpointer data)
+    {
+        const std::unique_ptr<Hold> held(static_cast<Hold*>(data));
+        return *held;
+    }
+
+    void stop()
+    {
+        if (process_)
+            g_subprocess_force_exit(process_.get());
+        g_cancellable_cancel(cancellation_.get());
+    }
+
+    /// Stops drawing; what is drawn already stays.
+    void giveUp(const std::string& reason)
+    {
+        if (trouble_.empty())
+            trouble_ = reason;
+        stop();
+    }
+
+    static gboolean outOfTime(gpointer data)
+    {
+        auto& run = *static_cast<Run*>(data);
+        run.timer_ = 0;
+        run.giveUp(translated("Drawing the pages took too long"));
+        return G_SOURCE_REMOVE;
+    }
+
+    void readPictures()
+    {
+        constexpr gsize block = 65536;
+        g_input_stream_read_bytes_async(g_subprocess_get_stdout_pipe(process_.get()), block,
+                                        G_PRIORITY_DEFAULT, cancellation_.get(), &Run::picturesRead, hold());
+    }
+
+    static void picturesRead(GObject* pipe, GAsyncResult* result, gpointer data)
+    {
+        const Hold run = release(data);
+        GBytes* bytes = g_input_stream_read_bytes_finish(G_INPUT_STREAM(pipe), result, nullptr);
+        gsize size = 0;
+        const void* content = bytes == nullptr ? nullptr : g_bytes_get_data(bytes, &size);
+        if (size > 0)
+            run->take({static_cast<const char*>(content), size});
+        g_bytes_unref(bytes);
+        if (size > 0)
+            return run->readPictures();
+        run->picturesEnded_ = true;
+        run->endIfComplete();
+    }
+
+    void take(std::string_view bytes)
+    {
+        if (silent_ || !trouble_.empty() || enough_)
+            return;
+        total_ += bytes.size();
+        try {
+            pictures_.append(bytes);
+            while (!silent_ && !enough_) {
+                auto picture = pictures_.next();
+                if (!picture)
+                    break;
+                ++drawnPages_;
+                enough_ = request_.pages == RenderingRequest::Pages::first;
+                drawn_(std::move(*picture));
+            }
+        } catch (const Error& error) {
+            return giveUp(error.what());
+        }
+        if (enough_)
+            stop();
+        else if (total_ > request_.totalLimit)
+            giveUp(localizedCount("Only the first page is shown, because the document is very large",
+                                  "Only the first %d pages are shown, because the document is very large",
+                                  static_cast<unsigned long>(drawnPages_), drawnPages_));
+    }
+
+    void readMessages()
+    {
+        constexpr gsize block = 4096;
+        g_input_stream_read_bytes_async(g_subprocess_get_stderr_pipe(process_.get()), block,
+                                        G_PRIORITY_DEFAULT, cancellation_.get(), &Run::messagesRead, hold());
+    }
+
+    static void messagesRead(GObject* pipe, GAsyncResult* result, gpointer data)
+    {
+        const Hold run = release(data);
+        GBytes* bytes = g_input_stream_read_bytes_finish(G_INPUT_STREAM(pipe), result, nullptr);
+        gsize size = 0;
+        const void* content = bytes == nullptr ? nullptr : g_bytes_get_data(bytes, &size);
+        run->messages_.append(static_cast<const char*>(content), size);
+        g_bytes_unref(bytes);
+        // The first error tells the reason; the page count comes last.
+        if (run->messages_.size() > mostMessageBytes)
+            run->messages_.erase(mostMessageBytes / 2, run->messages_.size() - mostMessageBytes);
+        if (size > 0)
+            return run->readMessages();
+        run->messagesEnded_ = true;
+        run->endIfComplete();
+    }
+
+    static void exited(GObject* process, GAsyncResult* result, gpointer data)
+    {
+        const Hold run = release(data);
+        g_subprocess_wait_finish(G_SUBPROCESS(process), result, nullptr);
+        run->exited_ = true;
+        run->endIfComplete();
+    }
+
+    void endIfComplete()
+    {
+        if (!exited_ || !picturesEnded_ || !messagesEnded_)
+            return;
+        const bool successful = g_subprocess_get_if_exited(process_.get()) != FALSE &&
+                                g_subprocess_get_exit_status(process_.get()) == 0;
+        if (!successful && !enough_ && trouble_.empty()) {
+            const std::string error = errorIn(messages_);
+            trouble_ = error.empty() ? translated("Ghostscript could not draw the pages")
+                                     : localized("Ghostscript could not draw the pages: %s", error);
+        }
+        end();
+    }
+
+    /// Ends a run that did not even begin.
+    void endSoon(const std::string& reason)
+    {
+        trouble_ = reason;
+        g_idle_add_full(
+            G_PRIORITY_DEFAULT,
+            [](gpointer data) {
+                release(data)->end();
+                return gboolean{G_SOURCE_REMOVE};
+            },
+            hold(), nullptr);
+    }
+
+    void end()
+    {
+        if (silent_)
+            return;
+        silent_ = true;
+        RenderingEnd outcome;
+        outcome.trouble = trouble_;
+        outcome.pageCount =
+            request_.pages == RenderingRequest::Pages::count ? pageCountIn(messages_) : drawnPages_;
+        forget_();
+        ended_(outcome);
+    }
+
+    const RenderingRequest request_;
+    const PageDrawn drawn_;
+    const Ended ended_;
+    std::function<void()> forget_;
+    PngStream pictures_;
+    Reference<GCancellable> cancellation_;
+    Reference<GSubprocess> process_;
+    std::string messages_;
+    std::string trouble_;
+    std::size_t total_ = 0;
+    int drawnPages_ = 0;
+    guint timer_ = 0;
+    bool enough_ = false;
+    bool silent_ = false;
+    bool picturesEnded_ = false;
+    bool messagesEnded_ = false;
+    bool exited_ = false;
+};
+
+PageRendering::PageRendering() = default;
+
+PageRendering::~PageRendering() { cancel(); }
+
+void PageRendering::start(const FileHandle& stream, const RenderingRequest& request, PageDrawn drawn,
+                          Ended ended)
+{
+    cancel();
+    run_ = std::make_shared<Run>(request, std::move(drawn), std::move(ended));
+    run_->start(stream, [this] { run_.reset(); });
+}
+
+void PageRendering::cancel()
+{
+    if (run_)
+        run_->cancel();
+    run_.reset();
+}
+
+} // namespace quelm

@@ -1,0 +1,59 @@
+// Checks and words for the chosen destination.
+#include "driver/desktop/sending/destination_choice.h"
+
+#include "base/translation.h"
+
+#include <filesystem>
+
+namespace quelm {
+
+std::string missingIn(const DestinationChoice& choice)
+{
+    switch (choice.kind) {
+    case DestinationKind::file:
+        if (choice.file.empty())
+            return translated("Name the file that the fax job is to be written to.");
+        if (choice.file.back() == '/')
+            return translated("The file that the fax job is to be written to has no name yet.");
+        break;
+    case DestinationKind::device:
+        if (choice.device.empty())
+            return translated("Name the device that the fax job is to be sent to.");
+        break;
+    case DestinationKind::queue:
+        if (choice.queue.empty())
+            return translated("Choose the print queue that the fax job is to be sent to.");
+        break;
+    }
+    return {};
+}
+
+std::string trimmed(const std::string& text)
+{
+    constexpr const char* blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string absolutePath(const std::string& typed, const std::string& home, const std::string& folder)
+{
+    if (typed.empty() || typed.front() == '/')
+        return typed;
+    if (typed.starts_with("~/") && !home.empty())
+        return home + typed.substr(1);
+    return (std::filesystem::path(folder) / typed).string();
+}
+
+std::string handedOverText(DestinationKind kind, const std::string& place, const std::string& document,
+                           unsigned long recipients)
+{
+    if (kind == DestinationKind::file)
+        return localizedCount("The fax job of %s for %d recipient was written to %s.",
+                              "The fax job of %s for %d recipients was written to %s.", recipients, document,
+                              recipients, place);
+    return localizedCount("The fax job of %s for %d recipient was handed over to %s.",
+                          "The fax job of %s for %d recipients was handed over to %s.", recipients, document,
+                          recipients, place);
+}
+
+} // namespace quelm

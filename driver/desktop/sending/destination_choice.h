@@ -1,0 +1,39 @@
+// Where the user wants the fax job to go, as chosen in the main window.
+#ifndef DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
+#define DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
+
+#include <string>
+
+namespace quelm {
+
+enum class DestinationKind { file, device, queue };
+
+/// The chosen kind, and what was last entered for each of them: UTF-8 as typed, but for a chosen file, whose
+/// path has its own bytes.
+struct DestinationChoice {
+    DestinationKind kind = DestinationKind::file;
+    std::string file;   ///< a path; "~/" at its start stands for the user's home folder
+    std::string device; ///< HOST or HOST:PORT
+    std::string queue;  ///< the name of a print queue
+
+    bool operator==(const DestinationChoice&) const = default;
+};
+
+/// What is missing before a job can go there, as one line for the user; empty when nothing is.
+std::string missingIn(const DestinationChoice& choice);
+
+/// The text without blanks around it; line breaks that were pasted into a field go with them.
+std::string trimmed(const std::string& text);
+
+/// A path that the user typed as an absolute one: "~/" is the folder `home`, anything else that does
+/// not start with "/" counts from `folder`. The empty path stays empty.
+std::string absolutePath(const std::string& typed, const std::string& home, const std::string& folder);
+
+/// What the user is told when the job is at `place`, which a destination's receipt names: of which
+/// document, for how many. Never that the fax was delivered, which only the device can tell.
+std::string handedOverText(DestinationKind kind, const std::string& place, const std::string& document,
+                           unsigned long recipients);
+
+} // namespace quelm
+
+#endif

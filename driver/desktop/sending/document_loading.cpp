@@ -1,0 +1,77 @@
+// Opens a document, and writes it into a print stream as a job would.
+#include "driver/desktop/sending/document_loading.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/desktop/sending/recorded_job.h"
+#include "driver/jobs/job_writer.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+class FileSink final : public JobSink {
+public:
+    explicit FileSink(const FileHandle& file) : file_(file) {}
+    void write(std::string_view bytes) override { writeAll(file_.get(), bytes, "the copy of the document"); }
+
+private:
+    const FileHandle& file_;
+};
+
+/// A fifo would keep the thread waiting for whoever writes to it.
+void requireFile(const std::string& path)
+{
+    std::error_code failure;
+    const auto type = std::filesystem::status(path, failure).type();
+    if (type == std::filesystem::file_type::fifo || type == std::filesystem::file_type::socket)
+        throw Error(localized("%s: is no file; save the document to a file and open that", path));
+}
+
+/// A job without recipients' attributes: the document's pages and nothing else.
+RecordedJob documentAlone()
+{
+    RecordedJob job;
+    job.attributes = {"% document\n"};
+    job.attributesWritten = true;
+    return job;
+}
+
+} // namespace
+
+LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop)
+{
+    requireFile(path);
+    PdfConversion conversion;
+    conversion.stop = stop;
+    LoadedDocument loaded{Document::open(path, conversion), makeUnnamedFile()};
+
+    const RecordedJob job = documentAlone();
+    RecordedFaxSession session(job);
+    FileSink sink(loaded.pages);
+    JobFacts facts;
+    facts.progress = [&stop](std::uint64_t, std::uint64_t) {
+        if (stop.stop_requested())
+            throw Error(localized("the document was given up"));
+    };
+    writeFaxJob(session, loaded.document, Pdl::dsc, sink, facts);
+    return loaded;
+}
+
+void DocumentLoading::start(const std::string& path)
+{
+    const auto result = std::make_shared<LoadingResult>();
+    task_.start(
+        [path, result](const std::stop_token& stop) {
+            try {
+                result->document = std::make_shared<const LoadedDocument>(loadDocument(path, stop));
+            } catch (const std::exception& error) {
+                result->trouble = error.what();
+            }
+        },
+        [this, result] { ended_(*result); });
+}
+
+} // namespace quelm

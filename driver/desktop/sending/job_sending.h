@@ -1,0 +1,79 @@
+// Writes a recorded job with its document to a destination, on a thread of its own.
+#ifndef DRIVER_DESKTOP_SENDING_JOB_SENDING_H
+#define DRIVER_DESKTOP_SENDING_JOB_SENDING_H
+
+#include "driver/desktop/sending/document_loading.h"
+#include "driver/desktop/sending/recorded_job.h"
+#include "driver/desktop/toolkit/background_task.h"
+#include "driver/jobs/job_writer.h"
+#include "driver/jobs/output.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quelm {
+
+/// Opens the destination that a job goes to; called on the sending thread. May throw quelm::Error.
+using DestinationOpener = std::function<std::unique_ptr<JobDestination>(const Document& document)>;
+
+/// All that it takes to send one job.
+struct JobOrder {
+    std::shared_ptr<const LoadedDocument> document;
+    RecordedJob job;
+    Pdl pdl = Pdl::dsc;
+    JobFacts facts; ///< without `progress`
+    DestinationOpener open;
+};
+
+/// How a sending ended.
+struct SendingEnd {
+    enum class Kind { handedOver, cancelled, failed };
+    Kind kind = Kind::failed;
+    std::string trouble; ///< of a failed or cancelled one: one line, which says how much was handed over
+    Receipt receipt;     ///< of a job that was handed over
+};
+
+/// How far a sending is.
+struct SendingProgress {
+    enum class Stage { writing, handingOver };
+    Stage stage = Stage::writing;
+    std::uint64_t done = 0; ///< bytes of `total`; 0 of 0 when that is not known yet
+    std::uint64_t total = 0;
+};
+
+/// Writes the job of an order to its destination and hands it over, on the calling thread. `cancelled` is
+/// asked and `progress` told from there.
+SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled,
+                   const std::function<void(const SendingProgress&)>& progress);
+
+/// Sends one job at a time, without keeping the main loop from its work.
+class JobSending {
+public:
+    using Ended = std::function<void(const SendingEnd&)>;
+
+    JobSending();
+    /// Cancels a job that is being sent, and waits for that.
+    ~JobSending();
+
+    /// Starts sending; `ended` is called on the main loop, once. None is being sent already.
+    void start(JobOrder order, Ended ended);
+
+    /// Asks for the end of the sending, which `ended` is told of as usual.
+    void cancel() { task_.cancel(); }
+
+    bool running() const { return task_.running(); }
+
+    /// How far the sending is now.
+    SendingProgress progress() const;
+
+private:
+    struct Shared;
+    std::shared_ptr<Shared> shared_;
+    BackgroundTask task_;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,45 @@
+// Shows and hides the line.
+#include "driver/desktop/toolkit/message_bar.h"
+
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/desktop/toolkit/accessible.h"
+#include "driver/desktop/toolkit/shown_text.h"
+
+#include <gtkmm/box.h>
+
+namespace quelm {
+
+MessageBar::MessageBar()
+{
+    set_no_show_all();
+    label_.set_xalign(0);
+    label_.set_line_wrap();
+    label_.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+    label_.set_selectable();
+    label_.set_can_focus(false);
+    label_.show();
+    dynamic_cast<Gtk::Box&>(*get_content_area()).pack_start(label_, Gtk::PACK_EXPAND_WIDGET);
+    // The toolkit's own button has no name to be read aloud.
+    close_.set_image_from_icon_name("window-close-symbolic", Gtk::ICON_SIZE_MENU);
+    close_.set_relief(Gtk::RELIEF_NONE);
+    close_.set_valign(Gtk::ALIGN_CENTER);
+    close_.set_tooltip_text(translated("Close this message"));
+    close_.show();
+    dynamic_cast<Gtk::Box&>(*get_content_area()).pack_end(close_, Gtk::PACK_SHRINK);
+    describe(*this, "Main Message Bar");
+    describe(label_, "Main Message");
+    describe(close_, "Main Message Close Button", translated("Close this message"));
+    close_.signal_clicked().connect([this] { clear(); });
+}
+
+void MessageBar::tell(Gtk::MessageType type, const std::string& line)
+{
+    set_message_type(type);
+    label_.set_text(oneLine(drawable(line)));
+    set_visible();
+}
+
+void MessageBar::clear() { hide(); }
+
+} // namespace quelm

@@ -1,0 +1,42 @@
+// Loads pictures from the installation's icon folder.
+#include "driver/desktop/toolkit/pictures.h"
+
+#include "base/log.h"
+#include "base/translation.h"
+
+#include <vector>
+
+#include <gtkmm/window.h>
+
+namespace quelm {
+
+Glib::RefPtr<Gdk::Pixbuf> Pictures::load(const std::string& file)
+{
+    if (file.empty()) {
+        return {};
+    }
+    const auto [place, isNew] = loaded.emplace(file, Glib::RefPtr<Gdk::Pixbuf>());
+    if (isNew) {
+        try {
+            place->second = Gdk::Pixbuf::create_from_file(home + "/" + file);
+        } catch (const Glib::Error& error) {
+            log(Severity::warning, "a picture is missing: " + std::string(error.what()));
+        }
+    }
+    return place->second;
+}
+
+void useProgramIcon(Pictures& pictures)
+{
+    std::vector<Glib::RefPtr<Gdk::Pixbuf>> icons;
+    for (const char* size : {"16", "32", "48"}) {
+        if (const auto icon = pictures.load(std::string("icon/quelm-driver-") + size + ".png")) {
+            icons.push_back(icon);
+        }
+    }
+    if (!icons.empty()) {
+        Gtk::Window::set_default_icon_list(icons);
+    }
+}
+
+} // namespace quelm

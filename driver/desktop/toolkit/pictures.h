@@ -1,0 +1,32 @@
+// The pictures of the dialogs, by the names that the definition gives them.
+#ifndef DRIVER_DESKTOP_TOOLKIT_PICTURES_H
+#define DRIVER_DESKTOP_TOOLKIT_PICTURES_H
+
+#include <map>
+#include <string>
+
+#include <gdkmm/pixbuf.h>
+
+namespace quelm {
+
+/// Loads each picture once.
+class Pictures {
+public:
+    /// The folder that holds icon/.
+    explicit Pictures(std::string homeFolder) : home(std::move(homeFolder)) {}
+
+    /// A picture by its path below the home folder. Null when it cannot be loaded, which is logged once
+    /// a picture, or when `file` is empty.
+    Glib::RefPtr<Gdk::Pixbuf> load(const std::string& file);
+
+private:
+    std::string home;
+    std::map<std::string, Glib::RefPtr<Gdk::Pixbuf>> loaded;
+};
+
+/// Gives every window of the program its icon, from the pictures below `home`.
+void useProgramIcon(Pictures& pictures);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,34 @@
+// What a widget's text looks like on the screen: translated, in valid UTF-8, with its line breaks.
+#ifndef DRIVER_DESKTOP_TOOLKIT_SHOWN_TEXT_H
+#define DRIVER_DESKTOP_TOOLKIT_SHOWN_TEXT_H
+
+#include "driver/widgets/widget.h"
+
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// Any bytes as UTF-8 that can be drawn: what is not UTF-8 becomes replacement characters. A phonebook
+/// may hold anything.
+std::string drawable(std::string_view text);
+
+/// `text` with every kind of line end ("\r\n", "\r") as "\n".
+std::string withPlainLineEnds(std::string_view text);
+
+/// A text without its mnemonic: "_Add >>" is "Add >>", "__" stands for an underscore.
+std::string withoutMnemonic(std::string_view text);
+
+/// What a widget shows for its text: the translation of a text from the dialog definition, mnemonics
+/// included; the component's own texts, which it has translated itself, as they are.
+std::string shownText(const Widget& widget);
+
+/// Whether underscores in the widget's text mark mnemonics: only texts of the definition do that.
+bool hasMnemonics(const Widget& widget);
+
+/// The title of a column (from 0) of a list, translated.
+std::string columnTitle(const Widget& list, std::size_t column);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,164 @@
+// Finds the device, asks it, and puts what went wrong into words.
+#include "driver/device/snmp_session.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include <net-snmp/net-snmp-config.h>
+
+#include <net-snmp/net-snmp-includes.h>
+
+namespace quelm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// "3", "0.25".
+std::string inSeconds(std::chrono::milliseconds time)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", std::chrono::duration<double>(time).count());
+    return text;
+}
+
+} // namespace
+
+SnmpSession::SnmpSession(DeviceSettings given)
+    : settings(std::move(given)), address(parseNetworkAddress(settings.address, snmpPort))
+{
+}
+
+SnmpReply SnmpSession::connectAndAsk(const ObjectIdentifier& object, Deadline deadline)
+{
+    const auto addresses = findDevice(address, deadline);
+    SnmpReply worst;
+    worst.kind = SnmpReply::Kind::refused;
+    for (std::size_t next = 0; next < addresses.size(); ++next) {
+        const auto share = (deadline - Clock::now()) / static_cast<int>(addresses.size() - next);
+        connection.reset(); // before another one is made
+        connection = std::make_unique<SnmpConnection>(settings, addresses[next]);
+        SnmpReply reply = connection->get(object, Clock::now() + share);
+        if (reply.answered())
+            return reply;
+        if (worst.kind != SnmpReply::Kind::silent)
+            worst = std::move(reply);
+    }
+    return worst;
+}
+
+SnmpReply SnmpSession::ask(const ObjectIdentifier& object, Deadline deadline)
+{
+    if (connection != nullptr) {
+        const auto now = Clock::now();
+        SnmpReply reply = connection->get(object, now + (deadline - now) / 2);
+        if (reply.answered() && reply.kind != SnmpReply::Kind::report)
+            return reply;
+        // Perhaps it has another address by now; or it was exchanged, and version 3's users are
+        // another's than the new one's.
+    }
+    return connectAndAsk(object, deadline);
+}
+
+std::string SnmpSession::silence() const
+{
+    const std::string seconds = inSeconds(settings.timeout);
+    if (settings.version == SnmpVersion::v3)
+        return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
+                         "switched on, and the user's passphrases",
+                         toText(address), seconds);
+    return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
+                     "switched on, and the community",
+                     toText(address), seconds);
+}
+
+std::string SnmpSession::refusal(long systemError) const
+{
+    if (systemError == ECONNREFUSED)
+        return localized("The device %s does not serve SNMP on that port; switch SNMP on at the device, or "
+                         "check the port",
+                         toText(address));
+    return localized("The device %s cannot be reached: %s; check its address and the network",
+                     toText(address), std::strerror(static_cast<int>(systemError)));
+}
+
+std::string SnmpSession::userTrouble(long report) const
+{
+    const std::string device = toText(address);
+    const std::string& user = settings.user.name;
+    switch (report) {
+    case UserReport::unknownUser:
+        return localized("The device %s does not know the SNMP user \"%s\"; check the user's name", device,
+                         user);
+    case UserReport::wrongPassphrase:
+        return localized("The device %s refuses the SNMP user \"%s\"; check authentication and "
+                         "authentication-passphrase",
+                         device, user);
+    case UserReport::undecryptable:
+        return localized("The device %s cannot decrypt what the SNMP user \"%s\" asks; check privacy and "
+                         "privacy-passphrase",
+                         device, user);
+    case UserReport::unsupportedSecurity:
+        return localized(
+            "The device %s does not offer that authentication or privacy to the SNMP user \"%s\"; "
+            "check authentication and privacy",
+            device, user);
+    default:
+        return localized("The device %s refuses the SNMP user \"%s\"; check user, authentication and privacy",
+                         device, user);
+    }
+}
+
+std::string SnmpSession::troubleWith(const SnmpReply& reply, const ObjectIdentifier& object) const
+{
+    switch (reply.kind) {
+    case SnmpReply::Kind::error:
+        return localized("The device %s does not tell the object %s: %s; check its access rights",
+                         toText(address), dotted(object), snmp_errstring(static_cast<int>(reply.number)));
+    case SnmpReply::Kind::rubbish:
+        return localized("The device %s does not answer what it was asked; check that it is a device that "
+                         "serves SNMP",
+                         toText(address));
+    case SnmpReply::Kind::report:
+        return userTrouble(reply.number);
+    case SnmpReply::Kind::refused:
+        return refusal(reply.number);
+    default:
+        return silence();
+    }
+}
+
+SnmpAnswer SnmpSession::get(const ObjectIdentifier& object)
+{
+    using Kind = SnmpAnswer::Kind;
+    SnmpReply reply;
+    try {
+        reply = ask(object, Clock::now() + settings.timeout);
+    } catch (const Error& error) {
+        connection.reset();
+        return {Kind::deviceFailed, "", error.what()};
+    }
+    switch (reply.kind) {
+    case SnmpReply::Kind::value:
+        return {Kind::value, std::move(reply.text), ""};
+    case SnmpReply::Kind::noObject:
+        return {Kind::noObject, "", ""};
+    case SnmpReply::Kind::error:
+        // Rights are the user's, for all objects; other errors are this object's.
+        if (reply.number != SNMP_ERR_AUTHORIZATIONERROR)
+            return {Kind::objectRefused, "", troubleWith(reply, object)};
+        break;
+    default:
+        break;
+    }
+    connection.reset();
+    return {Kind::deviceFailed, "", troubleWith(reply, object)};
+}
+
+} // namespace quelm

@@ -1,0 +1,174 @@
+// Connects, sets TLS up, binds and searches.
+#include "driver/directory/directory_connection.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <fstream>
+#include <utility>
+
+#include <ldap.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include "base/broken_pipe_guard.h"
+#include "base/net/tcp_connect.h"
+#include "driver/directory/directory_messages.h"
+#include "driver/directory/ldap_handle.h"
+
+namespace quelm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Where systems keep the certificate authorities that they trust.
+std::string systemAuthorities()
+{
+    for (const char* file : {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt",
+                             "/etc/ssl/ca-bundle.pem", "/etc/ssl/cert.pem"}) {
+        if (access(file, R_OK) == 0)
+            return file;
+    }
+    return "";
+}
+
+int connectedSocket(const DirectoryAddress& server, Deadline deadline)
+{
+    try {
+        return connectTcp({server.host, static_cast<std::uint16_t>(server.port)}, deadline);
+    } catch (const ConnectError& error) {
+        const bool late =
+            error.problem == ConnectProblem::timedOut || error.problem == ConnectProblem::nameServiceSilent;
+        throw DirectoryError(late ? ldap_code::timeout : ldap_code::serverDown,
+                             directory_messages::notReached(server.shown(), error));
+    }
+}
+
+/// What is left of a search's time in the whole seconds that servers count. One more than that, as
+/// the server must not give up ahead of us.
+timeval serversTimeLimit(Deadline deadline)
+{
+    const auto left = std::chrono::ceil<std::chrono::seconds>(deadline - Clock::now());
+    timeval limit{};
+    limit.tv_sec = static_cast<time_t>(std::max<long long>(left.count(), 0) + 1);
+    return limit;
+}
+
+} // namespace
+
+DirectoryConnection::DirectoryConnection(DirectoryAddress address, const DirectorySettings& settings,
+                                         Deadline deadline)
+    : server(std::move(address))
+{
+    const BrokenPipeGuard guard;
+    handle = std::make_unique<LdapHandle>(connectedSocket(server, deadline), server, deadline);
+    if (!server.tls && settings.startTls)
+        requestTls(deadline);
+    if (server.tls || settings.startTls)
+        setUpTls(settings, deadline);
+}
+
+DirectoryConnection::~DirectoryConnection() = default;
+
+void DirectoryConnection::requestTls(Deadline deadline)
+{
+    int id = 0;
+    const int error = ldap_start_tls(handle->get(), nullptr, nullptr, &id);
+    const DirectoryOutcome outcome = handle->outcomeOf(error, id, deadline);
+    if (outcome.code == ldap_code::timeout)
+        throw DirectoryError(outcome.code, directory_messages::tlsTimedOut(server.shown()));
+    if (outcome.code != ldap_code::success)
+        throw DirectoryError(outcome.code, directory_messages::tlsRefused(server.shown(), outcome.message));
+}
+
+void DirectoryConnection::setUpTls(const DirectorySettings& settings, Deadline deadline)
+{
+    const std::string authorities =
+        settings.certificateAuthorities.empty() ? systemAuthorities() : settings.certificateAuthorities;
+    if (!std::ifstream(authorities).good())
+        throw DirectoryError(ldap_code::connectError, directory_messages::authoritiesUnreadable(authorities));
+    const int demand = LDAP_OPT_X_TLS_DEMAND;
+    const int oldestVersion = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
+    const int client = 0;
+    if (!handle->set(LDAP_OPT_X_TLS_REQUIRE_CERT, &demand) ||
+        !handle->set(LDAP_OPT_X_TLS_CACERTDIR, nullptr) ||
+        !handle->set(LDAP_OPT_X_TLS_CACERTFILE, authorities.c_str()) ||
+        !handle->set(LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldestVersion) ||
+        !handle->set(LDAP_OPT_X_TLS_NEWCTX, &client))
+        throw DirectoryError(ldap_code::connectError, directory_messages::authoritiesUseless(authorities));
+    if (handle->installTls(deadline))
+        return;
+    if (Clock::now() >= deadline)
+        throw DirectoryError(ldap_code::timeout, directory_messages::tlsTimedOut(server.shown()));
+    // What of it is wrong, the library does not tell.
+    throw DirectoryError(ldap_code::connectError,
+                         directory_messages::notTrusted(server.shown(), settings.certificateAuthorities));
+}
+
+void DirectoryConnection::bindAnonymously(Deadline deadline)
+{
+    const BrokenPipeGuard guard;
+    berval noPassword{};
+    int id = 0;
+    const int error = ldap_sasl_bind(handle->get(), "", LDAP_SASL_SIMPLE, &noPassword, nullptr, nullptr, &id);
+    const DirectoryOutcome outcome = handle->outcomeOf(error, id, deadline);
+    if (outcome.code == ldap_code::success)
+        return;
+    usable = false;
+    throw DirectoryError(outcome.code, directory_messages::bindFailed(server.shown(), outcome));
+}
+
+DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int sizeLimit, Deadline deadline,
+                                             std::vector<DirectoryEntry>& found)
+{
+    const BrokenPipeGuard guard;
+    std::vector<char*> attributes;
+    for (const std::string& attribute : query.attributes)
+        attributes.push_back(const_cast<char*>(attribute.c_str()));
+    attributes.push_back(nullptr);
+    timeval serversLimit = serversTimeLimit(deadline);
+    int id = 0;
+    int error = ldap_search_ext(handle->get(), query.base.c_str(), query.scope, query.filter.c_str(),
+                                query.attributes.empty() ? nullptr : attributes.data(),
+                                query.namesOnly ? 1 : 0, nullptr, nullptr, &serversLimit, sizeLimit, &id);
+    if (error != LDAP_SUCCESS) {
+        usable = error == LDAP_FILTER_ERROR; // then nothing was sent
+        return {ldapResultCode(error), ldap_err2string(error)};
+    }
+    for (;;) {
+        const LdapMessage message = handle->receive(id, deadline, error);
+        if (!message) {
+            usable = false;
+            return {ldapResultCode(error), ldap_err2string(error)};
+        }
+        const int kind = ldap_msgtype(message.get());
+        if (kind == LDAP_RES_SEARCH_RESULT)
+            return handle->outcomeOf(message.get());
+        if (kind == LDAP_RES_SEARCH_ENTRY) {
+            if (found.size() >= static_cast<std::size_t>(sizeLimit)) {
+                usable = false; // the server goes on sending what nobody wants
+                return {ldap_code::sizeLimitExceeded, ldap_err2string(LDAP_SIZELIMIT_EXCEEDED)};
+            }
+            found.push_back(handle->entryOf(message.get()));
+        }
+        // Otherwise a reference to another server, which is not followed.
+        if (Clock::now() >= deadline) {
+            usable = false;
+            return {ldap_code::timeout, ldap_err2string(LDAP_TIMEOUT)};
+        }
+    }
+}
+
+bool DirectoryConnection::isUsable()
+{
+    if (!usable)
+        return false;
+    // Between requests a server has nothing to say but goodbye.
+    const BrokenPipeGuard guard;
+    int error = LDAP_SUCCESS;
+    const LdapMessage message = handle->receive(LDAP_RES_ANY, Clock::now(), error);
+    usable = !message && error == LDAP_TIMEOUT;
+    return usable;
+}
+
+} // namespace quelm

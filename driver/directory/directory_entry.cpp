@@ -1,0 +1,62 @@
+// Makes values fit to be shown, and finds them.
+#include "driver/directory/directory_entry.h"
+
+#include <glib.h>
+
+#include "base/log.h"
+
+namespace quelm {
+
+namespace {
+
+bool breaksLine(gunichar character)
+{
+    const GUnicodeType type = g_unichar_type(character);
+    return type == G_UNICODE_CONTROL || type == G_UNICODE_LINE_SEPARATOR ||
+           type == G_UNICODE_PARAGRAPH_SEPARATOR;
+}
+
+} // namespace
+
+bool sameAttribute(std::string_view left, std::string_view right)
+{
+    return left.size() == right.size() && g_ascii_strncasecmp(left.data(), right.data(), left.size()) == 0;
+}
+
+std::string directoryText(std::string_view bytes)
+{
+    // First the bytes below 0x20: a NUL would end the text for the functions that follow.
+    const std::string line = oneLine(std::string(bytes));
+    char* const valid = g_utf8_make_valid(line.data(), static_cast<gssize>(line.size()));
+    std::string text;
+    for (const char* at = valid; *at != '\0';) {
+        const char* const next = g_utf8_next_char(at);
+        if (breaksLine(g_utf8_get_char(at)))
+            text += ' ';
+        else
+            text.append(at, next);
+        at = next;
+    }
+    g_free(valid);
+    return text;
+}
+
+void DirectoryEntry::add(std::string_view name, std::string_view value)
+{
+    attributes.emplace_back(name, directoryText(value));
+}
+
+const std::string* DirectoryEntry::find(std::string_view name) const
+{
+    const std::string* withOptions = nullptr;
+    for (const auto& [attribute, value] : attributes) {
+        const std::string_view own = attribute;
+        if (sameAttribute(own, name))
+            return &value;
+        if (withOptions == nullptr && sameAttribute(own.substr(0, own.find(';')), name))
+            withOptions = &value;
+    }
+    return withOptions;
+}
+
+} // namespace quelm

@@ -1,0 +1,184 @@
+// Puts the directory's troubles into words.
+#include "driver/directory/directory_messages.h"
+
+#include "base/translation.h"
+#include "driver/directory/directory_entry.h"
+
+namespace quelm::directory_messages {
+
+namespace {
+
+/// The codes from here on are the client's own: the server said nothing.
+constexpr int firstOfTheClient = 80;
+
+std::string shownDuration(std::chrono::milliseconds duration)
+{
+    constexpr int second = 1000;
+    if (duration.count() % second == 0)
+        return localized("%d s", duration.count() / second);
+    return localized("%d ms", duration.count());
+}
+
+std::string searchProblem(const std::string& server, const DirectoryOutcome& outcome,
+                          const DirectoryQuery& query, const DirectorySettings& settings)
+{
+    switch (outcome.code) {
+    case ldap_code::timeout:
+        return localized(
+            "The directory server %s did not answer a search within %s; search for a longer name, "
+            "or raise the search timeout",
+            server, shownDuration(settings.searchTimeout));
+    case ldap_code::timeLimitExceeded:
+        return localized(
+            "The directory server %s gave up a search that took too long; search for a longer name", server);
+    case ldap_code::serverDown:
+        return localized("The directory server %s ended the connection during a search; search again",
+                         server);
+    case ldap_code::filterError:
+        return localized("The directory server %s was not asked: %s is no search filter; search for a name",
+                         server, directoryText(query.filter));
+    case ldap_code::noSuchObject:
+        return localized("The directory server %s has no entry \"%s\" to search below; check the search root "
+                         "that the device gives",
+                         server, directoryText(query.base));
+    default:
+        return localized("The directory server %s refused the search for %s (%s); ask its administrator",
+                         server, directoryText(query.filter), outcome.message);
+    }
+}
+
+} // namespace
+
+std::string noAddress(const std::string& text)
+{
+    return localized("\"%s\" is no address of a directory server; check the address that the device gives",
+                     directoryText(text));
+}
+
+std::string notReached(const std::string& server, const ConnectError& error)
+{
+    switch (error.problem) {
+    case ConnectProblem::unknownName:
+        return localized(
+            "The directory server %s cannot be found (%s); check the address that the device gives", server,
+            error.what());
+    case ConnectProblem::nameServiceSilent:
+        return nameServiceSilent(server);
+    case ConnectProblem::refused:
+        return localized(
+            "The directory server %s refuses connections; check that it runs, and the address that "
+            "the device gives",
+            server);
+    case ConnectProblem::timedOut:
+        return timedOut(server);
+    case ConnectProblem::unreachable:
+        break;
+    }
+    return localized(
+        "The directory server %s cannot be reached (%s); check the network, and the address that "
+        "the device gives",
+        server, error.what());
+}
+
+std::string nameServiceSilent(const std::string& server)
+{
+    return localized(
+        "The directory server %s cannot be found, because the name service does not answer; check "
+        "the network",
+        server);
+}
+
+std::string timedOut(const std::string& server)
+{
+    return localized(
+        "The directory server %s did not answer in time; check that it runs, and the address that "
+        "the device gives",
+        server);
+}
+
+std::string noLibrary(const std::string& server, const std::string& reason)
+{
+    return localized(
+        "The directory server %s cannot be talked to (%s); check the address that the device gives", server,
+        reason);
+}
+
+std::string tlsRefused(const std::string& server, const std::string& reason)
+{
+    return localized("The directory server %s does not start TLS (%s); give it a certificate, or do without "
+                     "StartTLS",
+                     server, reason);
+}
+
+std::string tlsTimedOut(const std::string& server)
+{
+    return localized(
+        "The directory server %s did not answer in time while TLS was set up; check that it speaks "
+        "TLS there",
+        server);
+}
+
+std::string authoritiesUnreadable(const std::string& file)
+{
+    return localized("The file of certificate authorities \"%s\" cannot be read; check its name and rights",
+                     file);
+}
+
+std::string authoritiesUseless(const std::string& file)
+{
+    return localized(
+        "The file of certificate authorities \"%s\" cannot be used; it must hold certificates (PEM)", file);
+}
+
+std::string notTrusted(const std::string& server, const std::string& authorities)
+{
+    if (authorities.empty())
+        return localized(
+            "The directory server %s is not trusted; check that it speaks TLS there, and that its "
+            "certificate is valid, is for this name and comes from an authority that this system "
+            "trusts",
+            server);
+    return localized("The directory server %s is not trusted; check that it speaks TLS there, and that its "
+                     "certificate is valid, is for this name and comes from an authority in \"%s\"",
+                     server, authorities);
+}
+
+std::string bindFailed(const std::string& server, const DirectoryOutcome& outcome)
+{
+    if (outcome.code == ldap_code::timeout)
+        return timedOut(server);
+    if (outcome.code >= firstOfTheClient)
+        return localized("The directory server %s ended the connection; check that it is a directory server",
+                         server);
+    return localized("The directory server %s refuses to be used without a login (%s); let it be searched "
+                     "anonymously",
+                     server, outcome.message);
+}
+
+std::string noSearch(const DirectoryQuery& query)
+{
+    return localized("The directory was not asked: \"%s\" within scope %d is no search; search for a name",
+                     directoryText(query.filter), query.scope);
+}
+
+std::string searchFailed(const std::string& server, const DirectoryOutcome& outcome,
+                         const DirectoryQuery& query, const DirectorySettings& settings, std::size_t kept)
+{
+    std::string problem = searchProblem(server, outcome, query, settings);
+    if (kept == 0)
+        return problem;
+    return localizedCount("%s. Shown is the one result before that",
+                          "%s. Shown are the %d results before that", kept, problem, kept);
+}
+
+std::string serversLimit(const std::string& server, std::size_t count)
+{
+    return localizedCount(
+        "The directory server %s gives no more than one result; search for a longer name to "
+        "see the others",
+        "The directory server %s gives no more than %d results; search for a longer name to "
+        "see the others",
+        count, server, count);
+}
+
+} // namespace quelm::directory_messages

@@ -1,0 +1,176 @@
+// Opens, reopens and searches, and says what went wrong.
+#include "driver/directory/directory_session.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/log.h"
+#include "driver/directory/directory_messages.h"
+#include "driver/directory/directory_trouble.h"
+
+namespace quelm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+milliseconds bounded(milliseconds limit)
+{
+    return std::clamp<milliseconds>(limit, milliseconds(1), std::chrono::hours(1));
+}
+
+std::string trimmed(const std::string& text)
+{
+    constexpr const char* blanks = " \t\r\n";
+    const std::size_t start = text.find_first_not_of(blanks);
+    return start == std::string::npos ? "" : text.substr(start, text.find_last_not_of(blanks) - start + 1);
+}
+
+/// A name that is typed as "Sm*" becomes "(sn=Sm**)", which is no filter but clear. A star that is
+/// part of a name never stands there as such.
+std::string withoutDoubledStars(const std::string& filter)
+{
+    std::string result;
+    for (const char character : filter) {
+        if (character != '*' || !result.ends_with('*'))
+            result += character;
+    }
+    return result;
+}
+
+/// Why no server needs to be asked, as a result code.
+int refusalOf(const DirectoryQuery& query)
+{
+    constexpr int subtree = 2;
+    if (query.scope < 0 || query.scope > subtree)
+        return ldap_code::parameterError;
+    // The library takes an empty filter, and ends one at a NUL, which would then find others.
+    if (query.filter.empty() || query.filter.find('\0') != std::string::npos)
+        return ldap_code::filterError;
+    return ldap_code::success;
+}
+
+} // namespace
+
+void DirectorySession::setAddress(const std::string& text)
+{
+    connection.reset();
+    addressText = text;
+}
+
+void DirectorySession::setBase(const std::string& text) { base = trimmed(text); }
+
+void DirectorySession::connect(const DirectorySettings& settings, Deadline deadline)
+{
+    connection.reset();
+    const auto address = parseDirectoryAddress(addressText);
+    if (!address)
+        throw DirectoryError(ldap_code::parameterError, directory_messages::noAddress(addressText));
+    connection.emplace(*address, settings, deadline);
+}
+
+bool DirectorySession::open(const DirectorySettings& settings)
+{
+    const auto start = Clock::now();
+    const milliseconds limit = bounded(settings.connectTimeout);
+    try {
+        connect(settings, start + limit);
+    } catch (const DirectoryError& error) {
+        reportDirectoryTrouble(error.what());
+        return false;
+    }
+    leftForBind = limit - std::chrono::floor<milliseconds>(Clock::now() - start);
+    clearDirectoryTrouble();
+    return true;
+}
+
+bool DirectorySession::bind(const DirectorySettings& settings)
+{
+    binds = true;
+    if (!connection)
+        return false; // what went wrong was said when it was opened
+    const milliseconds limit = std::exchange(leftForBind, bounded(settings.connectTimeout));
+    try {
+        connection->bindAnonymously(Clock::now() + limit);
+    } catch (const DirectoryError& error) {
+        connection.reset();
+        reportDirectoryTrouble(error.what());
+        return false;
+    }
+    clearDirectoryTrouble();
+    return true;
+}
+
+DirectoryOutcome DirectorySession::attempt(const DirectoryQuery& query, const DirectorySettings& settings,
+                                           Deadline deadline)
+{
+    const bool reused = connection && connection->isUsable();
+    const auto openAnew = [&] {
+        const Deadline ready = std::min(deadline, Clock::now() + bounded(settings.connectTimeout));
+        connect(settings, ready);
+        if (binds)
+            connection->bindAnonymously(ready);
+    };
+    if (!reused)
+        openAnew();
+    const int limit = std::max(1, settings.sizeLimit);
+    DirectoryOutcome outcome = connection->search(query, limit, deadline, results);
+    // A server that was restarted without a goodbye is noticed only now.
+    if (reused && results.empty() && outcome.code == ldap_code::serverDown) {
+        openAnew();
+        outcome = connection->search(query, limit, deadline, results);
+    }
+    return outcome;
+}
+
+bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& settings)
+{
+    results.clear();
+    position = 0;
+    noteSearchExtent(SearchExtent::upToFailure);
+    query.base = base;
+    query.filter = withoutDoubledStars(query.filter);
+    if (const int refusal = refusalOf(query); refusal != ldap_code::success) {
+        lastCode = refusal;
+        reportDirectoryTrouble(directory_messages::noSearch(query));
+        return false;
+    }
+    const Deadline deadline = Clock::now() + bounded(settings.searchTimeout);
+    try {
+        const DirectoryOutcome outcome = attempt(query, settings, deadline);
+        return conclude(outcome, query, settings);
+    } catch (const DirectoryError& error) {
+        connection.reset();
+        lastCode = error.code;
+        reportDirectoryTrouble(error.what());
+        return false;
+    }
+}
+
+bool DirectorySession::conclude(const DirectoryOutcome& outcome, const DirectoryQuery& query,
+                                const DirectorySettings& settings)
+{
+    lastCode = outcome.code;
+    const std::string server = connection->address().shown();
+    if (!connection->isUsable())
+        connection.reset();
+    if (outcome.code == ldap_code::success || outcome.code == ldap_code::sizeLimitExceeded) {
+        clearDirectoryTrouble();
+        noteSearchExtent(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
+        if (outcome.code != ldap_code::success && count() < static_cast<std::size_t>(settings.sizeLimit))
+            log(Severity::warning, directory_messages::serversLimit(server, count()));
+        return true;
+    }
+    reportDirectoryTrouble(directory_messages::searchFailed(server, outcome, query, settings, count()));
+    return !results.empty();
+}
+
+std::optional<DirectoryEntry> DirectorySession::next()
+{
+    if (position == results.size())
+        return std::nullopt;
+    return std::move(results[position++]);
+}
+
+} // namespace quelm

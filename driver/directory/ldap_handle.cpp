@@ -1,0 +1,178 @@
+// Drives the LDAP library without ever letting it wait longer than it may.
+#include "driver/directory/ldap_handle.h"
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <mutex>
+
+#include <fcntl.h>
+#include <lber.h>
+#include <openldap.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include "base/broken_pipe_guard.h"
+#include "driver/directory/directory_messages.h"
+
+namespace quelm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::microseconds;
+
+/// The time left, as the library takes it; never less than nothing.
+timeval timeLeft(Deadline deadline)
+{
+    const auto left = std::max(microseconds(0), std::chrono::ceil<microseconds>(deadline - Clock::now()));
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
+    timeval result{};
+    result.tv_sec = static_cast<time_t>(seconds.count());
+    result.tv_usec = static_cast<suseconds_t>((left - seconds).count());
+    return result;
+}
+
+/// False when the name service kept the library waiting until the deadline.
+bool isInitialized(Deadline deadline)
+{
+    static std::timed_mutex waiting;
+    static StartedCall<void> initializing = startCall([] {
+        int version = 0;
+        ldap_get_option(nullptr, LDAP_OPT_PROTOCOL_VERSION, &version);
+    });
+    const std::unique_lock<std::timed_mutex> lock(waiting, deadline);
+    return lock.owns_lock() && initializing.isBackBefore(deadline);
+}
+
+} // namespace
+
+int ldapResultCode(int libraryCode)
+{
+    constexpr int firstOfTheClient = 80;
+    return libraryCode < 0 ? firstOfTheClient - libraryCode : libraryCode;
+}
+
+LdapHandle::LdapHandle(int connected, const DirectoryAddress& server, Deadline deadline) : socket(connected)
+{
+    if (!isInitialized(deadline)) {
+        close(connected);
+        throw DirectoryError(ldap_code::timeout, directory_messages::nameServiceSilent(server.shown()));
+    }
+    const int error = ldap_init_fd(connected, LDAP_PROTO_TCP, server.uri().c_str(), &handle);
+    if (error != LDAP_SUCCESS) {
+        close(connected);
+        throw DirectoryError(ldapResultCode(error),
+                             directory_messages::noLibrary(server.shown(), ldap_err2string(error)));
+    }
+    const int version = LDAP_VERSION3;
+    set(LDAP_OPT_PROTOCOL_VERSION, &version);
+    set(LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
+    set(LDAP_OPT_RESTART, LDAP_OPT_ON); // a signal does not end a wait
+    const int never = LDAP_DEREF_NEVER;
+    set(LDAP_OPT_DEREF, &never);
+    // A length that a broken server claims is not believed, let alone allocated.
+    Sockbuf* buffer = nullptr;
+    ber_len_t longestMessage = ber_len_t{16} << 20U;
+    if (ldap_get_option(handle, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS)
+        ber_sockbuf_ctrl(buffer, LBER_SB_OPT_SET_MAX_INCOMING, &longestMessage);
+}
+
+LdapHandle::~LdapHandle()
+{
+    const BrokenPipeGuard guard;
+    ldap_unbind_ext(handle, nullptr, nullptr);
+}
+
+bool LdapHandle::set(int option, const void* value) const
+{
+    return ldap_set_option(handle, option, value) == LDAP_OPT_SUCCESS;
+}
+
+void LdapHandle::setBlocking(bool blocking) const
+{
+    const int flags = fcntl(socket, F_GETFL);
+    fcntl(socket, F_SETFL, blocking ? flags & ~O_NONBLOCK : flags | O_NONBLOCK);
+}
+
+bool LdapHandle::installTls(Deadline deadline) const
+{
+    // The library keeps no time here, and with some of the TLS libraries below it turns in circles
+    // while a socket has nothing to read. So it may block, and the connection is cut at the deadline.
+    set(LDAP_OPT_NETWORK_TIMEOUT, nullptr); // one from ldap.conf would make the socket non-blocking
+    setBlocking(true);
+    std::promise<void> finished;
+    auto watchdog = startCall([socket = socket, deadline, finish = finished.get_future()] {
+        const bool late = finish.wait_until(deadline) != std::future_status::ready;
+        if (late)
+            shutdown(socket, SHUT_RDWR);
+        return late;
+    });
+    const int error = ldap_install_tls(handle);
+    finished.set_value();
+    const bool late = watchdog.get();
+    setBlocking(false);
+    return error == LDAP_SUCCESS && !late;
+}
+
+LdapMessage LdapHandle::receive(int id, Deadline deadline, int& error) const
+{
+    LDAPMessage* message = nullptr;
+    int kind = 0;
+    do { // the library counts in milliseconds, and may be one too early
+        timeval left = timeLeft(deadline);
+        kind = ldap_result(handle, id, LDAP_MSG_ONE, &left, &message);
+    } while (kind == 0 && Clock::now() < deadline);
+    error = LDAP_TIMEOUT;
+    if (kind < 0) {
+        ldap_get_option(handle, LDAP_OPT_RESULT_CODE, &error);
+        if (error == LDAP_SUCCESS || error == LDAP_TIMEOUT)
+            error = LDAP_SERVER_DOWN;
+    }
+    return LdapMessage(message);
+}
+
+DirectoryOutcome LdapHandle::outcomeOf(int error, int id, Deadline deadline) const
+{
+    LdapMessage answer;
+    if (error == LDAP_SUCCESS)
+        answer = receive(id, deadline, error);
+    if (!answer)
+        return {ldapResultCode(error), ldap_err2string(error)};
+    return outcomeOf(answer.get());
+}
+
+DirectoryOutcome LdapHandle::outcomeOf(LDAPMessage* answer) const
+{
+    int code = LDAP_SUCCESS;
+    char* message = nullptr;
+    const int error = ldap_parse_result(handle, answer, &code, nullptr, &message, nullptr, nullptr, 0);
+    if (error != LDAP_SUCCESS)
+        code = error;
+    DirectoryOutcome outcome{ldapResultCode(code), directoryText(message != nullptr ? message : "")};
+    ldap_memfree(message);
+    if (outcome.message.empty())
+        outcome.message = ldap_err2string(code);
+    return outcome;
+}
+
+DirectoryEntry LdapHandle::entryOf(LDAPMessage* result) const
+{
+    DirectoryEntry entry;
+    BerElement* position = nullptr;
+    for (char* name = ldap_first_attribute(handle, result, &position); name != nullptr;
+         name = ldap_next_attribute(handle, result, position)) {
+        berval** const values = ldap_get_values_len(handle, result, name);
+        if (values != nullptr && values[0] != nullptr)
+            entry.add(name, {values[0]->bv_val, values[0]->bv_len});
+        else
+            entry.add(name, "");
+        ldap_value_free_len(values);
+        ldap_memfree(name);
+    }
+    ber_free(position, 0);
+    return entry;
+}
+
+} // namespace quelm

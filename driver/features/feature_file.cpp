@@ -1,0 +1,131 @@
+// Reads and writes kept option values with GLib's key files.
+#include "driver/features/feature_file.h"
+
+#include "base/atomic_file.h"
+#include "base/error.h"
+#include "base/file_handle.h"
+#include "base/translation.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <memory>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <glib.h>
+
+namespace quelm {
+
+namespace {
+
+constexpr const char* group = "features";
+
+struct Release {
+    void operator()(GKeyFile* keys) const { g_key_file_unref(keys); }
+    void operator()(GError* error) const { g_error_free(error); }
+    void operator()(gchar* text) const { g_free(text); }
+    void operator()(gchar** texts) const { g_strfreev(texts); }
+};
+using Keys = std::unique_ptr<GKeyFile, Release>;
+using Failure = std::unique_ptr<GError, Release>;
+using Text = std::unique_ptr<gchar, Release>;
+using Texts = std::unique_ptr<gchar*, Release>;
+
+Error unusable(const std::string& path, const std::string& reason)
+{
+    return Error(
+        localized("the kept options in %s cannot be used: %s; repair or remove the file, it is left as it is",
+                  path, reason));
+}
+
+Error unwritable(const std::string& path, const std::string& reason)
+{
+    return Error(localized("the options cannot be kept in %s: %s", path, reason));
+}
+
+Keys readKeys(const std::string& path)
+{
+    Keys keys(g_key_file_new());
+    GError* error = nullptr;
+    const auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+    if (g_key_file_load_from_file(keys.get(), path.c_str(), flags, &error) == FALSE) {
+        const Failure failure(error);
+        if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
+            throw unusable(path, error->message);
+        }
+    }
+    return keys;
+}
+
+/// Locks a folder against other drivers until destroyed; a lock on the file itself would be lost
+/// when the file is replaced.
+class FolderLock {
+public:
+    explicit FolderLock(const std::string& path)
+        : folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        while (folder.isOpen() && ::flock(folder.get(), LOCK_EX) != 0 && errno == EINTR) {
+        }
+    }
+
+private:
+    FileHandle folder; // whose lock goes when it is closed
+};
+
+std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string& path)
+{
+    std::map<std::string, std::string> values;
+    const Texts names(g_key_file_get_keys(keys.get(), group, nullptr, nullptr));
+    for (gchar** name = names.get(); name != nullptr && *name != nullptr; ++name) {
+        GError* error = nullptr;
+        const Text value(g_key_file_get_string(keys.get(), group, *name, &error));
+        if (value == nullptr) {
+            const Failure failure(error);
+            throw unusable(path, error->message);
+        }
+        values[*name] = value.get();
+    }
+    return values;
+}
+
+void setValue(GKeyFile* keys, const std::string& name, const FeatureValue& value)
+{
+    if (const int* number = std::get_if<int>(&value)) {
+        g_key_file_set_integer(keys, group, name.c_str(), *number);
+    } else {
+        g_key_file_set_string(keys, group, name.c_str(), std::get<std::string>(value).c_str());
+    }
+}
+
+} // namespace
+
+std::map<std::string, std::string> FeatureFile::read() const { return valuesOf(readKeys(ownPath), ownPath); }
+
+void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
+{
+    const std::filesystem::path folder = std::filesystem::path(ownPath).parent_path();
+    std::error_code failure;
+    std::filesystem::create_directories(folder, failure);
+    if (failure) {
+        throw unwritable(ownPath, failure.message());
+    }
+    const FolderLock lock(folder.string());
+    const Keys keys = readKeys(ownPath);
+    valuesOf(keys, ownPath); // what cannot be read is not written over
+    for (const auto& [name, value] : values) {
+        setValue(keys.get(), name, value);
+    }
+    gsize length = 0;
+    const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
+    AtomicFile file(ownPath);
+    if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0) {
+        throw unwritable(ownPath, std::strerror(errno));
+    }
+    file.write(std::string_view(text.get(), length));
+    file.commit();
+}
+
+} // namespace quelm

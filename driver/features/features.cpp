@@ -1,0 +1,291 @@
+// Defaults, snapshots and keeping of features.
+#include "driver/features/features.h"
+
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+
+#include <array>
+#include <charconv>
+#include <vector>
+
+#include <glib.h>
+
+namespace quelm {
+
+namespace {
+
+/// Defaults that the dialog definition does not imply.
+struct Default {
+    std::string_view name;
+    int value;
+};
+constexpr std::array<Default, 3> defaults{{
+    {"LanFax Send Speed", 2},
+    {"LanFax Pref Duplicates", 1},
+    {"LanFax Pref Remove One", 1},
+}};
+
+/// The options of the fax, cover sheet and sender dialogs, which are kept between runs. What the other
+/// dialogs hold belongs to one recipient or search, and read-only fields only show what the
+/// component knows.
+constexpr std::array<std::string_view, 28> keptNames{{
+    "LanFaxConfSheet",
+    "LanFax Cover Sheet Option",
+    "LanFax Send Speed",
+    "LanFax Resolution",
+    "LanFax Cover Sheet Notes",
+    "LanFax Send Time",
+    "SendAtHr",
+    "SendAtMin",
+    "SendAtAmPm",
+    "LanFax Dialing Prefix",
+    "LanFax Dialing Prefix Info",
+    "LanFax Credit Card",
+    "LanFax Credit Card Info",
+    "LanFax Default PB",
+    "LanFax Pref Duplicates",
+    "LanFax Pref Remove One",
+    "LanFax Pref Current List",
+    "LanFax Pref Current Cover Notes",
+    "Show Rcpt Info Checkbox",
+    "Show Rcpt Info",
+    "Cover Sheet Custom Text",
+    "Show Sender Info Checkbox",
+    "Cover Sheet Size",
+    "Sender Fax Number",
+    "Sender Fax Name",
+    "Sender Fax Organization",
+    "Sender Fax Tel Number",
+    "Sender Fax Email Addr",
+}};
+
+/// The widget in which the feature `name` lives, null when there is none.
+Widget* home(const WidgetTree& tree, std::string_view name)
+{
+    Widget* widget = tree.find(name);
+    return widget != nullptr && widget->kind() == WidgetKind::radioButtonItem ? widget->parent() : widget;
+}
+
+std::optional<FeatureValue> valueOf(const Widget& widget)
+{
+    switch (widget.kind()) {
+    case WidgetKind::checkBox:
+        return widget.flag() ? 1 : 0;
+    case WidgetKind::radioButton:
+    case WidgetKind::comboBoxMain:
+    case WidgetKind::spinBox:
+    case WidgetKind::notebookSet:
+        return widget.number();
+    case WidgetKind::textEntry:
+    case WidgetKind::label:
+        return widget.text();
+    case WidgetKind::button:
+        return widget.sensitive() ? 1 : 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// False, and nothing changed, when the number is out of the widget's range.
+bool setValue(Widget& widget, const FeatureValue& value)
+{
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        widget.setText(*text);
+        return true;
+    }
+    const int number = std::get<int>(value);
+    if (widget.hasNumber()) {
+        return widget.setNumber(number);
+    }
+    if (widget.kind() == WidgetKind::button) {
+        widget.setSensitive(number != 0);
+        return true;
+    }
+    widget.setFlag(number != 0);
+    return number == 0 || number == 1;
+}
+
+std::optional<FeatureValue> defaultOf(const Widget& widget)
+{
+    for (const Default& entry : defaults) {
+        if (entry.name == widget.name()) {
+            return entry.value;
+        }
+    }
+    const std::string* text = widget.attribute("Text");
+    const std::string* sensitivity = widget.attribute("Sensitivity");
+    switch (widget.kind()) {
+    case WidgetKind::textEntry:
+    case WidgetKind::label:
+        return text == nullptr ? std::string() : *text;
+    case WidgetKind::button:
+        return sensitivity != nullptr && *sensitivity == "false" ? 0 : 1;
+    case WidgetKind::spinBox:
+        return widget.initialNumber();
+    default:
+        return valueOf(widget) ? std::optional<FeatureValue>(0) : std::nullopt;
+    }
+}
+
+template <class Action>
+int forEachFeature(const WidgetTree& tree, std::string_view tokenList, Action action)
+{
+    int count = 0;
+    while (!tokenList.empty()) {
+        const std::size_t end = tokenList.find(',');
+        Widget* widget = home(tree, tokenList.substr(0, end));
+        if (widget != nullptr && action(*widget)) {
+            ++count;
+        }
+        tokenList = end == std::string_view::npos ? std::string_view() : tokenList.substr(end + 1);
+    }
+    return count;
+}
+
+/// Puts a kept text into a widget; false when it does not suit.
+bool takeKept(Widget& widget, const std::string& kept)
+{
+    if (widget.kind() == WidgetKind::textEntry) {
+        const bool oneLine = kept.find_first_of("\r\n") == std::string::npos;
+        const auto length = static_cast<std::size_t>(g_utf8_strlen(kept.c_str(), -1));
+        if (!oneLine || length > widget.maximumLength()) {
+            return false;
+        }
+        widget.setText(kept);
+        return true;
+    }
+    int number = 0;
+    const auto [end, failure] = std::from_chars(kept.data(), kept.data() + kept.size(), number);
+    if (failure != std::errc() || end != kept.data() + kept.size()) {
+        return false;
+    }
+    if (widget.hasFlag() && number != 0 && number != 1) {
+        return false;
+    }
+    return setValue(widget, number);
+}
+
+} // namespace
+
+std::optional<int> Features::number(std::string_view name) const
+{
+    const Widget* widget = tree.find(name);
+    if (widget == nullptr) {
+        return std::nullopt;
+    }
+    if (widget->hasFlag()) {
+        return widget->flag() ? 1 : 0;
+    }
+    return widget->hasNumber() ? std::optional<int>(widget->number()) : std::nullopt;
+}
+
+int Features::setDefaults(std::string_view tokenList)
+{
+    return forEachFeature(tree, tokenList, [](Widget& widget) {
+        const std::optional<FeatureValue> value = defaultOf(widget);
+        return value && setValue(widget, *value);
+    });
+}
+
+int Features::save(std::string_view tokenList)
+{
+    return forEachFeature(tree, tokenList, [this](Widget& widget) {
+        const std::optional<FeatureValue> value = valueOf(widget);
+        if (value) {
+            saved[&widget] = *value;
+        }
+        return value.has_value();
+    });
+}
+
+int Features::restore(std::string_view tokenList)
+{
+    return forEachFeature(tree, tokenList, [this](Widget& widget) {
+        const auto found = saved.find(&widget);
+        return found != saved.end() && setValue(widget, found->second);
+    });
+}
+
+void Features::setAllDefaults()
+{
+    // All other defaults are what widgets are built with.
+    for (const Default& entry : defaults) {
+        if (Widget* widget = tree.find(entry.name)) {
+            setValue(*widget, entry.value);
+        }
+    }
+    written = keptValues();
+}
+
+void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
+{
+    std::map<std::string, std::string> values;
+    try {
+        values = source.read(); // also when they are not wanted: a damaged file is not written to
+    } catch (const Error& error) {
+        log(Severity::error, error.what());
+        return;
+    }
+    if (!takeOver) {
+        values.clear();
+    }
+    for (const std::string_view name : keptNames) {
+        const auto kept = values.find(std::string(name));
+        Widget* widget = tree.find(name);
+        if (kept != values.end() && widget != nullptr && !takeKept(*widget, kept->second)) {
+            log(Severity::warning,
+                // Translators: a value, the name of its option and the file that keeps it.
+                localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", kept->second,
+                          kept->first, source.path()));
+        }
+    }
+    written = keptValues();
+    if (keepChanges) {
+        file = source;
+    }
+}
+
+void Features::keep()
+{
+    if (!file) {
+        return;
+    }
+    const std::map<std::string, FeatureValue> now = keptValues();
+    std::map<std::string, FeatureValue> changed;
+    for (const auto& [name, value] : now) {
+        const auto before = written.find(name);
+        if (before == written.end() || before->second != value) {
+            changed.emplace(name, value);
+        }
+    }
+    if (changed.empty()) {
+        return;
+    }
+    try {
+        file->write(changed);
+        written = now;
+        lastFailure.clear();
+    } catch (const Error& error) {
+        if (lastFailure != error.what()) {
+            lastFailure = error.what();
+            log(Severity::error, lastFailure);
+        }
+    }
+}
+
+std::map<std::string, FeatureValue> Features::keptValues() const
+{
+    std::map<std::string, FeatureValue> values;
+    for (const std::string_view name : keptNames) {
+        const Widget* widget = tree.find(name);
+        if (widget != nullptr) {
+            if (std::optional<FeatureValue> value = valueOf(*widget)) {
+                values.emplace(name, std::move(*value));
+            }
+        }
+    }
+    return values;
+}
+
+} // namespace quelm

@@ -1,0 +1,59 @@
+// The driver features: option values that live in widgets and are kept between runs.
+#ifndef DRIVER_FEATURES_FEATURES_H
+#define DRIVER_FEATURES_FEATURES_H
+
+#include "driver/features/feature_file.h"
+#include "driver/widgets/widget_tree.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quelm {
+
+/// The features. A feature bears the name of a widget, and its value is what the widget holds: the
+/// index of a radio group, combo box or tab set, a check box's 0 or 1, a spin box's number, a text
+/// field's or label's text, a button's sensitivity. A radio item stands for its group.
+///
+/// Names in token lists (",A,B,C,") that name no such widget are passed over.
+class Features {
+public:
+    explicit Features(WidgetTree& widgetTree) : tree(widgetTree) {}
+
+    /// The number that a feature has: an index, 0 or 1 of a box or radio item, a spin box's number,
+    /// a list's selected row. Nothing for an unknown feature or one that is a text.
+    std::optional<int> number(std::string_view name) const;
+
+    /// These return how many features they acted on.
+    int setDefaults(std::string_view tokenList);
+    int save(std::string_view tokenList);
+    /// A feature that was never saved stays as it is.
+    int restore(std::string_view tokenList);
+
+    /// Puts every option to its default; called once the dialogs are built.
+    void setAllDefaults();
+
+    /// Takes over the values that `file` keeps when `takeOver`, and keeps changed ones there from now
+    /// on when `keepChanges`. A value that does not suit its widget is passed over with a warning in the
+    /// log. A damaged or unreadable file is an error in the log: the defaults stay, and the file is
+    /// never written to.
+    void load(const FeatureFile& file, bool takeOver, bool keepChanges);
+
+    /// Writes the options that changed since the last time to the file; when that fails, says so in
+    /// the log, once for each reason, and tries again the next time.
+    void keep();
+
+private:
+    std::map<std::string, FeatureValue> keptValues() const;
+
+    WidgetTree& tree;
+    std::map<const Widget*, FeatureValue> saved;
+    std::optional<FeatureFile> file;             // where changes go
+    std::map<std::string, FeatureValue> written; // what the file, or the defaults, say
+    std::string lastFailure;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,16 @@
+// Looks at a file before the loader does.
+#ifndef DRIVER_PLUGIN_SHARED_OBJECT_H
+#define DRIVER_PLUGIN_SHARED_OBJECT_H
+
+#include <string>
+
+namespace quelm {
+
+/// Why the loader must not be given this file, in words for the user; empty when it may. The
+/// loader words all mistakes alike, and a library that was cut short (a broken download, a full
+/// disk) ends the whole process.
+std::string problemOfSharedObject(const std::string& file);
+
+} // namespace quelm
+
+#endif

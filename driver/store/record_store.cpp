@@ -1,0 +1,303 @@
+// Keeps a phonebook's records in memory and its changes in one SQLite transaction.
+#include "driver/store/record_store.h"
+
+#include <csignal>
+#include <cstdint>
+#include <utility>
+
+#include <sys/stat.h>
+
+#include "base/atomic_file.h"
+#include "base/sqlite/sqlite.h"
+#include "base/translation.h"
+#include "driver/store/phonebook_file.h"
+
+namespace quelm {
+
+using phonebook_file::Action;
+using phonebook_file::fail;
+using phonebook_file::wording;
+
+namespace {
+
+std::chrono::milliseconds patience{5000};
+
+bool exists(const std::string& path)
+{
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+} // namespace
+
+struct RecordStore::Connection {
+    sqlite::Database database;
+    struct stat identity {};
+    std::int64_t version = 0; ///< of the content in memory; changes when others commit
+    std::optional<sqlite::Statement> upsert;
+
+    Connection(const std::string& path, int flags) : database(sqlite::open(path, flags))
+    {
+        sqlite3_busy_timeout(database.get(), static_cast<int>(patience.count()));
+        sqlite3_db_config(database.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_db_config(database.get(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        // Durable through a power cut, the end of the transaction included. (A connection that
+        // only reads must not look at the file here: it may have to be repaired first.)
+        if ((flags & SQLITE_OPEN_READWRITE) != 0)
+            sqlite::run(database, "PRAGMA synchronous=EXTRA");
+        if (stat(path.c_str(), &identity) != 0)
+            throw sqlite::Failure{SQLITE_IOERR, errno, ""};
+    }
+
+    /// Gives up the transaction, if SQLite has not done so itself.
+    void rollBack() const
+    {
+        if (sqlite3_get_autocommit(database.get()) == 0)
+            sqlite3_exec(database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+};
+
+struct RecordStore::Change {
+    enum class Kind { save, remove, clear };
+    Kind kind;
+    Record record; ///< for `remove` the key alone
+};
+
+RecordStore::RecordStore(const std::string& path, Access wanted) : file(path), access(wanted)
+{
+    // A file size limit is to be reported like a full disk, not to end the program.
+    struct sigaction present {};
+    if (sigaction(SIGXFSZ, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)
+        std::signal(SIGXFSZ, SIG_IGN);
+    reconnect();
+}
+
+RecordStore::~RecordStore() = default;
+
+void RecordStore::create(const std::string& path)
+{
+    if (exists(path)) {
+        // What is wrong with the file helps more than that it is there.
+        const RecordStore present(path, Access::readWrite);
+        fail(path, Action::create, localized("it exists already; open it or choose another name"));
+    }
+    wording(path, Action::create, [&] {
+        AtomicFile created(path);
+        created.write(phonebook_file::empty());
+        if (!created.commitNew())
+            fail(path, Action::create, localized("a file of that name has just appeared; try again"));
+    });
+}
+
+void RecordStore::reconnect()
+{
+    connection.reset();
+    inTransaction = false;
+    pending.clear();
+    index.clear();
+    list.clear();
+    wording(file, Action::open, [&] {
+        const std::string absolute = phonebook_file::requirePhonebook(file);
+        std::unique_ptr<Connection> made;
+        const auto connect = [&](int flags) { made = std::make_unique<Connection>(absolute, flags); };
+        connect(access == Access::read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+        if (access == Access::readWrite && sqlite3_db_readonly(made->database.get(), "main") != 0)
+            throw sqlite::Failure{SQLITE_READONLY, 0, ""};
+        try {
+            if (!phonebook_file::holdsPhonebook(made->database))
+                throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};
+        } catch (const sqlite::Failure& failure) {
+            // A writer died in the middle of saving. Undoing that takes a writable connection.
+            if (access == Access::readWrite || failure.code != SQLITE_READONLY_ROLLBACK)
+                throw;
+            connect(SQLITE_OPEN_READWRITE);
+            if (!phonebook_file::holdsPhonebook(made->database))
+                throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};
+            connect(SQLITE_OPEN_READONLY);
+        }
+        load(*made);
+        connection = std::move(made);
+    });
+}
+
+void RecordStore::load(Connection& from)
+{
+    pending.clear();
+    index.clear();
+    list.clear();
+    sqlite::run(from.database, "BEGIN");
+    sqlite::Statement version(from.database, "PRAGMA data_version");
+    version.step();
+    from.version = version.number(0);
+    version.reset();
+    sqlite::Statement records(from.database, "SELECT key, data FROM record ORDER BY position");
+    while (records.step())
+        list.push_back({records.bytes(0), records.bytes(1)});
+    records.reset();
+    sqlite::run(from.database, "COMMIT");
+    indexRecords();
+}
+
+void RecordStore::indexRecords()
+{
+    index.clear();
+    index.reserve(list.size());
+    for (std::size_t at = 0; at < list.size(); ++at)
+        index.emplace(list[at].key, at);
+}
+
+void RecordStore::refresh()
+{
+    if (!isSameFile()) {
+        reconnect();
+        return;
+    }
+    const bool dropped = inTransaction || !pending.empty();
+    connection->rollBack();
+    inTransaction = false;
+    try {
+        sqlite::Statement version(connection->database, "PRAGMA data_version");
+        if (version.step() && version.number(0) == connection->version && !dropped)
+            return;
+        version.reset();
+        load(*connection);
+    } catch (const sqlite::Failure&) {
+        // Another program may have died in the middle of saving: opening the file undoes that.
+        reconnect();
+    }
+}
+
+std::optional<std::size_t> RecordStore::find(std::string_view key) const
+{
+    const auto found = index.find(key);
+    return found == index.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool RecordStore::isSameFile() const
+{
+    struct stat present {};
+    return connection && stat(file.c_str(), &present) == 0 && present.st_dev == connection->identity.st_dev &&
+           present.st_ino == connection->identity.st_ino;
+}
+
+void RecordStore::beginChange()
+{
+    if (access == Access::read)
+        fail(file, Action::save, localized("it was opened for reading only"));
+    if (!isSameFile())
+        fail(file, Action::save, localized("the file was removed or replaced; open it again"));
+    if (inTransaction)
+        return;
+    sqlite::run(connection->database, "BEGIN IMMEDIATE");
+    inTransaction = true;
+    for (const Change& change : pending)
+        apply(change);
+}
+
+/// Makes the change in the open transaction. True when it touched a record.
+bool RecordStore::apply(const Change& change)
+{
+    const sqlite::Database& database = connection->database;
+    switch (change.kind) {
+    case Change::Kind::save: {
+        if (!connection->upsert)
+            connection->upsert.emplace(database, "INSERT INTO record(key, data) VALUES(?1, ?2) "
+                                                 "ON CONFLICT(key) DO UPDATE SET data = excluded.data");
+        sqlite::Statement& upsert = *connection->upsert;
+        upsert.reset();
+        upsert.bind(1, change.record.key);
+        upsert.bind(2, change.record.data);
+        upsert.step();
+        upsert.reset();
+        return true;
+    }
+    case Change::Kind::remove: {
+        sqlite::Statement removal(database, "DELETE FROM record WHERE key = ?1");
+        removal.bind(1, change.record.key);
+        removal.step();
+        return sqlite3_changes(database.get()) > 0;
+    }
+    case Change::Kind::clear:
+        sqlite::run(database, "DELETE FROM record");
+        return true;
+    }
+    return false;
+}
+
+bool RecordStore::make(Change change)
+{
+    return wording(file, Action::save, [&] {
+        try {
+            beginChange();
+            const bool touched = apply(change);
+            pending.push_back(std::move(change));
+            return touched;
+        } catch (...) {
+            giveUpTransaction();
+            throw;
+        }
+    });
+}
+
+/// Lets others save again. What is pending goes into the next transaction.
+void RecordStore::giveUpTransaction()
+{
+    if (connection) {
+        if (connection->upsert)
+            connection->upsert->reset();
+        connection->rollBack();
+    }
+    inTransaction = false;
+}
+
+void RecordStore::save(Record record)
+{
+    if (record.key.empty())
+        fail(file, Action::save, localized("a record has no key; give it a name"));
+    make({Change::Kind::save, record});
+    if (const auto at = find(record.key)) {
+        list[*at].data = std::move(record.data);
+        return;
+    }
+    list.push_back(std::move(record));
+    index.emplace(list.back().key, list.size() - 1);
+}
+
+bool RecordStore::remove(const std::string& key)
+{
+    const bool removed = make({Change::Kind::remove, {key, ""}});
+    if (const auto at = find(key)) {
+        index.clear();
+        list.erase(list.begin() + static_cast<std::ptrdiff_t>(*at));
+        indexRecords();
+    }
+    return removed;
+}
+
+void RecordStore::clear()
+{
+    make({Change::Kind::clear, {}});
+    index.clear();
+    list.clear();
+}
+
+void RecordStore::commit()
+{
+    if (pending.empty())
+        return;
+    wording(file, Action::save, [&] {
+        try {
+            beginChange();
+            sqlite::run(connection->database, "COMMIT");
+        } catch (...) {
+            giveUpTransaction();
+            throw;
+        }
+    });
+    inTransaction = false;
+    pending.clear();
+}
+
+void setDatabasePatience(std::chrono::milliseconds longest) { patience = longest; }
+
+} // namespace quelm

@@ -1,0 +1,87 @@
+// The table of bindings, and applying it.
+#include "driver/widgets/bindings.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace quelm {
+
+namespace {
+
+/// An option that must have a value: an index, or 1 for a ticked box.
+struct Condition {
+    std::string_view option;
+    int value = 0;
+};
+
+/// `targets` are sensitive exactly when all conditions hold. Unused places are empty.
+struct Rule {
+    std::array<Condition, 2> conditions;
+    std::array<std::string_view, 3> targets;
+};
+
+constexpr std::array<Rule, 7> rules{{
+    {{{{"LanFax Cover Sheet Option", 1}}}, {"LanFax Setup Cover Sheet Button", "LanFax Cover Sheet Notes"}},
+    {{{{"Show Rcpt Info Checkbox", 1}}}, {"Show All Rcpt Info", "Show Custom Text"}},
+    // Item 1 of "Show Rcpt Info" is "Show Custom Text".
+    {{{{"Show Rcpt Info Checkbox", 1}, {"Show Rcpt Info", 1}}}, {"Cover Sheet Custom Text"}},
+    {{{{"Show Sender Info Checkbox", 1}}}, {"Sender Properties Button", "Sender Info"}},
+    {{{{"LanFax Send Time", 1}}}, {"SendAtHr", "SendAtMin", "SendAtAmPm"}},
+    {{{{"LanFax Dialing Prefix", 1}}}, {"LanFax Dialing Prefix Info"}},
+    {{{{"LanFax Credit Card", 1}}}, {"LanFax Credit Card Info"}},
+}};
+
+int valueOf(const Widget& option) { return option.hasFlag() ? (option.flag() ? 1 : 0) : option.number(); }
+
+bool holds(const WidgetTree& tree, const Condition& condition)
+{
+    if (condition.option.empty()) {
+        return true;
+    }
+    const Widget* option = tree.find(condition.option);
+    return option != nullptr && valueOf(*option) == condition.value;
+}
+
+void apply(const WidgetTree& tree, const Rule& rule)
+{
+    const bool sensitive =
+        std::all_of(rule.conditions.begin(), rule.conditions.end(),
+                    [&tree](const Condition& condition) { return holds(tree, condition); });
+    for (const std::string_view name : rule.targets) {
+        if (Widget* target = tree.find(name)) {
+            target->setSensitive(sensitive);
+        }
+    }
+}
+
+} // namespace
+
+Bindings::Bindings(WidgetTree& widgetTree) : tree(widgetTree) { tree.addObserver(*this); }
+
+Bindings::~Bindings() { tree.removeObserver(*this); }
+
+void Bindings::applyAll()
+{
+    for (const Rule& rule : rules) {
+        apply(tree, rule);
+    }
+}
+
+void Bindings::changed(Widget& widget, WidgetChange what)
+{
+    if (what != WidgetChange::value) {
+        return;
+    }
+    for (const Rule& rule : rules) {
+        const bool dependsOnIt = std::any_of(
+            rule.conditions.begin(), rule.conditions.end(), [&widget](const Condition& condition) {
+                return !condition.option.empty() && condition.option == widget.name();
+            });
+        if (dependsOnIt) {
+            apply(tree, rule);
+        }
+    }
+}
+
+} // namespace quelm

@@ -1,0 +1,178 @@
+// One widget of the driver's dialogs: what it is and what state it is in, on no particular screen.
+#ifndef DRIVER_WIDGETS_WIDGET_H
+#define DRIVER_WIDGETS_WIDGET_H
+
+#include "driver/widgets/rows.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace quelm {
+
+class WidgetTree;
+
+/// The elements of the dialog definition, the driver's own main window, and the file choosers
+/// that the component makes.
+enum class WidgetKind {
+    mainWindow,
+    dialogWindow,
+    fixedContainer,
+    tableContainer,
+    notebookSet,
+    notebookPage,
+    toolbarMenu,
+    toolbarItem,
+    boxContainer,
+    frameContainer,
+    scrolledWindowContainer,
+    label,
+    picture,
+    button,
+    checkBox,
+    radioButton,
+    radioButtonItem,
+    comboBoxMain,
+    comboBoxItem,
+    textEntry,
+    spinBox,
+    listBox,
+    fileSelection
+};
+
+/// The kind that an element of the definition makes; nothing for an unknown element.
+std::optional<WidgetKind> kindOfElement(std::string_view element);
+
+/// "Button", "ListBox", ...
+const char* kindName(WidgetKind kind);
+
+/// What about a widget has changed.
+enum class WidgetChange { text, value, visibility, sensitivity };
+
+/// One widget. The tree owns it, and it stays where it is until the process's driver ends. Every
+/// change is told to the tree's observer.
+class Widget {
+public:
+    using Attributes = std::vector<std::pair<std::string, std::string>>;
+
+    Widget(WidgetTree& owner, WidgetKind widgetKind, std::string widgetName, Attributes widgetAttributes,
+           Widget* parentWidget);
+    ~Widget();
+    Widget(const Widget&) = delete;
+    Widget& operator=(const Widget&) = delete;
+
+    WidgetKind kind() const { return ownKind; }
+    const std::string& name() const { return ownName; }
+    void rename(std::string newName) { ownName = std::move(newName); }
+
+    /// An attribute as the definition gives it, null when it does not.
+    const std::string* attribute(std::string_view key) const;
+
+    Widget* parent() const { return ownParent; }
+    const std::vector<std::unique_ptr<Widget>>& children() const { return ownChildren; }
+    bool isWindow() const
+    {
+        return ownKind == WidgetKind::dialogWindow || ownKind == WidgetKind::fileSelection;
+    }
+
+    // --- State of every widget -----------------------------------------------------------------
+
+    bool visible() const { return isVisible; }
+    bool sensitive() const { return isSensitive; }
+    void setVisible(bool visible);
+    void setSensitive(bool sensitive);
+
+    /// Visible with all that it stands in, the window included.
+    bool onScreen() const;
+    /// Sensitive with all that it stands in.
+    bool active() const;
+
+    // --- Texts ---------------------------------------------------------------------------------
+
+    /// A label's or button's text, a window's title, what a text field or file chooser holds.
+    const std::string& text() const { return ownText; }
+    void setText(std::string_view text);
+    /// The most characters (not bytes) that a user can type into a text field.
+    std::size_t maximumLength() const;
+
+    // --- Numbers -------------------------------------------------------------------------------
+
+    /// True for a check box or radio item.
+    bool hasFlag() const;
+    /// A check box's state; whether a radio item is the chosen one.
+    bool flag() const;
+    /// Setting a radio item chooses it; clearing one changes nothing, as only choosing another
+    /// can.
+    void setFlag(bool on);
+
+    /// True for a tab set, radio group, combo box, spin box or list.
+    bool hasNumber() const;
+    /// Page, index or number; of a list, its lowest selected row, -1 for none.
+    int number() const;
+    /// The least and the greatest number, both possible; nothing when there is none (a combo box
+    /// without items).
+    std::optional<std::pair<int, int>> numberRange() const;
+    /// What a spin box starts with; 0 for the others.
+    int initialNumber() const;
+    /// False, and nothing changed, when the number is out of range.
+    bool setNumber(int number);
+
+    /// The items of a radio group or combo box, the pages of a tab set.
+    std::vector<Widget*> items() const;
+
+    // --- Lists ---------------------------------------------------------------------------------
+
+    bool isList() const { return ownKind == WidgetKind::listBox; }
+    bool isMultipleSelection() const { return multiple; }
+    /// The rows of a list; empty and without columns on any other widget.
+    const Rows& rows() const { return *listRows; }
+    /// Appends a row, as `Rows::add` does.
+    void addRow(const char* const* cells);
+    /// Removes all rows and the selection.
+    void clearRows();
+    /// While frozen, changed rows are not told to the observer; unfreezing tells them.
+    void freeze(bool frozen);
+
+    /// The selected rows in the order in which they were selected, or sorted.
+    const std::vector<int>& selection() const { return selectedRows; }
+    /// Selects these rows, which exist and are distinct.
+    void setSelection(std::vector<int> rows);
+    void sortSelection(bool ascending);
+    /// Hands out the selected rows one by one: the first one again (true), or the next.
+    std::optional<int> nextSelected(bool first);
+
+private:
+    friend class DefinitionReader;
+
+    void changed(WidgetChange what);
+    void rowsChanged();
+    int positionAmongItems() const;
+    int integerAttribute(std::string_view key, int fallback) const;
+
+    WidgetTree& tree;
+    WidgetKind ownKind;
+    std::string ownName;
+    Attributes ownAttributes;
+    Widget* ownParent;
+    std::vector<std::unique_ptr<Widget>> ownChildren;
+
+    bool isVisible = true;
+    bool isSensitive = true;
+    std::string ownText;
+    int ownNumber = 0; // index, page, number; 0 or 1 of a check box
+
+    std::unique_ptr<Rows> listRows;
+    bool multiple = false;
+    bool rowsFrozen = false;
+    bool rowsChangedWhileFrozen = false;
+    std::vector<int> selectedRows;
+    std::size_t selectionCursor = 0;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,98 @@
+// Keeps the windows and finds widgets by name.
+#include "driver/widgets/widget_tree.h"
+
+#include "driver/widgets/definition.h"
+
+#include <algorithm>
+
+namespace quelm {
+
+WidgetTree::WidgetTree()
+{
+    auto mainWindow = std::make_unique<Widget>(*this, WidgetKind::mainWindow, mainWindowName,
+                                               Widget::Attributes{}, nullptr);
+    addWindow(std::move(mainWindow));
+}
+
+WidgetTree::~WidgetTree() = default;
+
+bool WidgetTree::build(std::string_view definition)
+{
+    bool added = false;
+    for (std::unique_ptr<Widget>& window : windowsOfDefinition(*this, definition)) {
+        const auto hasThisName = [&window](const std::unique_ptr<Widget>& other) {
+            return other->isWindow() && other->name() == window->name();
+        };
+        if (std::none_of(topLevel.begin(), topLevel.end(), hasThisName)) {
+            addWindow(std::move(window));
+            added = true;
+        }
+    }
+    return added;
+}
+
+Widget& WidgetTree::addFileChooser(const Widget& owner, const std::string& title)
+{
+    Widget::Attributes attributes{{"Title", title}, {"Parent", owner.name()}, {"Visibility", "false"}};
+    addWindow(std::make_unique<Widget>(*this, WidgetKind::fileSelection, "", std::move(attributes), nullptr));
+    return *topLevel.back();
+}
+
+void WidgetTree::removeFileChooser(Widget& chooser)
+{
+    for (WidgetObserver* observer : observers) {
+        observer->windowRemoved(chooser);
+    }
+    std::erase_if(names, [&chooser](const auto& entry) { return entry.second == &chooser; });
+    std::erase_if(topLevel, [&chooser](const auto& window) { return window.get() == &chooser; });
+}
+
+void WidgetTree::registerName(const std::string& name, Widget& widget)
+{
+    if (!name.empty()) {
+        names.emplace(name, &widget);
+    }
+}
+
+Widget* WidgetTree::find(std::string_view name) const
+{
+    const auto found = names.find(name);
+    return found == names.end() ? nullptr : found->second;
+}
+
+void WidgetTree::addObserver(WidgetObserver& observer) { observers.push_back(&observer); }
+
+void WidgetTree::removeObserver(WidgetObserver& observer) { std::erase(observers, &observer); }
+
+void WidgetTree::noteChanged(Widget& widget, WidgetChange what)
+{
+    for (WidgetObserver* observer : observers) {
+        observer->changed(widget, what);
+    }
+}
+
+void WidgetTree::noteRowsChanged(Widget& list)
+{
+    for (WidgetObserver* observer : observers) {
+        observer->rowsChanged(list);
+    }
+}
+
+void WidgetTree::registerNames(Widget& widget)
+{
+    registerName(widget.name(), widget);
+    for (const auto& child : widget.children()) {
+        registerNames(*child);
+    }
+}
+
+void WidgetTree::addWindow(std::unique_ptr<Widget> window)
+{
+    topLevel.push_back(std::move(window));
+    registerNames(*topLevel.back());
+    for (WidgetObserver* observer : observers) {
+        observer->windowAdded(*topLevel.back());
+    }
+}
+
+} // namespace quelm

@@ -1,0 +1,154 @@
+// The clock: its form on the command line, fixing it, and readings that several formats share.
+#include "base/clock.h"
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "base/error.h"
+#include "host/calls.h"
+
+namespace {
+
+std::string formatted(const char* format, bool readClock, std::size_t size = 64)
+{
+    std::array<char, 64> out;
+    out.fill('#');
+    host::formatTime(out.data(), size, format, readClock);
+    return out.data();
+}
+
+void fixAt(const char* text) { quelm::fixClock(quelm::parseLocalTime(text)); }
+
+std::string problemWith(const std::string& text)
+{
+    try {
+        quelm::parseLocalTime(text);
+    } catch (const quelm::UsageError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+class Clock : public testing::Test {
+protected:
+    ~Clock() override { quelm::releaseClock(); }
+};
+
+} // namespace
+
+TEST_F(Clock, StandsStillWhereItWasFixed)
+{
+    fixAt("2024-02-29T23:59");
+    EXPECT_EQ(formatted("%Y %m %d %H %M %S", true), "2024 02 29 23 59 00");
+    EXPECT_EQ(formatted("%Y%m%%02d", true), "202402%02d");
+}
+
+TEST_F(Clock, KnowsWeekdayAndDayOfTheYear)
+{
+    fixAt("2024-02-29T08:05");
+    EXPECT_EQ(formatted("%u %j", true), "4 060");
+}
+
+TEST_F(Clock, KeepsATimeThatDaylightSavingLeavesOut)
+{
+    setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
+    tzset();
+    fixAt("2024-03-31T02:30");
+    EXPECT_EQ(formatted("%H:%M", true), "02:30");
+    unsetenv("TZ");
+    tzset();
+}
+
+TEST_F(Clock, FormatsTheLastReadingUntilItIsReadAnew)
+{
+    fixAt("2024-12-31T23:59");
+    EXPECT_EQ(formatted("%Y", true), "2024");
+    fixAt("2025-01-01T00:00");
+    EXPECT_EQ(formatted("%Y", true), "2025");
+    EXPECT_EQ(formatted("%m", false), "01");
+}
+
+TEST_F(Clock, LastReadingOutlivesAClockThatRunsOn)
+{
+    // A clock half a day away from the fixed one: had it been read again, the hour would differ.
+    setenv("TZ", "AAA0", 1);
+    EXPECT_NE(formatted("%H", true), "");
+    const std::string hour = formatted("%H", false);
+    setenv("TZ", "BBB-12", 1);
+    EXPECT_EQ(formatted("%H", false), hour);
+    EXPECT_NE(formatted("%H", true), hour);
+    unsetenv("TZ");
+    tzset();
+}
+
+TEST_F(Clock, TakesAReadingWhenThereIsNoneYet)
+{
+    quelm::releaseClock();
+    const int year = std::stoi(formatted("%Y", false));
+    EXPECT_GE(year, 2020);
+}
+
+TEST_F(Clock, RunsWithTheSystemUnlessFixed)
+{
+    const std::time_t before = std::time(nullptr);
+    std::tm read = quelm::localTime();
+    const std::time_t middle = std::mktime(&read);
+    EXPECT_LE(before, middle);
+    EXPECT_LE(middle, std::time(nullptr));
+}
+
+TEST_F(Clock, LeavesAnEmptyTextWhenTheTimeDoesNotFit)
+{
+    fixAt("2024-02-29T23:59");
+    EXPECT_EQ(formatted("%Y", true, 4), "");
+    EXPECT_EQ(formatted("%Y", true, 5), "2024");
+    EXPECT_EQ(formatted("", true), "");
+}
+
+TEST_F(Clock, WritesNothingWithoutABuffer)
+{
+    char untouched = 'x';
+    GetCurrentTimeWithFormat(&untouched, 0, host::in("%Y"), 1);
+    GetCurrentTimeWithFormat(&untouched, -1, host::in("%Y"), 1);
+    GetCurrentTimeWithFormat(nullptr, 10, host::in("%Y"), 1);
+    EXPECT_EQ(untouched, 'x');
+    GetCurrentTimeWithFormat(&untouched, 1, nullptr, 1);
+    EXPECT_EQ(untouched, '\0');
+}
+
+TEST(ParseLocalTime, TakesEveryDayThatThereIs)
+{
+    EXPECT_EQ(problemWith("1970-01-01T00:00"), "");
+    EXPECT_EQ(problemWith("9999-12-31T23:59"), "");
+    EXPECT_EQ(problemWith("2000-02-29T12:00"), "");
+}
+
+TEST(ParseLocalTime, SaysWhatIsWrong)
+{
+    const std::array<std::pair<const char*, const char*>, 12> cases{{
+        {"", "write it as YYYY-MM-DDTHH:MM"},
+        {"2024-03-09", "write it as YYYY-MM-DDTHH:MM"},
+        {"2024-03-09 14:05", "write it as YYYY-MM-DDTHH:MM"},
+        {"2024-03-09T14:05:00", "write it as YYYY-MM-DDTHH:MM"},
+        {"2024-3-009T14:05", "write it as YYYY-MM-DDTHH:MM"},
+        {"+024-03-09T14:05", "write it as YYYY-MM-DDTHH:MM"},
+        {"1969-12-31T23:59", "the year must lie between 1970 and 9999"},
+        {"2024-13-09T14:05", "the month must lie between 01 and 12"},
+        {"2023-02-29T14:05", "that month has the days 01 to 28"},
+        {"1900-04-31T14:05", "the year must lie between 1970 and 9999"},
+        {"2024-04-31T14:05", "that month has the days 01 to 30"},
+        {"2024-03-09T14:60", "the minute must lie between 00 and 59"},
+    }};
+    for (const auto& [text, problem] : cases) {
+        const std::string message = problemWith(text);
+        EXPECT_NE(message.find(problem), std::string::npos) << text << ": " << message;
+        EXPECT_EQ(message.find("\"" + std::string(text) + "\""), 0U) << message;
+    }
+    EXPECT_NE(problemWith("2024-03-09T24:00").find("the hour"), std::string::npos);
+    EXPECT_NE(problemWith("2024-03-00T12:00").find("01 to 31"), std::string::npos);
+    EXPECT_NE(problemWith("2100-02-29T12:00").find("01 to 28"), std::string::npos);
+}

@@ -1,0 +1,125 @@
+// Tests of the print path's file descriptors.
+#include "base/file_io.h"
+
+#include "tests/driver/jobs/job_support.h"
+
+#include <fcntl.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+
+namespace quelm::tests {
+namespace {
+
+class FileHandleTest : public JobTest {};
+
+bool isOpen(int descriptor) { return ::fcntl(descriptor, F_GETFD) != -1; }
+
+TEST_F(FileHandleTest, ClosesWhatItOwns)
+{
+    int number = -1;
+    {
+        FileHandle first(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        number = first.get();
+        FileHandle second(std::move(first));
+        EXPECT_EQ(second.get(), number);
+        EXPECT_TRUE(isOpen(number));
+    }
+    EXPECT_FALSE(isOpen(number));
+}
+
+TEST_F(FileHandleTest, AssigningClosesWhatWasOwnedBefore)
+{
+    FileHandle handle(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const int number = handle.get();
+    handle = FileHandle();
+    EXPECT_FALSE(isOpen(number));
+}
+
+TEST_F(FileHandleTest, AnUnnamedFileLeavesNoName)
+{
+    const FileHandle unnamed = makeUnnamedFile();
+    writeAll(unnamed.get(), "some text", "it");
+    EXPECT_EQ(namesInFolder(), std::vector<std::string>{});
+    std::string text(20, ' ');
+    text.resize(readFully(unnamed.get(), text.data(), text.size(), 5, "it"));
+    EXPECT_EQ(text, "text");
+}
+
+TEST_F(FileHandleTest, WithoutAFolderForTemporaryFilesTheLineSaysWhatToSet)
+{
+    ::setenv("TMPDIR", path("missing").c_str(), 1);
+    EXPECT_EQ(errorLine([] { makeUnnamedFile(); }),
+              path("missing") + ": no temporary file can be made there: No such file or directory; set "
+                                "TMPDIR to a folder with room");
+}
+
+void doNothing(int) {}
+
+/// A timer that interrupts system calls every millisecond.
+class Interruptions {
+public:
+    Interruptions()
+    {
+        struct sigaction action = {};
+        action.sa_handler = doNothing; // without SA_RESTART
+        ::sigaction(SIGALRM, &action, &before_);
+        setTimer(1000);
+    }
+    ~Interruptions()
+    {
+        setTimer(0);
+        ::sigaction(SIGALRM, &before_, nullptr);
+    }
+    Interruptions(const Interruptions&) = delete;
+    Interruptions& operator=(const Interruptions&) = delete;
+
+private:
+    static void setTimer(int microseconds)
+    {
+        const itimerval timer{{0, microseconds}, {0, microseconds}};
+        ::setitimer(ITIMER_REAL, &timer, nullptr);
+    }
+    struct sigaction before_ = {};
+};
+
+TEST_F(FileHandleTest, InterruptedAndShortWritesArriveWhole)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    const std::string text(std::size_t{3} << 20U, 'x');
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::close(ends[1]);
+        std::size_t total = 0;
+        std::array<char, 4096> block{};
+        for (ssize_t size = 0; (size = ::read(ends[0], block.data(), block.size())) > 0;)
+            total += static_cast<std::size_t>(size);
+        ::_exit(total == text.size() ? 0 : 1);
+    }
+    ::close(ends[0]);
+    FileHandle written(ends[1]);
+    {
+        const Interruptions interruptions;
+        writeAll(written.get(), text, "the pipe");
+    }
+    written.close();
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(FileHandleTest, ReasonsSayWhatToDo)
+{
+    EXPECT_EQ(systemReason(ENOSPC), "the disk is full; make room and try again");
+    EXPECT_EQ(systemReason(EACCES), "permission denied");
+    EXPECT_EQ(systemReason(ENOTDIR), "Not a directory");
+}
+
+} // namespace
+} // namespace quelm::tests

@@ -1,0 +1,111 @@
+// Tests of connecting to devices.
+#include "base/net/tcp_connection.h"
+
+#include "tests/driver/jobs/job_support.h"
+#include "tests/servers/listeners.h"
+#include "tests/servers/print_listener.h"
+#include "tests/servers/server_process.h"
+
+#include <fcntl.h>
+#include <netinet/in.h>
+
+namespace quelm::tests {
+namespace {
+
+using namespace std::chrono_literals;
+using servers::FullListener;
+using servers::Manner;
+using servers::PrintListener;
+
+std::vector<SocketAddress> at(const std::string& host, int port)
+{
+    return lookUpHost({host, static_cast<std::uint16_t>(port)}, "device", 10s, {});
+}
+
+/// Nobody listens there.
+std::vector<SocketAddress> refusing()
+{
+    return at("127.0.0.1", servers::unusedPort(servers::Transport::tcp));
+}
+
+/// A broadcast address of this machine: no TCP connection can be made to it.
+std::vector<SocketAddress> unreachable() { return at("127.255.255.255", 9100); }
+
+std::vector<SocketAddress> joined(std::vector<SocketAddress> first, const std::vector<SocketAddress>& second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+std::string failureOf(const std::vector<SocketAddress>& addresses, std::chrono::milliseconds limit = 10s)
+{
+    return errorLine([&] { connectToAny(addresses, "device", limit, {}); });
+}
+
+constexpr const char* refused =
+    "device: refuses the connection; check the port, and whether the device is ready for jobs";
+
+TEST(TcpConnection, IsMadeAndDoesNotBlock)
+{
+    PrintListener device(Manner::takesAll);
+    const auto connection = connectToAny(at("127.0.0.1", device.port()), "device", 10s, {});
+    ASSERT_TRUE(connection.isOpen());
+    EXPECT_NE(::fcntl(connection.get(), F_GETFL) & O_NONBLOCK, 0);
+    EXPECT_NE(::fcntl(connection.get(), F_GETFD) & FD_CLOEXEC, 0);
+}
+
+TEST(TcpConnection, OneAddressAfterTheOtherIsTried)
+{
+    PrintListener device(Manner::takesAll);
+    const auto addresses = joined(joined(unreachable(), refusing()), at("127.0.0.1", device.port()));
+    EXPECT_TRUE(connectToAny(addresses, "device", 10s, {}).isOpen());
+}
+
+TEST(TcpConnection, ADeviceThatDoesNotAnswerIsPassedOver)
+{
+    FullListener busy;
+    PrintListener device(Manner::takesAll);
+    const auto addresses = joined(at("127.0.0.1", busy.port()), at("127.0.0.1", device.port()));
+    EXPECT_TRUE(connectToAny(addresses, "device", 100ms, {}).isOpen());
+}
+
+TEST(TcpConnection, EachFailureIsOneLine)
+{
+    EXPECT_EQ(failureOf(refusing()), refused);
+    EXPECT_EQ(failureOf(unreachable()),
+              "device: cannot be reached (Network is unreachable); check the address and the network");
+}
+
+TEST(TcpConnection, AFullDeviceIsWaitedForWithinTheLimit)
+{
+    FullListener busy;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(failureOf(at("127.0.0.1", busy.port()), 300ms),
+              "device: does not answer within 300 ms; check the address, and whether the device is switched "
+              "on");
+    const auto taken = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(taken, 300ms);
+    EXPECT_LT(taken, 5s);
+}
+
+TEST(TcpConnection, TheReasonThatSaysMostOfTheDeviceIsTold)
+{
+    FullListener busy;
+    const auto silent = at("127.0.0.1", busy.port());
+    EXPECT_EQ(failureOf(joined(refusing(), unreachable())), refused);
+    EXPECT_EQ(failureOf(joined(unreachable(), refusing())), refused);
+    EXPECT_EQ(failureOf(joined(joined(unreachable(), refusing()), silent), 100ms), refused);
+    EXPECT_NE(failureOf(joined(silent, unreachable()), 100ms).find("does not answer within 100 ms"),
+              std::string::npos);
+}
+
+TEST(TcpConnection, TheUserNeedNotWaitForADevice)
+{
+    FullListener busy;
+    const Transfer cancelled{{}, [] { return true; }};
+    EXPECT_EQ(errorLine([&] { connectToAny(at("127.0.0.1", busy.port()), "device", 60s, cancelled); }),
+              "device: the job was cancelled before anything of it went out");
+}
+
+} // namespace
+} // namespace quelm::tests

@@ -1,0 +1,206 @@
+// Programs that are run to their end, within bounds.
+#include "base/process.h"
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <thread>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+quelm::ProcessRequest shell(const std::string& script)
+{
+    quelm::ProcessRequest request;
+    request.arguments = {"sh", "-c", script};
+    return request;
+}
+
+quelm::ProcessResult runShell(const std::string& script) { return quelm::runProcess(shell(script)); }
+
+std::string problemWith(const quelm::ProcessRequest& request)
+{
+    try {
+        quelm::runProcess(request);
+    } catch (const quelm::Error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+bool mentions(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+class Process : public testing::Test {
+protected:
+    TemporaryFolder folder;
+};
+
+} // namespace
+
+TEST_F(Process, AnswersWithStatusOutputAndErrors)
+{
+    const auto result = runShell("echo out; echo err >&2; exit 3");
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_EQ(result.output, "out\n");
+    EXPECT_EQ(result.errors, "err\n");
+}
+
+TEST_F(Process, ArgumentsArriveAsTheyStand)
+{
+    quelm::ProcessRequest request;
+    request.arguments = {"printf", "[%s]", "a b", "$HOME; `ls` \"'*", "", "Zoë"};
+    EXPECT_EQ(quelm::runProcess(request).output, "[a b][$HOME; `ls` \"'*][][Zoë]");
+}
+
+TEST_F(Process, InputIsAFileOrNothing)
+{
+    auto request = shell("cat");
+    EXPECT_EQ(quelm::runProcess(request).output, "");
+    request.inputFile = writeFile(folder / "in", "what it reads");
+    EXPECT_EQ(quelm::runProcess(request).output, "what it reads");
+}
+
+TEST_F(Process, OutputGoesToAFile)
+{
+    auto request = shell("echo into the file");
+    request.outputFile = writeFile(folder / "out", "what was there before, which is longer");
+    EXPECT_EQ(quelm::runProcess(request).output, "");
+    EXPECT_EQ(contentOf(request.outputFile), "into the file\n");
+}
+
+TEST_F(Process, OutputGoesToADescriptorThatStaysOpen)
+{
+    const std::string path = folder / "out";
+    auto request = shell("echo one");
+    request.outputDescriptor = open(path.c_str(), O_WRONLY | O_CREAT, 0600);
+    quelm::runProcess(request);
+    quelm::runProcess(request);
+    EXPECT_EQ(close(request.outputDescriptor), 0);
+    EXPECT_EQ(contentOf(path), "one\none\n");
+}
+
+TEST_F(Process, LargeOutputIsCapturedWhole)
+{
+    auto request = shell("head -c 1000000 /dev/zero | tr '\\0' x");
+    EXPECT_EQ(quelm::runProcess(request).output, std::string(1000000, 'x'));
+}
+
+TEST_F(Process, OutputBeyondTheLimitEndsTheProgram)
+{
+    auto request = shell("echo $$ > " + (folder / "id") + "; exec cat /dev/zero");
+    request.outputLimit = 100000;
+    EXPECT_EQ(problemWith(request), "The program \"sh\" was ended: it wrote more than 100000 bytes");
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST_F(Process, LastLinesOfTheErrorsAreKept)
+{
+    const auto result = runShell("i=0; while [ $i -lt 2000 ]; do echo line $i >&2; i=$((i+1)); done");
+    EXPECT_LE(result.errors.size(), 4096U);
+    EXPECT_EQ(result.errors.find("line "), 0U);
+    EXPECT_TRUE(mentions(result.errors, "\nline 1999\n"));
+}
+
+TEST_F(Process, TimeLimitEndsTheProgram)
+{
+    auto request = shell("echo $$ > " + (folder / "id") + "; exec sleep 60");
+    request.timeLimit = milliseconds(300);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(mentions(problemWith(request), "was ended: it ran longer than 300 ms"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, seconds(20));
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST_F(Process, ARequestedStopEndsTheProgram)
+{
+    auto request = shell("echo $$ > " + (folder / "id") + "; exec sleep 60");
+    std::stop_source stop;
+    request.stop = stop.get_token();
+    const std::jthread other([&] {
+        while (contentOf(folder / "id").empty())
+            std::this_thread::yield();
+        stop.request_stop();
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(mentions(problemWith(request), "was stopped"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, seconds(20));
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST_F(Process, TimeLimitHoldsForAProgramThatFloodsItsErrors)
+{
+    auto request = shell("exec cat /dev/zero >&2");
+    request.timeLimit = milliseconds(300);
+    EXPECT_TRUE(mentions(problemWith(request), "ran longer"));
+}
+
+TEST_F(Process, ProcessLeftBehindIsNotWaitedFor)
+{
+    auto request = shell("sleep 30 & echo $!");
+    const auto start = std::chrono::steady_clock::now();
+    const auto result = quelm::runProcess(request);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, seconds(20));
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0);
+}
+
+TEST_F(Process, ProgramThatClosesItsPipesIsWaitedFor)
+{
+    EXPECT_EQ(runShell("exec >&- 2>&-; sleep 0.2; exit 5").exitStatus, 5);
+}
+
+TEST_F(Process, EndBySignalIsAStatus) { EXPECT_EQ(runShell("kill -9 $$").exitStatus, 128 + SIGKILL); }
+
+TEST_F(Process, ProgramThatIsNotInstalledIsNamed)
+{
+    quelm::ProcessRequest request;
+    request.arguments = {"no-such-program-of-ours", "x"};
+    EXPECT_EQ(problemWith(request),
+              "The program \"no-such-program-of-ours\" is not installed; install it and try again");
+    request.arguments = {writeFile(folder / "plain", "no program")};
+    EXPECT_TRUE(mentions(problemWith(request), "cannot be run: Permission denied"));
+    request.arguments = {};
+    EXPECT_EQ(problemWith(request), "No program was named to run");
+}
+
+TEST_F(Process, FilesThatCannotBeOpenedAreNamed)
+{
+    auto request = shell("echo started > " + (folder / "started"));
+    request.inputFile = folder / "none";
+    EXPECT_TRUE(mentions(problemWith(request), "\"" + (folder / "none") + "\" cannot be read"));
+    request.inputFile.clear();
+    request.outputFile = folder / "no/out";
+    EXPECT_TRUE(mentions(problemWith(request), "\"" + (folder / "no/out") + "\" cannot be written"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "started"));
+}
+
+TEST_F(Process, SignalsThatTheDriverIgnoresWorkInThePrograms)
+{
+    const auto before = std::signal(SIGTERM, SIG_IGN);
+    EXPECT_EQ(runShell("kill -TERM $$").exitStatus, 128 + SIGTERM);
+    std::signal(SIGTERM, before);
+}
+
+TEST_F(Process, NoDescriptorLeaksIntoTheProgram)
+{
+    const int careless = dup(STDIN_FILENO);
+    // What it finds open beside its three streams: the folder that ls itself reads.
+    EXPECT_EQ(runShell("ls /proc/self/fd").output, "0\n1\n2\n3\n");
+    close(careless);
+}

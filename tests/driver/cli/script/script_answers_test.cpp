@@ -1,0 +1,89 @@
+// The fixed form of a script's answers.
+#include "driver/cli/script/script_answers.h"
+
+#include <gtest/gtest.h>
+
+namespace quelm {
+namespace {
+
+WidgetView view(const char* name, const char* kind)
+{
+    WidgetView result;
+    result.name = name;
+    result.kind = kind;
+    result.visible = result.sensitive = result.operable = true;
+    return result;
+}
+
+TEST(ScriptAnswers, AButtonShowsItsText)
+{
+    auto button = view("LanFax OK Button", "Button");
+    button.text = "_Ok";
+    button.operable = false;
+    EXPECT_EQ(widgetAnswer(button),
+              "widget \"LanFax OK Button\" kind Button visible yes sensitive yes operable no text \"_Ok\"\n");
+}
+
+TEST(ScriptAnswers, ACheckBoxShowsItsTick)
+{
+    auto box = view("B", "CheckBox");
+    box.sensitive = box.visible = box.operable = false;
+    box.ticked = true;
+    EXPECT_EQ(widgetAnswer(box),
+              "widget \"B\" kind CheckBox visible no sensitive no operable no ticked yes\n");
+}
+
+TEST(ScriptAnswers, AComboBoxShowsItsIndexAndItems)
+{
+    auto combo = view("LanFax Resolution", "ComboBoxMain");
+    combo.value = 2;
+    combo.items = {"Standard", "Superfine", "Fine"};
+    EXPECT_EQ(widgetAnswer(combo),
+              "widget \"LanFax Resolution\" kind ComboBoxMain visible yes sensitive yes operable yes "
+              "value 2 items \"Standard\" \"Superfine\" \"Fine\"\n");
+}
+
+TEST(ScriptAnswers, AListShowsItsRowsAndSelection)
+{
+    auto list = view("L", "ListBox");
+    list.value = -1;
+    list.rowCount = 3;
+    EXPECT_EQ(
+        widgetAnswer(list),
+        "widget \"L\" kind ListBox visible yes sensitive yes operable yes value -1 rows 3 selected none\n");
+    list.value = 0;
+    list.selection = {0, 2};
+    EXPECT_EQ(
+        widgetAnswer(list),
+        "widget \"L\" kind ListBox visible yes sensitive yes operable yes value 0 rows 3 selected 0 2\n");
+}
+
+TEST(ScriptAnswers, RowsStandOneALineWithTheirCells)
+{
+    EXPECT_EQ(rowsAnswer("L", {{"Ann", "555", ""}, {"B\"ob", "1\t2", "x"}}),
+              "rows \"L\" 2\nrow 0 \"Ann\" \"555\" \"\"\nrow 1 \"B\\\"ob\" \"1\\t2\" \"x\"\n");
+    EXPECT_EQ(rowsAnswer("L", {}), "rows \"L\" 0\n");
+}
+
+TEST(ScriptAnswers, WindowsStandOneALineWithTheirTitles)
+{
+    auto window = view("Lan Fax Window", "DialogWindow");
+    window.title = "Quelm LAN Fax Setup";
+    EXPECT_EQ(windowsAnswer({window}),
+              "windows 1\nwindow \"Lan Fax Window\" title \"Quelm LAN Fax Setup\"\n");
+    EXPECT_EQ(windowsAnswer({}), "windows 0\n");
+}
+
+TEST(ScriptAnswers, AQuestionStandsOnOneLine)
+{
+    EXPECT_EQ(questionAnswer({3, "Name:   Ann\r\nSure?"}), "question \"Name:   Ann\\r\\nSure?\"\n");
+}
+
+TEST(ScriptAnswers, AJobThatWasHandedOverStandsOnOneLine)
+{
+    EXPECT_EQ(deviceAnswer({"::1", 9101}), "handed device \"[::1]:9101\"\n");
+    EXPECT_EQ(queueAnswer("a \"fax\"", 12), "handed queue \"a \\\"fax\\\"\" job 12\n");
+}
+
+} // namespace
+} // namespace quelm

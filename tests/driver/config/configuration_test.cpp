@@ -1,0 +1,356 @@
+// The configuration file: what it may say, and what is said about a wrong one.
+#include "driver/config/configuration.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+/// Gives an environment variable a value for the time of a test.
+class Variable {
+public:
+    Variable(const char* variable, const std::string& value) : name(variable)
+    {
+        if (const char* present = std::getenv(variable))
+            before = present;
+        setenv(variable, value.c_str(), 1);
+    }
+    ~Variable()
+    {
+        if (before)
+            setenv(name, before->c_str(), 1);
+        else
+            unsetenv(name);
+    }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name;
+    std::optional<std::string> before;
+};
+
+class ConfigurationTest : public testing::Test {
+protected:
+    quelm::Configuration read(const std::string& content, mode_t mode = S_IRUSR | S_IWUSR)
+    {
+        const std::string file = writeFile(folder / "quelm.conf", content);
+        chmod(file.c_str(), mode);
+        return quelm::readConfiguration(file);
+    }
+
+    /// The error's line without the file, which it must name.
+    std::string problemWith(const std::string& content, mode_t mode = S_IRUSR | S_IWUSR)
+    {
+        try {
+            read(content, mode);
+        } catch (const quelm::Error& error) {
+            return withoutFile(error.what(), folder / "quelm.conf");
+        }
+        return "";
+    }
+    static std::string problemAt(const std::string& path)
+    {
+        try {
+            quelm::readConfiguration(path);
+        } catch (const quelm::Error& error) {
+            return withoutFile(error.what(), path);
+        }
+        return "";
+    }
+
+    TemporaryFolder folder;
+    Variable xdgFolder{"XDG_CONFIG_HOME", folder / "config"};
+    Variable homeFolder{"HOME", folder / "home"};
+
+private:
+    static std::string withoutFile(const std::string& line, const std::string& path)
+    {
+        const std::string start = "The configuration file \"" + path + "\" ";
+        EXPECT_EQ(line.find(start), 0U) << line;
+        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+        return line.substr(start.size());
+    }
+};
+
+} // namespace
+
+TEST_F(ConfigurationTest, SaysEverythingThatItKnows)
+{
+    const auto configuration = read("# ours\n[driver]\nhome = /opt/quelm\nuser=Zoë\ncomponent=/lib/a b.so\n\n"
+                                    "[job]\npdl=pjl\n");
+    EXPECT_EQ(configuration.file, folder / "quelm.conf");
+    EXPECT_EQ(configuration.home, "/opt/quelm");
+    EXPECT_EQ(configuration.user, "Zoë");
+    EXPECT_EQ(configuration.component, "/lib/a b.so");
+    EXPECT_EQ(configuration.pdl, quelm::Pdl::pjl);
+    EXPECT_EQ(read("[job]\npdl=dsc\n").pdl, quelm::Pdl::dsc);
+}
+
+TEST_F(ConfigurationTest, MaySayNothing)
+{
+    for (const char* content : {"", "\n \n", "# only a comment\n", "[driver]\n", "[job]\n[driver]\n"}) {
+        const auto configuration = read(content);
+        EXPECT_FALSE(configuration.home || configuration.user || configuration.component ||
+                     configuration.pdl);
+    }
+}
+
+TEST_F(ConfigurationTest, RelativePathsCountFromItsFolder)
+{
+    const auto configuration = read("[driver]\nhome=install\ncomponent=../lib.so\n");
+    EXPECT_EQ(configuration.home, folder / "install");
+    EXPECT_EQ(configuration.component, folder / "../lib.so");
+}
+
+TEST_F(ConfigurationTest, UnknownWordsAreNamedWithWhatIsPossible)
+{
+    EXPECT_EQ(problemWith("[printer]\nhome=/x\n"),
+              "has an unknown group [printer]; possible are [driver], [job], [device] and [directory]");
+    EXPECT_EQ(problemWith("[driver]\nhomes=/x\n"),
+              "has an unknown key \"homes\" in [driver]; possible are home, user, component");
+    EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job]; possible are pdl");
+    EXPECT_EQ(problemWith("[job]\npdl=PCL\n"), "has \"PCL\" at [job] pdl, where dsc or pjl is expected");
+    EXPECT_EQ(problemWith("[driver]\nuser=a/b\n"),
+              "has \"a/b\" at [driver] user, where a user name without \"/\" is expected");
+    EXPECT_EQ(problemWith("[driver]\nhome=\n"),
+              "has no value at [driver] home; write one or remove the line");
+}
+
+TEST_F(ConfigurationTest, MalformedFilesAreRefused)
+{
+    EXPECT_EQ(problemWith("home=/x\n").find("cannot be understood: "), 0U);
+    const std::string noPair = problemWith("[driver]\nhome /x\n");
+    EXPECT_NE(noPair.find("home /x"), std::string::npos) << noPair;
+    EXPECT_EQ(problemWith("[driver\n").find("cannot be understood: "), 0U);
+    EXPECT_EQ(problemWith("[driver]\nhome=a\\qb\n").find("has a bad value at [driver] home: "), 0U);
+    EXPECT_EQ(problemWith("[driver]\nuser=Zo\xEB\n"), "is no UTF-8 text in line 2; save it as UTF-8");
+    EXPECT_EQ(problemWith(std::string("[driver]\n\0", 10)), "is no UTF-8 text in line 2; save it as UTF-8");
+}
+
+TEST_F(ConfigurationTest, FilesThatCannotBeReadAreNamed)
+{
+    EXPECT_EQ(problemAt(folder / "none"), "cannot be read: No such file or directory; check the name given");
+    EXPECT_EQ(problemAt(folder.path()), "is a folder; name a file");
+    EXPECT_EQ(problemAt("/dev/zero"), "is larger than 1 MiB and no configuration file; name another file");
+    const std::string closed = writeFile(folder / "closed", "[driver]\n");
+    chmod(closed.c_str(), 0);
+    EXPECT_EQ(inProcess([&] {
+                  becomeOrdinaryUser();
+                  return problemAt(closed) == "cannot be read: Permission denied; check its permissions" ? 0
+                                                                                                         : 1;
+              }),
+              0);
+}
+
+TEST_F(ConfigurationTest, UsersOwnFileIsReadWhenItIsThere)
+{
+    EXPECT_EQ(quelm::userConfigurationFile(), folder / "config/quelm/quelm.conf");
+    EXPECT_EQ(quelm::loadConfiguration(std::nullopt).file, "");
+    std::filesystem::create_directories(folder / "config/quelm");
+    writeFile(folder / "config/quelm/quelm.conf", "[driver]\nuser=anne\n");
+    EXPECT_EQ(quelm::loadConfiguration(std::nullopt).user, "anne");
+}
+
+TEST_F(ConfigurationTest, NamedFileIsReadInstead)
+{
+    std::filesystem::create_directories(folder / "config/quelm");
+    writeFile(folder / "config/quelm/quelm.conf", "[driver]\nuser=anne\n");
+    const std::string named = writeFile(folder / "named", "[job]\npdl=pjl\n");
+    const auto configuration = quelm::loadConfiguration(named);
+    EXPECT_EQ(configuration.pdl, quelm::Pdl::pjl);
+    EXPECT_FALSE(configuration.user);
+    EXPECT_THROW(quelm::loadConfiguration(folder / "none"), quelm::Error);
+}
+
+TEST_F(ConfigurationTest, WrongFileOfTheUsersIsAnError)
+{
+    std::filesystem::create_directories(folder / "config/quelm/quelm.conf");
+    EXPECT_THROW(quelm::loadConfiguration(std::nullopt), quelm::Error);
+}
+
+TEST_F(ConfigurationTest, HomeFolderServesWithoutAnXdgFolder)
+{
+    unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(quelm::userConfigurationFile(), folder / "home/.config/quelm/quelm.conf");
+    setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_EQ(quelm::userConfigurationFile(), folder / "home/.config/quelm/quelm.conf");
+    unsetenv("HOME");
+    EXPECT_EQ(quelm::userConfigurationFile(), "");
+    EXPECT_EQ(quelm::loadConfiguration(std::nullopt).file, "");
+}
+
+TEST_F(ConfigurationTest, TheDeviceAndItsCommunityAreRead)
+{
+    const auto device = read("[device]\nsnmp=fax.example:1161\nversion=1\ncommunity=sesame\ntimeout=2.5\n"
+                             "retries=0\ndirectory-server-object=1.3.6.1.4.1.32473.1\n"
+                             "directory-base-object=.1.3.6.1.4.1.32473.2\n")
+                            .device;
+    EXPECT_EQ(device.address, "fax.example:1161");
+    EXPECT_EQ(device.version, quelm::SnmpVersion::v1);
+    EXPECT_EQ(device.community, "sesame");
+    EXPECT_EQ(device.timeout, std::chrono::milliseconds(2500));
+    EXPECT_EQ(device.retries, 0);
+    EXPECT_EQ(device.directoryServerObject, "1.3.6.1.4.1.32473.1");
+    EXPECT_EQ(device.directoryBaseObject, ".1.3.6.1.4.1.32473.2");
+}
+
+TEST_F(ConfigurationTest, WithoutADeviceItsSettingsAreTheUsualOnes)
+{
+    const auto device = read("[job]\npdl=dsc\n").device;
+    EXPECT_EQ(device.address, "");
+    EXPECT_EQ(device.version, quelm::SnmpVersion::v2c);
+    EXPECT_EQ(device.community, "public");
+    EXPECT_EQ(device.timeout, std::chrono::seconds(3));
+    EXPECT_EQ(read("[device]\nversion=2c\n").device.version, quelm::SnmpVersion::v2c);
+}
+
+TEST_F(ConfigurationTest, AUserOfVersion3IsRead)
+{
+    const auto device = read("[device]\nversion=3\nuser=anne\nauthentication=sha-256\n"
+                             "authentication-passphrase=authentic7\nprivacy=aes\n"
+                             "privacy-passphrase=\\sprivate 7\n")
+                            .device;
+    EXPECT_EQ(device.version, quelm::SnmpVersion::v3);
+    EXPECT_EQ(device.user.name, "anne");
+    EXPECT_EQ(device.user.authentication, "SHA-256");
+    EXPECT_EQ(device.user.authenticationPassphrase, "authentic7");
+    EXPECT_EQ(device.user.privacy, "AES");
+    EXPECT_EQ(device.user.privacyPassphrase, " private 7");
+}
+
+TEST_F(ConfigurationTest, TheDirectorysLimitsAndItsSafetyAreRead)
+{
+    const auto directory = read("[directory]\nconnect-timeout=0.5\nsearch-timeout=30\nsize-limit=25\n"
+                                "start-tls=true\ncertificate-authorities=ca.pem\n")
+                               .directory;
+    EXPECT_EQ(directory.connectTimeout, std::chrono::milliseconds(500));
+    EXPECT_EQ(directory.searchTimeout, std::chrono::seconds(30));
+    EXPECT_EQ(directory.sizeLimit, 25);
+    EXPECT_TRUE(directory.startTls);
+    EXPECT_EQ(directory.certificateAuthorities, folder / "ca.pem");
+    EXPECT_FALSE(read("[directory]\nstart-tls=false\n").directory.startTls);
+}
+
+TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
+{
+    struct Wrong {
+        const char* group;
+        const char* key;
+        const char* value;
+        const char* expected;
+    };
+    const char* const seconds = "a number of seconds from 0.1 to 600";
+    const char* const address = "HOST or HOST:PORT, such as fax.example:161 or [2001:db8::1]:161,";
+    const char* const object = "the dotted number of an object, such as 1.3.6.1.2.1.1.1.0,";
+    const Wrong wrongs[] = {
+        {"device", "snmp", "a b", address},
+        {"device", "snmp", "fax:0", address},
+        {"device", "version", "2", "1, 2c or 3"},
+        {"device", "user", "a-name-that-is-longer-than-a-user-s", "a user's name of at most 32 bytes"},
+        {"device", "authentication", "SHA-1", "MD5, SHA, SHA-224, SHA-256, SHA-384 or SHA-512"},
+        {"device", "privacy", "3DES", "DES or AES"},
+        {"device", "timeout", "0", seconds},
+        {"device", "timeout", "601", seconds},
+        {"device", "timeout", "3s", seconds},
+        {"device", "timeout", "nan", seconds},
+        {"device", "timeout", "inf", seconds},
+        {"device", "timeout", "1,5", seconds},
+        {"device", "retries", "-1", "a number from 0 to 10"},
+        {"device", "retries", "11", "a number from 0 to 10"},
+        {"device", "retries", "1.5", "a number from 0 to 10"},
+        {"device", "directory-server-object", "sysDescr.0", object},
+        {"device", "directory-base-object", "1", object},
+        {"directory", "connect-timeout", "0.05", seconds},
+        {"directory", "search-timeout", "x", seconds},
+        {"directory", "size-limit", "0", "a number from 1 to 1000000"},
+        {"directory", "size-limit", "1000001", "a number from 1 to 1000000"},
+        {"directory", "start-tls", "yes", "true or false"},
+    };
+    for (const Wrong& wrong : wrongs) {
+        const std::string group = wrong.group;
+        EXPECT_EQ(problemWith("[" + group + "]\n" + wrong.key + "=" + wrong.value + "\n"),
+                  std::string("has \"") + wrong.value + "\" at [" + group + "] " + wrong.key + ", where " +
+                      wrong.expected + " is expected");
+    }
+    EXPECT_EQ(read("[device]\nretries=3 \n").device.retries, 3) << "a blank at the end says nothing";
+}
+
+TEST_F(ConfigurationTest, WhatDoesNotFitTogetherIsTold)
+{
+    const auto ofVersion3 = [this](const std::string& lines) {
+        return problemWith("[device]\nversion=3\n" + lines);
+    };
+    EXPECT_EQ(ofVersion3(""), "has version=3 at [device] without a user; add user=NAME");
+    EXPECT_EQ(ofVersion3("user=a\ncommunity=sesame\n"),
+              "has a community at [device], which version 3 does not have; remove it, or write version=2c");
+    EXPECT_EQ(ofVersion3("user=a\nauthentication=MD5\n"),
+              "has authentication at [device] without authentication-passphrase; write both or neither");
+    EXPECT_EQ(ofVersion3("user=a\nauthentication-passphrase=authentic7\n"),
+              "has authentication-passphrase at [device] without authentication; write both or neither");
+    EXPECT_EQ(
+        ofVersion3("user=a\nauthentication=MD5\nauthentication-passphrase=seven77\n"),
+        "has fewer than 8 characters at [device] authentication-passphrase; devices take none so short");
+    EXPECT_EQ(ofVersion3("user=a\nprivacy=AES\nprivacy-passphrase=private77\n"),
+              "has privacy at [device] without authentication, which SNMP does not have; add authentication "
+              "and authentication-passphrase");
+    EXPECT_EQ(ofVersion3("user=a\nauthentication=MD5\nauthentication-passphrase=authentic7\nprivacy=AES\n"),
+              "has privacy at [device] without privacy-passphrase; write both or neither");
+    EXPECT_EQ(ofVersion3("user=a\nauthentication=MD5\nauthentication-passphrase=authentic7\n"
+                         "privacy-passphrase=private77\n"),
+              "has privacy-passphrase at [device] without privacy; write both or neither");
+    for (const char* line : {"user=a", "authentication=MD5", "privacy=AES", "privacy-passphrase=private77"})
+        EXPECT_EQ(
+            problemWith(std::string("[device]\n") + line + "\n"),
+            "has a user, authentication or privacy at [device], which only version 3 has; add version=3");
+    EXPECT_EQ(problemWith("[device]\ncommunity=" + std::string(256, 'x') + "\n"),
+              "has a community of more than 255 bytes at [device]; write the device's");
+}
+
+TEST_F(ConfigurationTest, ASecretThatOthersCanReachIsRefused)
+{
+    const std::string user = "[device]\nversion=3\nuser=a\nauthentication=MD5\nauthentication-passphrase=";
+    for (const std::string& content : {std::string("[device]\ncommunity=sesame\n"), user + "authentic7\n"}) {
+        for (const mode_t mode : {0640U, 0604U, 0620U, 0602U, 0610U, 0644U, 0666U})
+            EXPECT_EQ(problemWith(content, mode),
+                      "holds a secret, and others have access to it; run chmod 600 " +
+                          (folder / "quelm.conf"));
+        for (const mode_t mode : {0600U, 0400U, 0700U})
+            EXPECT_EQ(problemWith(content, mode), "");
+    }
+}
+
+TEST_F(ConfigurationTest, AFileWithoutASecretMayBeEverybodys)
+{
+    EXPECT_EQ(problemWith("[device]\nsnmp=fax.example\ncommunity=public\n[job]\npdl=dsc\n", 0666), "");
+}
+
+TEST_F(ConfigurationTest, ASecretOfAnotherUserIsRefused)
+{
+    const std::string file = writeFile(folder / "quelm.conf", "[device]\ncommunity=sesame\n");
+    chmod(file.c_str(), 0600);
+    const uid_t somebodyElse = geteuid() + 1;
+    const bool given = chown(file.c_str(), somebodyElse, static_cast<gid_t>(-1)) == 0;
+    // Only root can give a file away, and read what it gave away.
+    EXPECT_EQ(given, geteuid() == 0);
+    EXPECT_EQ(problemAt(file),
+              given ? "holds a secret, and belongs to another user; copy it to a file of your own" : "");
+}
+
+TEST_F(ConfigurationTest, TheOpenedFileIsLookedAtAndNotItsName)
+{
+    // A link's own mode is open to everybody.
+    writeFile(folder / "secret", "[device]\ncommunity=sesame\n");
+    chmod((folder / "secret").c_str(), 0600);
+    std::filesystem::create_symlink(folder / "secret", folder / "link");
+    EXPECT_EQ(quelm::readConfiguration(folder / "link").device.community, "sesame");
+    chmod((folder / "secret").c_str(), 0644);
+    EXPECT_NE(problemAt(folder / "link"), "");
+}

@@ -1,0 +1,62 @@
+// Tests of the chosen destination's checks and words.
+#include "driver/desktop/sending/destination_choice.h"
+
+#include <gmock/gmock.h>
+
+namespace quelm {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(DestinationChoiceTest, TheChosenKindNeedsItsOwnTextAlone)
+{
+    EXPECT_THAT(missingIn({DestinationKind::file, "", "host", "queue"}), HasSubstr("file"));
+    EXPECT_THAT(missingIn({DestinationKind::device, "/f", "", "queue"}), HasSubstr("device"));
+    EXPECT_THAT(missingIn({DestinationKind::queue, "/f", "host", ""}), HasSubstr("queue"));
+    EXPECT_EQ(missingIn({DestinationKind::file, "/f", "", ""}), "");
+    EXPECT_EQ(missingIn({DestinationKind::device, "", "host", ""}), "");
+    EXPECT_EQ(missingIn({DestinationKind::queue, "", "", "queue"}), "");
+}
+
+TEST(DestinationChoiceTest, AFolderIsNoFile)
+{
+    EXPECT_NE(missingIn({DestinationKind::file, "/folder/", "", ""}), "");
+}
+
+TEST(DestinationChoiceTest, BlanksAndLineBreaksAroundATextDoNotCount)
+{
+    EXPECT_EQ(trimmed("  fax.example:9100\r\n"), "fax.example:9100");
+    EXPECT_EQ(trimmed("a b"), "a b");
+    EXPECT_EQ(trimmed(" \t\n"), "");
+}
+
+TEST(DestinationChoiceTest, TypedPathsBecomeAbsolute)
+{
+    EXPECT_EQ(absolutePath("/a/b", "/home/ann", "/folder"), "/a/b");
+    EXPECT_EQ(absolutePath("~/b", "/home/ann", "/folder"), "/home/ann/b");
+    EXPECT_EQ(absolutePath("~/b", "", "/folder"), "/folder/~/b");
+    EXPECT_EQ(absolutePath("~ann", "/home/ann", "/folder"), "/folder/~ann");
+    EXPECT_EQ(absolutePath("b", "/home/ann", "/folder"), "/folder/b");
+    EXPECT_EQ(absolutePath("-", "/home/ann", "/folder"), "/folder/-");
+    EXPECT_EQ(absolutePath("", "/home/ann", "/folder"), "");
+}
+
+TEST(DestinationChoiceTest, TheEndSaysWhatWasHandedOverAndToWhom)
+{
+    EXPECT_EQ(handedOverText(DestinationKind::file, "/tmp/a.job", "letter.ps", 1),
+              "The fax job of letter.ps for 1 recipient was written to /tmp/a.job.");
+    EXPECT_EQ(handedOverText(DestinationKind::device, "fax:9100", "letter.ps", 2),
+              "The fax job of letter.ps for 2 recipients was handed over to fax:9100.");
+}
+
+TEST(DestinationChoiceTest, TheEndNeverClaimsThatTheFaxArrived)
+{
+    for (const auto kind : {DestinationKind::file, DestinationKind::device, DestinationKind::queue})
+        EXPECT_THAT(handedOverText(kind, "place", "document", 3),
+                    AllOf(Not(HasSubstr("deliver")), Not(HasSubstr("sent")), Not(HasSubstr("faxed"))));
+}
+
+} // namespace
+} // namespace quelm

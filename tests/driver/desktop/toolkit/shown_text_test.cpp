@@ -1,0 +1,69 @@
+// Texts as the screen shows them.
+#include "driver/desktop/toolkit/shown_text.h"
+
+#include "driver/widgets/widget_tree.h"
+#include "tests/support/test_dialogs.h"
+
+namespace {
+
+using quelm::drawable;
+using quelm::shownText;
+using quelm::withoutMnemonic;
+using quelm::withPlainLineEnds;
+
+class ShownText : public HostTest {};
+
+} // namespace
+
+TEST(Drawable, TextIsLeftAsItIs) { EXPECT_EQ(drawable("Jörg"), "Jörg"); }
+
+TEST(Drawable, BytesThatAreNoTextAreReplaced) { EXPECT_EQ(drawable("J\xF6rg"), "J\xEF\xBF\xBDrg"); }
+
+TEST(LineEnds, OfEveryKindBecomeOne)
+{
+    EXPECT_EQ(withPlainLineEnds("a\r\nb\rc\nd"), "a\nb\nc\nd");
+    EXPECT_EQ(withPlainLineEnds("a\r\n\nb\r"), "a\n\nb\n");
+}
+
+TEST(Mnemonics, AreLeftOut)
+{
+    EXPECT_EQ(withoutMnemonic("_Add >>"), "Add >>");
+    EXPECT_EQ(withoutMnemonic("Save _Group..."), "Save Group...");
+    EXPECT_EQ(withoutMnemonic("a__b"), "a_b");
+    EXPECT_EQ(withoutMnemonic("end_"), "end_");
+}
+
+TEST_F(ShownText, OfTheDefinitionKeepsItsLineBreaksAndMnemonics)
+{
+    EXPECT_EQ(shownText(widget("Label")), "One\nTwo");
+    EXPECT_EQ(shownText(widget("Button")), "_Add >>");
+    EXPECT_TRUE(quelm::hasMnemonics(widget("Button")));
+    EXPECT_EQ(shownText(widget("Window")), "Title");
+}
+
+TEST_F(ShownText, OfTheComponentIsDataWithoutMnemonics)
+{
+    widget("Label").setText("john_doe@example.org");
+    EXPECT_EQ(shownText(widget("Label")), "john_doe@example.org");
+    EXPECT_FALSE(quelm::hasMnemonics(widget("Label")));
+}
+
+TEST_F(ShownText, OfAnItemWithoutTextIsItsName)
+{
+    EXPECT_EQ(shownText(widget("Combo A")), "Combo A");
+    EXPECT_EQ(shownText(widget("Radio B")), "Radio B");
+    EXPECT_EQ(shownText(widget("Combo B")), "B");
+}
+
+TEST_F(ShownText, OfAColumnIsItsTitle)
+{
+    EXPECT_EQ(quelm::columnTitle(widget("List"), 1), "Number");
+    EXPECT_EQ(quelm::columnTitle(widget("List"), 5), "");
+}
+
+TEST_F(ShownText, OfAFileChooserIsItsTitle)
+{
+    quelm::Widget& chooser = state.tree.addFileChooser(widget("Window"), "Load...");
+    chooser.setText("/opt/quelm/db/*.xdb");
+    EXPECT_EQ(shownText(chooser), "Load...");
+}

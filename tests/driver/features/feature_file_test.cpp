@@ -1,0 +1,116 @@
+// The file of kept options.
+#include "driver/features/feature_file.h"
+
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using quelm::FeatureFile;
+using Values = std::map<std::string, quelm::FeatureValue>;
+using Texts = std::map<std::string, std::string>;
+
+class FeatureFileTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    const std::string path = folder / "settings/features/ann.ini";
+    const FeatureFile file{path};
+
+    std::string problemOfReading() const
+    {
+        try {
+            file.read();
+        } catch (const quelm::Error& error) {
+            return error.what();
+        }
+        return "none";
+    }
+
+    void put(const std::string& content) const
+    {
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        writeFile(path, content);
+    }
+};
+
+TEST_F(FeatureFileTest, AMissingFileHoldsNothing) { EXPECT_EQ(file.read(), Texts()); }
+
+TEST_F(FeatureFileTest, ReadsWhatItWrote)
+{
+    file.write({{"Number", 3}, {"Text", std::string("a;b=c #d\\")}, {"Empty", std::string()}});
+    EXPECT_EQ(file.read(), (Texts{{"Number", "3"}, {"Text", "a;b=c #d\\"}, {"Empty", ""}}));
+}
+
+TEST_F(FeatureFileTest, OnlyItsOwnerCanReadIt)
+{
+    file.write({{"LanFax Credit Card Info", std::string("4111")}});
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(FeatureFileTest, LeavesNoOtherFileBehind)
+{
+    file.write({{"Number", 3}});
+    file.write({{"Number", 4}});
+    const auto names =
+        std::distance(std::filesystem::directory_iterator(std::filesystem::path(path).parent_path()), {});
+    EXPECT_EQ(names, 1);
+}
+
+TEST_F(FeatureFileTest, DamageIsNamedWithTheFile)
+{
+    for (const char* damaged :
+         {"no group", "[features]\nkey without value\n", "[features\na=b\n", "[features]\nText=\xff\xfe\n"}) {
+        put(damaged);
+        EXPECT_NE(problemOfReading().find("the kept options in " + path + " cannot be used: "),
+                  std::string::npos)
+            << damaged;
+        EXPECT_THROW(file.write({{"Number", 3}}), quelm::Error) << damaged;
+        EXPECT_EQ(contentOf(path), damaged);
+    }
+}
+
+TEST_F(FeatureFileTest, AnUnreadableFileIsAnError)
+{
+    std::filesystem::create_directories(path);
+    EXPECT_NE(problemOfReading(), "none");
+    EXPECT_THROW(file.write({{"Number", 3}}), quelm::Error);
+}
+
+TEST_F(FeatureFileTest, AFolderThatCannotBeMadeIsAnError)
+{
+    writeFile(folder / "settings", "in the way");
+    EXPECT_THROW(file.write({{"Number", 3}}), quelm::Error);
+    EXPECT_EQ(contentOf(folder / "settings"), "in the way");
+}
+
+TEST_F(FeatureFileTest, DriversThatWriteAtTheSameTimeLoseNothing)
+{
+    constexpr int drivers = 4;
+    constexpr int rounds = 15;
+    std::vector<pid_t> children;
+    for (int driver = 0; driver < drivers; ++driver) {
+        children.push_back(fork());
+        if (children.back() == 0) {
+            for (int round = 0; round < rounds; ++round) {
+                file.write({{"Key " + std::to_string(driver) + " " + std::to_string(round), round}});
+            }
+            _exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = 1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(file.read().size(), static_cast<std::size_t>(drivers * rounds));
+}
+
+} // namespace

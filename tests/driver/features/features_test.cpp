@@ -1,0 +1,219 @@
+// Features: defaults, snapshots, and what is kept between runs.
+#include "driver/features/features.h"
+
+#include "tests/support/log_capture.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/support/test_dialogs.h"
+
+namespace {
+
+using quelm::FeatureFile;
+
+class FeaturesTest : public OptionsTest {
+protected:
+    quelm::Features& features = state.features;
+
+    TemporaryFolder folder;
+    const std::string path = folder / "ann.ini";
+
+    void load(bool takeOver = true, bool keepChanges = true)
+    {
+        features.load(FeatureFile(path), takeOver, keepChanges);
+    }
+    void loadFrom(const std::string& content)
+    {
+        writeFile(path, content);
+        load();
+    }
+};
+
+TEST_F(FeaturesTest, StartAtTheirDefaults)
+{
+    EXPECT_EQ(features.number("LanFax Send Speed"), 2);
+    EXPECT_EQ(features.number("LanFax Pref Duplicates"), 1);
+    EXPECT_EQ(features.number("LanFax Pref Remove One"), 1);
+    EXPECT_EQ(features.number("LanFax Pref Current List"), 0);
+    EXPECT_EQ(features.number("LanFax Resolution"), 0);
+    EXPECT_EQ(features.number("SendAtHr"), 12);
+    EXPECT_EQ(features.number("SendAtMin"), 0);
+}
+
+TEST_F(FeaturesTest, ARadioItemIsReadAsZeroOrOne)
+{
+    EXPECT_EQ(features.number("Show Custom Text"), 0);
+    widget("Show Rcpt Info").setNumber(1);
+    EXPECT_EQ(features.number("Show Custom Text"), 1);
+    EXPECT_EQ(features.number("Show All Rcpt Info"), 0);
+}
+
+TEST_F(FeaturesTest, TextsAndUnknownNamesHaveNoNumber)
+{
+    EXPECT_EQ(features.number("LanFax Cover Sheet Notes"), std::nullopt);
+    EXPECT_EQ(features.number("LanFax Dialing Time"), std::nullopt);
+}
+
+TEST_F(FeaturesTest, DefaultsComeBackForTheNamedFeaturesAlone)
+{
+    widget("LanFax Send Speed").setNumber(0);
+    widget("SendAtHr").setNumber(3);
+    widget("LanFax Pref Duplicates").setFlag(false);
+    widget("LanFax Credit Card").setFlag(true);
+    widget("Sender Fax Name").setText("Ann");
+    widget("LanFax Resolution").setNumber(2);
+    widget("LanFax Setup Cover Sheet Button").setSensitive(true);
+    EXPECT_EQ(features.setDefaults(",LanFax Send Speed,SendAtHr,LanFax Pref Duplicates,LanFax Credit Card,"
+                                   "LanFax Dialing Time,Sender Fax Name,LanFax Setup Cover Sheet Button,"),
+              6);
+    EXPECT_EQ(widget("LanFax Send Speed").number(), 2);
+    EXPECT_EQ(widget("SendAtHr").number(), 12);
+    EXPECT_TRUE(widget("LanFax Pref Duplicates").flag());
+    EXPECT_FALSE(widget("LanFax Credit Card").flag());
+    EXPECT_EQ(widget("Sender Fax Name").text(), "");
+    EXPECT_FALSE(widget("LanFax Setup Cover Sheet Button").sensitive());
+    EXPECT_EQ(widget("LanFax Resolution").number(), 2);
+}
+
+TEST_F(FeaturesTest, RestoringGoesBackToWhatWasSavedLast)
+{
+    widget("Sender Fax Name").setText("Ann");
+    widget("Show Rcpt Info").setNumber(1);
+    EXPECT_EQ(features.save(",Sender Fax Name,Show Custom Text,Bogus,"), 2);
+    widget("Sender Fax Name").setText("Bob");
+    widget("Show Rcpt Info").setNumber(0);
+    EXPECT_EQ(features.restore(",Sender Fax Name,Show Custom Text,Bogus,"), 2);
+    EXPECT_EQ(widget("Sender Fax Name").text(), "Ann");
+    EXPECT_EQ(widget("Show Rcpt Info").number(), 1);
+
+    widget("Sender Fax Name").setText("Cid");
+    features.save(",Sender Fax Name,");
+    widget("Sender Fax Name").setText("Dan");
+    features.restore(",Sender Fax Name,");
+    EXPECT_EQ(widget("Sender Fax Name").text(), "Cid");
+}
+
+TEST_F(FeaturesTest, WhatWasNeverSavedStaysAsItIs)
+{
+    widget("Sender Fax Name").setText("Bob");
+    EXPECT_EQ(features.restore(",Sender Fax Name,"), 0);
+    EXPECT_EQ(widget("Sender Fax Name").text(), "Bob");
+}
+
+TEST_F(FeaturesTest, AListIsReadWithAndWithoutItsOuterCommas)
+{
+    for (const char* list : {",SendAtHr,SendAtMin,", "SendAtHr,SendAtMin"}) {
+        EXPECT_EQ(features.save(list), 2) << list;
+    }
+    EXPECT_EQ(features.save(""), 0);
+    EXPECT_EQ(features.save(",,,"), 0);
+}
+
+TEST_F(FeaturesTest, AreKeptFromOneRunToTheNext)
+{
+    load();
+    widget("LanFax Resolution").setNumber(2);
+    widget("Sender Fax Name").setText(" Zoë; [x] = \\n ");
+    widget("LanFax Pref Duplicates").setFlag(false);
+    features.keep();
+
+    widget("LanFax Resolution").setNumber(0);
+    widget("Sender Fax Name").setText("");
+    widget("LanFax Pref Duplicates").setFlag(true);
+    load();
+    EXPECT_EQ(widget("LanFax Resolution").number(), 2);
+    EXPECT_EQ(widget("Sender Fax Name").text(), " Zoë; [x] = \\n ");
+    EXPECT_FALSE(widget("LanFax Pref Duplicates").flag());
+}
+
+TEST_F(FeaturesTest, WithoutAChangeNoFileIsWritten)
+{
+    load();
+    features.keep();
+    EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(FeaturesTest, WhatBelongsToOneRecipientOrToTheComponentIsNotKept)
+{
+    load();
+    widget("RecipientName").setText("Ann");
+    widget("LanFax Personal PB Name").setText("/books/ann.xdb");
+    features.keep();
+    EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(FeaturesTest, WithoutKeepingTheFileStaysAsItIs)
+{
+    writeFile(path, "[features]\nLanFax Resolution=1\n");
+    load(true, false);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 1);
+    widget("LanFax Resolution").setNumber(2);
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nLanFax Resolution=1\n");
+}
+
+TEST_F(FeaturesTest, WithoutTakingOverTheDefaultsStay)
+{
+    writeFile(path, "[features]\nLanFax Resolution=1\n");
+    load(false, false);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 0);
+}
+
+TEST_F(FeaturesTest, OnlyWhatChangedIsWrittenSoThatTwoDriversLoseNothing)
+{
+    loadFrom("# mine\n[features]\nLanFax Resolution=1\nOf A Newer Driver=5\n[other]\na=b\n");
+    widget("Sender Fax Name").setText("Ann");
+    writeFile(path, "# mine\n[features]\nLanFax Resolution=2\nOf A Newer Driver=5\n[other]\na=b\n");
+    features.keep();
+    EXPECT_EQ(contentOf(path), "# mine\n\n[features]\nLanFax Resolution=2\nOf A Newer Driver=5\n"
+                               "Sender Fax Name=Ann\n\n[other]\na=b\n");
+}
+
+TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverWithAWarning)
+{
+    const LogCapture log;
+    loadFrom("[features]\nLanFax Resolution=3\nSendAtHr=0\nSendAtMin=x\nLanFax Send Speed=\n"
+             "LanFax Credit Card=2\nSender Fax Name=12345678901234567890123456789012\n"
+             "Cover Sheet Custom Text=two\\nlines\nLanFax Send Time=1\n");
+    EXPECT_EQ(log.messages.size(), 7U);
+    EXPECT_EQ(log.severities.at(0), quelm::Severity::warning);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 0);
+    EXPECT_EQ(widget("SendAtHr").number(), 12);
+    EXPECT_EQ(widget("SendAtMin").number(), 0);
+    EXPECT_EQ(widget("LanFax Send Speed").number(), 2);
+    EXPECT_FALSE(widget("LanFax Credit Card").flag());
+    EXPECT_EQ(widget("Sender Fax Name").text(), "");
+    EXPECT_EQ(widget("Cover Sheet Custom Text").text(), "");
+    EXPECT_EQ(widget("LanFax Send Time").number(), 1);
+}
+
+TEST_F(FeaturesTest, ADamagedFileIsAnErrorAndIsNeverWrittenTo)
+{
+    const LogCapture log;
+    const std::string damaged = "[features]\nLanFax Resolution=1\nLanFax Re";
+    loadFrom(damaged);
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(log.severities[0], quelm::Severity::error);
+    EXPECT_NE(log.messages[0].find(path), std::string::npos);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 0);
+    widget("LanFax Resolution").setNumber(2);
+    features.keep();
+    EXPECT_EQ(contentOf(path), damaged);
+}
+
+TEST_F(FeaturesTest, AFileThatIsDamagedLaterIsNotWrittenToEither)
+{
+    loadFrom("[features]\nLanFax Resolution=1\n");
+    const LogCapture log;
+    writeFile(path, "rubbish");
+    widget("LanFax Resolution").setNumber(2);
+    features.keep();
+    EXPECT_EQ(contentOf(path), "rubbish");
+    ASSERT_EQ(log.messages.size(), 1U);
+    features.keep();
+    EXPECT_EQ(log.messages.size(), 1U) << "said once";
+
+    writeFile(path, "");
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nLanFax Resolution=2\n") << "kept once the file is repaired";
+}
+
+} // namespace

@@ -1,0 +1,31 @@
+// Catches what the driver logs during a test.
+#ifndef TESTS_SUPPORT_LOG_CAPTURE_H
+#define TESTS_SUPPORT_LOG_CAPTURE_H
+
+#include "base/log.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+class LogCapture {
+public:
+    LogCapture()
+        : before(quelm::setLogSink([this](quelm::Severity severity, const std::string& message) {
+              severities.push_back(severity);
+              messages.push_back(message);
+          }))
+    {
+    }
+    ~LogCapture() { quelm::setLogSink(std::move(before)); }
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    std::vector<quelm::Severity> severities;
+    std::vector<std::string> messages;
+
+private:
+    quelm::LogSink before;
+};
+
+#endif
