@@ -1,4 +1,4 @@
-// Reads the clock, or stands for it when it was fixed, and formats what was read.
+// Reads the clock, or stands for it when it was fixed.
 #include "base/clock.h"
 
 #include <optional>
@@ -12,7 +12,6 @@ namespace quelm {
 namespace {
 
 std::optional<std::tm> fixedTime;
-std::optional<std::tm> lastReading;
 
 /// The decimal number that the digits at `at` make.
 int numberAt(std::string_view text, std::size_t at, std::size_t digits)
@@ -97,14 +96,9 @@ void fixClock(const std::tm& moment)
     fixedTime->tm_isdst = zoned.tm_isdst;
     fixedTime->tm_gmtoff = zoned.tm_gmtoff;
     fixedTime->tm_zone = zoned.tm_zone;
-    lastReading.reset();
 }
 
-void releaseClock()
-{
-    fixedTime.reset();
-    lastReading.reset();
-}
+void releaseClock() { fixedTime.reset(); }
 
 std::tm localTime()
 {
@@ -118,15 +112,3 @@ std::tm localTime()
 }
 
 } // namespace quelm
-
-void GetCurrentTimeWithFormat(char* out, int outSize, char* format, int flag)
-{
-    if (out == nullptr || outSize <= 0)
-        return;
-    if (flag == 1 || !quelm::lastReading)
-        quelm::lastReading = quelm::localTime();
-    // strftime leaves the buffer undefined when the text does not fit, and for the empty text.
-    if (format == nullptr ||
-        std::strftime(out, static_cast<std::size_t>(outSize), format, &*quelm::lastReading) == 0)
-        *out = '\0';
-}

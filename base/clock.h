@@ -5,8 +5,6 @@
 #include <ctime>
 #include <string_view>
 
-#include "host/driver_info.h" // IWYU pragma: export
-
 namespace quelm {
 
 /// Parses a local time of the form "YYYY-MM-DDTHH:MM" (years 1970 to 9999, 24 hours, seconds 0).
@@ -17,7 +15,7 @@ std::tm parseLocalTime(std::string_view text);
 /// of the year are worked out.
 void fixClock(const std::tm& moment);
 
-/// The clock runs again, and the last reading is forgotten.
+/// The clock runs again.
 void releaseClock();
 
 /// A new reading of the clock: local time, or the moment at which it was fixed.

@@ -1,10 +1,10 @@
 // Turns what a program threw into its line and its exit status.
 #include "base/program_end.h"
 
+#include "base/catalogue_folder.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
-#include "driver/config/installation.h"
 
 #include <exception>
 #include <iostream>

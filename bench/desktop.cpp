@@ -3,7 +3,7 @@
 
 #include "bench/comparison.h"
 #include "bench/host.h"
-#include "driver/boundary/record_database.h"
+#include "host/record_database.h"
 #include "tests/driver/desktop/main_loop.h"
 
 #include <filesystem>

@@ -1,9 +1,9 @@
 // Finds a terminal emulator, and whether one is needed.
 #include "base/terminal/terminal_emulator.h"
 
+#include "base/environment.h"
 #include "base/error.h"
 #include "base/translation.h"
-#include "driver/config/installation.h"
 
 #include <glib.h>
 #include <sys/stat.h>

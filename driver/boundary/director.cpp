@@ -1,8 +1,7 @@
-// The boundary's component director.
+// What host/director.h declares: building dialogs, and objects that are known by name.
 #include "host/director.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 
@@ -39,8 +38,7 @@ bool ComponentDirector::parseXMLBuffer(char* text)
             }
             return true;
         } catch (const quelm::Error& error) {
-            state->trouble = error.what();
-            quelm::log(quelm::Severity::error, error.what());
+            state->failures.definitionRefused(error.what());
             return false;
         }
     });

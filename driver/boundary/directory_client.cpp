@@ -1,4 +1,4 @@
-// The boundary's directory client on the driver's directory session.
+// What host/directory_client.h declares: the client of the device's directory.
 #include "host/directory_client.h"
 
 #include <algorithm>
@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/log.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 #include "driver/directory/directory_session.h"
-#include "driver/directory/directory_trouble.h"
 
 namespace {
 
@@ -25,6 +25,29 @@ quelm::DirectorySettings settings()
     return host != nullptr ? host->directory : quelm::DirectorySettings{};
 }
 
+/// Keeps what a session reports with the driver that lives; without one it is logged.
+class Report : public quelm::DirectoryReport {
+public:
+    void failed(const std::string& line) override
+    {
+        if (auto* host = quelm::HostState::current())
+            host->failures.directoryFailed(line);
+        else
+            noticed(line);
+    }
+    void succeeded() override
+    {
+        if (auto* host = quelm::HostState::current())
+            host->failures.directoryAnswered();
+    }
+    void searched(quelm::SearchExtent extent) override
+    {
+        if (auto* host = quelm::HostState::current())
+            host->failures.directorySearched(extent);
+    }
+    void noticed(const std::string& line) override { quelm::log(quelm::Severity::warning, line); }
+};
+
 /// Runs an action on the directory; what it throws beside the errors that it reports itself, such as
 /// the system's refusal of a thread, is a trouble too.
 template <class Action>
@@ -34,8 +57,7 @@ bool attempt(Action action) noexcept
         try {
             return action();
         } catch (const std::exception& error) {
-            quelm::reportDirectoryTrouble(
-                quelm::localized("The directory cannot be asked (%s); try again", error.what()));
+            Report().failed(quelm::localized("The directory cannot be asked (%s); try again", error.what()));
             return false;
         }
     });
@@ -48,7 +70,8 @@ struct LDAPEntry::Impl {
 };
 
 struct LDAPSession::Impl {
-    quelm::DirectorySession session;
+    Report report;
+    quelm::DirectorySession session{report};
     std::vector<std::string> attributes;
 };
 

@@ -1,8 +1,11 @@
-// The boundary's facts about the installation, the user and the language.
+// What host/driver_info.h declares: the installation, the user, the language and the clock.
 #include "host/driver_info.h"
 
+#include "base/clock.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
+
+#include <ctime>
 
 namespace {
 
@@ -22,3 +25,20 @@ char* GlobalDriverInfo::getExecutableLocation() { return fact(&quelm::HostState:
 char* GlobalDriverInfo::getCurrentUserName() { return fact(&quelm::HostState::user); }
 
 bool GlobalDriverInfo::translateMessage(char* text, char* out) { return quelm::translate(text, out); }
+
+void GetCurrentTimeWithFormat(char* out, int outSize, char* format, int flag)
+{
+    if (out == nullptr || outSize <= 0) {
+        return;
+    }
+    quelm::HostState* state = quelm::HostState::current();
+    const bool keepsReading = state != nullptr && state->lastReading && flag != 1;
+    const std::tm reading = keepsReading ? *state->lastReading : quelm::localTime();
+    if (state != nullptr) {
+        state->lastReading = reading;
+    }
+    // strftime leaves the buffer undefined when the text does not fit, and for the empty text.
+    if (format == nullptr || std::strftime(out, static_cast<std::size_t>(outSize), format, &reading) == 0) {
+        *out = '\0';
+    }
+}

@@ -1,4 +1,4 @@
-// The boundary's functions on driver features.
+// What host/features.h declares: option values that are asked for by name.
 #include "host/features.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,10 +1,15 @@
-// Checks for paths and creates directories.
-#include "driver/boundary/files.h"
+// What host/files.h declares: whether a path exists, and making a folder.
+#include "host/files.h"
+
+#include <optional>
 
 #include <sys/stat.h>
+#include <sys/types.h>
 
-namespace quelm {
+namespace {
 
+/// Reads a decimal number's digits as octal permission digits: 777 stands for rwxrwxrwx. Nothing when it has
+/// a digit above 7, more than four digits, or is negative.
 std::optional<mode_t> permissionsFromDigits(int decimal)
 {
     if (decimal < 0 || decimal > 7777)
@@ -21,7 +26,7 @@ std::optional<mode_t> permissionsFromDigits(int decimal)
     return mode;
 }
 
-} // namespace quelm
+} // namespace
 
 bool FileObject::doesPathExist(char* path)
 {
@@ -31,6 +36,6 @@ bool FileObject::doesPathExist(char* path)
 
 bool FileObject::createDirectory(char* path, int mode)
 {
-    const auto permissions = quelm::permissionsFromDigits(mode);
+    const auto permissions = permissionsFromDigits(mode);
     return path != nullptr && permissions && mkdir(path, *permissions) == 0;
 }

@@ -1,4 +1,4 @@
-// The boundary's widget objects: handles on widgets, factories of rows, file choosers.
+// What host/gtk_object.h declares: handles on widgets, factories of rows, file choosers.
 #include "host/gtk_object.h"
 
 #include "base/bounded_text.h"

@@ -3,8 +3,8 @@
 
 #include "base/error.h"
 #include "base/translation.h"
-#include "driver/boundary/device_session.h"
 #include "driver/boundary/gtk_handle.h"
+#include "driver/device/device_session.h"
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"
@@ -61,7 +61,13 @@ HostState::~HostState()
 
 void HostState::connectDevice(const DeviceSettings& settings)
 {
-    device = std::make_unique<DeviceSession>(settings);
+    device = std::make_unique<DeviceSession>(settings, [this](const std::string& line, bool failed) {
+        if (line.empty()) {
+            failures.deviceAnswered();
+        } else {
+            failures.deviceFailed(line, failed);
+        }
+    });
     guard.setBeforeCall([this] { device->startAction(); });
     pBiDi = &deviceQueries;
 }

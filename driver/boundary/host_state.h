@@ -2,6 +2,7 @@
 #ifndef DRIVER_BOUNDARY_HOST_STATE_H
 #define DRIVER_BOUNDARY_HOST_STATE_H
 
+#include "driver/boundary/failures.h"
 #include "driver/device/device_settings.h"
 #include "driver/directory/directory_settings.h"
 #include "driver/features/features.h"
@@ -11,8 +12,10 @@
 #include "driver/widgets/widget_tree.h"
 #include "host/gtk_object.h"
 
+#include <ctime>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -55,8 +58,9 @@ public:
     std::string home; ///< as the component is told it: without a trailing "/"
     std::string user;
 
-    /// What the host last had to refuse while the component started; says why start-up failed.
-    std::string trouble;
+    std::optional<std::tm> lastReading; ///< of the clock, which several formats of one time share
+
+    Failures failures; ///< why the boundary's functions answered false
 
     /// The handle on a widget, made on first use; it lives as long as this object.
     GTKObject& handleOf(Widget& widget);

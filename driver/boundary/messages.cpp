@@ -1,4 +1,4 @@
-// The boundary's questions, and plain text out of marked-up text.
+// What host/messages.h declares: questions, and plain text out of marked-up text.
 #include "host/messages.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,5 +1,5 @@
-// The host's record database on top of phonebook files; nothing throws across it.
-#include "driver/boundary/record_database.h"
+// What host/record_database.h declares, on top of phonebook files; nothing throws across it.
+#include "host/record_database.h"
 
 #include <cstring>
 #include <exception>
@@ -9,6 +9,7 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/boundary/host_state.h"
 #include "driver/store/record_store.h"
 #include "host/files.h"
 
@@ -16,22 +17,26 @@ namespace quelm {
 
 namespace {
 
-std::string lastError;
+/// Keeps why an operation failed with the driver that lives; an exception that says nothing leaves no reason.
+void keepReason(const char* reason) noexcept
+{
+    try {
+        if (auto* state = HostState::current())
+            state->failures.databaseFailed(reason);
+    } catch (...) { // no memory for the reason
+    }
+}
 
-/// Runs an operation of the boundary. A failure is kept for the driver to show.
+/// Runs an operation of the boundary.
 template <typename Operation>
 bool guarded(Operation operation) noexcept
 {
     try {
         return operation();
     } catch (const std::exception& error) {
-        try {
-            lastError = error.what();
-        } catch (...) {
-            lastError.clear();
-        }
+        keepReason(error.what());
     } catch (...) {
-        lastError.clear();
+        keepReason("");
     }
     return false;
 }
@@ -42,8 +47,6 @@ bool guarded(Operation operation) noexcept
 }
 
 } // namespace
-
-std::string lastDatabaseError() { return lastError; }
 
 } // namespace quelm
 

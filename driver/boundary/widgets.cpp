@@ -1,4 +1,4 @@
-// The boundary's functions on widgets by name.
+// What host/widgets.h declares: widgets by name.
 #include "host/widgets.h"
 
 #include "base/translation.h"
@@ -24,8 +24,8 @@ GTKObject* GetWidgetByName(char* name)
             return &state->handleOf(*widget);
         }
         if (state != nullptr) {
-            state->trouble = quelm::localized("it asks for a widget \"%s\" that does not exist",
-                                              name == nullptr ? "" : name);
+            state->failures.widgetMissing(quelm::localized("it asks for a widget \"%s\" that does not exist",
+                                                           name == nullptr ? "" : name));
         }
         return nullptr;
     });

@@ -1,10 +1,10 @@
 // Finds and starts quelm-desktop.
 #include "driver/cli/desktop_command.h"
 
+#include "base/environment.h"
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/translation.h"
-#include "driver/config/installation.h"
 
 #include <unistd.h>
 

@@ -3,9 +3,7 @@
 
 #include "base/error.h"
 #include "base/file_io.h"
-#include "base/held_log.h"
 #include "base/translation.h"
-#include "driver/boundary/device_session.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/core/driver.h"
 
@@ -37,23 +35,23 @@ constexpr const char* fields[] = {
     "LDAP Fax",
 };
 
-void requireAnswer()
+void requireAnswer(Driver& driver)
 {
-    if (const auto trouble = lastDeviceTrouble(); !trouble.empty())
-        throw Error(trouble);
+    if (const auto& failure = driver.lastFailure().device; !failure.empty())
+        driver.failWith(failure);
 }
 
 /// Opens the component's dialog of directory settings, as a user does.
 void openInformation(Driver& driver)
 {
     driver.call("T40InvokeFaxDialog");
-    requireAnswer();
+    requireAnswer(driver);
     // The button is gone when the directory server cannot be reached; the device can be asked all the same.
     if (driver.show(moreInfoButton).visible)
         driver.press(moreInfoButton);
     else
         driver.call("LDAPMoreInfoCB");
-    requireAnswer();
+    requireAnswer(driver);
 }
 
 } // namespace
@@ -62,12 +60,14 @@ void runDeviceInfoCommand(const CommandLine& line)
 {
     auto setup = setUpDriver(line);
     setup.driver.saveFeatures = false;
+    setup.driver.holdFailures = true;
     if (setup.driver.device.address.empty())
         throw UsageError(
             localized("no device is named; write --device-snmp HOST[:PORT], or snmp=HOST in [device] "
                       "of the configuration file"));
     Driver driver(setup.driver);
-    tellTroubleOnce([&] { openInformation(driver); });
+    openInformation(driver);
+    driver.releaseFailures();
     if (driver.failedCallbacks() != 0)
         throw Error(
             localized("the component failed while the device was asked; see the line ahead of this one"));

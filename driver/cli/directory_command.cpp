@@ -2,7 +2,6 @@
 #include "driver/cli/commands.h"
 
 #include "base/file_io.h"
-#include "base/held_log.h"
 #include "base/terminal/columns.h"
 #include "base/translation.h"
 #include "driver/cli/driver_setup.h"
@@ -33,12 +32,11 @@ void runDirectoryCommand(const CommandLine& line)
 {
     auto setup = setUpDriver(line);
     setup.driver.saveFeatures = false;
+    setup.driver.holdFailures = true;
     Driver driver(setup.driver);
-    std::vector<DirectoryPerson> people;
-    tellTroubleOnce([&] {
-        driver.call("T40InvokeFaxDialog");
-        people = DirectoryDialog(driver).search(line.directoryPrefix);
-    });
+    driver.call("T40InvokeFaxDialog");
+    const auto people = DirectoryDialog(driver).search(line.directoryPrefix);
+    driver.releaseFailures();
     if (people.empty())
         std::cerr << "quelm-driver: "
                   << localized("nobody in the directory has a surname that begins like this") << std::endl;

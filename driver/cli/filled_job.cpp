@@ -1,7 +1,6 @@
 // From a command line to a filled job.
 #include "driver/cli/filled_job.h"
 
-#include "base/held_log.h"
 #include "driver/cli/job/fill_job.h"
 #include "driver/cli/job/question_policy.h"
 
@@ -13,6 +12,7 @@ DriverSetup setUpForOneJob(const CommandLine& line)
 {
     auto setup = setUpDriver(line);
     setup.driver.saveFeatures = false;
+    setup.driver.holdFailures = true;
     return setup;
 }
 
@@ -22,7 +22,8 @@ FilledJob::FilledJob(const CommandLine& line)
     : recipients_(recipientsOf(line.job)), setup_(setUpForOneJob(line)), driver_(setup_.driver)
 {
     const QuestionPolicy policy(line.job.duplicates.value_or(Duplicates::ask), Terminal::standard());
-    tellTroubleOnce([&] { fillJob(driver_, line.job, recipients_, policy); });
+    fillJob(driver_, line.job, recipients_, policy);
+    driver_.releaseFailures();
 }
 
 std::size_t FilledJob::recipientCount() const

@@ -1,15 +1,11 @@
-// Finds folders and names, and explains a failed start.
+// Finds folders and names.
 #include "driver/config/installation.h"
 
+#include "base/environment.h"
 #include "base/error.h"
 #include "base/translation.h"
-#include "driver/boundary/host_state.h"
-#include "driver/boundary/record_database.h"
-#include "driver/store/record_store.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <pwd.h>
 #include <unistd.h>
@@ -20,24 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The folder of the running program; empty when the system does not tell.
-fs::path programFolder()
-{
-    std::error_code failure;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failure);
-    return failure ? fs::path() : program.parent_path();
-}
-
-/// An environment variable, or the empty text.
-std::string environment(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
 std::string userHomeFolder()
 {
-    std::string folder = environment("HOME");
+    std::string folder = environmentVariable("HOME");
     if (folder.empty()) {
         const passwd* entry = ::getpwuid(::getuid());
         folder = entry == nullptr ? "" : entry->pw_dir;
@@ -47,7 +28,7 @@ std::string userHomeFolder()
 
 std::string settingsFolder()
 {
-    const std::string configHome = environment("XDG_CONFIG_HOME");
+    const std::string configHome = environmentVariable("XDG_CONFIG_HOME");
     if (!configHome.empty() && configHome.front() == '/') {
         return configHome + "/quelm";
     }
@@ -58,51 +39,7 @@ std::string settingsFolder()
     return home + "/.config/quelm";
 }
 
-/// Why a folder that should exist does not; empty when nothing speaks against it.
-std::string folderTrouble(const fs::path& folder)
-{
-    std::error_code failure;
-    const fs::path parent = folder.parent_path();
-    if (fs::exists(folder, failure) ||
-        (fs::is_directory(parent, failure) && ::access(parent.c_str(), W_OK) == 0)) {
-        return "";
-    }
-    return localized("the folder %s cannot be made; %s is no folder that you may write to", folder.string(),
-                     parent.string());
-}
-
-/// Why the phonebook cannot be used; empty when it can.
-std::string phonebookTrouble(const fs::path& file)
-{
-    std::error_code failure;
-    if (!fs::exists(file, failure)) {
-        return "";
-    }
-    try {
-        const RecordStore store(file.string(), RecordStore::Access::readWrite);
-        return "";
-    } catch (const Error& error) {
-        return error.what();
-    }
-}
-
 } // namespace
-
-void useOwnTranslations()
-{
-    if (const fs::path folder = programFolder(); !folder.empty()) {
-        useTranslations(localeFolder(folder.string()));
-    }
-}
-
-std::string localeFolder(const std::string& home)
-{
-    const fs::path own = home + "/locale"; // the home "/" is the empty text
-    const fs::path program = programFolder();
-    std::error_code failure;
-    const bool usesOwn = program.empty() || fs::is_directory(own, failure);
-    return (usesOwn ? own : program / "locale").string();
-}
 
 std::string resolveHome(const std::string& given)
 {
@@ -127,7 +64,7 @@ std::string resolveUser(const std::string& given)
     std::string user = given;
     if (user.empty()) {
         const passwd* entry = ::getpwuid(::getuid());
-        user = entry != nullptr ? entry->pw_name : environment("LOGNAME");
+        user = entry != nullptr ? entry->pw_name : environmentVariable("LOGNAME");
     }
     if (user.empty()) {
         throw Error(localized("your login name is not known; name the user with --user"));
@@ -142,8 +79,6 @@ std::string resolveUser(const std::string& given)
     return user;
 }
 
-bool hasDisplay() { return !environment("DISPLAY").empty() || !environment("WAYLAND_DISPLAY").empty(); }
-
 std::string defaultComponent(const std::string& home) { return home + "/libBramblecorLanFax.so"; }
 
 std::string featureFilePath(const std::string& configDirectory, const std::string& user)
@@ -155,20 +90,6 @@ void prepareInstallation(const std::string& home)
 {
     std::error_code ignored;
     fs::create_directory(home + "/db", ignored);
-}
-
-std::string startUpTrouble(const HostState& state, const std::string& databaseErrorBefore)
-{
-    const std::string databaseError = lastDatabaseError();
-    const fs::path phonebooks = state.home + "/db/phonebook";
-    const fs::path own = phonebooks / "user";
-    std::error_code failure;
-    const std::array reasons{state.trouble, folderTrouble(fs::exists(phonebooks, failure) ? own : phonebooks),
-                             phonebookTrouble(own / (state.user + ".xdb")),
-                             databaseError == databaseErrorBefore ? std::string() : databaseError};
-    const auto* known = std::find_if(reasons.begin(), reasons.end(),
-                                     [](const std::string& reason) { return !reason.empty(); });
-    return known == reasons.end() ? localized("it gives no reason") : *known;
 }
 
 } // namespace quelm

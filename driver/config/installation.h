@@ -6,15 +6,6 @@
 
 namespace quelm {
 
-class HostState;
-
-/// Takes the user's language, with the catalogues in locale/ beside the running program, for what is said
-/// until a driver uses those of its installation.
-void useOwnTranslations();
-
-/// The catalogues of an installation: its locale/ or, when it has none, that beside the running program.
-std::string localeFolder(const std::string& home);
-
 /// An existing folder as an absolute path without a trailing "/"; for an empty text, the folder of
 /// the running program. Throws quelm::Error when there is no such folder.
 std::string resolveHome(const std::string& given);
@@ -22,9 +13,6 @@ std::string resolveHome(const std::string& given);
 /// The user's name, or for an empty text the login name of the process. Throws quelm::Error for a
 /// name that cannot name a file, as phonebooks and option files are named after it.
 std::string resolveUser(const std::string& given);
-
-/// True when the environment names a display to open windows on.
-bool hasDisplay();
 
 /// The component of an installation.
 std::string defaultComponent(const std::string& home);
@@ -36,10 +24,6 @@ std::string featureFilePath(const std::string& configDirectory, const std::strin
 /// Makes sure that an installation has its folder db/, in which the component makes its own.
 /// What cannot be made shows when the component starts.
 void prepareInstallation(const std::string& home);
-
-/// Why the component could not start, as far as the host can tell. `databaseErrorBefore` is what the
-/// record database's last error was ahead of the start.
-std::string startUpTrouble(const HostState& state, const std::string& databaseErrorBefore);
 
 } // namespace quelm
 

@@ -1,14 +1,15 @@
 // Starts a driver and hands its actions and queries on to its parts.
 #include "driver/core/driver.h"
 
+#include "base/catalogue_folder.h"
 #include "base/clock.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
-#include "driver/boundary/record_database.h"
 #include "driver/config/installation.h"
 #include "driver/core/callbacks.h"
+#include "driver/core/start_failure.h"
 #include "driver/core/user_actions.h"
 #include "driver/plugin/component_fax_session.h"
 #include "driver/plugin/component_library.h"
@@ -75,11 +76,13 @@ Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(opt
         state.connectDevice(options.device);
     }
     prepareInstallation(state.home);
-    const std::string databaseError = lastDatabaseError();
+    state.failures.hold();
     if (!parts->library.start(state.guard)) {
-        const std::string reason = state.guard.failures() > 0 ? localized("it failed in its start-up")
-                                                              : oneLine(startUpTrouble(state, databaseError));
-        throw Error(localized("the component %s cannot start: %s", parts->library.path(), reason));
+        throw Error(
+            localized("the component %s cannot start: %s", parts->library.path(), startFailure(state)));
+    }
+    if (!options.holdFailures) {
+        state.failures.release();
     }
     if (options.loadFeatures || options.saveFeatures) {
         const FeatureFile file(featureFilePath(options.configDirectory, state.user));
@@ -87,7 +90,11 @@ Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(opt
     }
 }
 
-Driver::~Driver() { parts->state.features.keep(); }
+Driver::~Driver()
+{
+    parts->state.failures.release();
+    parts->state.features.keep();
+}
 
 void Driver::press(std::string_view widget) { parts->actions.press(widget); }
 
@@ -153,6 +160,20 @@ void* Driver::resource(std::string_view name) const
     const auto found = parts->state.resources.find(name);
     return found == parts->state.resources.end() ? nullptr : found->second;
 }
+
+const LastFailure& Driver::lastFailure() const { return parts->state.failures.last(); }
+
+void Driver::failWith(const std::string& line)
+{
+    parts->state.failures.leaveOut(line);
+    throw Error(line);
+}
+
+void Driver::releaseFailures() { parts->state.failures.release(); }
+
+bool Driver::asksDevice() const { return parts->state.device != nullptr; }
+
+const DirectorySettings& Driver::directorySettings() const { return parts->state.directory; }
 
 const std::string& Driver::home() const { return parts->state.home; }
 

@@ -2,9 +2,11 @@
 #ifndef DRIVER_CORE_DRIVER_H
 #define DRIVER_CORE_DRIVER_H
 
+#include "driver/boundary/failures.h"
 #include "driver/device/device_settings.h"
 #include "driver/directory/directory_settings.h"
 #include "driver/plugin/fax_session.h"
+#include "driver/widgets/widget_view.h"
 
 #include <cstddef>
 #include <memory>
@@ -35,22 +37,7 @@ struct DriverOptions {
     DirectorySettings directory; ///< for the device's directory
     bool loadFeatures = true;    ///< start with the option values that were kept; false: with the defaults
     bool saveFeatures = true;    ///< keep the option values between runs; false: they end with this driver
-};
-
-/// What a widget shows. A value that its kind does not have is absent.
-struct WidgetView {
-    std::string name;
-    std::string kind;     ///< the element of the dialog definition: "Button", "ListBox", ...
-    bool visible = false; ///< the widget's own property, whatever is around it
-    bool sensitive = false;
-    bool operable = false;            ///< the widget and all that it stands in are visible and sensitive
-    std::optional<std::string> text;  ///< label, title, button text; what a text field or file chooser holds
-    std::optional<std::string> title; ///< of a window or file chooser
-    std::optional<bool> ticked;       ///< check box, radio item
-    std::optional<int> value;         ///< index, page, number; the lowest selected row of a list, -1 for none
-    std::vector<std::string> items;   ///< texts of the items of a combo box or radio group, of pages
-    std::optional<std::size_t> rowCount; ///< of a list
-    std::vector<int> selection;          ///< selected rows of a list, from 0, ascending
+    bool holdFailures = false;   ///< what fails at the boundary is logged when it is released, not at once
 };
 
 /// A question that waits for an answer.
@@ -132,6 +119,25 @@ public:
 
     /// How many calls into the component ended in an exception.
     int failedCallbacks() const;
+
+    // --- What the component asked for in vain ------------------------------------------------
+
+    /// Why a database, the directory, the device or a definition failed last, which the component itself is
+    /// not told.
+    const LastFailure& lastFailure() const;
+
+    /// Ends a user's command with a line of `lastFailure`: throws it as a quelm::Error. When failures are
+    /// held, it is not logged besides.
+    [[noreturn]] void failWith(const std::string& line);
+
+    /// Logs the failures that were held; later ones are logged at once. The destructor does the same.
+    void releaseFailures();
+
+    /// True when this driver is connected to a device.
+    bool asksDevice() const;
+
+    /// What sessions with the device's directory go by.
+    const DirectorySettings& directorySettings() const;
 
     // --- Parts of the driver -----------------------------------------------------------------
 

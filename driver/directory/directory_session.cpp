@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/log.h"
 #include "driver/directory/directory_messages.h"
-#include "driver/directory/directory_trouble.h"
 
 namespace quelm {
 
@@ -77,11 +75,11 @@ bool DirectorySession::open(const DirectorySettings& settings)
     try {
         connect(settings, start + limit);
     } catch (const DirectoryError& error) {
-        reportDirectoryTrouble(error.what());
+        report.failed(error.what());
         return false;
     }
     leftForBind = limit - std::chrono::floor<milliseconds>(Clock::now() - start);
-    clearDirectoryTrouble();
+    report.succeeded();
     return true;
 }
 
@@ -95,10 +93,10 @@ bool DirectorySession::bind(const DirectorySettings& settings)
         connection->bindAnonymously(Clock::now() + limit);
     } catch (const DirectoryError& error) {
         connection.reset();
-        reportDirectoryTrouble(error.what());
+        report.failed(error.what());
         return false;
     }
-    clearDirectoryTrouble();
+    report.succeeded();
     return true;
 }
 
@@ -128,12 +126,12 @@ bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& set
 {
     results.clear();
     position = 0;
-    noteSearchExtent(SearchExtent::upToFailure);
+    report.searched(SearchExtent::none);
     query.base = base;
     query.filter = withoutDoubledStars(query.filter);
     if (const int refusal = refusalOf(query); refusal != ldap_code::success) {
         lastCode = refusal;
-        reportDirectoryTrouble(directory_messages::noSearch(query));
+        report.failed(directory_messages::noSearch(query));
         return false;
     }
     const Deadline deadline = Clock::now() + bounded(settings.searchTimeout);
@@ -143,7 +141,7 @@ bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& set
     } catch (const DirectoryError& error) {
         connection.reset();
         lastCode = error.code;
-        reportDirectoryTrouble(error.what());
+        report.failed(error.what());
         return false;
     }
 }
@@ -156,14 +154,17 @@ bool DirectorySession::conclude(const DirectoryOutcome& outcome, const Directory
     if (!connection->isUsable())
         connection.reset();
     if (outcome.code == ldap_code::success || outcome.code == ldap_code::sizeLimitExceeded) {
-        clearDirectoryTrouble();
-        noteSearchExtent(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
+        report.succeeded();
+        report.searched(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
         if (outcome.code != ldap_code::success && count() < static_cast<std::size_t>(settings.sizeLimit))
-            log(Severity::warning, directory_messages::serversLimit(server, count()));
+            report.noticed(directory_messages::serversLimit(server, count()));
         return true;
     }
-    reportDirectoryTrouble(directory_messages::searchFailed(server, outcome, query, settings, count()));
-    return !results.empty();
+    report.failed(directory_messages::searchFailed(server, outcome, query, settings, count()));
+    if (results.empty())
+        return false;
+    report.searched(SearchExtent::upToFailure);
+    return true;
 }
 
 std::optional<DirectoryEntry> DirectorySession::next()

@@ -9,13 +9,16 @@
 #include <vector>
 
 #include "driver/directory/directory_connection.h"
+#include "driver/directory/directory_report.h"
 
 namespace quelm {
 
-/// What the boundary's LDAPSession does. What goes wrong is reported as the directory's last trouble
-/// (directory_trouble.h), which a success forgets.
+/// What the boundary's LDAPSession does.
 class DirectorySession {
 public:
+    /// What goes wrong is said to `to`, which outlives the session.
+    explicit DirectorySession(DirectoryReport& to) : report(to) {}
+
     /// The server's address, as `parseDirectoryAddress` takes it. An open connection is closed.
     void setAddress(const std::string& text);
     /// The entry below which searches look, without the blanks around it.
@@ -51,6 +54,7 @@ private:
     bool conclude(const DirectoryOutcome& outcome, const DirectoryQuery& query,
                   const DirectorySettings& settings);
 
+    DirectoryReport& report;
     std::string addressText;
     std::string base;
     std::optional<DirectoryConnection> connection;

@@ -3,8 +3,8 @@
 
 #include "base/text_checks.h"
 #include "base/translation.h"
-#include "driver/boundary/texts.h"
 #include "driver/phonebook/record_codec.h"
+#include "driver/store/name_checks.h"
 
 #include <glib.h>
 

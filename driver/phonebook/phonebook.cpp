@@ -3,29 +3,32 @@
 
 #include "base/error.h"
 #include "base/translation.h"
-#include "driver/boundary/files.h"
 
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace quelm {
 namespace {
 
-constexpr int openToAll = 777; // the digits are those of the permissions
+bool exists(const std::string& path)
+{
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
 
 /// What the component makes for its phonebook: folders that every user may use.
 void makeFolders(const std::string& file)
 {
+    constexpr mode_t openToAll = 0777;
     const auto user = file.substr(0, file.rfind('/'));
     const auto phonebooks = user.substr(0, user.rfind('/'));
     const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
-    for (auto folder : {databases, phonebooks, user}) {
-        if (!FileObject::doesPathExist(folder.data()) &&
-            !FileObject::createDirectory(folder.data(), openToAll))
+    for (const auto& folder : {databases, phonebooks, user}) {
+        if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0)
             throw Error(localized("The folder %s cannot be made; check its permissions", folder));
     }
 }
-
-bool exists(std::string path) { return FileObject::doesPathExist(path.data()); }
 
 } // namespace
 

@@ -1,23 +1,23 @@
-// The clock: its form on the command line, fixing it, and readings that several formats share.
+// The clock: its form on the command line, and fixing it.
 #include "base/clock.h"
 
 #include <array>
-#include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "base/error.h"
-#include "host/calls.h"
 
 namespace {
 
-std::string formatted(const char* format, bool readClock, std::size_t size = 64)
+/// The clock's time, as strftime writes it.
+std::string formatted(const char* format)
 {
-    std::array<char, 64> out;
-    out.fill('#');
-    host::formatTime(out.data(), size, format, readClock);
+    const std::tm time = quelm::localTime();
+    std::array<char, 64> out{};
+    std::strftime(out.data(), out.size(), format, &time);
     return out.data();
 }
 
@@ -43,14 +43,14 @@ protected:
 TEST_F(Clock, StandsStillWhereItWasFixed)
 {
     fixAt("2024-02-29T23:59");
-    EXPECT_EQ(formatted("%Y %m %d %H %M %S", true), "2024 02 29 23 59 00");
-    EXPECT_EQ(formatted("%Y%m%%02d", true), "202402%02d");
+    EXPECT_EQ(formatted("%Y %m %d %H %M %S"), "2024 02 29 23 59 00");
+    EXPECT_EQ(formatted("%Y%m%%02d"), "202402%02d");
 }
 
 TEST_F(Clock, KnowsWeekdayAndDayOfTheYear)
 {
     fixAt("2024-02-29T08:05");
-    EXPECT_EQ(formatted("%u %j", true), "4 060");
+    EXPECT_EQ(formatted("%u %j"), "4 060");
 }
 
 TEST_F(Clock, KeepsATimeThatDaylightSavingLeavesOut)
@@ -58,38 +58,9 @@ TEST_F(Clock, KeepsATimeThatDaylightSavingLeavesOut)
     setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
     tzset();
     fixAt("2024-03-31T02:30");
-    EXPECT_EQ(formatted("%H:%M", true), "02:30");
+    EXPECT_EQ(formatted("%H:%M"), "02:30");
     unsetenv("TZ");
     tzset();
-}
-
-TEST_F(Clock, FormatsTheLastReadingUntilItIsReadAnew)
-{
-    fixAt("2024-12-31T23:59");
-    EXPECT_EQ(formatted("%Y", true), "2024");
-    fixAt("2025-01-01T00:00");
-    EXPECT_EQ(formatted("%Y", true), "2025");
-    EXPECT_EQ(formatted("%m", false), "01");
-}
-
-TEST_F(Clock, LastReadingOutlivesAClockThatRunsOn)
-{
-    // A clock half a day away from the fixed one: had it been read again, the hour would differ.
-    setenv("TZ", "AAA0", 1);
-    EXPECT_NE(formatted("%H", true), "");
-    const std::string hour = formatted("%H", false);
-    setenv("TZ", "BBB-12", 1);
-    EXPECT_EQ(formatted("%H", false), hour);
-    EXPECT_NE(formatted("%H", true), hour);
-    unsetenv("TZ");
-    tzset();
-}
-
-TEST_F(Clock, TakesAReadingWhenThereIsNoneYet)
-{
-    quelm::releaseClock();
-    const int year = std::stoi(formatted("%Y", false));
-    EXPECT_GE(year, 2020);
 }
 
 TEST_F(Clock, RunsWithTheSystemUnlessFixed)
@@ -99,25 +70,6 @@ TEST_F(Clock, RunsWithTheSystemUnlessFixed)
     const std::time_t middle = std::mktime(&read);
     EXPECT_LE(before, middle);
     EXPECT_LE(middle, std::time(nullptr));
-}
-
-TEST_F(Clock, LeavesAnEmptyTextWhenTheTimeDoesNotFit)
-{
-    fixAt("2024-02-29T23:59");
-    EXPECT_EQ(formatted("%Y", true, 4), "");
-    EXPECT_EQ(formatted("%Y", true, 5), "2024");
-    EXPECT_EQ(formatted("", true), "");
-}
-
-TEST_F(Clock, WritesNothingWithoutABuffer)
-{
-    char untouched = 'x';
-    GetCurrentTimeWithFormat(&untouched, 0, host::in("%Y"), 1);
-    GetCurrentTimeWithFormat(&untouched, -1, host::in("%Y"), 1);
-    GetCurrentTimeWithFormat(nullptr, 10, host::in("%Y"), 1);
-    EXPECT_EQ(untouched, 'x');
-    GetCurrentTimeWithFormat(&untouched, 1, nullptr, 1);
-    EXPECT_EQ(untouched, '\0');
 }
 
 TEST(ParseLocalTime, TakesEveryDayThatThereIs)

@@ -12,7 +12,7 @@
 
 #include "base/bounded_text.h"
 #include "base/process.h"
-#include "driver/boundary/texts.h"
+#include "driver/store/name_checks.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

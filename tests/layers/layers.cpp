@@ -90,20 +90,11 @@ const std::vector<Row>& table()
 }
 
 /// Includes that the table does not allow, and that are to go.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 13> debts{{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> debts{{
     {"component/phonebook/record_format.cpp", "component/frame/descriptor.h"},
     {"base/cancellable_call.h", "driver/jobs/transfer.h"},
-    {"base/clock.h", "host/driver_info.h"},
-    {"base/program_end.cpp", "driver/config/installation.h"},
     {"base/net/host_lookup.h", "driver/jobs/transfer.h"},
     {"base/net/tcp_connection.h", "driver/jobs/transfer.h"},
-    {"base/terminal/terminal_emulator.cpp", "driver/config/installation.h"},
-    {"driver/config/installation.cpp", "driver/boundary/host_state.h"},
-    {"driver/config/installation.cpp", "driver/boundary/record_database.h"},
-    {"driver/config/installation.cpp", "driver/store/record_store.h"},
-    {"driver/phonebook/entry.cpp", "driver/boundary/texts.h"},
-    {"driver/phonebook/phonebook.cpp", "driver/boundary/files.h"},
-    {"driver/widgets/widget_view.h", "driver/core/driver.h"},
 }};
 
 /// The headers that are installed, and their folder as a row names it.

@@ -1,9 +1,9 @@
 // Counts and answers in German, through the code that words them.
 #include "base/terminal/yes_no.h"
 #include "base/translation.h"
-#include "driver/boundary/texts.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"
+#include "driver/store/name_checks.h"
 #include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>

@@ -68,7 +68,7 @@ protected:
     explicit HostTest(const char* definition = testDialogs)
     {
         if (!pDriverDirector->parseXMLBuffer(host::in(definition))) {
-            throw std::runtime_error(state.trouble);
+            throw std::runtime_error(state.failures.last().definition);
         }
     }
 

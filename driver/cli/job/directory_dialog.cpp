@@ -4,11 +4,7 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
-#include "driver/boundary/device_session.h"
-#include "driver/boundary/host_state.h"
 #include "driver/core/driver.h"
-#include "driver/directory/directory_trouble.h"
-#include "host/device_session.h"
 
 #include <glib.h>
 
@@ -25,11 +21,12 @@ constexpr int directoryType = 2;
 constexpr std::size_t longestPrefix = 256; // bytes; escaped it still fits where the component reads it
 
 /// Throws why there is no directory, as far as the host was told.
-[[noreturn]] void throwTrouble()
+[[noreturn]] void failWithoutDirectory(Driver& driver)
 {
-    for (const auto& trouble : {lastDeviceTrouble(), lastDirectoryTrouble()}) {
-        if (!trouble.empty())
-            throw Error(trouble);
+    const auto& failure = driver.lastFailure();
+    for (const auto& reason : {failure.device, failure.directory}) {
+        if (!reason.empty())
+            driver.failWith(reason);
     }
     throw Error(localized("the device tells of no directory server; set one up on the device"));
 }
@@ -64,16 +61,16 @@ std::string escapedForFilter(std::string_view text)
 
 DirectoryDialog::DirectoryDialog(Driver& driver) : driver_(driver)
 {
-    if (pBiDi == nullptr)
+    if (!driver.asksDevice())
         throw Error(localized("the directory is the device's: say with --device-snmp HOST which device that "
                               "is, or with snmp in the group [device] of the configuration file"));
     driver.press("AddPBFaxRcpt");
     if (!driver.show("LDAP PB Type").sensitive)
-        throwTrouble();
+        failWithoutDirectory(driver);
     driver.choose("Current PB Type", directoryType);
     // The component falls back to the user's own phonebook when the server is gone meanwhile.
     if (driver.show("Current PB Type").value != directoryType)
-        throwTrouble();
+        failWithoutDirectory(driver);
 }
 
 std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
@@ -83,16 +80,17 @@ std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
     const auto surname = prefix.substr(0, prefix.find(','));
     driver_.type("Search String", escapedForFilter(surname));
     driver_.press("Search Button");
-    if (driver_.show("Search Status").text == "Timeout Exceeded!") {
-        const auto trouble = lastDirectoryTrouble();
-        throw Error(trouble.empty() ? localized("the directory did not answer; try again later") : trouble);
-    }
+    const auto& failure = driver_.lastFailure();
+    if (failure.searchExtent == SearchExtent::none)
+        driver_.failWith(failure.directory.empty()
+                             ? localized("the directory did not answer; try again later")
+                             : failure.directory);
     std::vector<DirectoryPerson> found;
     const auto beginning = folded(prefix);
     const auto rows = driver_.rows(resultList);
     // A limit of the server's own was told by the session.
-    if (lastSearchExtent() == SearchExtent::upToLimit &&
-        rows.size() == static_cast<std::size_t>(HostState::current()->directory.sizeLimit))
+    if (failure.searchExtent == SearchExtent::upToLimit &&
+        rows.size() == static_cast<std::size_t>(driver_.directorySettings().sizeLimit))
         log(Severity::warning,
             localizedCount("the list ends at %d person, which is the limit; write more of the name",
                            "the list ends at %d people, which is the limit; write more of the name",

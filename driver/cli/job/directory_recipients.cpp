@@ -6,7 +6,6 @@
 #include "base/translation.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"
-#include "driver/directory/directory_trouble.h"
 
 #include <algorithm>
 #include <string>
@@ -62,7 +61,7 @@ void addDirectoryRecipients(Driver& driver, const JobOptions& options)
         const auto origin = "--directory " + oneLine(prefix);
         const auto people = dialog.search(prefix);
         // Whoever is the only one of a part need not be the only one.
-        if (people.size() < 2 && lastSearchExtent() != SearchExtent::whole)
+        if (people.size() < 2 && driver.lastFailure().searchExtent != SearchExtent::whole)
             throw Error(localized("%s: the search ended early, and others may match; write more of the "
                                   "name, or try again later",
                                   origin));

@@ -1,9 +1,8 @@
 // The boundary's questions to the device.
-#include "driver/boundary/device_session.h"
+#include "host/device_session.h"
 
 #include "base/error.h"
 #include "driver/boundary/host_state.h"
-#include "host/device_session.h"
 #include "tests/driver/device/snmp_replies.h"
 #include "tests/servers/snmpd_server.h"
 #include "tests/servers/udp_device.h"
@@ -98,6 +97,8 @@ protected:
         return read;
     }
 
+    std::string lastFailure() const { return state->failures.last().device; }
+
     LogCapture log;
     std::optional<quelm::HostState> state;
 };
@@ -116,7 +117,6 @@ TEST_F(DeviceSessionTest, WithoutADriverNothingIsAnsweredAndNothingTouched)
     EXPECT_EQ(value, untouched);
     EXPECT_FALSE(session.fetchSingleOIDResponse(name.data(), &value, sizeof untouched));
     EXPECT_STREQ(untouched, "untouched");
-    EXPECT_EQ(quelm::lastDeviceTrouble(), "");
 }
 
 TEST_F(DeviceSessionTest, TheSessionIsThereAsLongAsTheHostHasADevice)
@@ -191,7 +191,7 @@ TEST_F(DeviceSessionTest, AMissingEntryIsNoTrouble)
     EXPECT_EQ(directory(0), "ldap.example");
     EXPECT_FALSE(directory(1));
     EXPECT_THAT(log.messages, IsEmpty());
-    EXPECT_EQ(quelm::lastDeviceTrouble(), "");
+    EXPECT_EQ(lastFailure(), "");
 }
 
 TEST_F(DeviceSessionTest, AnObjectIsCutAtACharacterToFitTheBuffer)
@@ -245,7 +245,7 @@ TEST_F(DeviceSessionTest, AllSettingsOfASilentDeviceCostOneTimeoutAndOneWarning)
     ASSERT_EQ(log.messages.size(), 1U);
     EXPECT_EQ(log.severities[0], quelm::Severity::warning);
     EXPECT_THAT(log.messages[0], HasSubstr("The device " + device.address() + " did not answer"));
-    EXPECT_EQ(quelm::lastDeviceTrouble(), log.messages[0]);
+    EXPECT_EQ(lastFailure(), log.messages[0]);
 }
 
 TEST_F(DeviceSessionTest, ADeviceThatIsSilentAboutOneObjectTellsTheOthers)
@@ -255,10 +255,10 @@ TEST_F(DeviceSessionTest, ADeviceThatIsSilentAboutOneObjectTellsTheOthers)
     const UdpDevice device(
         servers::silentAbout(std::string("\x2b\x06\x01\x02\x01\x01\x04\x00", 8), server.port()));
     connectImpatientlyTo(device.address());
-    state->guard.run("LDAPMoreInfoCB", [] {
+    state->guard.run("LDAPMoreInfoCB", [this] {
         EXPECT_EQ(object(description), "Quelm Fax 7");
         EXPECT_FALSE(object("1.3.6.1.2.1.1.4.0"));
-        EXPECT_EQ(quelm::lastDeviceTrouble(), "");
+        EXPECT_EQ(lastFailure(), "");
         EXPECT_EQ(object(description), "Quelm Fax 7");
     });
     ASSERT_EQ(log.messages.size(), 1U);
@@ -269,12 +269,12 @@ TEST_F(DeviceSessionTest, ADeviceThatIsSilentTwiceInARowIsNotAskedAgain)
 {
     SnmpdServer device({});
     connectImpatientlyTo(device.address());
-    state->guard.run("LDAPMoreInfoCB", [&device] {
+    state->guard.run("LDAPMoreInfoCB", [this, &device] {
         EXPECT_TRUE(object(description));
         device.process().freeze();
         EXPECT_FALSE(object(description));
         EXPECT_FALSE(object(description));
-        EXPECT_NE(quelm::lastDeviceTrouble(), "");
+        EXPECT_NE(lastFailure(), "");
         device.process().thaw();
         EXPECT_FALSE(object(description));
     });
@@ -287,11 +287,11 @@ TEST_F(DeviceSessionTest, TheNextUserActionFindsADeviceThatCameBack)
     connectImpatientlyTo(device.address());
     device.process().freeze();
     state->guard.run("T40InvokeFaxDialog", [] { EXPECT_FALSE(object(description)); });
-    EXPECT_NE(quelm::lastDeviceTrouble(), "");
+    EXPECT_NE(lastFailure(), "");
     device.process().thaw();
     EXPECT_FALSE(object(description)) << "no new action has begun";
     state->guard.run("LDAPMoreInfoCB", [] { EXPECT_EQ(object(description), "Quelm Fax 7"); });
-    EXPECT_EQ(quelm::lastDeviceTrouble(), "");
+    EXPECT_EQ(lastFailure(), "");
     EXPECT_EQ(log.messages.size(), 1U);
 }
 
@@ -327,7 +327,7 @@ TEST_F(DeviceSessionTest, AnObjectThatIsRefusedIsWarnedOfAndTheNextOneAskedFor)
     EXPECT_EQ(device.received(), 2);
     ASSERT_EQ(log.messages.size(), 2U);
     EXPECT_THAT(log.messages[1], HasSubstr("does not tell the object 1.3.6.1.2.1.1.5.0"));
-    EXPECT_EQ(quelm::lastDeviceTrouble(), "") << "the device itself answers";
+    EXPECT_EQ(lastFailure(), "") << "the device itself answers";
 }
 
 TEST_F(DeviceSessionTest, AnUnknownHostIsWarnedOfOnce)

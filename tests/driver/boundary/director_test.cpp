@@ -17,7 +17,7 @@ TEST_F(DirectorTest, ADefinitionThatCannotBeUsedIsRefusedAndLogged)
         host::in("<XmlGuiDefinition><DialogWindow Name=\"\xff\"/></XmlGuiDefinition>")));
     ASSERT_EQ(log.messages.size(), 2U);
     EXPECT_EQ(log.messages[1], "the dialog definition cannot be used: it is not UTF-8");
-    EXPECT_EQ(state.trouble, log.messages[1]);
+    EXPECT_EQ(state.failures.last().definition, log.messages[1]);
 }
 
 TEST_F(DirectorTest, TheSameDefinitionAgainKeepsWhatTheWidgetsHold)

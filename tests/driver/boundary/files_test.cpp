@@ -1,5 +1,5 @@
 // Paths that exist and directories that are created.
-#include "driver/boundary/files.h"
+#include "host/files.h"
 
 #include <string>
 

@@ -1,5 +1,5 @@
 // The host's record database as the component uses it.
-#include "driver/boundary/record_database.h"
+#include "host/record_database.h"
 
 #include <memory>
 #include <string>
@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "driver/boundary/host_state.h"
 #include "host/calls.h"
 #include "tests/support/temporary_folder.h"
 
@@ -60,7 +61,7 @@ protected:
     Names stored()
     {
         QuelmLegacyDatabase other;
-        EXPECT_TRUE(host::openDatabase(other, book, "r")) << quelm::lastDatabaseError();
+        EXPECT_TRUE(host::openDatabase(other, book, "r")) << lastFailure();
         return listed(other);
     }
 
@@ -71,7 +72,10 @@ protected:
         return number;
     }
 
+    std::string lastFailure() const { return state.failures.last().database; }
+
     TemporaryFolder folder;
+    quelm::HostState state{folder.path(), "anne"};
     std::string book = folder / "anne.xdb";
     QuelmLegacyDatabase database;
 };
@@ -123,7 +127,7 @@ TEST_F(RecordDatabaseTest, ModeDecidesAboutWriting)
     QuelmLegacyDatabase reader;
     ASSERT_TRUE(host::openDatabase(reader, book, "r"));
     EXPECT_FALSE(save(reader, "uAnne", "1"));
-    EXPECT_TRUE(mentions(quelm::lastDatabaseError(), "reading only"));
+    EXPECT_TRUE(mentions(lastFailure(), "reading only"));
     EXPECT_TRUE(reader.serializeDatabase()) << "there is nothing to write";
     QuelmLegacyDatabase other;
     for (const char* mode : {"w", "", "r++", "rb"})
@@ -137,7 +141,7 @@ TEST_F(RecordDatabaseTest, CreatingWithFlag2NeverOverwrites)
     EXPECT_TRUE(saveDurably("uAnne", "1"));
     QuelmLegacyDatabase other;
     EXPECT_FALSE(host::createDatabase(other, book, 2));
-    EXPECT_TRUE(mentions(quelm::lastDatabaseError(), "exists already"));
+    EXPECT_TRUE(mentions(lastFailure(), "exists already"));
     EXPECT_EQ(stored(), Names{"uAnne=1"});
 }
 
@@ -161,7 +165,7 @@ TEST_F(RecordDatabaseTest, ErrorOfAFileInTheWaySaysWhatIsWrongWithIt)
     QuelmLegacyDatabase other;
     EXPECT_FALSE(host::openDatabase(other, path, "r+"));
     EXPECT_FALSE(host::createDatabase(other, path, 2));
-    const std::string line = quelm::lastDatabaseError();
+    const std::string line = lastFailure();
     EXPECT_EQ(line, "The phonebook \"" + path +
                         "\" cannot be opened: the file is no phonebook; move it away or choose another file");
     EXPECT_EQ(contentOf(path), "no phonebook at all");
@@ -178,7 +182,7 @@ TEST_F(RecordDatabaseTest, WithoutAFileEveryOperationFailsAndNothingBreaks)
     EXPECT_FALSE(none.getNumberOfRecords(number));
     EXPECT_EQ(number, 7);
     EXPECT_FALSE(save(none, "uAnne", "1"));
-    EXPECT_TRUE(mentions(quelm::lastDatabaseError(), "No phonebook is open"));
+    EXPECT_TRUE(mentions(lastFailure(), "No phonebook is open"));
     EXPECT_EQ(iterator.getNextRecord(true), nullptr);
     EXPECT_EQ(iterator.getNextRecord(false), nullptr);
     EXPECT_EQ(iterator.getRecordN(1), nullptr);

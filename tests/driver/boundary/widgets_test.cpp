@@ -19,7 +19,7 @@ TEST_F(WidgetsTest, AnUnknownNameHasNone)
 {
     EXPECT_EQ(host::widget("No Such Widget"), nullptr);
     EXPECT_EQ(GetWidgetByName(nullptr), nullptr);
-    EXPECT_NE(state.trouble.find("a widget \"\""), std::string::npos);
+    EXPECT_NE(state.failures.last().definition.find("a widget \"\""), std::string::npos);
 }
 
 TEST_F(WidgetsTest, ANameThatOccursTwiceReachesTheFirst)

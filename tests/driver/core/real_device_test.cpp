@@ -1,5 +1,4 @@
 // The fax component in a driver that is connected to a device.
-#include "driver/boundary/device_session.h"
 #include "host/device_session.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
@@ -59,11 +58,11 @@ TEST_F(RealDeviceTest, ADeviceThatComesBackOffersItsDirectoryWhenTheDialogIsOpen
     openFaxDialog();
     EXPECT_FALSE(directoryIsOffered());
     EXPECT_EQ(field("LDAP PB Status"), "Unavailable");
-    EXPECT_NE(quelm::lastDeviceTrouble(), "");
+    EXPECT_NE(driver().lastFailure().device, "");
     device.process().thaw();
     openFaxDialog();
     EXPECT_TRUE(directoryIsOffered());
-    EXPECT_EQ(quelm::lastDeviceTrouble(), "");
+    EXPECT_EQ(driver().lastFailure().device, "");
 }
 
 TEST_F(RealDeviceTest, TheInfoDialogShowsWhatTheDeviceSaysNow)

@@ -3,7 +3,6 @@
 #define TESTS_DRIVER_DIRECTORY_DIRECTORY_FIXTURE_H
 
 #include "driver/boundary/host_state.h"
-#include "driver/directory/directory_trouble.h"
 #include "host/directory_client.h"
 #include "tests/servers/listeners.h"
 #include "tests/servers/slapd_server.h"
@@ -64,7 +63,7 @@ protected:
 
     int count() { return session.getLastResponseItemCount(); }
     int code() { return session.getLastResponseCode(); }
-    static std::string trouble() { return quelm::lastDirectoryTrouble(); }
+    std::string trouble() const { return host.failures.last().directory; }
 
     /// The results of a search, or what went wrong: "(false) code".
     std::vector<std::string> found(const std::string& filter = "(sn=*)")

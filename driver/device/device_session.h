@@ -1,17 +1,18 @@
-// The driver's connection to the device, behind the boundary's query session.
-#ifndef DRIVER_BOUNDARY_DEVICE_SESSION_H
-#define DRIVER_BOUNDARY_DEVICE_SESSION_H
+// The driver's connection to the device.
+#ifndef DRIVER_DEVICE_DEVICE_SESSION_H
+#define DRIVER_DEVICE_DEVICE_SESSION_H
 
 #include "driver/device/device_settings.h"
 #include "driver/device/snmp_session.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace quelm {
 
-/// The device that a driver is connected to. Trouble is logged, one warning line for each.
+/// The device that a driver is connected to.
 ///
 /// A device that failed (it did not answer, cannot be found, refuses the user) is not asked again
 /// within the same user action: fourteen settings of a device that is switched off cost one time-out,
@@ -20,8 +21,12 @@ namespace quelm {
 /// that a device that came back is found at once, and nobody has to wait for a quiet time to pass.
 class DeviceSession {
 public:
+    /// Receives, behind each question that was sent, why there is no answer, one line; an empty text when
+    /// there is one. `failed` says whether the device as such failed, and not the one object.
+    using Report = std::function<void(const std::string& line, bool failed)>;
+
     /// Sends nothing. Throws Error when the settings' address is none.
-    explicit DeviceSession(const DeviceSettings& settings);
+    DeviceSession(const DeviceSettings& settings, Report report);
 
     /// Another user action begins: the device is asked again though it failed before.
     void startAction()
@@ -38,26 +43,19 @@ public:
     /// The object of that name (dotted numbers) as text. Nothing when the device does not have it.
     std::optional<std::string> object(std::string_view name);
 
-    /// Why the device failed, as it was logged; empty once it answered again.
-    const std::string& trouble() const { return lastTrouble; }
-
     /// Where the text of the latest table entry lies for the component.
     std::string& keptEntry() { return entry; }
 
 private:
     DeviceSettings settings;
+    Report report;
     SnmpSession session;
     bool failedInAction() const { return failuresInRow >= (answersInAction ? 2 : 1); }
 
     bool answersInAction = false; ///< it has answered since the action began
     int failuresInRow = 0;        ///< since it answered last, or the action began
-    std::string lastTrouble;
     std::string entry;
 };
-
-/// Why the device of the driver that lives failed last, as one line for the user; empty when it did
-/// not, when it has answered since, and without a driver or a device.
-std::string lastDeviceTrouble();
 
 } // namespace quelm
 

@@ -1,12 +1,10 @@
-// The host's text helpers: checks of what a user typed, token lists, formatted copies.
-#ifndef DRIVER_BOUNDARY_TEXTS_H
-#define DRIVER_BOUNDARY_TEXTS_H
+// What a name and a telephone number may hold.
+#ifndef DRIVER_STORE_NAME_CHECKS_H
+#define DRIVER_STORE_NAME_CHECKS_H
 
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "host/texts.h" // IWYU pragma: export
 
 namespace quelm {
 

@@ -1,0 +1,49 @@
+// Asks the device for what the component wants to know, and spares one that failed.
+#include "driver/device/device_session.h"
+
+#include "driver/device/object_identifier.h"
+
+#include <utility>
+
+namespace quelm {
+
+namespace {
+
+constexpr std::string_view directoryTable = "ubqSvcMonServiceDetailTableLDAP";
+
+} // namespace
+
+DeviceSession::DeviceSession(const DeviceSettings& given, Report to)
+    : settings(given), report(std::move(to)), session(given)
+{
+}
+
+std::optional<std::string> DeviceSession::tableEntry(std::string_view table, int index)
+{
+    if (table != directoryTable || index < 0 || index > 1)
+        return std::nullopt;
+    auto text = object(index == 0 ? settings.directoryServerObject : settings.directoryBaseObject);
+    if (index == 0 && text && text->empty())
+        return std::nullopt;
+    return text;
+}
+
+std::optional<std::string> DeviceSession::object(std::string_view name)
+{
+    const auto numbers = parseObjectIdentifier(name);
+    if (!numbers || failedInAction())
+        return std::nullopt;
+    SnmpAnswer answer = session.get(*numbers);
+    if (answer.kind == SnmpAnswer::Kind::deviceFailed) {
+        ++failuresInRow;
+    } else {
+        failuresInRow = 0;
+        answersInAction = true;
+    }
+    report(answer.trouble, failedInAction());
+    if (answer.kind != SnmpAnswer::Kind::value)
+        return std::nullopt;
+    return std::move(answer.text);
+}
+
+} // namespace quelm
