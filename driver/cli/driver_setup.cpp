@@ -3,7 +3,7 @@
 
 #include "base/clock.h"
 #include "base/error.h"
-#include "driver/config/configuration.h"
+#include "driver/config/configuration_file.h"
 #include "driver/device/device_address.h"
 
 #include <optional>

@@ -70,6 +70,16 @@ void requireTypable(const Widget& field, std::string_view text)
     }
 }
 
+/// Whether a check box in `container` fires a callback of that name.
+bool boxFires(const Widget& container, std::string_view callback)
+{
+    return std::ranges::any_of(container.children(), [callback](const auto& child) {
+        const std::string* fired = child->attribute("AddCallback");
+        return (child->kind() == WidgetKind::checkBox && fired != nullptr && *fired == callback) ||
+               boxFires(*child, callback);
+    });
+}
+
 } // namespace
 
 void UserActions::requireNoQuestion() const
@@ -263,8 +273,9 @@ void UserActions::answer(bool yes)
 void UserActions::call(std::string_view exportedName)
 {
     requireNoQuestion();
-    // The one callback that looks at the widget that fired, and cannot do without.
-    if (exportedName == "T40LanFaxPreferencesCB") {
+    // What a check box fires looks at that box, and cannot do without.
+    const auto& windows = state.tree.windows();
+    if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); })) {
         throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
     }
     if (!callbacks.call(std::string(exportedName))) {

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/translation.h"
 #include "driver/phonebook/contacts.h"
+#include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/listing.h"
 
 #include <algorithm>

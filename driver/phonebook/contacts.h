@@ -3,6 +3,7 @@
 #define DRIVER_PHONEBOOK_CONTACTS_H
 
 #include "driver/phonebook/entry.h"
+#include "driver/phonebook/entry_check.h"
 
 #include <cstddef>
 #include <string>

@@ -1,8 +1,7 @@
-// What a phonebook holds: entries and groups, and what makes one acceptable.
+// What a phonebook holds: entries and groups.
 #ifndef DRIVER_PHONEBOOK_ENTRY_H
 #define DRIVER_PHONEBOOK_ENTRY_H
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,15 +34,6 @@ std::string tidied(std::string_view text);
 /// All texts tidied.
 PhonebookEntry tidied(PhonebookEntry entry);
 PhonebookGroup tidied(PhonebookGroup group);
-
-/// Why an entry (tidied) cannot be kept, or nothing. The dialogs' rules: a name of letters, digits, "-",
-/// blanks, "." and apostrophes, numbers to dial, and the fields' greatest lengths (31, 46, 59, 46 and 59
-/// characters). An organization may have several lines. A text that the record's own marks would
-/// cut is refused, too.
-std::optional<std::string> problemWith(const PhonebookEntry& entry);
-
-/// The same for a group, which needs a member. Whether the members exist is not looked at.
-std::optional<std::string> problemWith(const PhonebookGroup& group);
 
 } // namespace quelm
 

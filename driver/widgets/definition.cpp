@@ -42,7 +42,7 @@ Widget::Attributes attributesOf(const pugi::xml_node& element)
 /// Builds widgets with all that stands in them.
 class DefinitionReader {
 public:
-    explicit DefinitionReader(WidgetTree& owner) : tree(owner) {}
+    explicit DefinitionReader(WidgetListener& changeListener) : listener(changeListener) {}
 
     std::unique_ptr<Widget> widget(const pugi::xml_node& element, Widget* parent, int depth) const
     {
@@ -58,7 +58,7 @@ public:
                                       ? localized("%s stands outside a DialogWindow", describe(element))
                                       : localized("%s stands inside another widget", describe(element)));
         }
-        auto built = std::make_unique<Widget>(tree, *kind, element.attribute("Name").value(),
+        auto built = std::make_unique<Widget>(listener, *kind, element.attribute("Name").value(),
                                               attributesOf(element), parent);
         for (const pugi::xml_node& child : element.children()) {
             if (child.type() == pugi::node_element) {
@@ -69,10 +69,11 @@ public:
     }
 
 private:
-    WidgetTree& tree;
+    WidgetListener& listener;
 };
 
-std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetTree& tree, std::string_view definition)
+std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetListener& listener,
+                                                         std::string_view definition)
 {
     pugi::xml_document document;
     const pugi::xml_parse_result result =
@@ -89,7 +90,7 @@ std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetTree& tree, std::
         throw definitionError(localized("something stands behind its root element"));
     }
     std::vector<std::unique_ptr<Widget>> windows;
-    const DefinitionReader reader(tree);
+    const DefinitionReader reader(listener);
     for (const pugi::xml_node& element : root.children()) {
         if (element.type() == pugi::node_element) {
             windows.push_back(reader.widget(element, nullptr, 0));

@@ -10,9 +10,10 @@
 
 namespace quelm {
 
-/// The windows that a definition describes, in document order, not yet part of `tree`. Throws
+/// The windows that a definition describes, in document order, made with `listener`. Throws
 /// quelm::Error with one line when the text is no definition that the driver understands.
-std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetTree& tree, std::string_view definition);
+std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetListener& listener,
+                                                         std::string_view definition);
 
 } // namespace quelm
 

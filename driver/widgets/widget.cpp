@@ -1,8 +1,6 @@
 // A widget's state and the rules that keep it sound.
 #include "driver/widgets/widget.h"
 
-#include "driver/widgets/widget_tree.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -79,9 +77,9 @@ const char* kindName(WidgetKind kind)
     return found->element;
 }
 
-Widget::Widget(WidgetTree& owner, WidgetKind widgetKind, std::string widgetName, Attributes widgetAttributes,
-               Widget* parentWidget)
-    : tree(owner), ownKind(widgetKind), ownName(std::move(widgetName)),
+Widget::Widget(WidgetListener& changeListener, WidgetKind widgetKind, std::string widgetName,
+               Attributes widgetAttributes, Widget* parentWidget)
+    : listener(changeListener), ownKind(widgetKind), ownName(std::move(widgetName)),
       ownAttributes(std::move(widgetAttributes)), ownParent(parentWidget)
 {
     const auto is = [this](std::string_view key, std::string_view value) {
@@ -124,7 +122,7 @@ int Widget::integerAttribute(std::string_view key, int fallback) const
     return value;
 }
 
-void Widget::changed(WidgetChange what) { tree.noteChanged(*this, what); }
+void Widget::changed(WidgetChange what) { listener.widgetChanged(*this, what); }
 
 void Widget::setVisible(bool visible)
 {
@@ -295,7 +293,7 @@ void Widget::rowsChanged()
     if (rowsFrozen) {
         rowsChangedWhileFrozen = true;
     } else {
-        tree.noteRowsChanged(*this);
+        listener.rowsChanged(*this);
     }
 }
 
@@ -318,7 +316,7 @@ void Widget::freeze(bool frozen)
     rowsFrozen = frozen;
     if (!frozen && rowsChangedWhileFrozen) {
         rowsChangedWhileFrozen = false;
-        tree.noteRowsChanged(*this);
+        listener.rowsChanged(*this);
     }
 }
 

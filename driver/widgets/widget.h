@@ -14,8 +14,6 @@
 
 namespace quelm {
 
-class WidgetTree;
-
 /// The elements of the dialog definition, the driver's own main window, and the file choosers
 /// that the component makes.
 enum class WidgetKind {
@@ -53,14 +51,24 @@ const char* kindName(WidgetKind kind);
 /// What about a widget has changed.
 enum class WidgetChange { text, value, visibility, sensitivity };
 
-/// One widget. The tree owns it, and it stays where it is until the process's driver ends. Every
-/// change is told to the tree's observer.
+class Widget;
+
+/// Hears of every change of the widgets that were made with it.
+class WidgetListener {
+public:
+    virtual ~WidgetListener() = default;
+    virtual void widgetChanged(Widget& widget, WidgetChange what) = 0;
+    virtual void rowsChanged(Widget& list) = 0;
+};
+
+/// One widget. The tree owns it, and it stays where it is until the process's driver ends.
 class Widget {
 public:
     using Attributes = std::vector<std::pair<std::string, std::string>>;
 
-    Widget(WidgetTree& owner, WidgetKind widgetKind, std::string widgetName, Attributes widgetAttributes,
-           Widget* parentWidget);
+    /// `changeListener` outlives the widget.
+    Widget(WidgetListener& changeListener, WidgetKind widgetKind, std::string widgetName,
+           Attributes widgetAttributes, Widget* parentWidget);
     ~Widget();
     Widget(const Widget&) = delete;
     Widget& operator=(const Widget&) = delete;
@@ -134,7 +142,7 @@ public:
     void addRow(const char* const* cells);
     /// Removes all rows and the selection.
     void clearRows();
-    /// While frozen, changed rows are not told to the observer; unfreezing tells them.
+    /// While frozen, the listener does not hear of changed rows; unfreezing makes up for it.
     void freeze(bool frozen);
 
     /// The selected rows in the order in which they were selected, or sorted.
@@ -153,7 +161,7 @@ private:
     int positionAmongItems() const;
     int integerAttribute(std::string_view key, int fallback) const;
 
-    WidgetTree& tree;
+    WidgetListener& listener;
     WidgetKind ownKind;
     std::string ownName;
     Attributes ownAttributes;

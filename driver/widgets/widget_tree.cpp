@@ -9,7 +9,7 @@ namespace quelm {
 
 WidgetTree::WidgetTree()
 {
-    auto mainWindow = std::make_unique<Widget>(*this, WidgetKind::mainWindow, mainWindowName,
+    auto mainWindow = std::make_unique<Widget>(listener(), WidgetKind::mainWindow, mainWindowName,
                                                Widget::Attributes{}, nullptr);
     addWindow(std::move(mainWindow));
 }
@@ -19,7 +19,7 @@ WidgetTree::~WidgetTree() = default;
 bool WidgetTree::build(std::string_view definition)
 {
     bool added = false;
-    for (std::unique_ptr<Widget>& window : windowsOfDefinition(*this, definition)) {
+    for (std::unique_ptr<Widget>& window : windowsOfDefinition(listener(), definition)) {
         const auto hasThisName = [&window](const std::unique_ptr<Widget>& other) {
             return other->isWindow() && other->name() == window->name();
         };
@@ -34,7 +34,8 @@ bool WidgetTree::build(std::string_view definition)
 Widget& WidgetTree::addFileChooser(const Widget& owner, const std::string& title)
 {
     Widget::Attributes attributes{{"Title", title}, {"Parent", owner.name()}, {"Visibility", "false"}};
-    addWindow(std::make_unique<Widget>(*this, WidgetKind::fileSelection, "", std::move(attributes), nullptr));
+    addWindow(
+        std::make_unique<Widget>(listener(), WidgetKind::fileSelection, "", std::move(attributes), nullptr));
     return *topLevel.back();
 }
 
@@ -64,14 +65,14 @@ void WidgetTree::addObserver(WidgetObserver& observer) { observers.push_back(&ob
 
 void WidgetTree::removeObserver(WidgetObserver& observer) { std::erase(observers, &observer); }
 
-void WidgetTree::noteChanged(Widget& widget, WidgetChange what)
+void WidgetTree::widgetChanged(Widget& widget, WidgetChange what)
 {
     for (WidgetObserver* observer : observers) {
         observer->changed(widget, what);
     }
 }
 
-void WidgetTree::noteRowsChanged(Widget& list)
+void WidgetTree::rowsChanged(Widget& list)
 {
     for (WidgetObserver* observer : observers) {
         observer->rowsChanged(list);

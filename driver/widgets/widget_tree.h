@@ -31,13 +31,13 @@ public:
 
 /// The widget tree. The component addresses its widgets by name; names need not be unique, and the
 /// first one in document order counts.
-class WidgetTree {
+class WidgetTree : private WidgetListener {
 public:
     /// The name of the driver's own main window, which the tree starts with and which is visible.
     static constexpr const char* mainWindowName = "Main Driver Window";
 
     WidgetTree();
-    ~WidgetTree();
+    ~WidgetTree() override;
     WidgetTree(const WidgetTree&) = delete;
     WidgetTree& operator=(const WidgetTree&) = delete;
 
@@ -66,16 +66,15 @@ public:
     void removeObserver(WidgetObserver& observer);
 
 private:
-    friend class Widget;
-
     struct NameHash {
         using is_transparent = void;
         std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
     };
     using Names = std::unordered_map<std::string, Widget*, NameHash, std::equal_to<>>;
 
-    void noteChanged(Widget& widget, WidgetChange what);
-    void noteRowsChanged(Widget& list);
+    WidgetListener& listener() { return *this; }
+    void widgetChanged(Widget& widget, WidgetChange what) override;
+    void rowsChanged(Widget& list) override;
     void registerNames(Widget& widget);
     void addWindow(std::unique_ptr<Widget> window);
 

@@ -1,6 +1,7 @@
 // Counts and answers in German, through the code that words them.
 #include "base/terminal/yes_no.h"
 #include "base/translation.h"
+#include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/import.h"
 #include "driver/phonebook/listing.h"
 #include "driver/store/name_checks.h"

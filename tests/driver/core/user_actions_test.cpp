@@ -248,8 +248,10 @@ TEST_F(UserActionsTest, CallingReachesTheExportListAlone)
     EXPECT_EQ(journal(), "called;");
     EXPECT_EQ(refusal([&] { driver().call("abort"); }),
               "the component's export list has no function \"abort\"");
-    EXPECT_EQ(refusal([&] { driver().call("T40LanFaxPreferencesCB"); }),
-              "T40LanFaxPreferencesCB cannot be called by itself; tick one of its check boxes");
+    EXPECT_EQ(refusal([&] { driver().call("BoxFired"); }),
+              "BoxFired cannot be called by itself; tick one of its check boxes");
+    driver().tick("Box", true);
+    EXPECT_EQ(journal(), "called;Box;");
 }
 
 TEST_F(UserActionsTest, AChooserTakesAPathAndItsOkButton)

@@ -1,5 +1,6 @@
 // What is exported and imported again is the same, in every format.
 #include "driver/phonebook/actions.h"
+#include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/import.h"
 #include "tests/driver/phonebook/phonebook_folder.h"
 

@@ -42,7 +42,7 @@ TEST(ComponentLibraryTest, TellsWhatTheComponentSaysAboutItself)
     EXPECT_STREQ(library.text("PBEntryTags"), ",usg,nam,");
     ASSERT_EQ(library.exportList().size(), 8U);
     EXPECT_EQ(library.exportList().front(), "InitializeFaxComponent");
-    EXPECT_EQ(library.exportList().back(), "T40LanFaxPreferencesCB");
+    EXPECT_EQ(library.exportList().back(), "BoxFired");
 }
 
 TEST(ComponentLibraryTest, FindsFunctionsOfTheExportListAlone)

@@ -2,7 +2,6 @@
 #include "driver/widgets/definition.h"
 
 #include "base/error.h"
-#include "driver/widgets/widget_tree.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +9,18 @@
 
 namespace {
 
+/// Widgets that nobody looks at.
+class Unheard : public quelm::WidgetListener {
+public:
+    void widgetChanged(quelm::Widget& /*widget*/, quelm::WidgetChange /*what*/) override {}
+    void rowsChanged(quelm::Widget& /*list*/) override {}
+};
+
 std::string problemOf(const std::string& definition)
 {
-    quelm::WidgetTree tree;
+    Unheard listener;
     try {
-        windowsOfDefinition(tree, definition);
+        windowsOfDefinition(listener, definition);
     } catch (const quelm::Error& error) {
         return error.what();
     }
@@ -29,17 +35,17 @@ std::string inWindow(const std::string& content)
 
 TEST(DefinitionTest, AnUnescapedGreaterSignInAnAttributeIsText)
 {
-    quelm::WidgetTree tree;
-    const auto windows = windowsOfDefinition(tree, inWindow("<Button Name=\"Add\" Text=\"_Add >>\"/>"));
+    Unheard listener;
+    const auto windows = windowsOfDefinition(listener, inWindow("<Button Name=\"Add\" Text=\"_Add >>\"/>"));
     EXPECT_EQ(windows.at(0)->children().at(0)->text(), "_Add >>");
 }
 
 TEST(DefinitionTest, KeepsTheOrderAndNestingOfTheDocument)
 {
-    quelm::WidgetTree tree;
-    const auto windows =
-        windowsOfDefinition(tree, inWindow("<FixedContainer Name=\"A\"><Label Name=\"B\"/></FixedContainer>"
-                                           "<Label Name=\"C\"/>"));
+    Unheard listener;
+    const auto windows = windowsOfDefinition(
+        listener, inWindow("<FixedContainer Name=\"A\"><Label Name=\"B\"/></FixedContainer>"
+                           "<Label Name=\"C\"/>"));
     const quelm::Widget& window = *windows.at(0);
     ASSERT_EQ(window.children().size(), 2U);
     EXPECT_EQ(window.children()[0]->name(), "A");

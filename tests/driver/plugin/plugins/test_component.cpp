@@ -27,7 +27,7 @@ COMPONENT_EXPORT const char* const _QuelmSOExportList =
 #ifdef LIST_WITHOUT_COMMAS
     "InitializeFaxComponent";
 #else
-    ",InitializeFaxComponent,Fired,Throws,ThrowsNumber,Asks,AsksAgain,MakeChooser,T40LanFaxPreferencesCB,";
+    ",InitializeFaxComponent,Fired,Throws,ThrowsNumber,Asks,AsksAgain,MakeChooser,BoxFired,";
 #endif
 
 COMPONENT_EXPORT const char* const pLanFaxXMLData =
@@ -54,7 +54,7 @@ COMPONENT_EXPORT const char* const pLanFaxXMLData =
       <TextEntry Name="Field" SetMaximum="5" AddCallback="Fired"/>
       <TextEntry Name="Read-only Field" Editable="false"/>
       <TextEntry Name="Sender Fax Name" SetMaximum="31"/>
-      <CheckBox Name="Box" Text="Box" AddCallback="Fired"/>
+      <CheckBox Name="Box" Text="Box" AddCallback="BoxFired"/>
       <CheckBox Name="Twin"/><CheckBox Name="Twin"/>
       <RadioButton Name="Group" AddCallback="Fired">
         <RadioButtonItem Name="First Item" Text="First"/><RadioButtonItem Name="Second Item"/>
@@ -129,7 +129,7 @@ COMPONENT_EXPORT void Fired(_GtkWidget* /*widget*/, GTKObject* object)
     journal(object == nullptr ? "called" : object->getObjectName());
 }
 
-COMPONENT_EXPORT void T40LanFaxPreferencesCB(_GtkWidget* /*widget*/, GTKObject* object)
+COMPONENT_EXPORT void BoxFired(_GtkWidget* /*widget*/, GTKObject* object)
 {
     journal(object->getObjectName());
 }

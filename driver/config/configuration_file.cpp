@@ -1,5 +1,5 @@
 // Reads the driver's configuration file with GLib's key file parser.
-#include "driver/config/configuration.h"
+#include "driver/config/configuration_file.h"
 
 #include <algorithm>
 #include <cerrno>

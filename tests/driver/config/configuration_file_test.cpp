@@ -1,5 +1,5 @@
 // The configuration file: what it may say, and what is said about a wrong one.
-#include "driver/config/configuration.h"
+#include "driver/config/configuration_file.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,0 +1,23 @@
+// What makes an entry or a group acceptable.
+#ifndef DRIVER_PHONEBOOK_ENTRY_CHECK_H
+#define DRIVER_PHONEBOOK_ENTRY_CHECK_H
+
+#include "driver/phonebook/entry.h"
+
+#include <optional>
+#include <string>
+
+namespace quelm {
+
+/// Why an entry (tidied) cannot be kept, or nothing. The dialogs' rules: a name of letters, digits, "-",
+/// blanks, "." and apostrophes, numbers to dial, and the fields' greatest lengths (31, 46, 59, 46 and 59
+/// characters). An organization may have several lines. A text that the record's own marks would
+/// cut is refused, too.
+std::optional<std::string> problemWith(const PhonebookEntry& entry);
+
+/// The same for a group, which needs a member. Whether the members exist is not looked at.
+std::optional<std::string> problemWith(const PhonebookGroup& group);
+
+} // namespace quelm
+
+#endif
