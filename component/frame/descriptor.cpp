@@ -8,7 +8,6 @@
 const char* _QuelmSODisplayName = "Bramblecor Pro Family Lan Fax Library";
 const char* _QuelmSOVersion = "0.1";
 const char* _QuelmSOExportList = exportList;
-const char* PBEntryTags = ",usg,nam,cmp,fxn,von,fxm,eml,blc,dtm,gen,";
 const char* pLanFaxXMLData = dialogDefinitionText;
 const char* pT40CoverPageHeader = coverPageHeaderText;
 const char* pT40CoverPageTrailer = coverPageTrailerText;

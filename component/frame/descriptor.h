@@ -1,4 +1,4 @@
-// The descriptor objects by which a host recognises the component.
+// The descriptor objects by which a host recognises the component; one more is in common/phonebook_tags.h.
 #ifndef FRAME_DESCRIPTOR_H
 #define FRAME_DESCRIPTOR_H
 
@@ -8,7 +8,6 @@ extern "C" {
 extern const char* _QuelmSODisplayName;
 extern const char* _QuelmSOVersion;
 extern const char* _QuelmSOExportList;   ///< the names of the functions a host may call
-extern const char* PBEntryTags;          ///< the field tags of phonebook records
 extern const char* pLanFaxXMLData;       ///< the dialog definition
 extern const char* pT40CoverPageHeader;  ///< printf-style template of the cover page's head
 extern const char* pT40CoverPageTrailer; ///< the cover page's PostScript program

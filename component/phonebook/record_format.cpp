@@ -1,7 +1,7 @@
 // Decodes phonebook records in one pass over their text.
 #include "phonebook/record_format.h"
 
-#include "frame/descriptor.h"
+#include "common/phonebook_tags.h"
 #include "host/calls.h"
 
 #include <cctype>

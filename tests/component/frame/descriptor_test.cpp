@@ -140,11 +140,6 @@ TEST_F(DescriptorTest, TheExportListNamesFiftyEntryPointsInOrder)
     EXPECT_EQ(_QuelmSOExportList, expected);
 }
 
-TEST_F(DescriptorTest, NamesThePhonebookTags)
-{
-    EXPECT_STREQ(PBEntryTags, ",usg,nam,cmp,fxn,von,fxm,eml,blc,dtm,gen,");
-}
-
 TEST_F(DescriptorTest, TheHostParsesThePublishedDefinition)
 {
     ASSERT_NE(pLanFaxXMLData, nullptr);
