@@ -34,8 +34,14 @@ inline constexpr int PDL_MODE_PJL = 2;
 ///
 /// A recipient belongs to the list that it was added to; removing destroys it. The group member list
 /// owns nothing: it holds pointers of `recipientList`.
+///
+/// The class is one for the sake of its hosts; its functions are defined in the rooms whose subject they
+/// are, which a line ahead of each group names. Order and types of the data are part of what hosts were
+/// built against: nothing may be moved, taken out or put in between.
 class __attribute__((visibility("default"))) Tarvik40Fax {
 public:
+    // model/fax_job.cpp: the job's keyed parameters and its lists.
+
     /// Empty lists, DSC mode, nothing chosen.
     Tarvik40Fax();
     Tarvik40Fax(const Tarvik40Fax&) = delete;
@@ -78,8 +84,12 @@ public:
     /// Empties list 1, 3 or 4 without destroying anything.
     void clearAllFaxRecipients(int list);
 
+    // model/list_refresh.cpp: a list's recipients in its widget.
+
     /// Shows the list's recipients in its widget; for the job's list also sets the buttons beside it.
     void updatePBEntryList(int list);
+
+    // model/fax_job.cpp: the picks, and the group being saved.
 
     /// The picks join the job's recipients.
     void appendTmpFaxRecipientList();
@@ -91,14 +101,20 @@ public:
     /// Fills the group member list with the job's recipients, or forgets them.
     void setGroupRecipientList(bool clear);
 
+    // output/job_attributes.cpp: the lines that make the device dial.
+
     /// Writes all job attributes. 0 for a null writer, else 1.
     int serializeFaxJob(AbstractPDLWriter* writer);
     void serializeFaxOptions(AbstractPDLWriter* writer);
     int serializeRecipients(AbstractPDLWriter* writer);
     void serializeSendAfterOption(AbstractPDLWriter* writer, std::string& out);
 
+    // ui/fax_dialog.cpp: what a host asks ahead of printing.
+
     /// 1 when the job has a recipient; otherwise shows the fax dialog and answers 0.
     int CheckFaxInfo();
+
+    // output/cover_sheet.cpp: the extra page ahead of the document.
 
     /// Writes the cover page. 1 when it was written whole, else 0.
     int serializeFaxCoverSheet(AbstractPDLWriter* writer);
@@ -107,19 +123,28 @@ public:
     /// when there is no recipient to name.
     bool getCoverSheetRecipientNameText(std::string* text);
 
+    // ui/recipient_dialog.cpp and ui/recipient_details.cpp: the dialogs of one recipient.
+
     /// Fills the recipient dialog from `recipient`, or empties it for null, and shows it. True.
     bool invokeRecipientInfoUI(Tarvik40FaxRecipient* recipient);
 
     /// Shows the group dialog for a group. False for null.
     bool invokeGroupInfoUI(Tarvik40FaxRecipient* group);
 
-    // The dialogs write these, and the job output reads them.
+    // The lists, as model/fax_job.cpp keeps them.
     Tarvik40FaxRecipientList recipientList;
     Tarvik40FaxRecipientList tmpRecipientList;
     Tarvik40FaxRecipientList groupMemberList;
-    std::string coverRecipientText;
+
+    std::string coverRecipientText; ///< output/cover_sheet.cpp alone: it composes the text, and keeps it
+
+    // setFaxParameter() writes these, output/job_attributes.cpp reads them.
     int pdlMode = PDL_MODE_DSC;
     std::string attributePrefix = "%%";
+
+    // The cover sheet's dialog (ui/cover_sheet_dialog.cpp) and, for `faxCoverPage` and `coverNotes`, the fax
+    // dialog (ui/fax_dialog.cpp) write these; output/cover_sheet.cpp reads them, and hosts ask for
+    // `faxCoverPage`.
     std::string senderFaxNumber;
     std::string senderName;
     std::string senderOrganization;
@@ -130,9 +155,15 @@ public:
     bool showSenderInfo = false;
     bool showCustomText = false;
     std::string coverNotes; ///< one PostScript string with a blank on each side: " (Call me) "
+
+    // The fax dialog writes these, output/job_attributes.cpp reads them.
     std::string dialingPrefix;
     std::string creditCard;
-    std::string customText;
+
+    std::string customText; ///< stands on the cover sheet for the recipients' names; see `showCustomText`
+
+    // The boxes of the preferences tab (ui/fax_dialog.cpp) write these. Nothing in the component reads them:
+    // they keep their places because hosts were built against this layout.
     bool promptOnDuplicates = false;
     bool promptOnRemoveOne = false;
     bool alwaysUseCurrentList = false;

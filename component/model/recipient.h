@@ -26,6 +26,8 @@ inline constexpr int GROUP_RECIPIENT = 2;
 /// immediately followed by the fax number as typed, is always formed and never stored.
 class __attribute__((visibility("default"))) Tarvik40FaxRecipient {
 public:
+    // model/recipient.cpp: the texts, and what is formed of them.
+
     /// All texts empty, no type.
     Tarvik40FaxRecipient();
     ~Tarvik40FaxRecipient();
@@ -51,10 +53,14 @@ public:
     /// stand in it as they are. Always true.
     bool assembleXMLRecipientData(std::string* out);
 
+    // output/recipient_lines.cpp: what the device dials.
+
     /// The recipient's lines in the print stream: the destination and, with a mailbox, the mailbox,
     /// each led by `linePrefix`. `dialingPrefix` is dialled first; null for none. The text
     /// is valid until the next call on this recipient or its destruction.
     const char* assembleFaxRcptPDLString(char* dialingPrefix, char* linePrefix);
+
+    // phonebook/record_writer.cpp: the recipient as a phonebook's record.
 
     /// Saves the recipient in a phonebook and writes the phonebook to its file: a single recipient as
     /// an entry, a group as a group. False for a null database, another type, or when saving or
@@ -64,17 +70,22 @@ public:
     bool serializeGroupToDatabase(QuelmLegacyDatabase* database);
 
 private:
+    // Both in model/recipient.cpp; their headers stay inside the component.
     friend bool hasRecipientKey(const Tarvik40FaxRecipient& recipient, std::string_view key);
     friend std::array<const std::string*, 6> listedTexts(const Tarvik40FaxRecipient& recipient);
 
+    // model/recipient.cpp reads and writes the fields, by their keys. Order and types are part of what hosts
+    // were built against.
     int recipientType = 0;
     std::string recipientName;
     std::string recipientOrganization;
     std::string recipientPhone;
     std::string recipientFaxNumber;
-    std::string cleansedFaxNumber;
+    std::string cleansedFaxNumber; ///< what output/recipient_lines.cpp writes
     std::string recipientEmail;
     std::string recipientMailbox;
+
+    // Kept for hosts; the job's own sender and note go onto the cover sheet, which shows its own time.
     std::string senderName;
     std::string senderOrganization;
     std::string senderPhone;
@@ -86,8 +97,9 @@ private:
     std::string monthDay;
     std::string hour;
     std::string minute;
-    std::string groupMemberText;
-    std::string pdlString;
+
+    std::string groupMemberText; ///< phonebook/record_writer.cpp saves it
+    std::string pdlString;       ///< what assembleFaxRcptPDLString() returned last
 
     std::string* field(const char* key);
 };
