@@ -1,6 +1,7 @@
 // Shows the directory settings that the device reports.
 #include "directory/device_details.h"
 
+#include "common/widget_names.h"
 #include "directory/device_directory.h"
 #include "host/calls.h"
 
@@ -15,20 +16,20 @@ struct DeviceObject {
 };
 
 constexpr DeviceObject deviceObjects[] = {
-    {"1.3.6.1.2.1.1.1.0", "LDAP Server Type"}, // the device's system description
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.122.1", "Login Name"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.118.1", "LDAP Search Directory Root"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.114.11", "LDAP HostPort"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.80", "Name"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.81", "Email"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.83", "Bus Phone"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.84", "Bus Addr"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.85", "Office"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.86", "LDAP City"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.87", "LDAP State"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.88", "LDAP ZipCode"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.89", "LDAP Country"},
-    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.91", "LDAP Fax"},
+    {"1.3.6.1.2.1.1.1.0", widget_names::ldapServerType}, // the device's system description
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.122.1", widget_names::loginName},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.118.1", widget_names::ldapSearchDirectoryRoot},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.114.11", widget_names::ldapHostPort},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.80", widget_names::name},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.81", widget_names::email},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.83", widget_names::busPhone},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.84", widget_names::busAddr},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.85", widget_names::office},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.86", widget_names::ldapCity},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.87", widget_names::ldapState},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.88", widget_names::ldapZipCode},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.89", widget_names::ldapCountry},
+    {"1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.384.91", widget_names::ldapFax},
 };
 
 } // namespace
@@ -48,7 +49,7 @@ void LDAPMoreInfoCB()
             pBiDi->fetchSingleOIDResponse(host::in(object.identifier), &out, bufferSize);
         host::setWidgetText(object.field, buffer.get());
     }
-    host::show("LDAP Info Dialog");
+    host::show(widget_names::ldapInfoDialog);
 }
 
-void LDAPInfoClose() { host::hide("LDAP Info Dialog"); }
+void LDAPInfoClose() { host::hide(widget_names::ldapInfoDialog); }

@@ -2,6 +2,7 @@
 #include "directory/device_directory.h"
 
 #include "common/module_state.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/directory_client.h"
 
@@ -39,10 +40,10 @@ bool createSession()
 void DisableLDAP()
 {
     currentPBType = personalPhonebook;
-    host::setIndex("Current PB Type", personalPhonebook);
-    host::setSensitive("LDAP PB Type", false);
-    host::setWidgetText("LDAP PB Status", "Unavailable");
-    host::hide("LDAP More Info Button");
+    host::setIndex(widget_names::currentPbType, personalPhonebook);
+    host::setSensitive(widget_names::ldapPbType, false);
+    host::setWidgetText(widget_names::ldapPbStatus, "Unavailable");
+    host::hide(widget_names::ldapMoreInfoButton);
 }
 
 void SynchronizeLDAPConnection()

@@ -2,6 +2,7 @@
 #include "directory/search.h"
 
 #include "common/module_state.h"
+#include "common/widget_names.h"
 #include "directory/device_directory.h"
 #include "host/calls.h"
 #include "host/directory_client.h"
@@ -103,15 +104,15 @@ void PBSearch()
     if (currentPBType != directoryPhonebook)
         return;
     host::TextBuffer text;
-    host::readText("Search String", text);
+    host::readText(widget_names::searchString, text);
     PerformLDAPSearch(text.text);
 }
 
 void T40AddFaxRecLDAP()
 {
     int row = -1;
-    host::readInteger("Fax PB List", row);
-    GTKObject* list = host::widget("Fax PB List");
+    host::readInteger(widget_names::faxPbList, row);
+    GTKObject* list = host::widget(widget_names::faxPbList);
     if (row < 0 || !list)
         return;
     host::TextBuffer buffer;

@@ -2,6 +2,7 @@
 #include "frame/startup.h"
 
 #include "common/module_state.h"
+#include "common/widget_names.h"
 #include "frame/descriptor.h"
 #include "host/calls.h"
 #include "host/component.h"
@@ -16,11 +17,11 @@ namespace {
 /// False at the first widget that is missing; the handles found before stay.
 bool findListWidgets()
 {
-    return (recipientListWidget = host::widget("LanFax Recipient List")) &&
-           (pbListWidget = host::widget("Fax PB List")) &&
-           (curRecipientListWidget = host::widget("Fax Cur Recipient List")) &&
-           (groupListWidget = host::widget("LanFaxAddGroup Group List")) &&
-           (searchStatusWidget = host::widget("Search Status"));
+    return (recipientListWidget = host::widget(widget_names::lanFaxRecipientList)) &&
+           (pbListWidget = host::widget(widget_names::faxPbList)) &&
+           (curRecipientListWidget = host::widget(widget_names::faxCurRecipientList)) &&
+           (groupListWidget = host::widget(widget_names::lanFaxAddGroupGroupList)) &&
+           (searchStatusWidget = host::widget(widget_names::searchStatus));
 }
 
 /// Works out where the personal phonebook is, and makes its directories. When that fails the path
@@ -36,7 +37,7 @@ bool findPersonalPhonebook()
     if (!ensurePhonebookDirectory(directory))
         return false;
     *personalPBPath = directory + "/" + pDriverGlobals->getCurrentUserName() + ".xdb";
-    host::setTextValue("LanFax Personal PB Name", personalPBPath->c_str());
+    host::setTextValue(widget_names::lanFaxPersonalPbName, personalPBPath->c_str());
     return true;
 }
 
@@ -56,10 +57,10 @@ int InitializeFaxComponent()
 {
     if (!pDriverDirector->parseXMLBuffer(host::in(pLanFaxXMLData)))
         return 0;
-    host::setSensitive("LanFax Details Button", false);
-    host::setSensitive("LanFax Save Group Button", false);
-    host::setSensitive("LanFax Save Entry Button", false);
-    host::setSensitive("LanFax Remove Button", false);
+    host::setSensitive(widget_names::lanFaxDetailsButton, false);
+    host::setSensitive(widget_names::lanFaxSaveGroupButton, false);
+    host::setSensitive(widget_names::lanFaxSaveEntryButton, false);
+    host::setSensitive(widget_names::lanFaxRemoveButton, false);
     if (!findListWidgets())
         return 0;
 

@@ -1,6 +1,7 @@
 // The fax job's parameters and its three recipient lists.
 #include "model/fax_job.h"
 
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "model/recipient.h"
 
@@ -29,7 +30,7 @@ bool Tarvik40Fax::getFaxParameter(char* key, void* out)
         *static_cast<bool*>(out) = faxCoverPage;
         return true;
     case currentIndexKey:
-        host::readInteger("Fax PB List", *static_cast<int*>(out));
+        host::readInteger(widget_names::faxPbList, *static_cast<int*>(out));
         return true;
     default:
         return false; // "PDLMode" can be set, not read
@@ -70,11 +71,11 @@ Tarvik40FaxRecipient* Tarvik40Fax::getCurrentFaxRecipient(int list)
 {
     int row = 0;
     if (list == RECIPIENT_LIST) {
-        if (!host::readInteger("LanFax Recipient List", row))
+        if (!host::readInteger(widget_names::lanFaxRecipientList, row))
             return nullptr;
     } else if (list == CUR_RECIPIENT_LIST) {
         // Whether the read succeeded does not count here: a host that cannot tell gets the first pick.
-        host::readInteger("Fax Cur Recipient List", row);
+        host::readInteger(widget_names::faxCurRecipientList, row);
     }
     // Without a selected row nothing may be removed, shown or edited by accident.
     return row < 0 ? nullptr : getFaxRecipientN(row, list);

@@ -2,6 +2,7 @@
 #include "model/list_refresh.h"
 
 #include "common/module_state.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "model/fax_job.h"
 #include "model/listed_texts.h"
@@ -34,15 +35,16 @@ Row rowFor(Tarvik40FaxRecipient& recipient)
 void setButtonsBesideTheJobsList(bool listIsEmpty)
 {
     int selectedRow = -1;
-    host::readInteger("LanFax Recipient List", selectedRow); // hosts expect the read; nothing depends on it
-    host::setSensitive("LanFax Details Button", false);
-    host::setSensitive("LanFax Save Entry Button", false);
-    host::setSensitive("LanFax Remove Button", false);
+    // Hosts expect the read; nothing depends on it.
+    host::readInteger(widget_names::lanFaxRecipientList, selectedRow);
+    host::setSensitive(widget_names::lanFaxDetailsButton, false);
+    host::setSensitive(widget_names::lanFaxSaveEntryButton, false);
+    host::setSensitive(widget_names::lanFaxRemoveButton, false);
     if (listIsEmpty) {
-        host::setSensitive("LanFax Save Group Button", false);
-        host::setSensitive("LanFax Save Entry Button", false);
+        host::setSensitive(widget_names::lanFaxSaveGroupButton, false);
+        host::setSensitive(widget_names::lanFaxSaveEntryButton, false);
     } else {
-        host::setSensitive("LanFax Save Group Button", true);
+        host::setSensitive(widget_names::lanFaxSaveGroupButton, true);
     }
 }
 

@@ -1,4 +1,5 @@
 // The attribute lines that make the device dial instead of print.
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/print_stream.h"
 #include "model/fax_job.h"
@@ -46,7 +47,7 @@ int Tarvik40Fax::serializeFaxJob(AbstractPDLWriter* writer)
 
 void Tarvik40Fax::serializeFaxOptions(AbstractPDLWriter* writer)
 {
-    const bool coverSheet = option("LanFax Cover Sheet Option") == 1;
+    const bool coverSheet = option(widget_names::lanFaxCoverSheetOption) == 1;
     std::string lines =
         attributePrefix + "OID_ATT_FAX_COVER_SHEET " + (coverSheet ? "TRUE" : "FALSE") + ";\r\n";
     writer->writeString(lines);
@@ -56,15 +57,15 @@ void Tarvik40Fax::serializeFaxOptions(AbstractPDLWriter* writer)
     writer->writeString(lines);
 
     // With any other confirmation value the job-type line stays and goes out a second time.
-    const int confirmation = option("LanFaxConfSheet");
+    const int confirmation = option(widget_names::lanFaxConfSheet);
     if (confirmation == 0)
         lines = attributePrefix + "OID_ATT_FAX_CONFIRMATION_SHEET TRUE;\r\n";
     else if (confirmation == 1)
         lines = attributePrefix + "OID_ATT_FAX_CONFIRMATION_SHEET FALSE;\r\n";
 
-    if (const char* code = valueAt(resolutionCodes, option("LanFax Resolution")))
+    if (const char* code = valueAt(resolutionCodes, option(widget_names::lanFaxResolution)))
         lines += attributePrefix + "OID_ATT_FAX_RESOLUTION " + code + ";\r\n";
-    if (const char* speed = valueAt(sendSpeeds, option("LanFax Send Speed")))
+    if (const char* speed = valueAt(sendSpeeds, option(widget_names::lanFaxSendSpeed)))
         lines += attributePrefix + "OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_" + speed + ";\r\n";
     writer->writeString(lines);
 
@@ -72,7 +73,7 @@ void Tarvik40Fax::serializeFaxOptions(AbstractPDLWriter* writer)
 
     // The delayed-send line is composed and dropped: devices expect jobs without it, so it must
     // not be written.
-    if (option("LanFax Send Time") == 1)
+    if (option(widget_names::lanFaxSendTime) == 1)
         serializeSendAfterOption(writer, lines);
 }
 
@@ -87,9 +88,9 @@ int Tarvik40Fax::serializeRecipients(AbstractPDLWriter* writer)
 
 void Tarvik40Fax::serializeSendAfterOption(AbstractPDLWriter*, std::string& out)
 {
-    int hour = option("SendAtHr");
-    const int minute = option("SendAtMin");
-    if (option("SendAtAmPm") == 1)
+    int hour = option(widget_names::sendAtHr);
+    const int minute = option(widget_names::sendAtMin);
+    if (option(widget_names::sendAtAmPm) == 1)
         hour += 12; // nothing else is converted: 12 AM stays 12, 12 PM becomes 24
 
     const std::time_t now = std::time(nullptr);

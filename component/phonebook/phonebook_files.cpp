@@ -2,6 +2,7 @@
 #include "phonebook/phonebook_files.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "phonebook/phonebook_state.h"
 
@@ -28,7 +29,7 @@ struct PhonebookFile {
 
 const PhonebookFile personal{"PersonalPBSelectFileDialog",
                              "/db/phonebook/user/*.xdb",
-                             "LanFax Personal PB Name",
+                             widget_names::lanFaxPersonalPbName,
                              personalPBFileDialog,
                              personalPBPath,
                              personalPBDatabase,
@@ -38,7 +39,7 @@ const PhonebookFile personal{"PersonalPBSelectFileDialog",
 
 const PhonebookFile shared{"SharedPBSelectFileDialog",
                            "/db/phonebook/*.xdb",
-                           "LanFax Shared PB Name",
+                           widget_names::lanFaxSharedPbName,
                            sharedPBFileDialog,
                            sharedPBPath,
                            sharedPBDatabase,
@@ -72,7 +73,7 @@ void makeChooser(const PhonebookFile& file, GTKObject* parent)
 
 void invokeChooser(const PhonebookFile& file)
 {
-    GTKObject* parent = host::widget("Lan Fax Window");
+    GTKObject* parent = host::widget(widget_names::lanFaxWindow);
     if (!parent)
         return;
     if (!file.chooser)

@@ -2,14 +2,15 @@
 #include "ui/cover_sheet_dialog.h"
 
 #include "common/option_lists.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
 
 namespace {
 
-constexpr const char* coverSheetWindow = "Cover Sheet Setup Window";
-constexpr const char* senderWindow = "Sender Information Window";
+constexpr const char* coverSheetWindow = widget_names::coverSheetSetupWindow;
+constexpr const char* senderWindow = widget_names::senderInformationWindow;
 
 struct SenderField {
     const char* widget;
@@ -17,11 +18,11 @@ struct SenderField {
 };
 
 constexpr SenderField senderFields[] = {
-    {"Sender Fax Number", &Tarvik40Fax::senderFaxNumber},
-    {"Sender Fax Name", &Tarvik40Fax::senderName},
-    {"Sender Fax Organization", &Tarvik40Fax::senderOrganization},
-    {"Sender Fax Tel Number", &Tarvik40Fax::senderPhone},
-    {"Sender Fax Email Addr", &Tarvik40Fax::senderEmail},
+    {widget_names::senderFaxNumber, &Tarvik40Fax::senderFaxNumber},
+    {widget_names::senderFaxName, &Tarvik40Fax::senderName},
+    {widget_names::senderFaxOrganization, &Tarvik40Fax::senderOrganization},
+    {widget_names::senderFaxTelNumber, &Tarvik40Fax::senderPhone},
+    {widget_names::senderFaxEmailAddr, &Tarvik40Fax::senderEmail},
 };
 
 } // namespace
@@ -35,7 +36,7 @@ void T40UpdateCoverSheetSenderInfoSummary()
         pFaxSession->*sender.field = text.c_str();
         summary.append(text.c_str()).append("&#13;");
     }
-    host::setWidgetText("Sender Info", summary.c_str());
+    host::setWidgetText(widget_names::senderInfo, summary.c_str());
 }
 
 void T40ShowFaxCoverSheetSetupDialog()
@@ -49,12 +50,12 @@ void T40ShowFaxCoverSheetSetupDialog()
 void T40FaxCoverSheetSetupDialogOk()
 {
     host::hide(coverSheetWindow);
-    host::readTicked("Show Rcpt Info Checkbox", pFaxSession->showRecipientInfo);
-    host::readTicked("Show Sender Info Checkbox", pFaxSession->showSenderInfo);
-    host::readTicked("Show Custom Text", pFaxSession->showCustomText);
+    host::readTicked(widget_names::showRcptInfoCheckbox, pFaxSession->showRecipientInfo);
+    host::readTicked(widget_names::showSenderInfoCheckbox, pFaxSession->showSenderInfo);
+    host::readTicked(widget_names::showCustomText, pFaxSession->showCustomText);
     if (pFaxSession->showCustomText) {
         host::TextBuffer text;
-        host::readText("Cover Sheet Custom Text", text);
+        host::readText(widget_names::coverSheetCustomText, text);
         pFaxSession->customText = text.c_str();
     }
 }
@@ -73,7 +74,7 @@ void T40FaxSenderSetupOk()
     // The snapshot is taken here, so that cancelling the cover sheet dialog afterwards returns to
     // these fields and not to those that it opened with.
     host::saveFeatures(senderFeatures);
-    host::setSensitive("Sender Info", true);
+    host::setSensitive(widget_names::senderInfo, true);
     T40UpdateCoverSheetSenderInfoSummary();
     host::saveFeatures(senderFeatures);
     host::hide(senderWindow);

@@ -2,6 +2,7 @@
 #include "ui/duplicate_question.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -11,7 +12,7 @@ bool TestForDuplicateRecipient(void (*response)(_GtkWidget*, void*), char* name,
     std::string key = std::string(name) + faxNumber;
     if (!pFaxSession->isFaxRecipientAlreadyInList(key))
         return false;
-    if (host::featureValue("LanFax Pref Duplicates", 0) != 1)
+    if (host::featureValue(widget_names::lanFaxPrefDuplicates, 0) != 1)
         return false;
     std::string question = labelledValue(duplicateQuestionText("Name:"), name) + "\r\n";
     question += labelledValue(duplicateQuestionText("Fax Number:"), faxNumber) + "\r\n\n";

@@ -2,6 +2,7 @@
 #include "ui/entry_check.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 
 #include <cstring>
@@ -47,10 +48,10 @@ bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char*
         message = refusal(numberWidget, numberOut, numberCheck, required);
     if (!message)
         return true;
-    host::setWidgetText("LanFax Add Fax Rcpt Error Label", "");
-    host::setWidgetText("LanFax Add Fax Rcpt Error Label", translated(message.get()));
-    host::show("LanFax Add Recipient Error Window");
+    host::setWidgetText(widget_names::lanFaxAddFaxRcptErrorLabel, "");
+    host::setWidgetText(widget_names::lanFaxAddFaxRcptErrorLabel, translated(message.get()));
+    host::show(widget_names::lanFaxAddRecipientErrorWindow);
     return false;
 }
 
-void T40HideFaxRecipientErrorDialog() { host::hide("LanFax Add Recipient Error Window"); }
+void T40HideFaxRecipientErrorDialog() { host::hide(widget_names::lanFaxAddRecipientErrorWindow); }

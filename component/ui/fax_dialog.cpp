@@ -1,6 +1,7 @@
 // The main fax dialog.
 #include "ui/fax_dialog.h"
 
+#include "common/widget_names.h"
 #include "directory/device_directory.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
@@ -26,20 +27,20 @@ struct Preference {
 };
 
 constexpr Preference preferences[] = {
-    {"LanFax Pref Duplicates", &Tarvik40Fax::promptOnDuplicates},
-    {"LanFax Pref Remove One", &Tarvik40Fax::promptOnRemoveOne},
-    {"LanFax Pref Current List", &Tarvik40Fax::alwaysUseCurrentList},
-    {"LanFax Pref Current Cover Notes", &Tarvik40Fax::alwaysUseCurrentCoverNotes},
+    {widget_names::lanFaxPrefDuplicates, &Tarvik40Fax::promptOnDuplicates},
+    {widget_names::lanFaxPrefRemoveOne, &Tarvik40Fax::promptOnRemoveOne},
+    {widget_names::lanFaxPrefCurrentList, &Tarvik40Fax::alwaysUseCurrentList},
+    {widget_names::lanFaxPrefCurrentCoverNotes, &Tarvik40Fax::alwaysUseCurrentCoverNotes},
 };
 
 } // namespace
 
 void T40InvokeFaxDialog()
 {
-    host::show("Lan Fax Window");
-    host::setIndex("Lan Fax TabSet", 0);
+    host::show(widget_names::lanFaxWindow);
+    host::setIndex(widget_names::lanFaxTabSet, 0);
     if (pBiDi) {
-        host::setSensitive("LDAP PB Type", true);
+        host::setSensitive(widget_names::ldapPbType, true);
         SynchronizeLDAPConnection();
         deviceInfoReady = 1;
     }
@@ -47,18 +48,19 @@ void T40InvokeFaxDialog()
 
 void T40LanFaxDialogOk()
 {
-    pFaxSession->faxCoverPage = host::featureValue("LanFax Cover Sheet Option", 0) != 0;
+    pFaxSession->faxCoverPage = host::featureValue(widget_names::lanFaxCoverSheetOption, 0) != 0;
     if (pFaxSession->faxCoverPage) {
         host::TextBuffer notes;
-        host::readText("LanFax Cover Sheet Notes", notes);
+        host::readText(widget_names::lanFaxCoverSheetNotes, notes);
         pFaxSession->coverNotes = std::string(" (") + notes.c_str() + ") ";
     }
-    takeOver("LanFax Dialing Prefix", "LanFax Dialing Prefix Info", pFaxSession->dialingPrefix);
-    takeOver("LanFax Credit Card", "LanFax Credit Card Info", pFaxSession->creditCard);
-    host::hide("Lan Fax Window");
+    takeOver(widget_names::lanFaxDialingPrefix, widget_names::lanFaxDialingPrefixInfo,
+             pFaxSession->dialingPrefix);
+    takeOver(widget_names::lanFaxCreditCard, widget_names::lanFaxCreditCardInfo, pFaxSession->creditCard);
+    host::hide(widget_names::lanFaxWindow);
 }
 
-void T40FaxDialogCancel() { host::hide("Lan Fax Window"); }
+void T40FaxDialogCancel() { host::hide(widget_names::lanFaxWindow); }
 
 void T40LanFaxPreferencesCB(_GtkWidget*, GTKObject* object)
 {

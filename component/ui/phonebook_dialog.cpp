@@ -2,6 +2,7 @@
 #include "ui/phonebook_dialog.h"
 
 #include "common/module_state.h"
+#include "common/widget_names.h"
 #include "directory/device_directory.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
@@ -13,7 +14,7 @@ int shownPBType = -1;
 
 namespace {
 
-constexpr const char* window = "Add Rcpt From PB Window";
+constexpr const char* window = widget_names::addRcptFromPbWindow;
 
 void listCurrentPhonebook()
 {
@@ -25,26 +26,27 @@ void listCurrentPhonebook()
 
 void showListButtons()
 {
-    for (const char* name :
-         {"Search String", "Search Button", "Search Label", "Search Status", "Add Button2"})
+    for (const char* name : {widget_names::searchString, widget_names::searchButton,
+                             widget_names::searchLabel, widget_names::searchStatus, widget_names::addButton2})
         host::hide(name);
-    host::show("Add Button");
+    host::show(widget_names::addButton);
 }
 
 void showSearchWidgets()
 {
-    for (const char* name : {"Search String", "Search Button", "Search Label"})
+    for (const char* name :
+         {widget_names::searchString, widget_names::searchButton, widget_names::searchLabel})
         host::show(name);
-    host::setWidgetText("Search Status", "");
-    host::show("Search Status");
-    host::show("Add Button2");
-    host::hide("Add Button");
+    host::setWidgetText(widget_names::searchStatus, "");
+    host::show(widget_names::searchStatus);
+    host::show(widget_names::addButton2);
+    host::hide(widget_names::addButton);
 }
 
 void emptyAndHide()
 {
-    host::setWidgetText("Search String", pEmptyString);
-    host::setWidgetText("Search Status", pEmptyString);
+    host::setWidgetText(widget_names::searchString, pEmptyString);
+    host::setWidgetText(widget_names::searchStatus, pEmptyString);
     if (pbListWidget)
         pbListWidget->clearListItems();
     host::hide(window);
@@ -54,12 +56,12 @@ void emptyAndHide()
 
 void SetCurrentPBType()
 {
-    GetFeatureOptValue(host::in("Current PB Type"), &currentPBType);
+    GetFeatureOptValue(host::in(widget_names::currentPbType), &currentPBType);
     if (currentPBType == shownPBType || !pbListWidget)
         return;
     pbListWidget->clearListItems();
     shownPBType = currentPBType;
-    host::setWidgetText("Search String", "");
+    host::setWidgetText(widget_names::searchString, "");
     SetCurrentPBInfo(currentPBType);
     switch (currentPBType) {
     case personalPhonebook:
@@ -79,8 +81,8 @@ void SetCurrentPBType()
 void T40ShowAddRcptFromPBDialog()
 {
     host::show(window);
-    host::setSensitive("Cur Rcpt Remove Button", false);
-    host::setSensitive("Cur Rcpt Prop Button", false);
+    host::setSensitive(widget_names::curRcptRemoveButton, false);
+    host::setSensitive(widget_names::curRcptPropButton, false);
     SetCurrentPBInfo(currentPBType);
     listCurrentPhonebook(); // a directory is listed by its searches
 }

@@ -1,6 +1,7 @@
 // Picks from a phonebook: entries and groups.
 #include "ui/phonebook_picks.h"
 
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -20,7 +21,7 @@ bool groupExpansionStart = true;
 
 namespace {
 
-constexpr const char* phonebookList = "Fax PB List";
+constexpr const char* phonebookList = widget_names::faxPbList;
 
 int selectedRow()
 {

@@ -2,6 +2,7 @@
 #include "ui/recipient_details.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -11,13 +12,13 @@
 
 namespace {
 
-constexpr const char* propertiesWindow = "LanFax Recipient Properties Window";
-constexpr RecipientFields propertiesFields{.number = "RcptPropsNumber",
-                                           .name = "RcptPropsName",
-                                           .organization = "RcptPropsOrganization",
-                                           .phone = "RcptPropsTelNumber",
-                                           .email = "RcptPropsEmailAddr",
-                                           .mailbox = "RcptPropsMailbox"};
+constexpr const char* propertiesWindow = widget_names::lanFaxRecipientPropertiesWindow;
+constexpr RecipientFields propertiesFields{.number = widget_names::rcptPropsNumber,
+                                           .name = widget_names::rcptPropsName,
+                                           .organization = widget_names::rcptPropsOrganization,
+                                           .phone = widget_names::rcptPropsTelNumber,
+                                           .email = widget_names::rcptPropsEmailAddr,
+                                           .mailbox = widget_names::rcptPropsMailbox};
 
 } // namespace
 
@@ -28,10 +29,10 @@ void T40EditFaxRecipient()
         return;
     editCurrentRecipient = 1;
     if (recipient->getRecipientType() == SINGLE_RECIPIENT) {
-        host::setTitle("LanFax Add Recipient Window", translated("Fax Recipient"));
+        host::setTitle(widget_names::lanFaxAddRecipientWindow, translated("Fax Recipient"));
         pFaxSession->invokeRecipientInfoUI(recipient);
     } else if (recipient->getRecipientType() == GROUP_RECIPIENT) {
-        host::setTitle("LanFax Add Group Window", translated("Fax Group"));
+        host::setTitle(widget_names::lanFaxAddGroupWindow, translated("Fax Group"));
         pFaxSession->invokeGroupInfoUI(recipient);
     }
 }
@@ -42,8 +43,8 @@ bool Tarvik40Fax::invokeGroupInfoUI(Tarvik40FaxRecipient* group)
         return false;
     // The members are not shown: their list keeps what it held.
     const char* name = group->getRecipientData("RecipientName");
-    host::setWidgetText("LanFaxAddGroup Group Name", name ? name : "");
-    host::show("LanFax Add Group Window");
+    host::setWidgetText(widget_names::lanFaxAddGroupGroupName, name ? name : "");
+    host::show(widget_names::lanFaxAddGroupWindow);
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include "ui/recipient_dialog.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -17,14 +18,14 @@ int editCurrentRecipient = 0;
 
 namespace {
 
-constexpr const char* window = "LanFax Add Recipient Window";
-constexpr const char* phonebookBox = "AddtoPersonalPB";
-constexpr RecipientFields fields{.number = "RecipientNumber",
-                                 .name = "RecipientName",
-                                 .organization = "RecipientOrganization",
-                                 .phone = "RecipientTelNumber",
-                                 .email = "RecipientEmailAddr",
-                                 .mailbox = "RecipientMailbox"};
+constexpr const char* window = widget_names::lanFaxAddRecipientWindow;
+constexpr const char* phonebookBox = widget_names::addtoPersonalPb;
+constexpr RecipientFields fields{.number = widget_names::recipientNumber,
+                                 .name = widget_names::recipientName,
+                                 .organization = widget_names::recipientOrganization,
+                                 .phone = widget_names::recipientTelNumber,
+                                 .email = widget_names::recipientEmailAddr,
+                                 .mailbox = widget_names::recipientMailbox};
 
 /// Adds a new recipient to the job. The job owns it.
 Tarvik40FaxRecipient* addNewRecipient(const char* name, const char* number)

@@ -2,6 +2,7 @@
 #include "ui/recipient_selection.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -10,10 +11,10 @@
 
 namespace {
 
-constexpr const char* recipientList = "LanFax Recipient List";
-constexpr const char* picksList = "Fax Cur Recipient List";
+constexpr const char* recipientList = widget_names::lanFaxRecipientList;
+constexpr const char* picksList = widget_names::faxCurRecipientList;
 
-bool askBeforeRemoving() { return host::featureValue("LanFax Pref Remove One", 0) == 1; }
+bool askBeforeRemoving() { return host::featureValue(widget_names::lanFaxPrefRemoveOne, 0) == 1; }
 
 /// False when the list is missing or cannot count.
 bool countSelected(int& count)
@@ -61,8 +62,8 @@ std::string withCount(const std::string& text, int count)
 void redrawAfterRemoval()
 {
     pFaxSession->updatePBEntryList(RECIPIENT_LIST);
-    host::setSensitive("LanFax Details Button", false);
-    host::setSensitive("LanFax Remove Button", false);
+    host::setSensitive(widget_names::lanFaxDetailsButton, false);
+    host::setSensitive(widget_names::lanFaxRemoveButton, false);
 }
 
 /// Hands out the selected rows one by one.
@@ -90,17 +91,17 @@ void T40SelectFaxRecipient()
     int count = 0;
     if (!countSelected(count))
         return;
-    host::setSensitive("LanFax Details Button", count == 1);
-    host::setSensitive("LanFax Save Entry Button", count == 1);
-    host::setSensitive("LanFax Remove Button", count > 0);
-    host::setSensitive("LanFax Save Group Button", count != 1);
+    host::setSensitive(widget_names::lanFaxDetailsButton, count == 1);
+    host::setSensitive(widget_names::lanFaxSaveEntryButton, count == 1);
+    host::setSensitive(widget_names::lanFaxRemoveButton, count > 0);
+    host::setSensitive(widget_names::lanFaxSaveGroupButton, count != 1);
 }
 
 void T40SelectTmpFaxRecipient()
 {
     const bool selected = selectedPick() != -1;
-    host::setSensitive("Cur Rcpt Prop Button", selected);
-    host::setSensitive("Cur Rcpt Remove Button", selected);
+    host::setSensitive(widget_names::curRcptPropButton, selected);
+    host::setSensitive(widget_names::curRcptRemoveButton, selected);
 }
 
 void T40RemoveFaxRecipientTest()

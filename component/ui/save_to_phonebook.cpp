@@ -2,6 +2,7 @@
 #include "ui/save_to_phonebook.h"
 
 #include "common/messages.h"
+#include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "model/fax_job.h"
@@ -12,8 +13,8 @@
 
 namespace {
 
-constexpr const char* groupWindow = "LanFax Add Group Window";
-constexpr const char* groupNameField = "LanFaxAddGroup Group Name";
+constexpr const char* groupWindow = widget_names::lanFaxAddGroupWindow;
+constexpr const char* groupNameField = widget_names::lanFaxAddGroupGroupName;
 
 void closeGroupWindow()
 {
@@ -56,10 +57,10 @@ void T40SaveEntry()
         return;
     // The box is ticked out of the user's sight. Only a confirmed recipient restores it, so after a
     // cancelled save the next recipient confirmed in the dialog is written too.
-    host::setTicked("AddtoPersonalPB", true);
-    host::setVisible("AddtoPersonalPB", false);
-    host::setSensitive("AddtoPersonalPB", false);
-    host::setTitle("LanFax Add Recipient Window", translated("Save to Personal Phonebook"));
+    host::setTicked(widget_names::addtoPersonalPb, true);
+    host::setVisible(widget_names::addtoPersonalPb, false);
+    host::setSensitive(widget_names::addtoPersonalPb, false);
+    host::setTitle(widget_names::lanFaxAddRecipientWindow, translated("Save to Personal Phonebook"));
     editCurrentRecipient = 1;
     pFaxSession->invokeRecipientInfoUI(recipient);
 }

@@ -6,6 +6,7 @@
 #include "base/translation.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/core/driver.h"
+#include "driver/widgets/widget_names.h"
 
 #include <unistd.h>
 
@@ -14,25 +15,18 @@
 namespace quelm {
 namespace {
 
-constexpr const char* moreInfoButton = "LDAP More Info Button";
+constexpr const char* moreInfoButton = widget_names::ldapMoreInfoButton;
 
 /// The fields of the dialog that the component fills, from top to bottom. The label of a field is
 /// named after it.
 constexpr const char* fields[] = {
-    "LDAP HostPort",
-    "LDAP Search Directory Root",
-    "LDAP Server Type",
-    "Login Name",
-    "Name",
-    "Email",
-    "Bus Phone",
-    "Bus Addr",
-    "Office",
-    "LDAP City",
-    "LDAP State",
-    "LDAP ZipCode",
-    "LDAP Country",
-    "LDAP Fax",
+    widget_names::ldapHostPort,   widget_names::ldapSearchDirectoryRoot,
+    widget_names::ldapServerType, widget_names::loginName,
+    widget_names::name,           widget_names::email,
+    widget_names::busPhone,       widget_names::busAddr,
+    widget_names::office,         widget_names::ldapCity,
+    widget_names::ldapState,      widget_names::ldapZipCode,
+    widget_names::ldapCountry,    widget_names::ldapFax,
 };
 
 void requireAnswer(Driver& driver)

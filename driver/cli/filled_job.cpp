@@ -3,6 +3,7 @@
 
 #include "driver/cli/job/fill_job.h"
 #include "driver/cli/job/question_policy.h"
+#include "driver/widgets/widget_names.h"
 
 namespace quelm {
 namespace {
@@ -28,7 +29,7 @@ FilledJob::FilledJob(const CommandLine& line)
 
 std::size_t FilledJob::recipientCount() const
 {
-    return driver_.show("LanFax Recipient List").rowCount.value_or(0);
+    return driver_.show(widget_names::lanFaxRecipientList).rowCount.value_or(0);
 }
 
 } // namespace quelm

@@ -4,6 +4,7 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
+#include "driver/widgets/widget_names.h"
 
 #include <array>
 #include <charconv>
@@ -21,43 +22,43 @@ struct Default {
     int value;
 };
 constexpr std::array<Default, 3> defaults{{
-    {"LanFax Send Speed", 2},
-    {"LanFax Pref Duplicates", 1},
-    {"LanFax Pref Remove One", 1},
+    {widget_names::lanFaxSendSpeed, 2},
+    {widget_names::lanFaxPrefDuplicates, 1},
+    {widget_names::lanFaxPrefRemoveOne, 1},
 }};
 
 /// The options of the fax, cover sheet and sender dialogs, which are kept between runs. What the other
 /// dialogs hold belongs to one recipient or search, and read-only fields only show what the
 /// component knows.
 constexpr std::array<std::string_view, 28> keptNames{{
-    "LanFaxConfSheet",
-    "LanFax Cover Sheet Option",
-    "LanFax Send Speed",
-    "LanFax Resolution",
-    "LanFax Cover Sheet Notes",
-    "LanFax Send Time",
-    "SendAtHr",
-    "SendAtMin",
-    "SendAtAmPm",
-    "LanFax Dialing Prefix",
-    "LanFax Dialing Prefix Info",
-    "LanFax Credit Card",
-    "LanFax Credit Card Info",
-    "LanFax Default PB",
-    "LanFax Pref Duplicates",
-    "LanFax Pref Remove One",
-    "LanFax Pref Current List",
-    "LanFax Pref Current Cover Notes",
-    "Show Rcpt Info Checkbox",
-    "Show Rcpt Info",
-    "Cover Sheet Custom Text",
-    "Show Sender Info Checkbox",
-    "Cover Sheet Size",
-    "Sender Fax Number",
-    "Sender Fax Name",
-    "Sender Fax Organization",
-    "Sender Fax Tel Number",
-    "Sender Fax Email Addr",
+    widget_names::lanFaxConfSheet,
+    widget_names::lanFaxCoverSheetOption,
+    widget_names::lanFaxSendSpeed,
+    widget_names::lanFaxResolution,
+    widget_names::lanFaxCoverSheetNotes,
+    widget_names::lanFaxSendTime,
+    widget_names::sendAtHr,
+    widget_names::sendAtMin,
+    widget_names::sendAtAmPm,
+    widget_names::lanFaxDialingPrefix,
+    widget_names::lanFaxDialingPrefixInfo,
+    widget_names::lanFaxCreditCard,
+    widget_names::lanFaxCreditCardInfo,
+    widget_names::lanFaxDefaultPb,
+    widget_names::lanFaxPrefDuplicates,
+    widget_names::lanFaxPrefRemoveOne,
+    widget_names::lanFaxPrefCurrentList,
+    widget_names::lanFaxPrefCurrentCoverNotes,
+    widget_names::showRcptInfoCheckbox,
+    widget_names::showRcptInfo,
+    widget_names::coverSheetCustomText,
+    widget_names::showSenderInfoCheckbox,
+    widget_names::coverSheetSize,
+    widget_names::senderFaxNumber,
+    widget_names::senderFaxName,
+    widget_names::senderFaxOrganization,
+    widget_names::senderFaxTelNumber,
+    widget_names::senderFaxEmailAddr,
 }};
 
 /// The widget in which the feature `name` lives, null when there is none.

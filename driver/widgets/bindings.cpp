@@ -1,6 +1,8 @@
 // The table of bindings, and applying it.
 #include "driver/widgets/bindings.h"
 
+#include "driver/widgets/widget_names.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -22,14 +24,19 @@ struct Rule {
 };
 
 constexpr std::array<Rule, 7> rules{{
-    {{{{"LanFax Cover Sheet Option", 1}}}, {"LanFax Setup Cover Sheet Button", "LanFax Cover Sheet Notes"}},
-    {{{{"Show Rcpt Info Checkbox", 1}}}, {"Show All Rcpt Info", "Show Custom Text"}},
+    {{{{widget_names::lanFaxCoverSheetOption, 1}}},
+     {widget_names::lanFaxSetupCoverSheetButton, widget_names::lanFaxCoverSheetNotes}},
+    {{{{widget_names::showRcptInfoCheckbox, 1}}},
+     {widget_names::showAllRcptInfo, widget_names::showCustomText}},
     // Item 1 of "Show Rcpt Info" is "Show Custom Text".
-    {{{{"Show Rcpt Info Checkbox", 1}, {"Show Rcpt Info", 1}}}, {"Cover Sheet Custom Text"}},
-    {{{{"Show Sender Info Checkbox", 1}}}, {"Sender Properties Button", "Sender Info"}},
-    {{{{"LanFax Send Time", 1}}}, {"SendAtHr", "SendAtMin", "SendAtAmPm"}},
-    {{{{"LanFax Dialing Prefix", 1}}}, {"LanFax Dialing Prefix Info"}},
-    {{{{"LanFax Credit Card", 1}}}, {"LanFax Credit Card Info"}},
+    {{{{widget_names::showRcptInfoCheckbox, 1}, {widget_names::showRcptInfo, 1}}},
+     {widget_names::coverSheetCustomText}},
+    {{{{widget_names::showSenderInfoCheckbox, 1}}},
+     {widget_names::senderPropertiesButton, widget_names::senderInfo}},
+    {{{{widget_names::lanFaxSendTime, 1}}},
+     {widget_names::sendAtHr, widget_names::sendAtMin, widget_names::sendAtAmPm}},
+    {{{{widget_names::lanFaxDialingPrefix, 1}}}, {widget_names::lanFaxDialingPrefixInfo}},
+    {{{{widget_names::lanFaxCreditCard, 1}}}, {widget_names::lanFaxCreditCardInfo}},
 }};
 
 int valueOf(const Widget& option) { return option.hasFlag() ? (option.flag() ? 1 : 0) : option.number(); }

@@ -41,7 +41,7 @@ const std::vector<Row>& table()
         {"host", {}},
         {"component/common", {"host"}},
         {"component/model", {"host", "component/common"}},
-        {"component/output", {"host", "component/model"}},
+        {"component/output", {"host", "component/common", "component/model"}},
         {"component/phonebook", {"host", "component/common", "component/model"}},
         {"component/directory", {"host", "component/common", "component/model"}},
         {"component/ui",

@@ -5,6 +5,7 @@
 #include "base/log.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
+#include "driver/widgets/widget_names.h"
 
 #include <glib.h>
 
@@ -15,8 +16,8 @@
 namespace quelm {
 namespace {
 
-constexpr const char* resultList = "Fax PB List";
-constexpr const char* pickList = "Fax Cur Recipient List";
+constexpr const char* resultList = widget_names::faxPbList;
+constexpr const char* pickList = widget_names::faxCurRecipientList;
 constexpr int directoryType = 2;
 constexpr std::size_t longestPrefix = 256; // bytes; escaped it still fits where the component reads it
 
@@ -64,12 +65,12 @@ DirectoryDialog::DirectoryDialog(Driver& driver) : driver_(driver)
     if (!driver.asksDevice())
         throw Error(localized("the directory is the device's: say with --device-snmp HOST which device that "
                               "is, or with snmp in the group [device] of the configuration file"));
-    driver.press("AddPBFaxRcpt");
-    if (!driver.show("LDAP PB Type").sensitive)
+    driver.press(widget_names::addPbFaxRcpt);
+    if (!driver.show(widget_names::ldapPbType).sensitive)
         failWithoutDirectory(driver);
-    driver.choose("Current PB Type", directoryType);
+    driver.choose(widget_names::currentPbType, directoryType);
     // The component falls back to the user's own phonebook when the server is gone meanwhile.
-    if (driver.show("Current PB Type").value != directoryType)
+    if (driver.show(widget_names::currentPbType).value != directoryType)
         failWithoutDirectory(driver);
 }
 
@@ -78,8 +79,8 @@ std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
     if (prefix.size() > longestPrefix)
         throw Error(localized("the beginning of a name is longer than %d bytes", longestPrefix));
     const auto surname = prefix.substr(0, prefix.find(','));
-    driver_.type("Search String", escapedForFilter(surname));
-    driver_.press("Search Button");
+    driver_.type(widget_names::searchString, escapedForFilter(surname));
+    driver_.press(widget_names::searchButton);
     const auto& failure = driver_.lastFailure();
     if (failure.searchExtent == SearchExtent::none)
         driver_.failWith(failure.directory.empty()
@@ -107,13 +108,13 @@ void DirectoryDialog::add(const DirectoryPerson& person)
 {
     const auto before = driver_.rows(pickList).size();
     driver_.select(resultList, {person.row});
-    driver_.press("Add Button2");
+    driver_.press(widget_names::addButton2);
     const auto rows = driver_.rows(pickList);
     if (rows.size() != before + 1 || rows.back().at(0) != person.name)
         throw Error(
             localized("The phonebook dialog did not pick %s; nothing is written.", oneLine(person.name)));
 }
 
-void DirectoryDialog::confirm() { driver_.press("LanFaxRcptPB OK Button"); }
+void DirectoryDialog::confirm() { driver_.press(widget_names::lanFaxRcptPbOkButton); }
 
 } // namespace quelm

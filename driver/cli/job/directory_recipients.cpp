@@ -6,6 +6,7 @@
 #include "base/translation.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <string>
@@ -47,7 +48,8 @@ bool holds(const Driver& driver, const char* list, const DirectoryPerson& person
 
 bool inJob(const Driver& driver, const DirectoryPerson& person)
 {
-    return holds(driver, "LanFax Recipient List", person) || holds(driver, "Fax Cur Recipient List", person);
+    return holds(driver, widget_names::lanFaxRecipientList, person) ||
+           holds(driver, widget_names::faxCurRecipientList, person);
 }
 
 } // namespace

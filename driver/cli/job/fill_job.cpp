@@ -9,6 +9,7 @@
 #include "driver/cli/job/pick_recipients.h"
 #include "driver/cli/job/recipients_csv.h"
 #include "driver/core/driver.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <iterator>
@@ -18,10 +19,10 @@
 namespace quelm {
 namespace {
 
-constexpr const char* coverWindow = "Cover Sheet Setup Window";
-constexpr const char* senderWindow = "Sender Information Window";
-constexpr const char* recipientWindow = "LanFax Add Recipient Window";
-constexpr const char* recipientErrorWindow = "LanFax Add Recipient Error Window";
+constexpr const char* coverWindow = widget_names::coverSheetSetupWindow;
+constexpr const char* senderWindow = widget_names::senderInformationWindow;
+constexpr const char* recipientWindow = widget_names::lanFaxAddRecipientWindow;
+constexpr const char* recipientErrorWindow = widget_names::lanFaxAddRecipientErrorWindow;
 
 /// The line that a label shows: its line breaks are blanks here.
 std::string labelText(const Driver& driver, const char* label)
@@ -52,7 +53,7 @@ public:
         addRecipients(recipients);
         pickRecipients(driver_, options_, policy_);
         addDirectoryRecipients(driver_, options_);
-        driver_.press("LanFax OK Button");
+        driver_.press(widget_names::lanFaxOkButton);
         if (driver_.failedCallbacks() != 0)
             throw Error(localized("the component failed while the job was put together; nothing is written"));
     }
@@ -63,46 +64,46 @@ private:
         // A user who chose not to be asked gets duplicates without a question: to ask, or to skip,
         // the question must come.
         if (options_.duplicates && *options_.duplicates != Duplicates::add)
-            tick("--duplicates", "LanFax Pref Duplicates", true);
+            tick("--duplicates", widget_names::lanFaxPrefDuplicates, true);
     }
 
     void setSending()
     {
         if (options_.confirmation)
-            choose("--no-confirmation", "LanFaxConfSheet", *options_.confirmation ? 0 : 1);
+            choose("--no-confirmation", widget_names::lanFaxConfSheet, *options_.confirmation ? 0 : 1);
         if (options_.resolution)
-            choose("--resolution", "LanFax Resolution", *options_.resolution);
+            choose("--resolution", widget_names::lanFaxResolution, *options_.resolution);
         if (options_.speed)
-            choose("--speed", "LanFax Send Speed", *options_.speed);
+            choose("--speed", widget_names::lanFaxSendSpeed, *options_.speed);
         if (!options_.sendAt)
             return;
         const auto [hour, minute] = *options_.sendAt;
-        choose("--send-at", "LanFax Send Time", 1);
-        choose("--send-at", "SendAtHr", hour % 12 == 0 ? 12 : hour % 12);
-        choose("--send-at", "SendAtMin", minute);
-        choose("--send-at", "SendAtAmPm", hour < 12 ? 0 : 1);
+        choose("--send-at", widget_names::lanFaxSendTime, 1);
+        choose("--send-at", widget_names::sendAtHr, hour % 12 == 0 ? 12 : hour % 12);
+        choose("--send-at", widget_names::sendAtMin, minute);
+        choose("--send-at", widget_names::sendAtAmPm, hour < 12 ? 0 : 1);
     }
 
     void setDialing()
     {
         if (options_.prefix) {
-            tick("--prefix", "LanFax Dialing Prefix", true);
-            type("--prefix", "LanFax Dialing Prefix Info", *options_.prefix);
+            tick("--prefix", widget_names::lanFaxDialingPrefix, true);
+            type("--prefix", widget_names::lanFaxDialingPrefixInfo, *options_.prefix);
         }
         if (options_.creditCard) {
-            tick("--credit-card", "LanFax Credit Card", true);
-            type("--credit-card", "LanFax Credit Card Info", *options_.creditCard);
+            tick("--credit-card", widget_names::lanFaxCreditCard, true);
+            type("--credit-card", widget_names::lanFaxCreditCardInfo, *options_.creditCard);
         }
     }
 
     void setCover()
     {
         if (options_.cover)
-            choose("--cover", "LanFax Cover Sheet Option", *options_.cover ? 1 : 0);
-        const bool chosen = driver_.show("LanFax Cover Sheet Option").value == 1;
+            choose("--cover", widget_names::lanFaxCoverSheetOption, *options_.cover ? 1 : 0);
+        const bool chosen = driver_.show(widget_names::lanFaxCoverSheetOption).value == 1;
         if (options_.note) {
             require(chosen, "--note", "--cover");
-            type("--note", "LanFax Cover Sheet Notes", *options_.note);
+            type("--note", widget_names::lanFaxCoverSheetNotes, *options_.note);
         }
         if (const auto option = coverSetupOption(); option && !chosen)
             throw UsageError(localized("%s needs a cover sheet; add --cover", *option));
@@ -134,7 +135,7 @@ private:
 
     void setUpCover()
     {
-        driver_.press("LanFax Setup Cover Sheet Button");
+        driver_.press(widget_names::lanFaxSetupCoverSheetButton);
         if (!driver_.show(coverWindow).visible) {
             if (const auto option = coverSetupOption())
                 throw Error(
@@ -143,26 +144,27 @@ private:
             return;
         }
         if (options_.showRecipients)
-            tick("--show-recipients", "Show Rcpt Info Checkbox", *options_.showRecipients);
-        const bool recipientsShown = driver_.show("Show Rcpt Info Checkbox").ticked.value_or(false);
+            tick("--show-recipients", widget_names::showRcptInfoCheckbox, *options_.showRecipients);
+        const bool recipientsShown = driver_.show(widget_names::showRcptInfoCheckbox).ticked.value_or(false);
         if (options_.customText) {
             require(recipientsShown, "--custom-text", "--show-recipients");
-            choose("--custom-text", "Show Rcpt Info", 1);
-            type("--custom-text", "Cover Sheet Custom Text", *options_.customText);
+            choose("--custom-text", widget_names::showRcptInfo, 1);
+            type("--custom-text", widget_names::coverSheetCustomText, *options_.customText);
         } else if (options_.showRecipients == true) {
-            choose("--show-recipients", "Show Rcpt Info", 0);
+            choose("--show-recipients", widget_names::showRcptInfo, 0);
         }
         if (options_.showSender)
-            tick("--show-sender", "Show Sender Info Checkbox", *options_.showSender);
+            tick("--show-sender", widget_names::showSenderInfoCheckbox, *options_.showSender);
         if (const auto option = senderOption())
             setUpSender(*option);
-        driver_.press("LanFaxCover OK Button");
+        driver_.press(widget_names::lanFaxCoverOkButton);
     }
 
     void setUpSender(const std::string& option)
     {
-        require(driver_.show("Show Sender Info Checkbox").ticked.value_or(false), option, "--show-sender");
-        driver_.press("Sender Properties Button");
+        require(driver_.show(widget_names::showSenderInfoCheckbox).ticked.value_or(false), option,
+                "--show-sender");
+        driver_.press(widget_names::senderPropertiesButton);
         if (!driver_.show(senderWindow).visible)
             throw Error(localized("%s: the component does not open its sender dialog; leave the option away",
                                   option));
@@ -170,7 +172,7 @@ private:
             if (const auto& text = options_.*field.text)
                 type(field.option, field.widget, *text);
         }
-        driver_.press("LanFaxSender OK Button");
+        driver_.press(widget_names::lanFaxSenderOkButton);
     }
 
     void addRecipients(const std::vector<RecipientInput>& recipients)
@@ -184,22 +186,24 @@ private:
 
     void addRecipient(const RecipientInput& recipient, ProgressLine& progress)
     {
-        driver_.press("AddFaxRcpt");
-        if (driver_.show("AddtoPersonalPB").ticked.value_or(false))
-            driver_.tick("AddtoPersonalPB", false);
+        driver_.press(widget_names::addFaxRcpt);
+        if (driver_.show(widget_names::addtoPersonalPb).ticked.value_or(false))
+            driver_.tick(widget_names::addtoPersonalPb, false);
         for (const auto& field : recipientFields) {
             if (const auto& text = recipient.*field.text; !text.empty())
                 type(recipient.origin, field.widget, text);
         }
-        driver_.press("LanFaxAddRcpt OK Button");
+        driver_.press(widget_names::lanFaxAddRcptOkButton);
         answerDuplicateQuestion(recipient, progress);
         if (driver_.show(recipientErrorWindow).visible)
-            throw Error(recipient.origin + ": " + labelText(driver_, "LanFax Add Fax Rcpt Error Label"));
+            throw Error(recipient.origin + ": " +
+                        labelText(driver_, widget_names::lanFaxAddFaxRcptErrorLabel));
         if (driver_.show(recipientWindow).visible)
             throw Error(localized("%s: the component does not take this recipient", recipient.origin));
         // The component drops a phone number that it does not accept without a word, and empties
         // its field.
-        if (!recipient.phone.empty() && driver_.show("RecipientTelNumber").text.value_or("").empty())
+        if (!recipient.phone.empty() &&
+            driver_.show(widget_names::recipientTelNumber).text.value_or("").empty())
             throw Error(
                 // Translators: the recipient and its phone number.
                 localized("%s: the phone number \"%s\" is not accepted; write digits, such as +1 (555) "
@@ -216,7 +220,7 @@ private:
         const bool add = policy_.addDuplicate(question->text, recipient.origin);
         driver_.answer(add);
         if (!add)
-            driver_.press("LanFaxAddRcpt Cancel Button");
+            driver_.press(widget_names::lanFaxAddRcptCancelButton);
     }
 
     static void require(bool given, const std::string& option, const std::string& needed)

@@ -5,6 +5,7 @@
 #include "base/net/network_address.h"
 #include "base/translation.h"
 #include "driver/plugin/fax_session.h"
+#include "driver/widgets/widget_names.h"
 
 #include <array>
 #include <optional>
@@ -72,14 +73,15 @@ struct SenderField {
 
 /// All sender fields, in the order of the dialog.
 inline constexpr std::array<SenderField, 5> senderFields{{
-    {"--sender-number", &JobOptions::senderNumber, "Sender Fax Number",
+    {"--sender-number", &JobOptions::senderNumber, widget_names::senderFaxNumber,
      forTranslation("The sender's fax number")},
-    {"--sender-name", &JobOptions::senderName, "Sender Fax Name", forTranslation("The sender's name")},
-    {"--sender-organization", &JobOptions::senderOrganization, "Sender Fax Organization",
+    {"--sender-name", &JobOptions::senderName, widget_names::senderFaxName,
+     forTranslation("The sender's name")},
+    {"--sender-organization", &JobOptions::senderOrganization, widget_names::senderFaxOrganization,
      forTranslation("The sender's organization")},
-    {"--sender-phone", &JobOptions::senderPhone, "Sender Fax Tel Number",
+    {"--sender-phone", &JobOptions::senderPhone, widget_names::senderFaxTelNumber,
      forTranslation("The sender's phone number")},
-    {"--sender-email", &JobOptions::senderEmail, "Sender Fax Email Addr",
+    {"--sender-email", &JobOptions::senderEmail, widget_names::senderFaxEmailAddr,
      forTranslation("The sender's e-mail address")},
 }};
 

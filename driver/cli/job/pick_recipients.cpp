@@ -8,6 +8,7 @@
 #include "driver/core/driver.h"
 #include "driver/phonebook/listing.h"
 #include "driver/phonebook/phonebook.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -18,9 +19,9 @@
 namespace quelm {
 namespace {
 
-constexpr const char* phonebookWindow = "Add Rcpt From PB Window";
-constexpr const char* phonebookList = "Fax PB List";
-constexpr const char* pickList = "Fax Cur Recipient List";
+constexpr const char* phonebookWindow = widget_names::addRcptFromPbWindow;
+constexpr const char* phonebookList = widget_names::faxPbList;
+constexpr const char* pickList = widget_names::faxCurRecipientList;
 constexpr int personalType = 0;
 constexpr int sharedType = 1;
 
@@ -61,7 +62,7 @@ public:
             requireRow(wanted[i], rows);
             add(wanted[i], progress);
         }
-        driver_.press("LanFaxRcptPB OK Button");
+        driver_.press(widget_names::lanFaxRcptPbOkButton);
     }
 
 private:
@@ -126,8 +127,8 @@ private:
     {
         if (options_.shared)
             choosePhonebook();
-        driver_.press("AddPBFaxRcpt");
-        driver_.choose("Current PB Type", options_.shared ? sharedType : personalType);
+        driver_.press(widget_names::addPbFaxRcpt);
+        driver_.choose(widget_names::currentPbType, options_.shared ? sharedType : personalType);
         if (!driver_.show(phonebookWindow).visible)
             throw Error(localized("the component does not open its phonebook dialog; use --to instead"));
         if (driver_.failedCallbacks() != 0)
@@ -140,7 +141,7 @@ private:
     {
         constexpr const char* chooser = "SharedPBSelectFileDialog";
         try {
-            driver_.press("Select Shared PB Button");
+            driver_.press(widget_names::selectSharedPbButton);
             driver_.type(chooser, place_.path);
             driver_.press(chooser);
         } catch (const Error& error) {
@@ -176,7 +177,7 @@ private:
     {
         const auto before = driver_.rows(pickList).size();
         driver_.select(phonebookList, {pick.row});
-        driver_.press("Add Button");
+        driver_.press(widget_names::addButton);
         auto expected = pick.recipients;
         std::size_t next = 0; // the members ahead of it are done with
         while (const auto question = driver_.pendingQuestion()) {

@@ -3,6 +3,7 @@
 #define DRIVER_CLI_JOB_RECIPIENT_INPUT_H
 
 #include "base/translation.h"
+#include "driver/widgets/widget_names.h"
 
 #include <array>
 #include <string>
@@ -34,13 +35,17 @@ struct RecipientField {
 
 /// All fields, in the order of the dialog.
 inline constexpr std::array<RecipientField, 6> recipientFields{{
-    {"name", &RecipientInput::name, "RecipientName", forTranslation("the name"), true},
-    {"number", &RecipientInput::number, "RecipientNumber", forTranslation("the fax number"), true},
-    {"organization", &RecipientInput::organization, "RecipientOrganization",
+    {"name", &RecipientInput::name, widget_names::recipientName, forTranslation("the name"), true},
+    {"number", &RecipientInput::number, widget_names::recipientNumber, forTranslation("the fax number"),
+     true},
+    {"organization", &RecipientInput::organization, widget_names::recipientOrganization,
      forTranslation("the organization"), false},
-    {"phone", &RecipientInput::phone, "RecipientTelNumber", forTranslation("the phone number"), false},
-    {"email", &RecipientInput::email, "RecipientEmailAddr", forTranslation("the e-mail address"), false},
-    {"mailbox", &RecipientInput::mailbox, "RecipientMailbox", forTranslation("the mailbox"), false},
+    {"phone", &RecipientInput::phone, widget_names::recipientTelNumber, forTranslation("the phone number"),
+     false},
+    {"email", &RecipientInput::email, widget_names::recipientEmailAddr, forTranslation("the e-mail address"),
+     false},
+    {"mailbox", &RecipientInput::mailbox, widget_names::recipientMailbox, forTranslation("the mailbox"),
+     false},
 }};
 
 /// The recipient of `--to NAME=NUMBER`, split at the last "=" since a number holds none. Throws

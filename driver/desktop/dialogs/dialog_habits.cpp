@@ -3,6 +3,7 @@
 
 #include "base/translation.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <array>
@@ -23,9 +24,13 @@ struct ListKeys {
 };
 
 constexpr std::array<ListKeys, 3> listKeys{{
-    {"LanFax Recipient List", {"LanFax Details Button", ""}, "LanFax Remove Button"},
-    {"Fax PB List", {"Add Button", "Add Button2"}, ""},
-    {"Fax Cur Recipient List", {"Cur Rcpt Prop Button", ""}, "Cur Rcpt Remove Button"},
+    {widget_names::lanFaxRecipientList,
+     {widget_names::lanFaxDetailsButton, ""},
+     widget_names::lanFaxRemoveButton},
+    {widget_names::faxPbList, {widget_names::addButton, widget_names::addButton2}, ""},
+    {widget_names::faxCurRecipientList,
+     {widget_names::curRcptPropButton, ""},
+     widget_names::curRcptRemoveButton},
 }};
 
 /// Controls that no label stands by.
@@ -35,10 +40,10 @@ struct OwnName {
 };
 
 constexpr std::array<OwnName, 4> ownNames{{
-    {"SendAtHr", forTranslation("Hour")},
-    {"SendAtMin", forTranslation("Minute")},
-    {"SendAtAmPm", forTranslation("AM or PM")},
-    {"Fax PB List", forTranslation("Phonebook Entries")},
+    {widget_names::sendAtHr, forTranslation("Hour")},
+    {widget_names::sendAtMin, forTranslation("Minute")},
+    {widget_names::sendAtAmPm, forTranslation("AM or PM")},
+    {widget_names::faxPbList, forTranslation("Phonebook Entries")},
 }};
 
 const Widget& windowOf(const Widget& widget)

@@ -5,6 +5,7 @@
 #include "base/terminal/terminal_emulator.h"
 #include "base/translation.h"
 #include "driver/store/phonebook_file.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <array>
@@ -22,8 +23,8 @@ struct OpeningButton {
 };
 
 constexpr std::array<OpeningButton, 2> openingButtons{{
-    {"Open Personal PB Button", "LanFax Personal PB Name"},
-    {"Open Shared PB Button", "LanFax Shared PB Name"},
+    {widget_names::openPersonalPbButton, widget_names::lanFaxPersonalPbName},
+    {widget_names::openSharedPbButton, widget_names::lanFaxSharedPbName},
 }};
 
 /// The field's text; empty when there is no such field.
@@ -50,7 +51,7 @@ void requireOpenablePhonebook(const Widget& button)
     const std::string path = shownPath(button, found->field);
     if (!path.empty()) {
         phonebook_file::requirePhonebook(path);
-    } else if (found->button == "Open Shared PB Button") {
+    } else if (found->button == widget_names::openSharedPbButton) {
         // A personal one there always is, also while "Defaults" has emptied its field.
         throw Error(localized("no shared phonebook is chosen; choose one with \"Select File...\""));
     }

@@ -10,6 +10,7 @@
 #include "driver/desktop/sending/destination_opening.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/style.h"
+#include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
 #include <gtkmm/filefilter.h>
@@ -26,7 +27,7 @@ constexpr int space = 8;
 constexpr int wideSpace = 16;
 constexpr int formWidth = 380;
 constexpr const char* dialogOpener = "T40InvokeFaxDialog";
-constexpr const char* recipientList = "LanFax Recipient List";
+constexpr const char* recipientList = widget_names::lanFaxRecipientList;
 constexpr const char* driverTopic = "driver";
 
 /// A bold line above its fields.

@@ -7,6 +7,7 @@
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
 #include "driver/desktop/sending/destination_opening.h"
+#include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
 #include <glibmm/main.h>
@@ -60,7 +61,7 @@ JobOrder MainWindow::orderFor(const DestinationChoice& destination,
     JobOrder order;
     order.document = document;
     order.job = recordJobApart(driver_.faxSession());
-    order.job.recipients = driver_.show("LanFax Recipient List").rowCount.value_or(0);
+    order.job.recipients = driver_.show(widget_names::lanFaxRecipientList).rowCount.value_or(0);
     order.pdl = destinationPanel_.pdl();
     order.facts.creator = options_.creator;
     order.facts.now = localTime();

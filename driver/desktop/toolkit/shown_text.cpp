@@ -2,6 +2,7 @@
 #include "driver/desktop/toolkit/shown_text.h"
 
 #include "base/translation.h"
+#include "driver/widgets/widget_names.h"
 
 #include <algorithm>
 #include <array>
@@ -29,7 +30,7 @@ bool isDefined(const Widget& widget)
 }
 
 /// Fields in which the component tells how the directory is, in words that are the same in every language.
-constexpr std::array<std::string_view, 2> stateFields{"LDAP PB Status", "Search Status"};
+constexpr std::array<std::string_view, 2> stateFields{widget_names::ldapPbStatus, widget_names::searchStatus};
 constexpr std::array<const char*, 5> states{
     forTranslation("Unavailable"), forTranslation("Searching..."), forTranslation("No Records Found"),
     forTranslation("1000+ Records Found"), forTranslation("Timeout Exceeded!")};
