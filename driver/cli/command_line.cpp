@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "base/version.h"
 #include "driver/cli/parser_messages.h"
 
 #include <CLI/CLI.hpp>
@@ -93,7 +94,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
 {
     CommandLine line;
     CLI::App program(localized("Sends documents as faxes through the LAN fax component."), "quelm-driver");
-    program.set_version_flag("--version", "quelm-driver " QUELM_DRIVER_VERSION,
+    program.set_version_flag("--version", programAndVersion("quelm-driver"),
                              localized("Print the version and exit"));
     program.set_help_flag("--help", localized("Print this help and exit"));
     program.require_subcommand(0, 1);
@@ -163,7 +164,7 @@ CommandLine parseDesktopCommandLine(int argc, const char* const* argv)
 {
     CommandLine line;
     CLI::App program(localized("Sends documents as faxes through the LAN fax component."), "quelm-desktop");
-    program.set_version_flag("--version", "quelm-desktop " QUELM_DRIVER_VERSION,
+    program.set_version_flag("--version", programAndVersion("quelm-desktop"),
                              localized("Print the version and exit"));
     program.set_help_flag("--help", localized("Print this help and exit"));
     program.failure_message(CLI::FailureMessage::simple);

@@ -2,6 +2,7 @@
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/program_end.h"
+#include "base/version.h"
 #include "driver/cli/command_line.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/desktop/application.h"
@@ -56,7 +57,7 @@ int main(int argc, char** argv)
             const auto setup = quelm::setUpDriver(line);
             readNothingFromStandardInput();
             quelm::runDesktop(
-                {setup.driver, setup.pdl, line.document, "quelm-desktop " QUELM_DRIVER_VERSION});
+                {setup.driver, setup.pdl, line.document, quelm::programAndVersion("quelm-desktop")});
         });
     });
     // A program that was started by a click has nobody who reads its standard error.

@@ -5,6 +5,7 @@
 #include "base/terminal/terminal_emulator.h"
 #include "base/terminal/terminal_window.h"
 #include "base/translation.h"
+#include "base/version.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/menu.h"
 
@@ -77,7 +78,7 @@ void run(const std::vector<std::string>& arguments)
     if (arguments.size() == 1 && arguments.front() == "--help")
         std::cout << usage() << std::flush;
     else if (arguments.size() == 1 && arguments.front() == "--version")
-        std::cout << "fennodial " QUELM_DRIVER_VERSION << std::endl;
+        std::cout << quelm::programAndVersion("fennodial") << std::endl;
     else
         open({pathOf(arguments), false});
 }

@@ -7,6 +7,7 @@
 #include "base/log.h"
 #include "base/terminal/progress_line.h"
 #include "base/translation.h"
+#include "base/version.h"
 #include "driver/jobs/cups_destination.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/tcp_destination.h"
@@ -63,7 +64,7 @@ void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const
     {
         ProgressLine progress(localized("Writing the job"));
         JobFacts facts;
-        facts.creator = "quelm-driver " QUELM_DRIVER_VERSION;
+        facts.creator = programAndVersion("quelm-driver");
         facts.now = localTime();
         facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
         writeFaxJob(session, document, pdl, destination->sink(), facts);

@@ -1,0 +1,15 @@
+// The version of the programs, as the project has it.
+#ifndef BASE_VERSION_H
+#define BASE_VERSION_H
+
+#include <string>
+
+namespace quelm {
+
+/// A program's name and version, "quelm-driver 0.1.0": what `--version` prints, and what print jobs and the
+/// desktop show of who made them.
+std::string programAndVersion(const std::string& program);
+
+} // namespace quelm
+
+#endif
