@@ -15,7 +15,7 @@ test: ## Installs what is missing, builds in every configuration, and runs all t
 	tools/run-tests
 
 build: ## Builds the release; the programs are in build/release/stage/.
-	cmake --preset release -D BUILD_TESTING=OFF
+	cmake --preset release -D BUILD_TESTING=OFF -D BRAMBLECOR_FETCH_SOURCES=ON
 	cmake --build --preset release
 
 BENCH_FLAGS ?= --benchmark_repetitions=5 --benchmark_display_aggregates_only=true

@@ -1,7 +1,8 @@
 # GNU libintl and GNU libiconv, whose functions the component offers to its host.
 #
-# Both are compiled from packages that are installed or fetched, each file of them pinned by its
-# SHA-256 checksum: libintl 0.19.8 from Debian's autopoint, libiconv 1.14 from npm's iconv 3.0.1.
+# Both are compiled from packages, each file of them pinned by its SHA-256 checksum: libintl 0.19.8 from Debian's
+# autopoint, which is installed, libiconv 1.14 from npm's iconv 3.0.1. Configuring fetches the latter where it is not
+# at hand and BRAMBLECOR_FETCH_SOURCES allows that; nothing else here asks the network.
 # The target `message_catalogue` holds the objects: gettext and its kin, which call libintl's own
 # functions and never the C library's, and libiconv, which libintl converts catalogues with.
 
@@ -11,7 +12,8 @@ else()
   set(default_download_dir "$ENV{HOME}/.cache/bramblecor-lan-fax")
 endif()
 set(BRAMBLECOR_DOWNLOAD_DIR "${default_download_dir}" CACHE PATH
-    "Where tools/fetch-libiconv keeps what it fetches")
+    "Where libiconv's source (iconv-3.0.1.tgz) is looked for, and where tools/fetch-libiconv keeps it")
+option(BRAMBLECOR_FETCH_SOURCES "Let configuring fetch libiconv's source where it is not at hand" OFF)
 set(BRAMBLECOR_AUTOPOINT_DIR "/usr/share/gettext" CACHE PATH
     "The folder of the package autopoint that holds archive.dir.tar.xz")
 
@@ -81,6 +83,16 @@ if(EXISTS "${libiconv_stamp}")
 endif()
 if(NOT stamped STREQUAL pinned)
   find_unpinned_file("${pins_dir}/libiconv-1.14.sha256" "${BRAMBLECOR_DOWNLOAD_DIR}" unpinned)
+  if(unpinned AND NOT BRAMBLECOR_FETCH_SOURCES)
+    set(archive "${BRAMBLECOR_DOWNLOAD_DIR}/${unpinned}")
+    set(problem "is not at hand: ${archive} is missing")
+    if(EXISTS "${archive}")
+      set(problem "cannot be used: ${archive} does not have its pinned SHA-256 checksum")
+    endif()
+    # The leading blanks keep CMake from wrapping the words.
+    message(FATAL_ERROR "  libiconv's source ${problem}; put that file of npm's iconv 3.0.1 there, or configure with "
+                        "-D BRAMBLECOR_FETCH_SOURCES=ON to have it fetched.")
+  endif()
   if(unpinned)
     message(STATUS "Fetching libiconv's source into ${BRAMBLECOR_DOWNLOAD_DIR}")
     execute_process(COMMAND "${PROJECT_SOURCE_DIR}/tools/fetch-libiconv" "${BRAMBLECOR_DOWNLOAD_DIR}"

@@ -20,7 +20,7 @@ if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 set(BRAMBLECOR_SANITIZERS "" CACHE STRING "Sanitizers to build with, such as address,undefined")
-option(BRAMBLECOR_WERROR "Treat warnings as errors" ON)
+option(BRAMBLECOR_WERROR "Treat warnings as errors, as the presets do" OFF)
 option(BRAMBLECOR_PRECOMPILED_HEADERS "Parse the headers of others once for many sources" OFF)
 option(BRAMBLECOR_FAST_LINKER "Link with mold, where it is installed" OFF)
 

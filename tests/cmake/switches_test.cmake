@@ -1,0 +1,151 @@
+# The build's switches: configures the component alone, far from any network, and looks at what that does.
+# Run as: cmake -D PROJECT=root -D DOWNLOADS=folder-of-iconv-3.0.1.tgz -D WORK=folder-of-its-own -P this-file
+#
+# In place of npm stands a program that leaves its arguments in the file `fetched` and then fails, or, where the file
+# `archive` stands beside it, hands that out as what it fetched.
+cmake_minimum_required(VERSION 3.25)
+
+set(npm "${WORK}/bin/npm")
+set(fetched "${WORK}/bin/fetched")
+set(downloads "${WORK}/downloads")
+set(archive "${downloads}/iconv-3.0.1.tgz")
+set(build "${WORK}/build")
+
+file(REMOVE_RECURSE "${WORK}")
+file(WRITE "${npm}" "#!/bin/sh
+here=$(dirname \"$0\")
+echo \"$*\" >\"$here/fetched\"
+if [ -e \"$here/archive\" ]; then exec cp \"$here/archive\" iconv-3.0.1.tgz; fi
+echo 'npm has no network here' >&2
+exit 1
+")
+file(CHMOD "${npm}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+set(pinned_archive "${DOWNLOADS}/iconv-3.0.1.tgz")
+if(NOT EXISTS "${pinned_archive}")
+  message(FATAL_ERROR "${pinned_archive} is missing, which this test builds with: run tools/fetch-libiconv ${DOWNLOADS}")
+endif()
+
+# Configures anew with these switches; leaves the exit status in `result`, the words in one line in `words`.
+function(configure)
+  file(REMOVE_RECURSE "${build}")
+  file(REMOVE "${fetched}")
+  execute_process(
+    COMMAND "${CMAKE_COMMAND}" -E env "PATH=${WORK}/bin:$ENV{PATH}"
+            "${CMAKE_COMMAND}" -G Ninja -S "${PROJECT}" -B "${build}" -D BRAMBLECOR_DRIVER=OFF -D BUILD_TESTING=OFF
+            -D "BRAMBLECOR_DOWNLOAD_DIR=${downloads}" ${ARGV}
+    RESULT_VARIABLE result OUTPUT_VARIABLE words ERROR_VARIABLE words)
+  string(REGEX REPLACE "[ \n]+" " " words "${words}")
+  set(result "${result}" PARENT_SCOPE)
+  set(words "${words}" PARENT_SCOPE)
+endfunction()
+
+function(expect_success what)
+  if(NOT result EQUAL 0)
+    message(SEND_ERROR "${what}: refused: ${words}")
+  endif()
+endfunction()
+
+function(expect_refusal what expected)
+  string(FIND "${words}" "${expected}" found)
+  if(result EQUAL 0)
+    message(SEND_ERROR "${what}: accepted")
+  elseif(found EQUAL -1)
+    message(SEND_ERROR "${what}: refused with other words: ${words}")
+  endif()
+endfunction()
+
+function(expect_fetching what)
+  if(NOT EXISTS "${fetched}")
+    message(SEND_ERROR "${what}: nothing was fetched")
+  endif()
+endfunction()
+
+function(expect_no_fetching what)
+  if(EXISTS "${fetched}")
+    file(READ "${fetched}" arguments)
+    message(SEND_ERROR "${what}: this was fetched: ${arguments}")
+  endif()
+endfunction()
+
+# Expects the words of a compiler's option in how the sources are compiled, or their absence.
+function(expect_option what option present)
+  file(STRINGS "${build}/compile_commands.json" lines REGEX "\"command\".*component/model/fax_job\\.cpp")
+  if(lines STREQUAL "")
+    message(SEND_ERROR "${what}: no source is compiled")
+  endif()
+  string(FIND "${lines}" " ${option} " found)
+  if(present AND found EQUAL -1)
+    message(SEND_ERROR "${what}: the sources are compiled without ${option}")
+  elseif(NOT present AND NOT found EQUAL -1)
+    message(SEND_ERROR "${what}: the sources are compiled with ${option}")
+  endif()
+endfunction()
+
+# --- BRAMBLECOR_FETCH_SOURCES ---
+
+set(remedy "put that file of npm's iconv 3.0.1 there, or configure with -D BRAMBLECOR_FETCH_SOURCES=ON to have it fetched.")
+configure()
+expect_refusal("no source" "libiconv's source is not at hand: ${archive} is missing; ${remedy}")
+expect_no_fetching("no source")
+
+file(WRITE "${archive}" "another archive")
+configure()
+expect_refusal("another source"
+  "libiconv's source cannot be used: ${archive} does not have its pinned SHA-256 checksum; ${remedy}")
+expect_no_fetching("another source")
+file(REMOVE "${archive}")
+
+configure(-D BRAMBLECOR_FETCH_SOURCES=ON)
+expect_fetching("a network that is away")
+expect_refusal("a network that is away" "npm has no network here")
+
+file(COPY_FILE "${pinned_archive}" "${WORK}/bin/archive")
+configure(-D BRAMBLECOR_FETCH_SOURCES=ON)
+expect_fetching("the source of the network")
+expect_success("the source of the network")
+
+configure(-D BRAMBLECOR_FETCH_SOURCES=ON)
+expect_no_fetching("the source at hand")
+expect_success("the source at hand")
+
+# --- BRAMBLECOR_WERROR ---
+
+configure()
+expect_no_fetching("the source at hand, and no switch")
+expect_success("the source at hand, and no switch")
+expect_option("no switch" -Werror FALSE)
+expect_option("no switch" -Wall TRUE)
+
+configure(-D BRAMBLECOR_WERROR=ON)
+expect_success("the switch for warnings")
+expect_option("the switch for warnings" -Werror TRUE)
+
+# --- What `make` and the presets switch on ---
+
+# Expects that a preset has a value for a variable; with "" that it has none.
+function(expect_preset preset variable expected)
+  execute_process(COMMAND "${CMAKE_COMMAND}" -N --preset "${preset}" WORKING_DIRECTORY "${PROJECT}"
+    RESULT_VARIABLE result OUTPUT_VARIABLE words ERROR_VARIABLE words)
+  set(value "")
+  if(words MATCHES "\n *${variable}(:[A-Z]+)?=\"([^\"]*)\"")
+    set(value "${CMAKE_MATCH_2}")
+  endif()
+  if(NOT result EQUAL 0 OR NOT value STREQUAL expected)
+    message(SEND_ERROR "the preset ${preset}: ${variable} is \"${value}\" instead of \"${expected}\": ${words}")
+  endif()
+endfunction()
+
+foreach(preset IN ITEMS asan bench dev m32)
+  expect_preset(${preset} BRAMBLECOR_WERROR ON)
+  expect_preset(${preset} BRAMBLECOR_FETCH_SOURCES ON)
+endforeach()
+expect_preset(release BRAMBLECOR_WERROR ON)
+expect_preset(release BRAMBLECOR_FETCH_SOURCES "")
+
+execute_process(COMMAND make --no-print-directory --dry-run build WORKING_DIRECTORY "${PROJECT}"
+  OUTPUT_VARIABLE commands)
+if(NOT commands MATCHES "cmake --preset release [^\n]*-D BRAMBLECOR_FETCH_SOURCES=ON")
+  message(SEND_ERROR "make build does not let the build fetch what it needs: ${commands}")
+endif()
+
+file(REMOVE_RECURSE "${WORK}")
