@@ -3,7 +3,7 @@
 #define BASE_CANCELLABLE_CALL_H
 
 #include "base/bounded_call.h"
-#include "driver/jobs/transfer.h"
+#include "base/cancellation.h"
 
 #include <algorithm>
 #include <chrono>
@@ -14,11 +14,11 @@
 namespace quelm {
 
 /// What `call` returns, run on a thread of its own; what it throws is thrown here. Nothing when it takes
-/// longer than `limit` or `transfer` is cancelled meanwhile: the thread then goes on by itself, and the
+/// longer than `limit` or is `cancelled` meanwhile: the thread then goes on by itself, and the
 /// result is destroyed there. So `call` must own all that it uses, and its result clean up after itself.
 template <class Call>
 std::optional<std::invoke_result_t<Call>> callWithin(std::chrono::milliseconds limit,
-                                                     const Transfer& transfer, Call call)
+                                                     const Cancellation& cancelled, Call call)
 {
     const auto deadline = std::chrono::steady_clock::now() + limit;
     auto started = startCall(std::move(call));
@@ -26,7 +26,7 @@ std::optional<std::invoke_result_t<Call>> callWithin(std::chrono::milliseconds l
         const auto now = std::chrono::steady_clock::now();
         if (started.isBackBefore(std::min(deadline, now + cancellationInterval)))
             return started.get();
-        if (now >= deadline || transfer.isCancelled())
+        if (now >= deadline || isCancelled(cancelled))
             return std::nullopt;
     }
 }

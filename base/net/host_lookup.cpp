@@ -2,6 +2,7 @@
 #include "base/net/host_lookup.h"
 
 #include "base/cancellable_call.h"
+#include "base/duration_text.h"
 #include "base/error.h"
 #include "base/translation.h"
 
@@ -26,10 +27,10 @@ std::string failureOf(const std::string& who, const HostAnswer& answer)
 } // namespace
 
 std::vector<SocketAddress> lookUpHost(const NetworkAddress& address, const std::string& who,
-                                      std::chrono::milliseconds limit, const Transfer& transfer)
+                                      std::chrono::milliseconds limit, const Cancellation& cancelled)
 {
-    auto answer = callWithin(limit, transfer, [address] { return askNameService(address, SOCK_STREAM); });
-    if (!answer && transfer.isCancelled())
+    auto answer = callWithin(limit, cancelled, [address] { return askNameService(address, SOCK_STREAM); });
+    if (!answer && isCancelled(cancelled))
         throw Error(localized("%s: the job was cancelled before anything of it went out", who));
     if (!answer)
         throw Error(localized("%s: the name service does not answer within %s; try again later, or give the "

@@ -1,6 +1,7 @@
 // Tries address after address, each within a bound.
 #include "base/net/tcp_connection.h"
 
+#include "base/duration_text.h"
 #include "base/error.h"
 #include "base/translation.h"
 
@@ -23,11 +24,12 @@ using std::chrono::milliseconds;
 }
 
 /// Waits for a connection that is being made: 0 when it stands, otherwise the system's error number.
-int finishConnecting(int descriptor, const std::string& who, milliseconds limit, const Transfer& transfer)
+int finishConnecting(int descriptor, const std::string& who, milliseconds limit,
+                     const Cancellation& cancelled)
 {
     const auto deadline = Clock::now() + limit;
     for (;;) {
-        if (transfer.isCancelled())
+        if (isCancelled(cancelled))
             failCancelled(who);
         const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
         if (left <= milliseconds::zero())
@@ -44,7 +46,7 @@ int finishConnecting(int descriptor, const std::string& who, milliseconds limit,
 
 /// 0 and a connection, or the system's error number.
 int tryToConnect(const SocketAddress& address, FileHandle& connection, const std::string& who,
-                 milliseconds limit, const Transfer& transfer)
+                 milliseconds limit, const Cancellation& cancelled)
 {
     connection =
         FileHandle(::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
@@ -53,7 +55,7 @@ int tryToConnect(const SocketAddress& address, FileHandle& connection, const std
     if (::connect(connection.get(), address.get(), address.size) == 0)
         return 0;
     // Interrupted by a signal it goes on being made, too.
-    return errno == EINPROGRESS || errno == EINTR ? finishConnecting(connection.get(), who, limit, transfer)
+    return errno == EINPROGRESS || errno == EINTR ? finishConnecting(connection.get(), who, limit, cancelled)
                                                   : errno;
 }
 
@@ -98,12 +100,12 @@ std::string failureOf(const std::string& who, int error, milliseconds limit)
 } // namespace
 
 FileHandle connectToAny(const std::vector<SocketAddress>& addresses, const std::string& who,
-                        milliseconds limit, const Transfer& transfer)
+                        milliseconds limit, const Cancellation& cancelled)
 {
     int reason = 0;
     for (const SocketAddress& address : addresses) {
         FileHandle connection;
-        const int error = tryToConnect(address, connection, who, limit, transfer);
+        const int error = tryToConnect(address, connection, who, limit, cancelled);
         if (error == 0)
             return connection;
         if (telling(error) > telling(reason))

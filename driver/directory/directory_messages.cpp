@@ -1,6 +1,7 @@
 // Puts the directory's troubles into words.
 #include "driver/directory/directory_messages.h"
 
+#include "base/duration_text.h"
 #include "base/translation.h"
 #include "driver/directory/directory_entry.h"
 
@@ -11,14 +12,6 @@ namespace {
 /// The codes from here on are the client's own: the server said nothing.
 constexpr int firstOfTheClient = 80;
 
-std::string shownDuration(std::chrono::milliseconds duration)
-{
-    constexpr int second = 1000;
-    if (duration.count() % second == 0)
-        return localized("%d s", duration.count() / second);
-    return localized("%d ms", duration.count());
-}
-
 std::string searchProblem(const std::string& server, const DirectoryOutcome& outcome,
                           const DirectoryQuery& query, const DirectorySettings& settings)
 {
@@ -27,7 +20,7 @@ std::string searchProblem(const std::string& server, const DirectoryOutcome& out
         return localized(
             "The directory server %s did not answer a search within %s; search for a longer name, "
             "or raise the search timeout",
-            server, shownDuration(settings.searchTimeout));
+            server, durationText(settings.searchTimeout));
     case ldap_code::timeLimitExceeded:
         return localized(
             "The directory server %s gave up a search that took too long; search for a longer name", server);

@@ -2,6 +2,7 @@
 #include "driver/jobs/cups_server.h"
 
 #include "base/cancellable_call.h"
+#include "base/duration_text.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/net/network_address.h"
@@ -77,7 +78,7 @@ CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const 
     const auto connecting = [name = std::string(cupsServer()), port = ippPort(),
                              encryption = cupsEncryption(),
                              limit = limits.connect] { return connect(name, port, encryption, limit); };
-    auto connection = callWithin(limits.connect, transfer, connecting);
+    auto connection = callWithin(limits.connect, transfer.cancelled, connecting);
     if (!connection && transfer.isCancelled())
         throw Error(localized("%s: the job was cancelled before anything of it went out", who));
     if (!connection)

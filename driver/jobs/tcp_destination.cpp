@@ -1,6 +1,7 @@
 // Sends a job over a TCP connection, and watches how the device takes it.
 #include "driver/jobs/tcp_destination.h"
 
+#include "base/duration_text.h"
 #include "base/error.h"
 #include "base/net/host_lookup.h"
 #include "base/net/tcp_connection.h"
@@ -214,8 +215,9 @@ private:
     Receipt send(int spool, std::uint64_t size, const Transfer& transfer) override
     {
         const std::string who = localized("device %s", toText(address_));
-        const auto addresses = lookUpHost(address_, who, limits_.lookUp, transfer);
-        Sending(connectToAny(addresses, who, limits_.connect, transfer), who, limits_, transfer, spool, size)
+        const auto addresses = lookUpHost(address_, who, limits_.lookUp, transfer.cancelled);
+        Sending(connectToAny(addresses, who, limits_.connect, transfer.cancelled), who, limits_, transfer,
+                spool, size)
             .run();
         return {who, {}, 0};
     }

@@ -2,12 +2,10 @@
 #ifndef DRIVER_JOBS_TRANSFER_H
 #define DRIVER_JOBS_TRANSFER_H
 
+#include "base/cancellation.h"
 #include "driver/documents/document_copy.h"
 
-#include <chrono>
 #include <cstdint>
-#include <functional>
-#include <string>
 
 namespace quelm {
 
@@ -15,19 +13,12 @@ namespace quelm {
 struct Transfer {
     /// Told whenever the other side has taken more bytes of the job, on the thread that sends.
     Progress progress;
-    /// Asked several times a second while the sending lasts, on any thread; true ends it, and it stays
-    /// true. Must neither block nor throw.
-    std::function<bool()> cancelled;
+    /// Ends the sending.
+    Cancellation cancelled;
 
     void report(std::uint64_t done, std::uint64_t total) const;
-    bool isCancelled() const { return cancelled && cancelled(); }
+    bool isCancelled() const { return quelm::isCancelled(cancelled); }
 };
-
-/// How long waits last before a cancellation is looked for.
-inline constexpr std::chrono::milliseconds cancellationInterval{100};
-
-/// "60 s", "300 ms", for messages.
-std::string durationText(std::chrono::milliseconds duration);
 
 } // namespace quelm
 

@@ -77,9 +77,9 @@ TEST(CancellableCall, GivesUpWhenItIsCancelled)
 {
     Gate gate;
     int asked = 0;
-    const Transfer transfer{{}, [&asked] { return ++asked == 2; }};
+    const Cancellation cancelled = [&asked] { return ++asked == 2; };
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(callWithin(60s, transfer, gate.call()));
+    EXPECT_FALSE(callWithin(60s, cancelled, gate.call()));
     EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
     EXPECT_EQ(asked, 2);
     gate.open();

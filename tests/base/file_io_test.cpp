@@ -1,7 +1,10 @@
 // Tests of the print path's file descriptors.
 #include "base/file_io.h"
 
-#include "tests/driver/jobs/job_support.h"
+#include "tests/support/failure_line.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <sys/time.h>
@@ -12,11 +15,37 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace quelm::tests {
 namespace {
 
-class FileHandleTest : public JobTest {};
+/// A test with an empty folder, where temporary files go.
+class FileHandleTest : public testing::Test {
+protected:
+    FileHandleTest() { ::setenv("TMPDIR", folder.path().c_str(), 1); }
+    ~FileHandleTest() override
+    {
+        if (before)
+            ::setenv("TMPDIR", before->c_str(), 1);
+        else
+            ::unsetenv("TMPDIR");
+    }
+
+    TemporaryFolder folder;
+
+private:
+    static std::optional<std::string> temporaryFolder()
+    {
+        const char* value = std::getenv("TMPDIR");
+        return value ? std::optional<std::string>(value) : std::nullopt;
+    }
+
+    std::optional<std::string> before = temporaryFolder();
+};
 
 bool isOpen(int descriptor) { return ::fcntl(descriptor, F_GETFD) != -1; }
 
@@ -45,7 +74,7 @@ TEST_F(FileHandleTest, AnUnnamedFileLeavesNoName)
 {
     const FileHandle unnamed = makeUnnamedFile();
     writeAll(unnamed.get(), "some text", "it");
-    EXPECT_EQ(namesInFolder(), std::vector<std::string>{});
+    EXPECT_EQ(folder.names(), std::vector<std::string>{});
     std::string text(20, ' ');
     text.resize(readFully(unnamed.get(), text.data(), text.size(), 5, "it"));
     EXPECT_EQ(text, "text");
@@ -53,10 +82,10 @@ TEST_F(FileHandleTest, AnUnnamedFileLeavesNoName)
 
 TEST_F(FileHandleTest, WithoutAFolderForTemporaryFilesTheLineSaysWhatToSet)
 {
-    ::setenv("TMPDIR", path("missing").c_str(), 1);
-    EXPECT_EQ(errorLine([] { makeUnnamedFile(); }),
-              path("missing") + ": no temporary file can be made there: No such file or directory; set "
-                                "TMPDIR to a folder with room");
+    ::setenv("TMPDIR", (folder / "missing").c_str(), 1);
+    EXPECT_EQ(test::failureLine([] { makeUnnamedFile(); }),
+              (folder / "missing") + ": no temporary file can be made there: No such file or directory; set "
+                                     "TMPDIR to a folder with room");
 }
 
 void doNothing(int) {}

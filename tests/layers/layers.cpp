@@ -89,13 +89,6 @@ const std::vector<Row>& table()
     return rows;
 }
 
-/// Includes that the table does not allow, and that are to go.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 3> debts{{
-    {"base/cancellable_call.h", "driver/jobs/transfer.h"},
-    {"base/net/host_lookup.h", "driver/jobs/transfer.h"},
-    {"base/net/tcp_connection.h", "driver/jobs/transfer.h"},
-}};
-
 /// The headers that are installed, and their folder as a row names it.
 constexpr std::array publicHeaders = {std::string_view("component/model/fax_job.h"),
                                       std::string_view("component/model/recipient.h"),
@@ -118,10 +111,10 @@ const Row* rowOf(std::string_view file)
     return best;
 }
 
-bool mayInclude(std::string_view file, const Row& row, std::string_view included)
+bool mayInclude(const Row& row, std::string_view included)
 {
     const Row* target = rowOf(included);
-    if (target == &row || std::ranges::find(debts, std::pair(file, included)) != debts.end())
+    if (target == &row)
         return true;
     return std::ranges::any_of(row.mayInclude, [&](const std::string& folder) {
         if (folder == publicHeadersFolder)
@@ -216,7 +209,7 @@ private:
         std::string included = fromRoot(fs::path(named).lexically_normal().generic_string());
         if (fs::exists((root_ / file).parent_path() / named))
             included = (fs::path(file).parent_path() / named).lexically_normal().generic_string();
-        if (!mayInclude(file, row, included))
+        if (!mayInclude(row, included))
             findings_.violations.push_back(place + " includes " + included + ": " + describe(row));
     }
 

@@ -1,8 +1,10 @@
 // Tests of looking up hosts, with a name service in between that can be told to fail.
 #include "base/net/host_lookup.h"
 
-#include "tests/driver/jobs/job_support.h"
 #include "tests/servers/name_service.h"
+#include "tests/support/failure_line.h"
+
+#include <gtest/gtest.h>
 
 namespace quelm::tests {
 namespace {
@@ -16,7 +18,7 @@ std::vector<SocketAddress> lookUp(const std::string& host, std::uint16_t port = 
 
 std::string failureOf(const std::string& host)
 {
-    return errorLine([&] { lookUp(host); });
+    return test::failureLine([&] { lookUp(host); });
 }
 
 TEST(HostLookup, FindsNumericAddresses)
@@ -55,7 +57,7 @@ TEST(HostLookup, ANameServiceThatIsSilentIsWaitedForWithinTheLimit)
 {
     const servers::SilentNameService silence;
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(errorLine([] { lookUpHost({"silent.test"}, "device", 100ms, {}); }),
+    EXPECT_EQ(test::failureLine([] { lookUpHost({"silent.test"}, "device", 100ms, {}); }),
               "device: the name service does not answer within 100 ms; try again later, or give the device's "
               "IP address");
     EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
@@ -64,8 +66,8 @@ TEST(HostLookup, ANameServiceThatIsSilentIsWaitedForWithinTheLimit)
 TEST(HostLookup, TheUserNeedNotWaitForTheNameService)
 {
     const servers::SilentNameService silence;
-    const Transfer cancelled{{}, [] { return true; }};
-    EXPECT_EQ(errorLine([&] { lookUpHost({"silent.test"}, "device", 60s, cancelled); }),
+    const Cancellation cancelled = [] { return true; };
+    EXPECT_EQ(test::failureLine([&] { lookUpHost({"silent.test"}, "device", 60s, cancelled); }),
               "device: the job was cancelled before anything of it went out");
 }
 

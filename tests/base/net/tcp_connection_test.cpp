@@ -1,10 +1,12 @@
 // Tests of connecting to devices.
 #include "base/net/tcp_connection.h"
 
-#include "tests/driver/jobs/job_support.h"
 #include "tests/servers/listeners.h"
 #include "tests/servers/print_listener.h"
 #include "tests/servers/server_process.h"
+#include "tests/support/failure_line.h"
+
+#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -39,7 +41,7 @@ std::vector<SocketAddress> joined(std::vector<SocketAddress> first, const std::v
 
 std::string failureOf(const std::vector<SocketAddress>& addresses, std::chrono::milliseconds limit = 10s)
 {
-    return errorLine([&] { connectToAny(addresses, "device", limit, {}); });
+    return test::failureLine([&] { connectToAny(addresses, "device", limit, {}); });
 }
 
 constexpr const char* refused =
@@ -102,9 +104,10 @@ TEST(TcpConnection, TheReasonThatSaysMostOfTheDeviceIsTold)
 TEST(TcpConnection, TheUserNeedNotWaitForADevice)
 {
     FullListener busy;
-    const Transfer cancelled{{}, [] { return true; }};
-    EXPECT_EQ(errorLine([&] { connectToAny(at("127.0.0.1", busy.port()), "device", 60s, cancelled); }),
-              "device: the job was cancelled before anything of it went out");
+    const Cancellation cancelled = [] { return true; };
+    EXPECT_EQ(
+        test::failureLine([&] { connectToAny(at("127.0.0.1", busy.port()), "device", 60s, cancelled); }),
+        "device: the job was cancelled before anything of it went out");
 }
 
 } // namespace

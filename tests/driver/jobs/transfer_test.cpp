@@ -26,11 +26,5 @@ TEST(Transfer, TellsItsFunctions)
     EXPECT_TRUE(transfer.isCancelled());
 }
 
-TEST(Transfer, SaysHowLongItWaits)
-{
-    EXPECT_EQ(durationText(std::chrono::seconds(60)), "60 s");
-    EXPECT_EQ(durationText(std::chrono::milliseconds(1500)), "1500 ms");
-}
-
 } // namespace
 } // namespace quelm::tests

@@ -1,0 +1,15 @@
+// How long something is waited for, in words.
+#ifndef BASE_DURATION_TEXT_H
+#define BASE_DURATION_TEXT_H
+
+#include <chrono>
+#include <string>
+
+namespace quelm {
+
+/// "60 s", "300 ms", for messages.
+std::string durationText(std::chrono::milliseconds duration);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,16 @@
+// How long something is waited for, in words.
+#include "base/duration_text.h"
+
+#include <gtest/gtest.h>
+
+namespace quelm::tests {
+namespace {
+
+TEST(DurationText, WholeSecondsAreCountedAsSuch)
+{
+    EXPECT_EQ(durationText(std::chrono::seconds(60)), "60 s");
+    EXPECT_EQ(durationText(std::chrono::milliseconds(1500)), "1500 ms");
+}
+
+} // namespace
+} // namespace quelm::tests
