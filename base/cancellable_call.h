@@ -13,14 +13,14 @@
 
 namespace quelm {
 
-/// What `call` returns, run on a thread of its own; what it throws is thrown here. Nothing when it takes
-/// longer than `limit` or is `cancelled` meanwhile: the thread then goes on by itself, and the
-/// result is destroyed there. So `call` must own all that it uses, and its result clean up after itself.
+/// What `call` returns, run on a thread of its own; what it throws is thrown here. Nothing when it is not
+/// back by `deadline`, or is `cancelled` before: the thread then goes on by itself, and the result is
+/// destroyed there. So `call` must own all that it uses, and its result clean up after itself. Throws
+/// std::system_error when no thread can be had.
 template <class Call>
-std::optional<std::invoke_result_t<Call>> callWithin(std::chrono::milliseconds limit,
-                                                     const Cancellation& cancelled, Call call)
+std::optional<std::invoke_result_t<Call>> callBefore(Deadline deadline, const Cancellation& cancelled,
+                                                     Call call)
 {
-    const auto deadline = std::chrono::steady_clock::now() + limit;
     auto started = startCall(std::move(call));
     for (;;) {
         const auto now = std::chrono::steady_clock::now();

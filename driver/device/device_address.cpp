@@ -2,6 +2,7 @@
 #include "driver/device/device_address.h"
 
 #include "base/error.h"
+#include "base/net/look_up.h"
 #include "base/translation.h"
 
 #include <utility>
@@ -19,6 +20,10 @@ std::string troubleOf(const NetworkAddress& device, const HostAnswer& answer)
         return localized("The device %s cannot be looked up: the name service does not answer; try again "
                          "later, or give its IP address",
                          toText(device));
+    case HostAnswer::Kind::late:
+        return localized("The device %s cannot be looked up: the name service does not answer in time; "
+                         "try again later, or give its IP address",
+                         toText(device));
     default:
         return localized("The device %s cannot be looked up: %s; give its IP address", toText(device),
                          answer.reason);
@@ -29,14 +34,7 @@ std::string troubleOf(const NetworkAddress& device, const HostAnswer& answer)
 
 std::vector<SocketAddress> findDevice(const NetworkAddress& device, Deadline deadline)
 {
-    if (HostAnswer numeric = readNumericAddress(device, SOCK_DGRAM); numeric.kind == HostAnswer::Kind::found)
-        return std::move(numeric.addresses);
-    auto lookup = startCall([device] { return askNameService(device, SOCK_DGRAM); });
-    if (!lookup.isBackBefore(deadline))
-        throw Error(localized("The device %s cannot be looked up: the name service does not answer in time; "
-                              "try again later, or give its IP address",
-                              toText(device)));
-    HostAnswer answer = lookup.get();
+    HostAnswer answer = lookUp(device, SOCK_DGRAM, deadline);
     if (answer.kind != HostAnswer::Kind::found)
         throw Error(troubleOf(device, answer));
     return std::move(answer.addresses);

@@ -3,7 +3,8 @@
 #define DRIVER_DEVICE_DEVICE_ADDRESS_H
 
 #include "base/bounded_call.h"
-#include "base/net/name_service.h"
+#include "base/net/network_address.h"
+#include "base/net/socket_address.h"
 
 #include <cstdint>
 #include <vector>
@@ -14,8 +15,7 @@ namespace quelm {
 inline constexpr std::uint16_t snmpPort = 161;
 
 /// All that the name service knows of the device, in the order in which it is to be tried; at least
-/// one. A numeric address asks nobody. Throws Error when there is none or `deadline` passes; a name
-/// service that answers later still keeps a thread until then, which does no harm.
+/// one. A numeric address asks nobody. Throws Error when there is none or `deadline` passes.
 std::vector<SocketAddress> findDevice(const NetworkAddress& device, Deadline deadline);
 
 } // namespace quelm

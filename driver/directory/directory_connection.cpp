@@ -3,15 +3,20 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <fstream>
 #include <utility>
 
 #include <ldap.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include "base/broken_pipe_guard.h"
-#include "base/net/tcp_connect.h"
+#include "base/net/connector.h"
+#include "base/net/look_up.h"
 #include "driver/directory/directory_messages.h"
 #include "driver/directory/ldap_handle.h"
 
@@ -32,16 +37,24 @@ std::string systemAuthorities()
     return "";
 }
 
-int connectedSocket(const DirectoryAddress& server, Deadline deadline)
+/// The addresses of a name are tried in turn, each with its share of the time that its look-up leaves.
+FileHandle connectedSocket(const DirectoryAddress& server, Deadline deadline)
 {
-    try {
-        return connectTcp({server.host, static_cast<std::uint16_t>(server.port)}, deadline);
-    } catch (const ConnectError& error) {
-        const bool late =
-            error.problem == ConnectProblem::timedOut || error.problem == ConnectProblem::nameServiceSilent;
-        throw DirectoryError(late ? ldap_code::timeout : ldap_code::serverDown,
-                             directory_messages::notReached(server.shown(), error));
-    }
+    const HostAnswer answer =
+        lookUp({server.host, static_cast<std::uint16_t>(server.port)}, SOCK_STREAM, deadline);
+    const bool silent = answer.kind == HostAnswer::Kind::unavailable || answer.kind == HostAnswer::Kind::late;
+    if (answer.kind != HostAnswer::Kind::found)
+        throw DirectoryError(silent ? ldap_code::timeout : ldap_code::serverDown,
+                             directory_messages::notFound(server.shown(), answer));
+    ConnectResult result = connectToAny(answer.addresses, {deadline, {}});
+    if (result.kind != ConnectResult::Kind::connected)
+        throw DirectoryError(result.kind == ConnectResult::Kind::late ? ldap_code::timeout
+                                                                      : ldap_code::serverDown,
+                             directory_messages::notReached(server.shown(), result));
+    // Requests are short and wait for their answers.
+    const int on = 1;
+    setsockopt(result.connection.get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    return std::move(result.connection);
 }
 
 /// What is left of a search's time in the whole seconds that servers count. One more than that, as

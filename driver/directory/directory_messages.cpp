@@ -5,6 +5,9 @@
 #include "base/translation.h"
 #include "driver/directory/directory_entry.h"
 
+#include <cerrno>
+#include <cstring>
+
 namespace quelm::directory_messages {
 
 namespace {
@@ -48,29 +51,28 @@ std::string noAddress(const std::string& text)
                      directoryText(text));
 }
 
-std::string notReached(const std::string& server, const ConnectError& error)
+std::string notFound(const std::string& server, const HostAnswer& answer)
 {
-    switch (error.problem) {
-    case ConnectProblem::unknownName:
-        return localized(
-            "The directory server %s cannot be found (%s); check the address that the device gives", server,
-            error.what());
-    case ConnectProblem::nameServiceSilent:
+    if (answer.kind == HostAnswer::Kind::unavailable || answer.kind == HostAnswer::Kind::late)
         return nameServiceSilent(server);
-    case ConnectProblem::refused:
+    return localized("The directory server %s cannot be found (%s); check the address that the device gives",
+                     server, answer.reason);
+}
+
+std::string notReached(const std::string& server, const ConnectResult& result)
+{
+    if (result.kind == ConnectResult::Kind::late)
+        return timedOut(server);
+    const int error = result.errors.back();
+    if (error == ECONNREFUSED)
         return localized(
             "The directory server %s refuses connections; check that it runs, and the address that "
             "the device gives",
             server);
-    case ConnectProblem::timedOut:
-        return timedOut(server);
-    case ConnectProblem::unreachable:
-        break;
-    }
     return localized(
         "The directory server %s cannot be reached (%s); check the network, and the address that "
         "the device gives",
-        server, error.what());
+        server, std::strerror(error));
 }
 
 std::string nameServiceSilent(const std::string& server)

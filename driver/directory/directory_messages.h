@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <string>
 
-#include "base/net/tcp_connect.h"
+#include "base/net/connector.h"
+#include "base/net/look_up.h"
 #include "driver/directory/directory_connection.h"
 
 namespace quelm::directory_messages {
@@ -13,7 +14,10 @@ namespace quelm::directory_messages {
 // Each is one line in the user's language. `server` is "host:port".
 
 std::string noAddress(const std::string& text);
-std::string notReached(const std::string& server, const ConnectError& error);
+/// The server's name was looked up in vain.
+std::string notFound(const std::string& server, const HostAnswer& answer);
+/// No address of the server was connected to.
+std::string notReached(const std::string& server, const ConnectResult& result);
 std::string nameServiceSilent(const std::string& server);
 std::string timedOut(const std::string& server);
 std::string noLibrary(const std::string& server, const std::string& reason);

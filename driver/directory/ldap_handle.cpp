@@ -11,7 +11,6 @@
 #include <openldap.h>
 #include <sys/socket.h>
 #include <sys/time.h>
-#include <unistd.h>
 
 #include "base/broken_pipe_guard.h"
 #include "driver/directory/directory_messages.h"
@@ -54,18 +53,16 @@ int ldapResultCode(int libraryCode)
     return libraryCode < 0 ? firstOfTheClient - libraryCode : libraryCode;
 }
 
-LdapHandle::LdapHandle(int connected, const DirectoryAddress& server, Deadline deadline) : socket(connected)
+LdapHandle::LdapHandle(FileHandle connected, const DirectoryAddress& server, Deadline deadline)
+    : socket(connected.get())
 {
-    if (!isInitialized(deadline)) {
-        close(connected);
+    if (!isInitialized(deadline))
         throw DirectoryError(ldap_code::timeout, directory_messages::nameServiceSilent(server.shown()));
-    }
-    const int error = ldap_init_fd(connected, LDAP_PROTO_TCP, server.uri().c_str(), &handle);
-    if (error != LDAP_SUCCESS) {
-        close(connected);
+    const int error = ldap_init_fd(socket, LDAP_PROTO_TCP, server.uri().c_str(), &handle);
+    if (error != LDAP_SUCCESS)
         throw DirectoryError(ldapResultCode(error),
                              directory_messages::noLibrary(server.shown(), ldap_err2string(error)));
-    }
+    static_cast<void>(connected.release()); // the library's now
     const int version = LDAP_VERSION3;
     set(LDAP_OPT_PROTOCOL_VERSION, &version);
     set(LDAP_OPT_REFERRALS, LDAP_OPT_OFF);

@@ -8,6 +8,7 @@
 #include <ldap.h>
 
 #include "base/bounded_call.h"
+#include "base/file_handle.h"
 #include "driver/directory/directory_connection.h"
 
 namespace quelm {
@@ -27,7 +28,7 @@ public:
     /// Takes over `connected`, a non-blocking socket, also when it throws. The library's first use
     /// in a process looks up this machine's own name, which is waited for until the deadline.
     /// Throws DirectoryError.
-    LdapHandle(int connected, const DirectoryAddress& server, Deadline deadline);
+    LdapHandle(FileHandle connected, const DirectoryAddress& server, Deadline deadline);
     /// Says goodbye to the server and closes the connection.
     ~LdapHandle();
     LdapHandle(const LdapHandle&) = delete;
@@ -58,7 +59,7 @@ private:
     void setBlocking(bool blocking) const;
 
     LDAP* handle = nullptr;
-    int socket;
+    int socket; ///< the library's, which closes it
 };
 
 } // namespace quelm

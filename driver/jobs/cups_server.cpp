@@ -78,7 +78,7 @@ CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const 
     const auto connecting = [name = std::string(cupsServer()), port = ippPort(),
                              encryption = cupsEncryption(),
                              limit = limits.connect] { return connect(name, port, encryption, limit); };
-    auto connection = callWithin(limits.connect, transfer.cancelled, connecting);
+    auto connection = callBefore(Clock::now() + limits.connect, transfer.cancelled, connecting);
     if (!connection && transfer.isCancelled())
         throw Error(localized("%s: the job was cancelled before anything of it went out", who));
     if (!connection)

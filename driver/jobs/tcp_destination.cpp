@@ -3,9 +3,9 @@
 
 #include "base/duration_text.h"
 #include "base/error.h"
-#include "base/net/host_lookup.h"
-#include "base/net/tcp_connection.h"
+#include "base/file_handle.h"
 #include "base/translation.h"
+#include "driver/jobs/device_connection.h"
 
 #include <linux/sockios.h>
 #include <poll.h>
@@ -215,8 +215,8 @@ private:
     Receipt send(int spool, std::uint64_t size, const Transfer& transfer) override
     {
         const std::string who = localized("device %s", toText(address_));
-        const auto addresses = lookUpHost(address_, who, limits_.lookUp, transfer.cancelled);
-        Sending(connectToAny(addresses, who, limits_.connect, transfer.cancelled), who, limits_, transfer,
+        const auto addresses = lookUpDevice(address_, who, limits_.lookUp, transfer.cancelled);
+        Sending(connectToDevice(addresses, who, limits_.connect, transfer.cancelled), who, limits_, transfer,
                 spool, size)
             .run();
         return {who, {}, 0};

@@ -1,6 +1,7 @@
 // The devices behind their addresses.
 #include "driver/device/device_address.h"
 
+#include "tests/servers/name_service.h"
 #include "tests/support/failure_line.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +47,24 @@ TEST(DeviceAddressTest, WithoutTimeANameIsNotWaitedFor)
                   quelm::findDevice(address, past);
               }).find("The device " + toText(address)),
               std::string::npos);
+}
+
+TEST(DeviceAddressTest, ANameServiceThatIsSilentIsWaitedForUntilTheDeadline)
+{
+    const servers::SilentNameService silence;
+    const auto start = std::chrono::steady_clock::now();
+    const auto line = [](const std::string& host, quelm::Deadline deadline) {
+        return quelm::test::failureLine([&] { quelm::findDevice(deviceAt(host), deadline); });
+    };
+    EXPECT_EQ(line("silent.test", start + std::chrono::milliseconds(100)),
+              "The device silent.test:161 cannot be looked up: the name service does not answer in time; try "
+              "again later, or give its IP address");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(line("later.test", soon()),
+              "The device later.test:161 cannot be looked up: the name service does not answer; try again "
+              "later, or give its IP address");
+    EXPECT_EQ(line("broken.test", soon()),
+              "The device broken.test:161 cannot be looked up: Too many open files; give its IP address");
 }
 
 TEST(DeviceAddressTest, AnUnknownNameIsToldToBeUnknown)

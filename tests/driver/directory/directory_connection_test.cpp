@@ -1,9 +1,12 @@
-// TLS: who is trusted, and that nothing goes out in plain instead.
+// Reaching a server by its name, and TLS: who is trusted, and that nothing goes out in plain instead.
 #include "driver/directory/directory_connection.h"
 
 #include "tests/driver/directory/directory_fixture.h"
+#include "tests/servers/name_service.h"
 
+#include <chrono>
 #include <cstdlib>
+#include <string>
 #include <utility>
 
 namespace {
@@ -14,6 +17,37 @@ using servers::person;
 using servers::ServingListener;
 using servers::SlapdServer;
 using std::chrono::milliseconds;
+
+/// The result code of connecting to a host, and what the user reads.
+std::pair<int, std::string> refusalOf(const std::string& host, milliseconds limit = std::chrono::seconds(5))
+{
+    const quelm::DirectoryAddress address{host, 389, false};
+    try {
+        const quelm::DirectoryConnection connection(address, {}, std::chrono::steady_clock::now() + limit);
+    } catch (const quelm::DirectoryError& error) {
+        return {error.code, error.what()};
+    }
+    return {quelm::ldap_code::success, ""};
+}
+
+TEST(DirectoryNameTest, AnUnknownNameIsNoServer)
+{
+    const auto [code, line] = refusalOf("unknown.test");
+    EXPECT_EQ(code, quelm::ldap_code::serverDown);
+    EXPECT_EQ(line.find("The directory server unknown.test:389 cannot be found ("), 0U) << line;
+}
+
+TEST(DirectoryNameTest, ANameServiceThatDoesNotAnswerIsALackOfTime)
+{
+    const servers::SilentNameService silence;
+    for (const std::string host : {"later.test", "silent.test"}) {
+        const auto [code, line] = refusalOf(host, milliseconds(200));
+        EXPECT_EQ(code, quelm::ldap_code::timeout);
+        EXPECT_EQ(line, "The directory server " + host +
+                            ":389 cannot be found, because the name service does not answer; check the "
+                            "network");
+    }
+}
 
 /// A session that trusts one authority, and that authority.
 class DirectoryTlsTest : public DirectoryTest {

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -68,23 +71,34 @@ TEST_F(SearchMessageTest, WhatCameFromOutsideIsOneLineOfUtf8)
     EXPECT_NE(lineFor(87).find("(sn=\uFFFD *)"), std::string::npos);
 }
 
+TEST(DirectoryMessagesTest, ANameThatIsNotFoundSaysWhy)
+{
+    using Kind = HostAnswer::Kind;
+    const auto lineFor = [](Kind kind) { return notFound(server, {kind, "reason", {}}); };
+    const std::string unknown = "The directory server ldap.example:389 cannot be found (reason); check the "
+                                "address that the device gives";
+    EXPECT_EQ(lineFor(Kind::unknown), unknown);
+    EXPECT_EQ(lineFor(Kind::failed), unknown);
+    const std::string silent = "The directory server ldap.example:389 cannot be found, because the name "
+                               "service does not answer; check the network";
+    EXPECT_EQ(lineFor(Kind::unavailable), silent);
+    EXPECT_EQ(lineFor(Kind::late), silent);
+}
+
 TEST(DirectoryMessagesTest, AConnectionThatFailsSaysWhy)
 {
-    const auto lineFor = [](ConnectProblem problem) { return notReached(server, {problem, "reason"}); };
-    EXPECT_EQ(lineFor(ConnectProblem::unknownName), "The directory server ldap.example:389 cannot be found "
-                                                    "(reason); check the address that the device gives");
-    EXPECT_EQ(lineFor(ConnectProblem::nameServiceSilent),
-              "The directory server ldap.example:389 cannot be found, because the name service does not "
-              "answer; check the network");
-    EXPECT_EQ(lineFor(ConnectProblem::refused),
+    using Kind = ConnectResult::Kind;
+    const auto lineFor = [](Kind kind, std::vector<int> errors) {
+        return notReached(server, {kind, {}, std::move(errors)});
+    };
+    EXPECT_EQ(lineFor(Kind::failed, {ENETUNREACH, ECONNREFUSED}),
               "The directory server ldap.example:389 refuses connections; check "
               "that it runs, and the address that the device gives");
-    EXPECT_EQ(lineFor(ConnectProblem::timedOut),
-              "The directory server ldap.example:389 did not answer in time; "
-              "check that it runs, and the address that the device gives");
-    EXPECT_EQ(lineFor(ConnectProblem::unreachable),
+    EXPECT_EQ(lineFor(Kind::late, {}), "The directory server ldap.example:389 did not answer in time; "
+                                       "check that it runs, and the address that the device gives");
+    EXPECT_EQ(lineFor(Kind::failed, {ECONNREFUSED, ENETUNREACH}),
               "The directory server ldap.example:389 cannot be reached "
-              "(reason); check the network, and the address that the device "
+              "(Network is unreachable); check the network, and the address that the device "
               "gives");
 }
 

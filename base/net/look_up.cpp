@@ -1,10 +1,12 @@
-// Copies what getaddrinfo answers.
-#include "base/net/name_service.h"
+// Copies what getaddrinfo answers, and waits for it no longer than is wanted.
+#include "base/net/look_up.h"
 
-#include <array>
+#include "base/cancellable_call.h"
+
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <netdb.h>
 
@@ -56,25 +58,15 @@ HostAnswer ask(const NetworkAddress& host, int socketType, int flags)
 
 } // namespace
 
-HostAnswer askNameService(const NetworkAddress& host, int socketType)
+HostAnswer lookUp(const NetworkAddress& host, int socketType, Deadline deadline,
+                  const Cancellation& cancelled)
 {
-    return ask(host, socketType, AI_IDN);
-}
-
-HostAnswer readNumericAddress(const NetworkAddress& host, int socketType)
-{
-    return ask(host, socketType, AI_NUMERICHOST);
-}
-
-std::string numericText(const SocketAddress& address)
-{
-    std::array<char, NI_MAXHOST> host{};
-    std::array<char, NI_MAXSERV> port{};
-    if (::getnameinfo(address.get(), address.size, host.data(), host.size(), port.data(), port.size(),
-                      NI_NUMERICHOST | NI_NUMERICSERV) != 0)
-        return {};
-    const std::string name = host.data();
-    return (address.family() == AF_INET6 ? "[" + name + "]" : name) + ":" + port.data();
+    if (HostAnswer numeric = ask(host, socketType, AI_NUMERICHOST); numeric.kind == HostAnswer::Kind::found)
+        return numeric;
+    auto answer = callBefore(deadline, cancelled, [=] { return ask(host, socketType, AI_IDN); });
+    if (answer)
+        return *std::move(answer);
+    return {isCancelled(cancelled) ? HostAnswer::Kind::cancelled : HostAnswer::Kind::late, {}, {}};
 }
 
 } // namespace quelm

@@ -1,7 +1,8 @@
-// Tests of connecting to devices.
-#include "base/net/tcp_connection.h"
+// Tests of finding devices and connecting to them, and of what users read when that fails.
+#include "driver/jobs/device_connection.h"
 
 #include "tests/servers/listeners.h"
+#include "tests/servers/name_service.h"
 #include "tests/servers/print_listener.h"
 #include "tests/servers/server_process.h"
 #include "tests/support/failure_line.h"
@@ -21,7 +22,7 @@ using servers::PrintListener;
 
 std::vector<SocketAddress> at(const std::string& host, int port)
 {
-    return lookUpHost({host, static_cast<std::uint16_t>(port)}, "device", 10s, {});
+    return lookUpDevice({host, static_cast<std::uint16_t>(port)}, "device", 10s, {});
 }
 
 /// Nobody listens there.
@@ -41,44 +42,44 @@ std::vector<SocketAddress> joined(std::vector<SocketAddress> first, const std::v
 
 std::string failureOf(const std::vector<SocketAddress>& addresses, std::chrono::milliseconds limit = 10s)
 {
-    return test::failureLine([&] { connectToAny(addresses, "device", limit, {}); });
+    return test::failureLine([&] { connectToDevice(addresses, "device", limit, {}); });
 }
 
 constexpr const char* refused =
     "device: refuses the connection; check the port, and whether the device is ready for jobs";
 
-TEST(TcpConnection, IsMadeAndDoesNotBlock)
+TEST(DeviceConnection, IsMadeAndDoesNotBlock)
 {
     PrintListener device(Manner::takesAll);
-    const auto connection = connectToAny(at("127.0.0.1", device.port()), "device", 10s, {});
+    const auto connection = connectToDevice(at("127.0.0.1", device.port()), "device", 10s, {});
     ASSERT_TRUE(connection.isOpen());
     EXPECT_NE(::fcntl(connection.get(), F_GETFL) & O_NONBLOCK, 0);
     EXPECT_NE(::fcntl(connection.get(), F_GETFD) & FD_CLOEXEC, 0);
 }
 
-TEST(TcpConnection, OneAddressAfterTheOtherIsTried)
+TEST(DeviceConnection, OneAddressAfterTheOtherIsTried)
 {
     PrintListener device(Manner::takesAll);
     const auto addresses = joined(joined(unreachable(), refusing()), at("127.0.0.1", device.port()));
-    EXPECT_TRUE(connectToAny(addresses, "device", 10s, {}).isOpen());
+    EXPECT_TRUE(connectToDevice(addresses, "device", 10s, {}).isOpen());
 }
 
-TEST(TcpConnection, ADeviceThatDoesNotAnswerIsPassedOver)
+TEST(DeviceConnection, ADeviceThatDoesNotAnswerIsPassedOver)
 {
     FullListener busy;
     PrintListener device(Manner::takesAll);
     const auto addresses = joined(at("127.0.0.1", busy.port()), at("127.0.0.1", device.port()));
-    EXPECT_TRUE(connectToAny(addresses, "device", 100ms, {}).isOpen());
+    EXPECT_TRUE(connectToDevice(addresses, "device", 100ms, {}).isOpen());
 }
 
-TEST(TcpConnection, EachFailureIsOneLine)
+TEST(DeviceConnection, EachFailureIsOneLine)
 {
     EXPECT_EQ(failureOf(refusing()), refused);
     EXPECT_EQ(failureOf(unreachable()),
               "device: cannot be reached (Network is unreachable); check the address and the network");
 }
 
-TEST(TcpConnection, AFullDeviceIsWaitedForWithinTheLimit)
+TEST(DeviceConnection, AFullDeviceIsWaitedForWithinTheLimit)
 {
     FullListener busy;
     const auto start = std::chrono::steady_clock::now();
@@ -90,7 +91,7 @@ TEST(TcpConnection, AFullDeviceIsWaitedForWithinTheLimit)
     EXPECT_LT(taken, 5s);
 }
 
-TEST(TcpConnection, TheReasonThatSaysMostOfTheDeviceIsTold)
+TEST(DeviceConnection, TheReasonThatSaysMostOfTheDeviceIsTold)
 {
     FullListener busy;
     const auto silent = at("127.0.0.1", busy.port());
@@ -101,13 +102,48 @@ TEST(TcpConnection, TheReasonThatSaysMostOfTheDeviceIsTold)
               std::string::npos);
 }
 
-TEST(TcpConnection, TheUserNeedNotWaitForADevice)
+TEST(DeviceConnection, TheUserNeedNotWaitForADevice)
 {
     FullListener busy;
     const Cancellation cancelled = [] { return true; };
     EXPECT_EQ(
-        test::failureLine([&] { connectToAny(at("127.0.0.1", busy.port()), "device", 60s, cancelled); }),
+        test::failureLine([&] { connectToDevice(at("127.0.0.1", busy.port()), "device", 60s, cancelled); }),
         "device: the job was cancelled before anything of it went out");
+}
+
+std::string failureOf(const std::string& host)
+{
+    return test::failureLine([&] { lookUpDevice({host}, "device", 10s, {}); });
+}
+
+TEST(DeviceConnection, ANameThatIsNotFoundSaysWhatToDo)
+{
+    const std::string noHost = "device: there is no host of that name; check the name";
+    EXPECT_EQ(failureOf("unknown.test"), noHost);
+    EXPECT_EQ(failureOf("nodata.test"), noHost);
+    EXPECT_EQ(failureOf("later.test"), "device: the name service does not answer; try again later, or give "
+                                       "the device's IP address");
+    EXPECT_EQ(failureOf("broken.test"), "device: the name cannot be looked up: Too many open files");
+    EXPECT_EQ(failureOf("failed.test"),
+              "device: the name cannot be looked up: Non-recoverable failure in name resolution");
+}
+
+TEST(DeviceConnection, ANameServiceThatIsSilentIsWaitedForWithinTheLimit)
+{
+    const servers::SilentNameService silence;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(test::failureLine([] { lookUpDevice({"silent.test"}, "device", 100ms, {}); }),
+              "device: the name service does not answer within 100 ms; try again later, or give the device's "
+              "IP address");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+}
+
+TEST(DeviceConnection, TheUserNeedNotWaitForTheNameService)
+{
+    const servers::SilentNameService silence;
+    const Cancellation cancelled = [] { return true; };
+    EXPECT_EQ(test::failureLine([&] { lookUpDevice({"silent.test"}, "device", 60s, cancelled); }),
+              "device: the job was cancelled before anything of it went out");
 }
 
 } // namespace

@@ -1,0 +1,21 @@
+// Writes addresses in digits.
+#include "base/net/socket_address.h"
+
+#include <array>
+
+#include <netdb.h>
+
+namespace quelm {
+
+std::string numericText(const SocketAddress& address)
+{
+    std::array<char, NI_MAXHOST> host{};
+    std::array<char, NI_MAXSERV> port{};
+    if (::getnameinfo(address.get(), address.size, host.data(), host.size(), port.data(), port.size(),
+                      NI_NUMERICHOST | NI_NUMERICSERV) != 0)
+        return {};
+    const std::string name = host.data();
+    return (address.family() == AF_INET6 ? "[" + name + "]" : name) + ":" + port.data();
+}
+
+} // namespace quelm
