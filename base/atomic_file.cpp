@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 #include "base/error.h"
+#include "base/file_handle.h"
 #include "base/translation.h"
 
 namespace quelm {
@@ -144,24 +145,21 @@ std::string randomName()
 } // namespace
 
 struct AtomicFile::State {
-    std::string path; ///< as given
-    std::string name; ///< of the target in `folder`
-    int folder = -1;  ///< the target's folder; -1 when the target is written directly
+    std::string path;  ///< as given
+    std::string name;  ///< of the target in `folder`
+    FileHandle folder; ///< the target's folder; none when the target is written directly
     std::string folderPath;
-    int file = -1;
+    FileHandle file;
     Unfinished* entry = nullptr; ///< the temporary file, while there is one
     std::vector<char> buffer;
 
     ~State()
     {
-        if (file >= 0)
-            close(file);
+        file.close(); // first: some file systems keep what is removed while it is open
         if (entry != nullptr) {
-            unlinkat(folder, entry->name.data(), 0);
+            unlinkat(folder.get(), entry->name.data(), 0);
             releaseEntry();
         }
-        if (folder >= 0)
-            close(folder);
     }
 
     void releaseEntry()
@@ -189,43 +187,44 @@ struct AtomicFile::State {
 
     void openDirectly()
     {
-        file = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-        if (file < 0)
+        file = FileHandle(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+        if (!file.isOpen())
             fail(reasonText(errno));
     }
 
     /// `present` describes the file that is to be replaced, or is null.
     void openTemporary(const struct stat* present)
     {
-        folder = open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-        if (folder < 0)
+        folder = FileHandle(open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        if (!folder.isOpen())
             failOpening(errno);
         const std::string temporary = randomName();
         entry = &takeEntry();
-        entry->folder = folder;
+        entry->folder = folder.get();
         temporary.copy(entry->name.data(), entry->name.size() - 1);
         entry->name[temporary.size()] = '\0';
         entry->active = true; // before the file exists: a signal may come at any moment
         constexpr mode_t readAndWrite = 0666;
-        file = openat(folder, temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite);
-        if (file < 0) {
+        file = FileHandle(
+            openat(folder.get(), temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite));
+        if (!file.isOpen()) {
             const int error = errno;
             releaseEntry();
             failOpening(error);
         }
         if (present != nullptr) {
             // Only root can keep the owner; the permissions follow, because chown clears some.
-            if (fchown(file, present->st_uid, present->st_gid) != 0)
-                (void)fchown(file, static_cast<uid_t>(-1), present->st_gid);
+            if (fchown(file.get(), present->st_uid, present->st_gid) != 0)
+                (void)fchown(file.get(), static_cast<uid_t>(-1), present->st_gid);
             constexpr mode_t permissionBits = 07777;
-            (void)fchmod(file, present->st_mode & permissionBits);
+            (void)fchmod(file.get(), present->st_mode & permissionBits);
         }
     }
 
     void writeOut(const char* bytes, std::size_t size) const
     {
         while (size > 0) {
-            const ssize_t written = ::write(file, bytes, size);
+            const ssize_t written = ::write(file.get(), bytes, size);
             if (written < 0) {
                 if (errno == EINTR)
                     continue;
@@ -246,36 +245,32 @@ struct AtomicFile::State {
     {
         flush();
         // A device or a fifo cannot be synchronised, and need not be.
-        if (fsync(file) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+        if (fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
             fail(reasonText(errno));
-        const int descriptor = file;
-        file = -1;
-        if (close(descriptor) != 0 && errno != EINTR)
-            fail(reasonText(errno));
+        if (const int error = file.close(); error != 0)
+            fail(reasonText(error));
     }
 
     /// Makes the new name durable. A folder that may not be read cannot be synchronised; the
     /// file is complete all the same.
     void syncFolder() const
     {
-        const int readable = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        if (readable < 0)
-            return;
-        fsync(readable);
-        close(readable);
+        const FileHandle readable(openat(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (readable.isOpen())
+            fsync(readable.get());
     }
 
     /// Publishes the temporary file under a name that must not exist. False when it does.
     bool publishNew()
     {
-        if (linkat(folder, entry->name.data(), folder, name.c_str(), 0) == 0) {
-            unlinkat(folder, entry->name.data(), 0);
+        if (linkat(folder.get(), entry->name.data(), folder.get(), name.c_str(), 0) == 0) {
+            unlinkat(folder.get(), entry->name.data(), 0);
             return true;
         }
         if (errno == EEXIST)
             return false;
         // File systems without hard links.
-        if (renameat2(folder, entry->name.data(), folder, name.c_str(), RENAME_NOREPLACE) == 0)
+        if (renameat2(folder.get(), entry->name.data(), folder.get(), name.c_str(), RENAME_NOREPLACE) == 0)
             return true;
         if (errno == EEXIST)
             return false;
@@ -314,7 +309,7 @@ AtomicFile::~AtomicFile() = default;
 void AtomicFile::write(std::string_view bytes)
 {
     constexpr std::size_t mostBuffered = std::size_t{1} << 16U;
-    if (state->file < 0)
+    if (!state->file.isOpen())
         state->fail(localized("it was committed already"));
     if (state->buffer.size() + bytes.size() > mostBuffered)
         state->flush();
@@ -327,15 +322,16 @@ void AtomicFile::write(std::string_view bytes)
 int AtomicFile::descriptor()
 {
     state->flush();
-    return state->file;
+    return state->file.get();
 }
 
 void AtomicFile::commit()
 {
     state->finishWriting();
-    if (state->folder < 0)
+    if (!state->folder.isOpen())
         return;
-    if (renameat(state->folder, state->entry->name.data(), state->folder, state->name.c_str()) != 0)
+    if (renameat(state->folder.get(), state->entry->name.data(), state->folder.get(), state->name.c_str()) !=
+        0)
         state->fail(reasonText(errno));
     state->releaseEntry();
     state->syncFolder();
@@ -343,7 +339,7 @@ void AtomicFile::commit()
 
 bool AtomicFile::commitNew()
 {
-    if (state->folder < 0)
+    if (!state->folder.isOpen())
         return false;
     state->finishWriting();
     if (!state->publishNew())

@@ -1,6 +1,8 @@
 // Closes file descriptors.
 #include "base/file_handle.h"
 
+#include <cerrno>
+
 #include <unistd.h>
 
 namespace quelm {
@@ -14,10 +16,12 @@ FileHandle& FileHandle::operator=(FileHandle&& other) noexcept
     return *this;
 }
 
-void FileHandle::close()
+int FileHandle::close()
 {
-    if (const int descriptor = release(); descriptor >= 0)
-        ::close(descriptor);
+    if (!isOpen())
+        return 0;
+    // Interrupted by a signal it is closed all the same.
+    return ::close(release()) == 0 || errno == EINTR ? 0 : errno;
 }
 
 } // namespace quelm

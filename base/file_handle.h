@@ -20,7 +20,9 @@ public:
 
     /// Gives the descriptor away.
     int release() { return std::exchange(descriptor_, -1); }
-    void close();
+    /// 0, or the system's error number: what was written to a file may be refused as late as here. The
+    /// descriptor is closed in any case.
+    int close();
 
 private:
     int descriptor_ = -1;

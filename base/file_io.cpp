@@ -92,9 +92,9 @@ std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long o
 FileHandle makeUnnamedFile()
 {
     const std::string folder = temporaryFolder();
-    const int unnamed = ::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (unnamed >= 0)
-        return FileHandle(unnamed);
+    FileHandle unnamed(::open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (unnamed.isOpen())
+        return unnamed;
 
     // Not every file system has files without names: make one and take its name away.
     std::string name = folder + "/quelm-XXXXXX";

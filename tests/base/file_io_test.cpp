@@ -17,17 +17,16 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace quelm::tests {
 namespace {
 
 /// A test with an empty folder, where temporary files go.
-class FileHandleTest : public testing::Test {
+class FileIoTest : public testing::Test {
 protected:
-    FileHandleTest() { ::setenv("TMPDIR", folder.path().c_str(), 1); }
-    ~FileHandleTest() override
+    FileIoTest() { ::setenv("TMPDIR", folder.path().c_str(), 1); }
+    ~FileIoTest() override
     {
         if (before)
             ::setenv("TMPDIR", before->c_str(), 1);
@@ -47,30 +46,7 @@ private:
     std::optional<std::string> before = temporaryFolder();
 };
 
-bool isOpen(int descriptor) { return ::fcntl(descriptor, F_GETFD) != -1; }
-
-TEST_F(FileHandleTest, ClosesWhatItOwns)
-{
-    int number = -1;
-    {
-        FileHandle first(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-        number = first.get();
-        FileHandle second(std::move(first));
-        EXPECT_EQ(second.get(), number);
-        EXPECT_TRUE(isOpen(number));
-    }
-    EXPECT_FALSE(isOpen(number));
-}
-
-TEST_F(FileHandleTest, AssigningClosesWhatWasOwnedBefore)
-{
-    FileHandle handle(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-    const int number = handle.get();
-    handle = FileHandle();
-    EXPECT_FALSE(isOpen(number));
-}
-
-TEST_F(FileHandleTest, AnUnnamedFileLeavesNoName)
+TEST_F(FileIoTest, AnUnnamedFileLeavesNoName)
 {
     const FileHandle unnamed = makeUnnamedFile();
     writeAll(unnamed.get(), "some text", "it");
@@ -80,7 +56,7 @@ TEST_F(FileHandleTest, AnUnnamedFileLeavesNoName)
     EXPECT_EQ(text, "text");
 }
 
-TEST_F(FileHandleTest, WithoutAFolderForTemporaryFilesTheLineSaysWhatToSet)
+TEST_F(FileIoTest, WithoutAFolderForTemporaryFilesTheLineSaysWhatToSet)
 {
     ::setenv("TMPDIR", (folder / "missing").c_str(), 1);
     EXPECT_EQ(test::failureLine([] { makeUnnamedFile(); }),
@@ -117,7 +93,7 @@ private:
     struct sigaction before_ = {};
 };
 
-TEST_F(FileHandleTest, InterruptedAndShortWritesArriveWhole)
+TEST_F(FileIoTest, InterruptedAndShortWritesArriveWhole)
 {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
@@ -143,7 +119,7 @@ TEST_F(FileHandleTest, InterruptedAndShortWritesArriveWhole)
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(FileHandleTest, ReasonsSayWhatToDo)
+TEST_F(FileIoTest, ReasonsSayWhatToDo)
 {
     EXPECT_EQ(systemReason(ENOSPC), "the disk is full; make room and try again");
     EXPECT_EQ(systemReason(EACCES), "permission denied");
