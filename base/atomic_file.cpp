@@ -19,6 +19,7 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 namespace quelm {
@@ -78,14 +79,10 @@ void handleSignals()
         std::signal(SIGXFSZ, SIG_IGN);
 }
 
-std::string reasonText(int error)
+/// What to do about it, where that depends on its being a file to write.
+std::string reasonAndRemedy(int error)
 {
     switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-        return localized("the disk is full; make room and try again");
-    case EFBIG:
-        return localized("the file would exceed the size limit; raise the limit or write a smaller file");
     case EACCES:
     case EPERM:
         return localized("permission denied; choose a place where you may write");
@@ -96,7 +93,7 @@ std::string reasonText(int error)
     case ELOOP:
         return localized("its symbolic links lead nowhere; choose another name");
     default:
-        return std::strerror(error);
+        return systemReason(error);
     }
 }
 
@@ -182,14 +179,14 @@ struct AtomicFile::State {
                 localized("the folder \"%s\" does not exist; create it or choose another place", folderPath));
         if (error == ENOTDIR)
             fail(localized("\"%s\" is no folder; choose another place", folderPath));
-        fail(reasonText(error));
+        fail(reasonAndRemedy(error));
     }
 
     void openDirectly()
     {
         file = FileHandle(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
         if (!file.isOpen())
-            fail(reasonText(errno));
+            fail(reasonAndRemedy(errno));
     }
 
     /// `present` describes the file that is to be replaced, or is null.
@@ -228,7 +225,7 @@ struct AtomicFile::State {
             if (written < 0) {
                 if (errno == EINTR)
                     continue;
-                fail(reasonText(errno));
+                fail(reasonAndRemedy(errno));
             }
             bytes += written;
             size -= static_cast<std::size_t>(written);
@@ -246,9 +243,9 @@ struct AtomicFile::State {
         flush();
         // A device or a fifo cannot be synchronised, and need not be.
         if (fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
-            fail(reasonText(errno));
+            fail(reasonAndRemedy(errno));
         if (const int error = file.close(); error != 0)
-            fail(reasonText(error));
+            fail(reasonAndRemedy(error));
     }
 
     /// Makes the new name durable. A folder that may not be read cannot be synchronised; the
@@ -274,7 +271,7 @@ struct AtomicFile::State {
             return true;
         if (errno == EEXIST)
             return false;
-        fail(reasonText(errno));
+        fail(reasonAndRemedy(errno));
     }
 };
 
@@ -286,7 +283,7 @@ AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>(
         state->fail(localized("the file name is empty; name a file"));
     const std::string target = followLinks(path);
     if (target.empty())
-        state->fail(reasonText(errno));
+        state->fail(reasonAndRemedy(errno));
     state->folderPath = folderOf(target);
     state->name = target.substr(target.rfind('/') + 1);
     struct stat present {};
@@ -300,7 +297,7 @@ AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>(
     if (!exists && errno != ENOENT)
         state->failOpening(errno);
     if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
-        state->fail(reasonText(errno));
+        state->fail(reasonAndRemedy(errno));
     state->openTemporary(exists ? &present : nullptr);
 }
 
@@ -332,7 +329,7 @@ void AtomicFile::commit()
         return;
     if (renameat(state->folder.get(), state->entry->name.data(), state->folder.get(), state->name.c_str()) !=
         0)
-        state->fail(reasonText(errno));
+        state->fail(reasonAndRemedy(errno));
     state->releaseEntry();
     state->syncFolder();
 }

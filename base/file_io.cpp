@@ -2,6 +2,7 @@
 #include "base/file_io.h"
 
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <fcntl.h>
@@ -10,7 +11,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
 namespace quelm {
 namespace {
@@ -40,24 +40,6 @@ WriteSignalsIgnored::~WriteSignalsIgnored()
 {
     ::sigaction(SIGPIPE, &pipe_, nullptr);
     ::sigaction(SIGXFSZ, &fileSize_, nullptr);
-}
-
-std::string systemReason(int error)
-{
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-        return localized("the disk is full; make room and try again");
-    case EFBIG:
-        return localized("the file became larger than is allowed here");
-    case EPIPE:
-        return localized("the program that reads it has ended");
-    case EACCES:
-    case EPERM:
-        return localized("permission denied");
-    default:
-        return std::strerror(error);
-    }
 }
 
 void writeAll(int descriptor, std::string_view bytes, const std::string& target)

@@ -25,9 +25,6 @@ private:
     struct sigaction fileSize_ = {};
 };
 
-/// What the system says of an error number, in words that tell a user what to do where that helps.
-std::string systemReason(int error);
-
 /// Writes all of `bytes`, with one system call unless the system takes less at a time. `target`
 /// names the file in the line of the quelm::Error that a failure throws.
 void writeAll(int descriptor, std::string_view bytes, const std::string& target);

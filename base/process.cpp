@@ -5,7 +5,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -15,6 +14,7 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 extern char** environ;
@@ -39,7 +39,7 @@ struct Pipe {
     {
         std::array<int, 2> ends{};
         if (pipe2(ends.data(), O_CLOEXEC) != 0)
-            cannotRun(program, std::strerror(errno));
+            cannotRun(program, systemReason(errno));
         readEnd = FileHandle(ends[0]);
         writeEnd = FileHandle(ends[1]);
         fcntl(ends[0], F_SETFL, O_NONBLOCK);
@@ -82,7 +82,7 @@ public:
             if (error == ENOENT)
                 throw Error(
                     localized("The program \"%s\" is not installed; install it and try again", program));
-            cannotRun(program, std::strerror(error));
+            cannotRun(program, systemReason(error));
         }
     }
     ~Child()
@@ -152,7 +152,7 @@ FileHandle openFile(const std::string& program, const std::string& path, int fla
     constexpr mode_t readAndWrite = 0666;
     FileHandle file(open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, readAndWrite));
     if (!file.isOpen())
-        cannotRun(program, localized(failure, path, std::strerror(errno)));
+        cannotRun(program, localized(failure, path, systemReason(errno)));
     return file;
 }
 

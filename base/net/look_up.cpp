@@ -2,6 +2,7 @@
 #include "base/net/look_up.h"
 
 #include "base/cancellable_call.h"
+#include "base/system_reason.h"
 
 #include <cerrno>
 #include <cstring>
@@ -45,7 +46,7 @@ HostAnswer ask(const NetworkAddress& host, int socketType, int flags)
     HostAnswer answer;
     answer.kind = kindOf(error);
     if (error != 0) {
-        answer.reason = error == EAI_SYSTEM ? std::strerror(systemError) : ::gai_strerror(error);
+        answer.reason = error == EAI_SYSTEM ? systemReason(systemError) : ::gai_strerror(error);
         return answer;
     }
     for (const addrinfo* entry = list; entry != nullptr; entry = entry->ai_next) {

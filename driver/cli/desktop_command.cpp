@@ -4,6 +4,7 @@
 #include "base/environment.h"
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <unistd.h>

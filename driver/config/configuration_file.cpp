@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -16,6 +15,7 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/config/configuration_keys.h"
 
@@ -66,10 +66,10 @@ Content contentOf(const std::string& path)
     const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     Content content;
     if (!file.isOpen() && errno == EACCES)
-        fail(path, localized("cannot be read: %s; check its permissions", std::strerror(errno)));
+        fail(path, localized("cannot be read: %s; check its permissions", systemReason(errno)));
     // What is looked at is what was opened, whatever the name stands for by now.
     if (!file.isOpen() || fstat(file.get(), &content.status) != 0)
-        fail(path, localized("cannot be read: %s; check the name given", std::strerror(errno)));
+        fail(path, localized("cannot be read: %s; check the name given", systemReason(errno)));
     if (S_ISDIR(content.status.st_mode))
         fail(path, localized("is a folder; name a file"));
     content.text.resize(mostBytes + 1);
@@ -80,7 +80,7 @@ Content contentOf(const std::string& path)
         size += got > 0 ? static_cast<std::size_t>(got) : 0;
     }
     if (got < 0)
-        fail(path, localized("cannot be read: %s", std::strerror(errno)));
+        fail(path, localized("cannot be read: %s", systemReason(errno)));
     if (size > mostBytes)
         fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
     content.text.resize(size);

@@ -2,12 +2,12 @@
 #include "driver/device/snmp_session.h"
 
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <utility>
 
 #include <net-snmp/net-snmp-config.h>
@@ -85,7 +85,7 @@ std::string SnmpSession::refusal(long systemError) const
                          "check the port",
                          toText(address));
     return localized("The device %s cannot be reached: %s; check its address and the network",
-                     toText(address), std::strerror(static_cast<int>(systemError)));
+                     toText(address), systemReason(static_cast<int>(systemError)));
 }
 
 std::string SnmpSession::userTrouble(long report) const

@@ -2,11 +2,11 @@
 #include "driver/directory/directory_messages.h"
 
 #include "base/duration_text.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/directory/directory_entry.h"
 
 #include <cerrno>
-#include <cstring>
 
 namespace quelm::directory_messages {
 
@@ -72,7 +72,7 @@ std::string notReached(const std::string& server, const ConnectResult& result)
     return localized(
         "The directory server %s cannot be reached (%s); check the network, and the address that "
         "the device gives",
-        server, std::strerror(error));
+        server, systemReason(error));
 }
 
 std::string nameServiceSilent(const std::string& server)

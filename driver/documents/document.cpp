@@ -2,6 +2,7 @@
 #include "driver/documents/document.h"
 
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/documents/print_wrapping.h"
 

@@ -4,10 +4,10 @@
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
@@ -110,7 +110,7 @@ void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     if (failure) {
-        throw unwritable(ownPath, failure.message());
+        throw unwritable(ownPath, systemReason(failure.value()));
     }
     const FolderLock lock(folder.string());
     const Keys keys = readKeys(ownPath);
@@ -122,7 +122,7 @@ void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
     const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
     AtomicFile file(ownPath);
     if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0) {
-        throw unwritable(ownPath, std::strerror(errno));
+        throw unwritable(ownPath, systemReason(errno));
     }
     file.write(std::string_view(text.get(), length));
     file.commit();

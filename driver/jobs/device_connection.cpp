@@ -5,11 +5,11 @@
 #include "base/error.h"
 #include "base/net/connector.h"
 #include "base/net/look_up.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace quelm {
@@ -71,9 +71,9 @@ std::string failureOf(const std::string& who, int error, milliseconds limit)
     case EHOSTDOWN:
     case ENETDOWN:
         return localized("%s: cannot be reached (%s); check the address and the network", who,
-                         std::strerror(error));
+                         systemReason(error));
     default:
-        return localized("%s: cannot be connected to: %s", who, std::strerror(error));
+        return localized("%s: cannot be connected to: %s", who, systemReason(error));
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "base/atomic_file.h"
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <fcntl.h>

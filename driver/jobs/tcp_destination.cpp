@@ -4,6 +4,7 @@
 #include "base/duration_text.h"
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/jobs/device_connection.h"
 
@@ -15,7 +16,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -177,7 +177,7 @@ private:
                                   who_, taken_, size_));
         throw Error(localized("%s: the connection broke (%s) after %d of %d bytes of the job; look at the "
                               "device, then send the job again",
-                              who_, std::strerror(error), taken_, size_));
+                              who_, systemReason(error), taken_, size_));
     }
 
     [[noreturn]] void failCancelled() const

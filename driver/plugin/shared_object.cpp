@@ -1,6 +1,7 @@
 // Checks a library's headers against the file that holds them.
 #include "driver/plugin/shared_object.h"
 
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <array>
@@ -71,7 +72,7 @@ std::string problemOfSharedObject(const std::string& file)
     }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
-        return std::strerror(errno);
+        return systemReason(errno);
     }
     std::array<char, SELFMAG> start{};
     if (!read(stream, 0, start) || std::memcmp(start.data(), ELFMAG, SELFMAG) != 0) {

@@ -4,13 +4,13 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
 #include <sys/stat.h>
 
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 namespace quelm::phonebook_file {
@@ -24,7 +24,8 @@ constexpr const char* markPhonebook = "PRAGMA application_id=0x51584442; PRAGMA 
 constexpr const char* tableDefinition =
     "CREATE TABLE record(position INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, data BLOB NOT NULL)";
 
-std::string systemReason(int error)
+/// What to do about it, where that depends on its being a phonebook.
+std::string reasonAndRemedy(int error)
 {
     switch (error) {
     case ENOENT:
@@ -33,12 +34,11 @@ std::string systemReason(int error)
     case EPERM:
         return localized("permission denied; ask its owner or choose another file");
     case EFBIG:
-        return localized("the file would exceed the size limit; raise the limit and try again");
     case ENOSPC:
     case EDQUOT:
-        return localized("the disk is full; make room and try again");
+        return systemReason(error);
     default:
-        return localized("%s; check the disk or choose another file", std::strerror(error));
+        return localized("%s; check the disk or choose another file", systemReason(error));
     }
 }
 
@@ -126,7 +126,7 @@ std::string reason(const sqlite::Failure& failure)
     case SQLITE_LOCKED:
         return localized("another program is saving to it; try again in a moment");
     case SQLITE_FULL:
-        return systemReason(ENOSPC);
+        return reasonAndRemedy(ENOSPC);
     case SQLITE_READONLY:
         if (failure.code == SQLITE_READONLY_DIRECTORY)
             return localized(
@@ -145,7 +145,7 @@ std::string reason(const sqlite::Failure& failure)
             return localized(
                 "its file could not be extended; make room on the disk or raise the size limit and try "
                 "again");
-        return failure.systemError != 0 ? systemReason(failure.systemError)
+        return failure.systemError != 0 ? reasonAndRemedy(failure.systemError)
                                         : localized("the disk answers with errors; check it");
     default:
         return failure.text;
@@ -156,7 +156,7 @@ std::string requirePhonebook(const std::string& path)
 {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0)
-        fail(path, Action::open, systemReason(errno));
+        fail(path, Action::open, reasonAndRemedy(errno));
     if (!S_ISREG(status.st_mode))
         fail(path, Action::open, localized("that is no file but a folder or device; choose a file"));
     if (status.st_size == 0)
@@ -167,7 +167,7 @@ std::string requirePhonebook(const std::string& path)
     };
     const std::unique_ptr<char, Freer> absolute(realpath(path.c_str(), nullptr));
     if (!absolute)
-        fail(path, Action::open, systemReason(errno));
+        fail(path, Action::open, reasonAndRemedy(errno));
     constexpr std::size_t headSize = 100;
     constexpr std::size_t versionOffset = 60;
     constexpr std::size_t applicationOffset = 68;

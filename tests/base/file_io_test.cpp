@@ -12,7 +12,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <optional>
@@ -117,13 +116,6 @@ TEST_F(FileIoTest, InterruptedAndShortWritesArriveWhole)
     int status = -1;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
-}
-
-TEST_F(FileIoTest, ReasonsSayWhatToDo)
-{
-    EXPECT_EQ(systemReason(ENOSPC), "the disk is full; make room and try again");
-    EXPECT_EQ(systemReason(EACCES), "permission denied");
-    EXPECT_EQ(systemReason(ENOTDIR), "Not a directory");
 }
 
 } // namespace

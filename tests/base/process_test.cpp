@@ -174,7 +174,7 @@ TEST_F(Process, ProgramThatIsNotInstalledIsNamed)
     EXPECT_EQ(problemWith(request),
               "The program \"no-such-program-of-ours\" is not installed; install it and try again");
     request.arguments = {writeFile(folder / "plain", "no program")};
-    EXPECT_TRUE(mentions(problemWith(request), "cannot be run: Permission denied"));
+    EXPECT_TRUE(mentions(problemWith(request), "cannot be run: permission denied"));
     request.arguments = {};
     EXPECT_EQ(problemWith(request), "No program was named to run");
 }

@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/desktop/pages/png_stream.h"
 

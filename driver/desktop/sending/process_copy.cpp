@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
 
 #include <array>

@@ -144,7 +144,7 @@ TEST_F(ConfigurationTest, FilesThatCannotBeReadAreNamed)
     chmod(closed.c_str(), 0);
     EXPECT_EQ(inProcess([&] {
                   becomeOrdinaryUser();
-                  return problemAt(closed) == "cannot be read: Permission denied; check its permissions" ? 0
+                  return problemAt(closed) == "cannot be read: permission denied; check its permissions" ? 0
                                                                                                          : 1;
               }),
               0);

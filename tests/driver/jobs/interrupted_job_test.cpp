@@ -86,9 +86,8 @@ TEST_F(InterruptedJobTest, ADiskThatFillsUpSendsNothingToStandardOutput)
         limitFileSize(100'000);
         writeJob("-");
     });
-    EXPECT_EQ(
-        line,
-        "the temporary copy of the job: cannot be written: the file became larger than is allowed here");
+    EXPECT_EQ(line, "the temporary copy of the job: cannot be written: the file would exceed the size limit; "
+                    "raise the limit and try again");
     expectEverythingAsBefore();
 }
 
