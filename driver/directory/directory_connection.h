@@ -3,52 +3,16 @@
 #define DRIVER_DIRECTORY_DIRECTORY_CONNECTION_H
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "base/bounded_call.h"
-#include "base/error.h"
 #include "driver/directory/directory_address.h"
 #include "driver/directory/directory_entry.h"
+#include "driver/directory/directory_error.h"
+#include "driver/directory/directory_query.h"
 #include "driver/directory/directory_settings.h"
 
 namespace quelm {
-
-/// LDAP result codes that the driver acts on or makes itself. Those from 80 on are the client's own.
-namespace ldap_code {
-inline constexpr int success = 0;
-inline constexpr int timeLimitExceeded = 3;
-inline constexpr int sizeLimitExceeded = 4;
-inline constexpr int noSuchObject = 32;
-inline constexpr int serverDown = 81;
-inline constexpr int timeout = 85;
-inline constexpr int filterError = 87;
-inline constexpr int parameterError = 89;
-inline constexpr int connectError = 91;
-} // namespace ldap_code
-
-/// What went wrong on a connection, as a whole line for the user, with the LDAP result code.
-class DirectoryError : public Error {
-public:
-    DirectoryError(int resultCode, const std::string& line) : Error(line), code(resultCode) {}
-
-    const int code;
-};
-
-/// What to search for.
-struct DirectoryQuery {
-    std::string base;   ///< the name (DN) of the entry below which to look; empty for the root
-    std::string filter; ///< an LDAP filter, "(sn=Smi*)"
-    int scope = 2;      ///< 0 the base itself, 1 the level below it, 2 the whole subtree
-    std::vector<std::string> attributes; ///< what to ask for; empty for all attributes
-    bool namesOnly = false;              ///< asks for the attributes' names without their values
-};
-
-/// How a search ended.
-struct DirectoryOutcome {
-    int code = 0;        ///< the LDAP result code
-    std::string message; ///< what the server, or the library, says of it; may be empty
-};
 
 class LdapHandle;
 

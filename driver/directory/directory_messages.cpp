@@ -5,15 +5,13 @@
 #include "base/system_reason.h"
 #include "base/translation.h"
 #include "driver/directory/directory_entry.h"
+#include "driver/directory/directory_error.h"
 
 #include <cerrno>
 
 namespace quelm::directory_messages {
 
 namespace {
-
-/// The codes from here on are the client's own: the server said nothing.
-constexpr int firstOfTheClient = 80;
 
 std::string searchProblem(const std::string& server, const DirectoryOutcome& outcome,
                           const DirectoryQuery& query, const DirectorySettings& settings)
@@ -142,7 +140,7 @@ std::string bindFailed(const std::string& server, const DirectoryOutcome& outcom
 {
     if (outcome.code == ldap_code::timeout)
         return timedOut(server);
-    if (outcome.code >= firstOfTheClient)
+    if (outcome.code >= ldap_code::firstOfTheClient)
         return localized("The directory server %s ended the connection; check that it is a directory server",
                          server);
     return localized("The directory server %s refuses to be used without a login (%s); let it be searched "

@@ -7,7 +7,8 @@
 
 #include "base/net/connector.h"
 #include "base/net/look_up.h"
-#include "driver/directory/directory_connection.h"
+#include "driver/directory/directory_query.h"
+#include "driver/directory/directory_settings.h"
 
 namespace quelm::directory_messages {
 

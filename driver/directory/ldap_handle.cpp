@@ -13,6 +13,7 @@
 #include <sys/time.h>
 
 #include "base/broken_pipe_guard.h"
+#include "driver/directory/directory_error.h"
 #include "driver/directory/directory_messages.h"
 
 namespace quelm {
@@ -49,8 +50,7 @@ bool isInitialized(Deadline deadline)
 
 int ldapResultCode(int libraryCode)
 {
-    constexpr int firstOfTheClient = 80;
-    return libraryCode < 0 ? firstOfTheClient - libraryCode : libraryCode;
+    return libraryCode < 0 ? ldap_code::firstOfTheClient - libraryCode : libraryCode;
 }
 
 LdapHandle::LdapHandle(FileHandle connected, const DirectoryAddress& server, Deadline deadline)

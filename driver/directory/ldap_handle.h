@@ -9,7 +9,9 @@
 
 #include "base/bounded_call.h"
 #include "base/file_handle.h"
-#include "driver/directory/directory_connection.h"
+#include "driver/directory/directory_address.h"
+#include "driver/directory/directory_entry.h"
+#include "driver/directory/directory_query.h"
 
 namespace quelm {
 
