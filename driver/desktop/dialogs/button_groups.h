@@ -2,7 +2,7 @@
 #ifndef DRIVER_DESKTOP_DIALOGS_BUTTON_GROUPS_H
 #define DRIVER_DESKTOP_DIALOGS_BUTTON_GROUPS_H
 
-#include "driver/desktop/dialogs/placement.h"
+#include "driver/desktop/dialogs/placement_item.h"
 
 #include <cstddef>
 #include <vector>
