@@ -5,6 +5,7 @@
 #include "base/log.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
+#include "driver/desktop/pages/block_reading.h"
 #include "driver/desktop/pages/png_stream.h"
 
 #include <gio/gio.h>
@@ -115,8 +116,9 @@ public:
             return endSoon(reason);
         }
         timer_ = g_timeout_add(static_cast<guint>(request_.timeLimit.count()), &Run::outOfTime, this);
-        readPictures();
-        readMessages();
+        read(g_subprocess_get_stdout_pipe(process_.get()), &Run::takePictures);
+        read(g_subprocess_get_stderr_pipe(process_.get()), &Run::takeMessages);
+        ++unfinished_;
         g_subprocess_wait_async(process_.get(), nullptr, &Run::exited, hold());
     }
 
@@ -160,29 +162,18 @@ private:
         return G_SOURCE_REMOVE;
     }
 
-    void readPictures()
+    /// Reads what Ghostscript writes into one of its pipes.
+    void read(GInputStream* pipe, void (Run::*take)(std::string_view))
     {
-        constexpr gsize block = 65536;
-        g_input_stream_read_bytes_async(g_subprocess_get_stdout_pipe(process_.get()), block,
-                                        G_PRIORITY_DEFAULT, cancellation_.get(), &Run::picturesRead, hold());
+        ++unfinished_;
+        readBlocks(pipe, cancellation_.get(), [run = shared_from_this(), take](std::string_view bytes) {
+            if (bytes.empty())
+                return run->finish();
+            (run.get()->*take)(bytes);
+        });
     }
 
-    static void picturesRead(GObject* pipe, GAsyncResult* result, gpointer data)
-    {
-        const Hold run = release(data);
-        GBytes* bytes = g_input_stream_read_bytes_finish(G_INPUT_STREAM(pipe), result, nullptr);
-        gsize size = 0;
-        const void* content = bytes == nullptr ? nullptr : g_bytes_get_data(bytes, &size);
-        if (size > 0)
-            run->take({static_cast<const char*>(content), size});
-        g_bytes_unref(bytes);
-        if (size > 0)
-            return run->readPictures();
-        run->picturesEnded_ = true;
-        run->endIfComplete();
-    }
-
-    void take(std::string_view bytes)
+    void takePictures(std::string_view bytes)
     {
         if (silent_ || !trouble_.empty() || enough_)
             return;
@@ -208,41 +199,25 @@ private:
                                   static_cast<unsigned long>(drawnPages_), drawnPages_));
     }
 
-    void readMessages()
+    void takeMessages(std::string_view bytes)
     {
-        constexpr gsize block = 4096;
-        g_input_stream_read_bytes_async(g_subprocess_get_stderr_pipe(process_.get()), block,
-                                        G_PRIORITY_DEFAULT, cancellation_.get(), &Run::messagesRead, hold());
-    }
-
-    static void messagesRead(GObject* pipe, GAsyncResult* result, gpointer data)
-    {
-        const Hold run = release(data);
-        GBytes* bytes = g_input_stream_read_bytes_finish(G_INPUT_STREAM(pipe), result, nullptr);
-        gsize size = 0;
-        const void* content = bytes == nullptr ? nullptr : g_bytes_get_data(bytes, &size);
-        run->messages_.append(static_cast<const char*>(content), size);
-        g_bytes_unref(bytes);
+        messages_ += bytes;
         // The first error tells the reason; the page count comes last.
-        if (run->messages_.size() > mostMessageBytes)
-            run->messages_.erase(mostMessageBytes / 2, run->messages_.size() - mostMessageBytes);
-        if (size > 0)
-            return run->readMessages();
-        run->messagesEnded_ = true;
-        run->endIfComplete();
+        if (messages_.size() > mostMessageBytes)
+            messages_.erase(mostMessageBytes / 2, messages_.size() - mostMessageBytes);
     }
 
     static void exited(GObject* process, GAsyncResult* result, gpointer data)
     {
         const Hold run = release(data);
         g_subprocess_wait_finish(G_SUBPROCESS(process), result, nullptr);
-        run->exited_ = true;
-        run->endIfComplete();
+        run->finish();
     }
 
-    void endIfComplete()
+    /// A pipe has ended, or Ghostscript has; behind the last of them the run has.
+    void finish()
     {
-        if (!exited_ || !picturesEnded_ || !messagesEnded_)
+        if (--unfinished_ > 0)
             return;
         const bool successful = g_subprocess_get_if_exited(process_.get()) != FALSE &&
                                 g_subprocess_get_exit_status(process_.get()) == 0;
@@ -294,9 +269,7 @@ private:
     guint timer_ = 0;
     bool enough_ = false;
     bool silent_ = false;
-    bool picturesEnded_ = false;
-    bool messagesEnded_ = false;
-    bool exited_ = false;
+    int unfinished_ = 0; ///< the pipes and the process that have not ended
 };
 
 PageRendering::PageRendering() = default;
