@@ -8,25 +8,12 @@
 #include "base/terminal/progress_line.h"
 #include "base/translation.h"
 #include "base/version.h"
-#include "driver/jobs/cups_destination.h"
 #include "driver/jobs/job_writer.h"
-#include "driver/jobs/tcp_destination.h"
 
 #include <iostream>
-#include <memory>
 
 namespace quelm {
 namespace {
-
-std::unique_ptr<JobDestination> open(const JobTarget& target, const Document& document,
-                                     const std::string& user)
-{
-    if (const auto* device = std::get_if<NetworkAddress>(&target))
-        return openDevice(*device);
-    if (const auto* queue = std::get_if<QueueTarget>(&target))
-        return openQueue({queue->name, document.name(), user});
-    return openOutput(std::get<FileTarget>(target).path, document);
-}
 
 /// A job that is cut off on its way can do harm at the device. So a signal is no sudden end here.
 Receipt send(JobDestination& destination)
@@ -60,7 +47,7 @@ Document openDocument(const std::string& path)
 void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
                    const std::string& user, const std::function<void(const Receipt&)>& tell)
 {
-    const auto destination = open(target, document, user);
+    const auto destination = openDestination(target, document, user);
     {
         ProgressLine progress(localized("Writing the job"));
         JobFacts facts;

@@ -2,29 +2,14 @@
 #ifndef DRIVER_CLI_JOB_WRITE_DOCUMENT_H
 #define DRIVER_CLI_JOB_WRITE_DOCUMENT_H
 
-#include "base/net/network_address.h"
 #include "driver/documents/document.h"
-#include "driver/jobs/output.h"
+#include "driver/jobs/job_target.h"
 #include "driver/plugin/fax_session.h"
 
 #include <functional>
 #include <string>
-#include <variant>
 
 namespace quelm {
-
-/// A file or fifo; "-" is standard output.
-struct FileTarget {
-    std::string path;
-};
-
-/// A queue of the print system.
-struct QueueTarget {
-    std::string name;
-};
-
-/// Where a job is to go. An address is that of a device.
-using JobTarget = std::variant<FileTarget, NetworkAddress, QueueTarget>;
 
 /// Opens the document, and tells the user on standard error when something is amiss with it.
 Document openDocument(const std::string& path);

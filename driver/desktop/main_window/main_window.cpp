@@ -7,7 +7,7 @@
 #include "driver/core/callbacks.h"
 #include "driver/core/user_actions.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
-#include "driver/desktop/sending/destination_opening.h"
+#include "driver/desktop/sending/queue_names.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/style.h"
 #include "driver/widgets/widget_names.h"

@@ -6,7 +6,6 @@
 #include "base/log.h"
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
-#include "driver/desktop/sending/destination_opening.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
@@ -66,7 +65,7 @@ JobOrder MainWindow::orderFor(const DestinationChoice& destination,
     order.facts.creator = options_.creator;
     order.facts.now = localTime();
     order.open = [destination, user = driver_.user()](const Document& opened) {
-        return openDestination(destination, opened, user);
+        return openDestination(targetOf(destination), opened, user);
     };
     return order;
 }
@@ -88,11 +87,9 @@ void MainWindow::send()
         if (!document_ || sending_.running() || !readyToWrite())
             return;
         const auto chosen = destination();
-        std::string missing = missingIn(chosen);
-        if (missing.empty() && chosen.kind == DestinationKind::device)
-            missing = troubleWithDevice(chosen.device);
-        if (!missing.empty()) {
-            tell(Gtk::MESSAGE_ERROR, missing);
+        const std::string trouble = troubleWith(chosen);
+        if (!trouble.empty()) {
+            tell(Gtk::MESSAGE_ERROR, trouble);
             destinationPanel_.focusField();
             return;
         }

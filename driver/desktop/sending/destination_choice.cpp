@@ -1,11 +1,13 @@
 // Checks and words for the chosen destination.
 #include "driver/desktop/sending/destination_choice.h"
 
+#include "base/error.h"
 #include "base/translation.h"
 
 #include <filesystem>
 
 namespace quelm {
+namespace {
 
 std::string missingIn(const DestinationChoice& choice)
 {
@@ -26,6 +28,33 @@ std::string missingIn(const DestinationChoice& choice)
         break;
     }
     return {};
+}
+
+} // namespace
+
+std::string troubleWith(const DestinationChoice& choice)
+{
+    if (auto missing = missingIn(choice); !missing.empty())
+        return missing;
+    try {
+        targetOf(choice);
+        return {};
+    } catch (const Error& error) {
+        return error.what();
+    }
+}
+
+JobTarget targetOf(const DestinationChoice& choice)
+{
+    switch (choice.kind) {
+    case DestinationKind::device:
+        return parseNetworkAddress(choice.device);
+    case DestinationKind::queue:
+        return QueueTarget{choice.queue};
+    case DestinationKind::file:
+        break;
+    }
+    return FileTarget{choice.file};
 }
 
 std::string trimmed(const std::string& text)

@@ -2,6 +2,8 @@
 #ifndef DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
 #define DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
 
+#include "driver/jobs/job_target.h"
+
 #include <string>
 
 namespace quelm {
@@ -19,8 +21,12 @@ struct DestinationChoice {
     bool operator==(const DestinationChoice&) const = default;
 };
 
-/// What is missing before a job can go there, as one line for the user; empty when nothing is.
-std::string missingIn(const DestinationChoice& choice);
+/// What is missing or wrong before a job can go there, as one line for the user; empty when nothing is.
+std::string troubleWith(const DestinationChoice& choice);
+
+/// The place that the choice names. The path of a file is absolute. Throws quelm::Error when what stands for
+/// the device is no address.
+JobTarget targetOf(const DestinationChoice& choice);
 
 /// The text without blanks around it; line breaks that were pasted into a field go with them.
 std::string trimmed(const std::string& text);

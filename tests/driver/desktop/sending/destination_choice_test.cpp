@@ -1,6 +1,8 @@
 // Tests of the chosen destination's checks and words.
 #include "driver/desktop/sending/destination_choice.h"
 
+#include "base/error.h"
+
 #include <gmock/gmock.h>
 
 namespace quelm {
@@ -12,17 +14,37 @@ using testing::Not;
 
 TEST(DestinationChoiceTest, TheChosenKindNeedsItsOwnTextAlone)
 {
-    EXPECT_THAT(missingIn({DestinationKind::file, "", "host", "queue"}), HasSubstr("file"));
-    EXPECT_THAT(missingIn({DestinationKind::device, "/f", "", "queue"}), HasSubstr("device"));
-    EXPECT_THAT(missingIn({DestinationKind::queue, "/f", "host", ""}), HasSubstr("queue"));
-    EXPECT_EQ(missingIn({DestinationKind::file, "/f", "", ""}), "");
-    EXPECT_EQ(missingIn({DestinationKind::device, "", "host", ""}), "");
-    EXPECT_EQ(missingIn({DestinationKind::queue, "", "", "queue"}), "");
+    EXPECT_THAT(troubleWith({DestinationKind::file, "", "host", "queue"}), HasSubstr("file"));
+    EXPECT_THAT(troubleWith({DestinationKind::device, "/f", "", "queue"}), HasSubstr("device"));
+    EXPECT_THAT(troubleWith({DestinationKind::queue, "/f", "host", ""}), HasSubstr("queue"));
+    EXPECT_EQ(troubleWith({DestinationKind::file, "/f", "", ""}), "");
+    EXPECT_EQ(troubleWith({DestinationKind::device, "", "host", ""}), "");
+    EXPECT_EQ(troubleWith({DestinationKind::queue, "", "", "queue"}), "");
 }
 
 TEST(DestinationChoiceTest, AFolderIsNoFile)
 {
-    EXPECT_NE(missingIn({DestinationKind::file, "/folder/", "", ""}), "");
+    EXPECT_NE(troubleWith({DestinationKind::file, "/folder/", "", ""}), "");
+}
+
+TEST(DestinationChoiceTest, WhatIsNoAddressIsNoDevice)
+{
+    EXPECT_THAT(troubleWith({DestinationKind::device, "", "host:port", ""}), HasSubstr("host:port"));
+    EXPECT_EQ(troubleWith({DestinationKind::file, "/f", "host:port", ""}), "");
+}
+
+TEST(DestinationChoiceTest, TheChosenKindIsTheTarget)
+{
+    DestinationChoice choice{DestinationKind::file, "/f", "fax.example:9101", "office"};
+    EXPECT_EQ(std::get<FileTarget>(targetOf(choice)).path, "/f");
+    choice.kind = DestinationKind::device;
+    EXPECT_EQ(std::get<NetworkAddress>(targetOf(choice)).host, "fax.example");
+    EXPECT_EQ(std::get<NetworkAddress>(targetOf(choice)).port, 9101);
+    choice.kind = DestinationKind::queue;
+    EXPECT_EQ(std::get<QueueTarget>(targetOf(choice)).name, "office");
+    choice.kind = DestinationKind::device;
+    choice.device = "host:port";
+    EXPECT_THROW(targetOf(choice), Error);
 }
 
 TEST(DestinationChoiceTest, BlanksAndLineBreaksAroundATextDoNotCount)

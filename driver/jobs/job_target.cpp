@@ -1,0 +1,19 @@
+// Each kind of target has a kind of destination.
+#include "driver/jobs/job_target.h"
+
+#include "driver/jobs/cups_destination.h"
+#include "driver/jobs/tcp_destination.h"
+
+namespace quelm {
+
+std::unique_ptr<JobDestination> openDestination(const JobTarget& target, const Document& document,
+                                                const std::string& user)
+{
+    if (const auto* device = std::get_if<NetworkAddress>(&target))
+        return openDevice(*device);
+    if (const auto* queue = std::get_if<QueueTarget>(&target))
+        return openQueue({queue->name, document.name(), user});
+    return openOutput(std::get<FileTarget>(target).path, document);
+}
+
+} // namespace quelm
