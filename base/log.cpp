@@ -1,4 +1,4 @@
-// Writes the driver's log.
+// Writes the log, and all that a program says under its name.
 #include "base/log.h"
 
 #include "base/translation.h"
@@ -14,6 +14,12 @@ LogSink& currentSink()
 {
     static LogSink sink;
     return sink;
+}
+
+std::string& programName()
+{
+    static std::string name;
+    return name;
 }
 
 } // namespace
@@ -34,12 +40,27 @@ void log(Severity severity, const std::string& message)
     const std::string line = oneLine(message);
     if (const LogSink& sink = currentSink()) {
         sink(severity, line);
-    } else if (severity != Severity::information) {
-        const std::string shown = severity == Severity::warning ? localized("warning: %s", line) : line;
-        std::fprintf(stderr, "quelm-driver: %s\n", shown.c_str());
+    } else {
+        logToStandardError(severity, line);
     }
 }
 
 LogSink setLogSink(LogSink sink) { return std::exchange(currentSink(), std::move(sink)); }
+
+void logToStandardError(Severity severity, const std::string& line)
+{
+    if (severity != Severity::information) {
+        writeUnderProgramName(severity == Severity::warning ? localized("warning: %s", line) : line);
+    }
+}
+
+void setProgramName(std::string name) { programName() = std::move(name); }
+
+void writeUnderProgramName(const std::string& line)
+{
+    // Takes no memory of its own: a program may have to say that it has none left.
+    const std::string& name = programName();
+    std::fprintf(stderr, "%s%s%s\n", name.c_str(), name.empty() ? "" : ": ", line.c_str());
+}
 
 } // namespace quelm

@@ -1,4 +1,4 @@
-// The driver's log: what goes wrong without ending an action.
+// A program's log: what goes wrong without ending an action.
 #ifndef BASE_LOG_H
 #define BASE_LOG_H
 
@@ -18,9 +18,18 @@ std::string oneLine(std::string text);
 /// Logs a message, as one line.
 void log(Severity severity, const std::string& message);
 
-/// Sends messages elsewhere from now on; an empty sink means standard error, where
-/// "quelm-driver: warning: ..." is written and information is left out. Returns the sink before.
+/// Sends messages elsewhere from now on; an empty sink means `logToStandardError`. Returns the sink before.
 LogSink setLogSink(LogSink sink);
+
+/// Writes a message to standard error as "PROGRAM: ..." or "PROGRAM: warning: ..."; information is left out.
+void logToStandardError(Severity severity, const std::string& line);
+
+/// Sets the name that the program's lines on standard error begin with: "quelm-driver". Called once, before
+/// there are other threads; a program without a name writes the bare lines.
+void setProgramName(std::string name);
+
+/// Writes "PROGRAM: line" to standard error.
+void writeUnderProgramName(const std::string& line);
 
 } // namespace quelm
 

@@ -7,7 +7,6 @@
 #include "base/translation.h"
 
 #include <exception>
-#include <iostream>
 #include <new>
 #include <string>
 #include <utility>
@@ -19,9 +18,9 @@ constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 
-int complain(std::string_view program, std::string line, int status)
+int complain(std::string line, int status)
 {
-    std::cerr << program << ": " << oneLine(std::move(line)) << std::endl;
+    writeUnderProgramName(oneLine(std::move(line)));
     return status;
 }
 
@@ -29,17 +28,18 @@ int complain(std::string_view program, std::string line, int status)
 
 int exitStatusOf(std::string_view program, const std::function<void()>& work)
 {
+    setProgramName(std::string(program));
     useOwnTranslations();
     auto outOfMemory = localized("out of memory"); // at hand when there is no more
     try {
         work();
         return done;
     } catch (const UsageError& error) {
-        return complain(program, error.what(), wrongUsage);
+        return complain(error.what(), wrongUsage);
     } catch (const std::bad_alloc&) {
-        return complain(program, std::move(outOfMemory), failed);
+        return complain(std::move(outOfMemory), failed);
     } catch (const std::exception& error) {
-        return complain(program, error.what(), failed);
+        return complain(error.what(), failed);
     }
 }
 

@@ -9,7 +9,7 @@ namespace quelm {
 
 /// Takes the user's language, does `work` and returns the program's exit status: 0 when it returned, 2 when
 /// it threw a UsageError, 1 for every other exception. What was thrown is told on standard error as one line
-/// behind the program's name.
+/// behind the program's name, and so is what is logged from now on.
 int exitStatusOf(std::string_view program, const std::function<void()>& work);
 
 } // namespace quelm

@@ -11,6 +11,7 @@
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
 #include "driver/desktop/toolkit/style.h"
+#include "driver/desktop/window_log.h"
 
 #include <glibmm/markup.h>
 #include <gtkmm/application.h>
@@ -25,7 +26,6 @@
 #include <csignal>
 #include <filesystem>
 #include <functional>
-#include <iostream>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -54,47 +54,10 @@ std::string choicesFile(const DriverOptions& options)
     return features.parent_path().parent_path() / "desktop.conf";
 }
 
-/// Shows the log's messages in the window, too, whichever thread they come from.
-class WindowLog {
-public:
-    explicit WindowLog(MainWindow& window) : window_(std::make_shared<MainWindow*>(&window))
-    {
-        before_ = setLogSink([window = window_](Severity severity, const std::string& line) {
-            if (severity == Severity::information)
-                return;
-            std::cerr << "quelm-desktop: " + line + "\n" << std::flush;
-            g_idle_add_full(G_PRIORITY_DEFAULT, &WindowLog::tell, new Message{window, severity, line},
-                            [](gpointer message) { delete static_cast<Message*>(message); });
-        });
-    }
-    ~WindowLog()
-    {
-        setLogSink(std::move(before_));
-        *window_ = nullptr;
-    }
-    WindowLog(const WindowLog&) = delete;
-    WindowLog& operator=(const WindowLog&) = delete;
-
-private:
-    struct Message {
-        std::shared_ptr<MainWindow*> window;
-        Severity severity;
-        std::string line;
-    };
-
-    static gboolean tell(gpointer data)
-    {
-        const auto& message = *static_cast<Message*>(data);
-        if (*message.window != nullptr)
-            (*message.window)
-                ->tellAside(message.severity == Severity::error ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING,
-                            message.line);
-        return G_SOURCE_REMOVE;
-    }
-
-    std::shared_ptr<MainWindow*> window_; ///< points at nothing when the window is gone
-    LogSink before_;
-};
+Gtk::MessageType messageType(Severity severity)
+{
+    return severity == Severity::error ? Gtk::MESSAGE_ERROR : Gtk::MESSAGE_WARNING;
+}
 
 /// Closes a window on a signal from outside, as long as it lives itself.
 class SignalsClose {
@@ -140,6 +103,7 @@ void runDesktop(const DesktopOptions& options)
     if (!openDisplay())
         throw Error(
             localized("no display can be opened; start quelm-desktop on a desktop, or use quelm-driver fax"));
+    WindowLog log;
     Driver driver(options.driver);
     // Each window is a driver of its own: two may fax two documents.
     const auto application = Gtk::Application::create("net.quelm.Desktop", Gio::APPLICATION_NON_UNIQUE);
@@ -149,12 +113,10 @@ void runDesktop(const DesktopOptions& options)
     });
     MainWindowOptions windowOptions{options.pdl, choicesFile(options.driver), options.creator};
     std::unique_ptr<MainWindow> window;
-    std::unique_ptr<WindowLog> log;
     std::unique_ptr<SignalsClose> signals;
     std::unique_ptr<DialogWindows> dialogs;
     application->signal_activate().connect([&] {
         window = std::make_unique<MainWindow>(driver, windowOptions);
-        log = std::make_unique<WindowLog>(*window);
         signals = std::make_unique<SignalsClose>([&window] { window->closeAtOnce(); });
         dialogs = std::make_unique<DialogWindows>(driver, *window);
         window->connectDialogs(*dialogs);
@@ -166,12 +128,17 @@ void runDesktop(const DesktopOptions& options)
         window->present();
         if (!options.document.empty())
             window->openDocument(options.document);
+        log.showWith([&window](Severity severity,
+                               const std::string& line) { window->tellBeside(messageType(severity), line); },
+                     [&window](Severity severity, const std::string& line) {
+                         if (window)
+                             window->tellAside(messageType(severity), line);
+                     });
     });
     application->run();
     driver.callbacks().setHelp({});
     dialogs.reset();
     signals.reset();
-    log.reset();
     window.reset();
 }
 

@@ -5,9 +5,28 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+
 namespace {
 
 using quelm::Severity;
+
+/// The program has a name as long as this lives.
+class ProgramName {
+public:
+    explicit ProgramName(const std::string& name) { quelm::setProgramName(name); }
+    ~ProgramName() { quelm::setProgramName({}); }
+    ProgramName(const ProgramName&) = delete;
+    ProgramName& operator=(const ProgramName&) = delete;
+};
+
+std::string errorsOf(const std::function<void()>& work)
+{
+    testing::internal::CaptureStderr();
+    work();
+    return testing::internal::GetCapturedStderr();
+}
 
 TEST(LogTest, AMessageIsOneLine)
 {
@@ -19,12 +38,29 @@ TEST(LogTest, AMessageIsOneLine)
 
 TEST(LogTest, StandardErrorGetsWarningsAndErrorsUnderTheProgramsName)
 {
-    testing::internal::CaptureStderr();
-    quelm::log(Severity::information, "not shown");
-    quelm::log(Severity::warning, "careful");
-    quelm::log(Severity::error, "broken");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "quelm-driver: warning: careful\nquelm-driver: broken\n");
+    const ProgramName name("prog");
+    EXPECT_EQ(errorsOf([] {
+                  quelm::log(Severity::information, "not shown");
+                  quelm::log(Severity::warning, "careful");
+                  quelm::log(Severity::error, "broken");
+              }),
+              "prog: warning: careful\nprog: broken\n");
+}
+
+TEST(LogTest, AProgramWithoutANameWritesTheBareLines)
+{
+    const ProgramName name("");
+    EXPECT_EQ(errorsOf([] { quelm::log(Severity::error, "broken"); }), "broken\n");
+}
+
+TEST(LogTest, ASinkMayWriteToStandardErrorAsTheLogDoes)
+{
+    const ProgramName name("prog");
+    const auto line = errorsOf([] { quelm::log(Severity::warning, "careful"); });
+    const LogCapture log;
+    EXPECT_EQ(errorsOf([] { quelm::log(Severity::warning, "careful"); }), "");
+    EXPECT_EQ(errorsOf([] { quelm::logToStandardError(Severity::warning, "careful"); }), line);
+    EXPECT_EQ(errorsOf([] { quelm::logToStandardError(Severity::information, "careful"); }), "");
 }
 
 TEST(LogTest, TheSinkBeforeIsHandedBack)

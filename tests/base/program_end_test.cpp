@@ -2,6 +2,7 @@
 #include "base/program_end.h"
 
 #include "base/error.h"
+#include "base/log.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,12 @@ TEST(ProgramEnd, EveryOtherFailureIsStatusOne)
     EXPECT_EQ(endOf([] { throw quelm::Error("x is missing"); }), (End{1, "prog: x is missing\n"}));
     EXPECT_EQ(endOf([] { throw std::runtime_error("odd"); }), (End{1, "prog: odd\n"}));
     EXPECT_EQ(endOf([] { throw std::bad_alloc(); }), (End{1, "prog: out of memory\n"}));
+}
+
+TEST(ProgramEnd, WhatIsLoggedStandsBehindTheProgramsName)
+{
+    EXPECT_EQ(endOf([] { quelm::log(quelm::Severity::error, "a file is broken"); }),
+              (End{0, "prog: a file is broken\n"}));
 }
 
 TEST(ProgramEnd, AFailureIsOneLineWhateverItHolds)

@@ -10,8 +10,6 @@
 #include "base/version.h"
 #include "driver/jobs/job_writer.h"
 
-#include <iostream>
-
 namespace quelm {
 namespace {
 
@@ -28,7 +26,7 @@ Receipt send(JobDestination& destination)
         // The signal that comes next leaves nobody who could tell.
         if (Interruption::requested()) {
             progress.wipe();
-            std::cerr << "quelm-driver: " << oneLine(error.what()) << std::endl;
+            writeUnderProgramName(oneLine(error.what()));
         }
         throw;
     }

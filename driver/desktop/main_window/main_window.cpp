@@ -288,6 +288,7 @@ void MainWindow::openDocument(const std::string& path)
 
 void MainWindow::documentLoaded(const LoadingResult& result)
 {
+    // What was told meanwhile, such as at the start of the program, nobody may have read yet.
     document_ = result.document;
     if (document_) {
         documentPanel_.showDocument(document_);
@@ -295,11 +296,11 @@ void MainWindow::documentLoaded(const LoadingResult& result)
         for (const auto& warning : document_->document.warnings())
             warnings += (warnings.empty() ? "" : " ") + warning;
         if (!warnings.empty())
-            tell(Gtk::MESSAGE_WARNING, warnings);
+            tellBeside(Gtk::MESSAGE_WARNING, warnings);
     } else {
         documentPanel_.showNothing();
         set_title(translated("Quelm Driver"));
-        tell(Gtk::MESSAGE_ERROR, result.trouble);
+        tellBeside(Gtk::MESSAGE_ERROR, result.trouble);
     }
     updateActions();
 }

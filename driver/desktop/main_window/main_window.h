@@ -60,6 +60,9 @@ public:
     /// Tells the user something in one line.
     void tell(Gtk::MessageType type, const std::string& line) { messages_.tell(type, line); }
 
+    /// The same, beside what is being told, the worst first.
+    void tellBeside(Gtk::MessageType type, const std::string& line) { messages_.tellBeside(type, line); }
+
     /// The same, unless something else is being told.
     void tellAside(Gtk::MessageType type, const std::string& line);
 

@@ -1,4 +1,4 @@
-// Shows and hides the line.
+// Shows and hides the lines.
 #include "driver/desktop/toolkit/message_bar.h"
 
 #include "base/log.h"
@@ -7,6 +7,8 @@
 #include "driver/desktop/toolkit/shown_text.h"
 
 #include <gtkmm/box.h>
+
+#include <algorithm>
 
 namespace quelm {
 
@@ -35,11 +37,28 @@ MessageBar::MessageBar()
 
 void MessageBar::tell(Gtk::MessageType type, const std::string& line)
 {
-    set_message_type(type);
-    label_.set_text(oneLine(drawable(line)));
+    lines_.clear();
+    tellBeside(type, line);
+}
+
+void MessageBar::tellBeside(Gtk::MessageType type, const std::string& line)
+{
+    // The toolkit's types are in the order of their weight.
+    const auto lighter =
+        std::ranges::find_if(lines_, [type](const Line& other) { return other.type < type; });
+    lines_.insert(lighter, {type, oneLine(drawable(line))});
+    std::string text;
+    for (const auto& shown : lines_)
+        text += (text.empty() ? "" : "\n") + shown.text;
+    set_message_type(lines_.front().type);
+    label_.set_text(text);
     set_visible();
 }
 
-void MessageBar::clear() { hide(); }
+void MessageBar::clear()
+{
+    lines_.clear();
+    hide();
+}
 
 } // namespace quelm

@@ -1,4 +1,4 @@
-// One line at the top of the main window that says how something ended.
+// What stands at the top of the main window: how something ended, and what else the user should know.
 #ifndef DRIVER_DESKTOP_TOOLKIT_MESSAGE_BAR_H
 #define DRIVER_DESKTOP_TOOLKIT_MESSAGE_BAR_H
 
@@ -7,6 +7,7 @@
 #include <gtkmm/label.h>
 
 #include <string>
+#include <vector>
 
 namespace quelm {
 
@@ -15,11 +16,21 @@ class MessageBar : public Gtk::InfoBar {
 public:
     MessageBar();
 
-    /// `line` may hold any bytes: names of files do.
+    /// Shows one line in place of all that stands here. It may hold any bytes: names of files do.
     void tell(Gtk::MessageType type, const std::string& line);
+
+    /// Shows a line together with what stands here already, the worst first.
+    void tellBeside(Gtk::MessageType type, const std::string& line);
+
     void clear();
 
 private:
+    struct Line {
+        Gtk::MessageType type;
+        std::string text;
+    };
+
+    std::vector<Line> lines_;
     Gtk::Label label_;
     Gtk::Button close_;
 };

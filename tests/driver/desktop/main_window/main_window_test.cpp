@@ -20,6 +20,7 @@
 namespace quelm {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -442,6 +443,33 @@ TEST_F(MainWindowTest, AFileOfAnyNameStaysWhenTheChooserIsLeftAsItBegan)
 }
 
 // --- The window's height -----------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, MessagesBesideOneAnotherStandInLinesTheWorstFirst)
+{
+    const auto typeOfBar = [] {
+        return gtk_info_bar_get_message_type(GTK_INFO_BAR(onScreen("Main Message Bar")));
+    };
+    window->tellBeside(Gtk::MESSAGE_WARNING, "a warning");
+    EXPECT_EQ(typeOfBar(), GTK_MESSAGE_WARNING);
+    window->tellBeside(Gtk::MESSAGE_ERROR, "an error");
+    window->tellBeside(Gtk::MESSAGE_WARNING, "another\nwarning");
+    EXPECT_EQ(shownText("Main Message"), "an error\na warning\nanother warning");
+    EXPECT_EQ(typeOfBar(), GTK_MESSAGE_ERROR);
+    window->tell(Gtk::MESSAGE_INFO, "all of it again");
+    EXPECT_EQ(shownText("Main Message"), "all of it again");
+    EXPECT_EQ(typeOfBar(), GTK_MESSAGE_INFO);
+    press("Main Message Close Button");
+    window->tellBeside(Gtk::MESSAGE_WARNING, "a warning");
+    EXPECT_EQ(shownText("Main Message"), "a warning");
+}
+
+TEST_F(MainWindowTest, WhatWasToldWhileADocumentIsOpenedStaysBesideItsTrouble)
+{
+    window->openDocument(writeFile(folder / "letter.txt", "Dear Ann\n"));
+    window->tellBeside(Gtk::MESSAGE_WARNING, "a warning");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "a warning"; }));
+    EXPECT_THAT(shownText("Main Message"), AllOf(HasSubstr("neither PostScript"), HasSubstr("\na warning")));
+}
 
 TEST_F(MainWindowTest, AMessageTakesItsHeightWithIt)
 {
