@@ -1,4 +1,4 @@
-// The main window's layout, its document, its fax and its help.
+// The main window's layout and actions.
 #include "driver/desktop/main_window/main_window.h"
 
 #include "base/error.h"
@@ -7,13 +7,13 @@
 #include "driver/core/callbacks.h"
 #include "driver/core/user_actions.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/desktop/main_window/file_uri.h"
 #include "driver/desktop/sending/queue_names.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/style.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
-#include <gtkmm/filefilter.h>
 #include <gtkmm/selectiondata.h>
 #include <gtkmm/sizegroup.h>
 
@@ -52,18 +52,6 @@ void addSection(Gtk::Box& form, const std::string& title, Gtk::Widget& fields)
     form.pack_start(*section, Gtk::PACK_SHRINK);
 }
 
-/// The path that a URI names; empty when it names no file, or one of another computer.
-std::string fileOfThisComputer(const Glib::ustring& uri)
-{
-    gchar* host = nullptr;
-    gchar* path = g_filename_from_uri(uri.c_str(), &host, nullptr);
-    const std::unique_ptr<gchar, void (*)(gpointer)> ownedHost(host, g_free);
-    const std::unique_ptr<gchar, void (*)(gpointer)> ownedPath(path, g_free);
-    const bool here = host == nullptr || g_ascii_strcasecmp(host, "localhost") == 0 ||
-                      g_ascii_strcasecmp(host, g_get_host_name()) == 0;
-    return path != nullptr && here ? path : std::string();
-}
-
 Glib::RefPtr<Gio::Menu> submenu(const std::vector<std::pair<std::string, const char*>>& items)
 {
     auto menu = Gio::Menu::create();
@@ -87,8 +75,11 @@ std::string faxSummary(std::size_t recipients, bool coverPage)
 MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     : driver_(driver), options_(options), choicesFile_(options.choicesFile), kept_(choicesFile_.load()),
       open_(translated("_Open..."), true), faxSetup_(translated("Fax Set_up..."), true),
-      destinationPanel_(&queueNames), cancel_(translated("_Cancel"), true), help_(translated("H_elp"), true),
-      preview_(translated("Pre_view Job"), true), send_(translated("_Send"), true),
+      destinationPanel_(&queueNames),
+      job_({*this, driver, destinationPanel_, messages_, question_, options.creator,
+            [this] { choicesFile_.keep(choices()); }, [this] { sendingChanged(); }}),
+      help_(translated("H_elp"), true), preview_(translated("Pre_view Job"), true),
+      send_(translated("_Send"), true),
       loading_([this](const LoadingResult& result) { documentLoaded(result); })
 {
     useDriverStyle();
@@ -102,17 +93,42 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     if (kept_.width > 0 && kept_.height > 0)
         set_default_size(kept_.width, kept_.height);
     drag_dest_set({Gtk::TargetEntry("text/uri-list")}, Gtk::DEST_DEFAULT_ALL, Gdk::ACTION_COPY);
-    messages_.signal_hide().connect([this] { giveHeightBack(); });
-    progressBox_.signal_hide().connect([this] { giveHeightBack(); });
+    height_.addPassing(messages_);
+    height_.addPassing(job_);
     showFax();
     updateActions();
 }
 
-MainWindow::~MainWindow() { progressTimer_.disconnect(); }
-
 void MainWindow::layOut()
 {
     documentPanel_.set_hexpand();
+    auto* columns = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, wideSpace);
+    columns->set_border_width(wideSpace);
+    columns->pack_start(documentPanel_, Gtk::PACK_EXPAND_WIDGET);
+    columns->pack_start(form(), Gtk::PACK_EXPAND_WIDGET);
+
+    job_.set_margin_start(wideSpace);
+    job_.set_margin_end(wideSpace);
+
+    const auto sameWidth = Gtk::SizeGroup::create(Gtk::SIZE_GROUP_HORIZONTAL);
+    for (auto* button : {&open_, &faxSetup_, &destinationPanel_.chooseButton(), &help_, &preview_, &send_})
+        sameWidth->add_widget(*button);
+
+    auto* box = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL);
+    box->pack_start(messages_, Gtk::PACK_SHRINK);
+    box->pack_start(*columns, Gtk::PACK_EXPAND_WIDGET);
+    box->pack_start(job_, Gtk::PACK_SHRINK);
+    box->pack_start(buttonBar(), Gtk::PACK_SHRINK);
+    add(*box);
+    box->show_all();
+    send_.set_can_default();
+    set_default(send_);
+    send_.get_style_context()->add_class("suggested-action");
+}
+
+/// What the job is made of, beside the document's first page.
+Gtk::Box& MainWindow::form()
+{
     auto* documentFields = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, space);
     documentFields->pack_start(documentPanel_.facts(), Gtk::PACK_EXPAND_WIDGET);
     documentFields->pack_end(open_, Gtk::PACK_SHRINK);
@@ -123,45 +139,23 @@ void MainWindow::layOut()
     faxFields->pack_start(faxSummary_, Gtk::PACK_EXPAND_WIDGET);
     faxFields->pack_end(faxSetup_, Gtk::PACK_SHRINK);
 
-    form_.set_spacing(wideSpace);
-    form_.set_size_request(formWidth, -1);
-    addSection(form_, translated("Document"), *documentFields);
-    addSection(form_, translated("Fax"), *faxFields);
-    addSection(form_, translated("Destination"), destinationPanel_);
+    auto* form = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL, wideSpace);
+    form->set_size_request(formWidth, -1);
+    addSection(*form, translated("Document"), *documentFields);
+    addSection(*form, translated("Fax"), *faxFields);
+    addSection(*form, translated("Destination"), destinationPanel_);
+    return *form;
+}
 
-    columns_.set_spacing(wideSpace);
-    columns_.set_border_width(wideSpace);
-    columns_.pack_start(documentPanel_, Gtk::PACK_EXPAND_WIDGET);
-    columns_.pack_start(form_, Gtk::PACK_EXPAND_WIDGET);
-
-    progress_.set_show_text();
-    progress_.set_valign(Gtk::ALIGN_CENTER);
-    progressBox_.set_spacing(space);
-    progressBox_.pack_start(progress_, Gtk::PACK_EXPAND_WIDGET);
-    progressBox_.pack_start(cancel_, Gtk::PACK_SHRINK);
-    progressBox_.set_margin_start(wideSpace);
-    progressBox_.set_margin_end(wideSpace);
-
-    bar_.set_spacing(space);
-    bar_.set_border_width(wideSpace);
-    bar_.set_margin_top(0);
-    bar_.pack_start(help_, Gtk::PACK_SHRINK);
-    bar_.pack_end(send_, Gtk::PACK_SHRINK);
-    bar_.pack_end(preview_, Gtk::PACK_SHRINK);
-    const auto sameWidth = Gtk::SizeGroup::create(Gtk::SIZE_GROUP_HORIZONTAL);
-    for (auto* button : {&open_, &faxSetup_, &destinationPanel_.chooseButton(), &help_, &preview_, &send_})
-        sameWidth->add_widget(*button);
-
-    box_.pack_start(messages_, Gtk::PACK_SHRINK);
-    box_.pack_start(columns_, Gtk::PACK_EXPAND_WIDGET);
-    box_.pack_start(progressBox_, Gtk::PACK_SHRINK);
-    box_.pack_start(bar_, Gtk::PACK_SHRINK);
-    add(box_);
-    box_.show_all();
-    progressBox_.hide();
-    send_.set_can_default();
-    set_default(send_);
-    send_.get_style_context()->add_class("suggested-action");
+Gtk::Box& MainWindow::buttonBar()
+{
+    auto* bar = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_HORIZONTAL, space);
+    bar->set_border_width(wideSpace);
+    bar->set_margin_top(0);
+    bar->pack_start(help_, Gtk::PACK_SHRINK);
+    bar->pack_end(send_, Gtk::PACK_SHRINK);
+    bar->pack_end(preview_, Gtk::PACK_SHRINK);
+    return *bar;
 }
 
 void MainWindow::describeControls()
@@ -170,8 +164,6 @@ void MainWindow::describeControls()
     describe(open_, "Main Open Button");
     describe(faxSummary_, "Main Fax Summary");
     describe(faxSetup_, "Main Fax Setup Button");
-    describe(progress_, "Main Progress", translated("Progress"));
-    describe(cancel_, "Main Cancel Button");
     describe(help_, "Main Help Button");
     describe(preview_, "Main Preview Button");
     describe(send_, "Main Send Button");
@@ -181,15 +173,15 @@ void MainWindow::addActions()
 {
     add_action("open", [this] { chooseDocument(); });
     add_action("fax-setup", [this] { faxSetup(); });
-    add_action("preview", [this] { preview(); });
-    add_action("send", [this] { send(); });
-    add_action("cancel", [this] { sending_.cancel(); });
+    add_action("preview", [this] { job_.preview(); });
+    add_action("send", [this] { job_.send(); });
+    add_action("cancel", [this] { job_.cancel(); });
     add_action("help", [this] { showHelp(driverTopic, {}); });
     add_action("about", [this] { about(); });
     add_action("quit", [this] { close(); });
     const std::vector<std::pair<Gtk::Button*, const char*>> buttons = {
         {&open_, "win.open"}, {&faxSetup_, "win.fax-setup"}, {&preview_, "win.preview"},
-        {&send_, "win.send"}, {&cancel_, "win.cancel"},      {&help_, "win.help"},
+        {&send_, "win.send"}, {&help_, "win.help"},
     };
     for (const auto& [button, action] : buttons)
         gtk_actionable_set_action_name(GTK_ACTIONABLE(button->gobj()), action);
@@ -214,6 +206,7 @@ Glib::RefPtr<Gio::Menu> MainWindow::menu()
 void MainWindow::connectDialogs(DialogWindows& dialogs)
 {
     dialogs_ = &dialogs;
+    job_.connectDialogs(dialogs);
     dialogs.setSettled([this] { showFax(); });
     dialogs.setTrouble([this](const std::string& message) { tell(Gtk::MESSAGE_ERROR, message); });
 }
@@ -221,49 +214,36 @@ void MainWindow::connectDialogs(DialogWindows& dialogs)
 void MainWindow::showFax()
 {
     const auto recipients = driver_.show(recipientList).rowCount.value_or(0);
-    if (waitsForRecipient_ && recipients > 0) {
-        waitsForRecipient_ = false;
-        messages_.clear();
-    }
+    job_.noteRecipients(recipients);
     faxSummary_.set_text(quelm::faxSummary(recipients, driver_.faxSession().coverPageChosen()));
 }
 
 void MainWindow::updateActions()
 {
-    const bool free = !sending_.running();
+    const bool free = !job_.isSending();
     const auto enable = [this](const char* action, bool enabled) {
         Glib::RefPtr<Gio::SimpleAction>::cast_dynamic(lookup_action(action))->set_enabled(enabled);
     };
     enable("open", free);
     enable("fax-setup", free);
-    enable("preview", free && document_);
-    enable("send", free && document_);
+    enable("preview", free && job_.hasDocument());
+    enable("send", free && job_.hasDocument());
     enable("cancel", !free);
     destinationPanel_.set_sensitive(free);
+}
+
+void MainWindow::sendingChanged()
+{
+    updateActions();
+    if (!job_.isSending())
+        send_.grab_focus();
 }
 
 // --- The document ------------------------------------------------------------------------------------
 
 void MainWindow::chooseDocument()
 {
-    chooser_ = std::make_unique<Gtk::FileChooserDialog>(*this, translated("Open a Document"));
-    chooser_->add_button(translated("_Cancel"), Gtk::RESPONSE_CANCEL);
-    chooser_->add_button(translated("_Open"), Gtk::RESPONSE_ACCEPT);
-    chooser_->set_default_response(Gtk::RESPONSE_ACCEPT);
-    chooser_->set_modal();
-    describe(*chooser_, "Main Document Chooser");
-    const auto documents = Gtk::FileFilter::create();
-    documents->set_name(translated("Documents (PostScript, PDF)"));
-    for (const auto* pattern : {"*.ps", "*.eps", "*.pdf", "*.prn", "*.PS", "*.EPS", "*.PDF", "*.PRN"})
-        documents->add_pattern(pattern);
-    chooser_->add_filter(documents);
-    const auto everything = Gtk::FileFilter::create();
-    everything->set_name(translated("All files"));
-    everything->add_pattern("*");
-    chooser_->add_filter(everything);
-    std::error_code failure;
-    if (std::filesystem::is_directory(kept_.documentFolder, failure))
-        chooser_->set_current_folder(kept_.documentFolder);
+    chooser_ = std::make_unique<DocumentChooser>(*this, kept_.documentFolder);
     chooser_->signal_response().connect([this](int response) {
         if (response == Gtk::RESPONSE_ACCEPT)
             openDocument(chooser_->get_filename());
@@ -277,7 +257,7 @@ void MainWindow::openDocument(const std::string& path)
     std::error_code failure;
     const auto absolute = std::filesystem::absolute(path, failure);
     kept_.documentFolder = absolute.parent_path().string();
-    document_.reset();
+    job_.setDocument(nullptr);
     messages_.clear();
     const std::string name = oneLine(Glib::filename_display_basename(path));
     documentPanel_.showLoading(name);
@@ -289,11 +269,11 @@ void MainWindow::openDocument(const std::string& path)
 void MainWindow::documentLoaded(const LoadingResult& result)
 {
     // What was told meanwhile, such as at the start of the program, nobody may have read yet.
-    document_ = result.document;
-    if (document_) {
-        documentPanel_.showDocument(document_);
+    job_.setDocument(result.document);
+    if (result.document) {
+        documentPanel_.showDocument(result.document);
         std::string warnings;
-        for (const auto& warning : document_->document.warnings())
+        for (const auto& warning : result.document->document.warnings())
             warnings += (warnings.empty() ? "" : " ") + warning;
         if (!warnings.empty())
             tellBeside(Gtk::MESSAGE_WARNING, warnings);
@@ -310,15 +290,13 @@ void MainWindow::on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>&, in
 {
     // The toolkit ends the drag by itself.
     const auto uris = data.get_uris();
-    const std::string path = uris.empty() ? std::string() : fileOfThisComputer(uris.front());
+    const std::string path = uris.empty() ? std::string() : fileOfThisComputer(uris.front().raw());
     if (path.empty())
         return tell(Gtk::MESSAGE_ERROR, translated("What was dropped here is no file of this computer."));
-    if (sending_.running())
+    if (job_.isSending())
         return tell(Gtk::MESSAGE_INFO, translated("A fax job is being sent."));
-    if (isAsking()) {
-        waitsForAnswer_ = true;
-        return tell(Gtk::MESSAGE_INFO, translated("Answer the question first."));
-    }
+    if (question_.comesFirst())
+        return;
     openDocument(path);
     if (uris.size() > 1)
         tell(Gtk::MESSAGE_INFO, translated("Only the first of the documents was opened."));
@@ -352,33 +330,13 @@ void MainWindow::about()
                                       driver_.component().displayName(), driver_.component().version()));
 }
 
-void MainWindow::ask(const Question& question, std::function<void()> answeredYes)
-{
-    question_ = std::make_unique<Gtk::MessageDialog>(*this, question.text, false, Gtk::MESSAGE_QUESTION,
-                                                     Gtk::BUTTONS_NONE, true);
-    question_->set_title(get_title());
-    question_->set_secondary_text(question.details);
-    describe(*question_, question.fixedName);
-    describe(*question_->add_button(question.no, Gtk::RESPONSE_CANCEL), question.fixedName + " No");
-    describe(*question_->add_button(question.yes, Gtk::RESPONSE_YES), question.fixedName + " Yes");
-    question_->set_default_response(Gtk::RESPONSE_CANCEL);
-    question_->signal_response().connect([this, answeredYes = std::move(answeredYes)](int response) {
-        question_->hide();
-        if (std::exchange(waitsForAnswer_, false))
-            messages_.clear();
-        if (response == Gtk::RESPONSE_YES)
-            answeredYes();
-    });
-    question_->present();
-}
-
 bool MainWindow::on_delete_event(GdkEventAny*)
 {
-    if (sending_.running())
-        ask({"Main Quit Question", translated("A fax job is being sent."),
-             translated("Stop sending it, and quit?"), translated("_Keep Sending"),
-             translated("_Stop and Quit")},
-            [this] { closeAtOnce(); });
+    if (job_.isSending())
+        question_.ask({"Main Quit Question", translated("A fax job is being sent."),
+                       translated("Stop sending it, and quit?"), translated("_Keep Sending"),
+                       translated("_Stop and Quit")},
+                      [this] { closeAtOnce(); });
     else
         closeAtOnce();
     return true;
@@ -386,10 +344,21 @@ bool MainWindow::on_delete_event(GdkEventAny*)
 
 void MainWindow::closeAtOnce()
 {
-    sending_.cancel();
+    job_.cancel();
     choicesFile_.keep(choices());
     if (closed_)
         closed_();
+}
+
+DesktopChoices MainWindow::choices() const
+{
+    DesktopChoices choices = kept_;
+    choices.destination = destinationPanel_.choice();
+    if (!is_maximized()) {
+        get_size(choices.width, choices.height);
+        choices.height = height_.atRest();
+    }
+    return choices;
 }
 
 } // namespace quelm

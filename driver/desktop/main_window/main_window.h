@@ -4,21 +4,20 @@
 
 #include "driver/core/driver.h"
 #include "driver/desktop/help/help_window.h"
+#include "driver/desktop/main_window/document_chooser.h"
+#include "driver/desktop/main_window/job_panel.h"
+#include "driver/desktop/main_window/main_question.h"
+#include "driver/desktop/main_window/window_height.h"
 #include "driver/desktop/pages/document_panel.h"
-#include "driver/desktop/pages/page_preview.h"
 #include "driver/desktop/sending/desktop_choices.h"
 #include "driver/desktop/sending/destination_panel.h"
 #include "driver/desktop/sending/document_loading.h"
-#include "driver/desktop/sending/job_sending.h"
 #include "driver/desktop/toolkit/message_bar.h"
 
 #include <gtkmm/applicationwindow.h>
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
-#include <gtkmm/filechooserdialog.h>
 #include <gtkmm/label.h>
-#include <gtkmm/messagedialog.h>
-#include <gtkmm/progressbar.h>
 
 #include <functional>
 #include <memory>
@@ -46,7 +45,6 @@ class MainWindow : public Gtk::ApplicationWindow {
 public:
     /// `driver` outlives the window.
     MainWindow(Driver& driver, const MainWindowOptions& options);
-    ~MainWindow() override;
 
     /// Brings in the component's dialogs, which live as long as the window is used.
     void connectDialogs(DialogWindows& dialogs);
@@ -83,45 +81,22 @@ protected:
     bool on_delete_event(GdkEventAny* event) override;
     void on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
                                const Gtk::SelectionData& data, guint info, guint time) override;
-    void on_size_allocate(Gtk::Allocation& allocation) override;
 
 private:
     void layOut();
+    Gtk::Box& form();
+    Gtk::Box& buttonBar();
     void addActions();
     void describeControls();
     void showFax();
     void updateActions();
+    void sendingChanged();
 
     void chooseDocument();
     void documentLoaded(const LoadingResult& result);
     void faxSetup();
-
-    bool readyToWrite();
-    JobOrder orderFor(const DestinationChoice& destination,
-                      const std::shared_ptr<const LoadedDocument>& document);
-    void preview();
-    void send();
-    void sendTo(const DestinationChoice& destination);
-    void startSending(const DestinationChoice& destination,
-                      const std::shared_ptr<const LoadedDocument>& document);
-    void sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
-                      const SendingEnd& end);
-    bool showProgress();
-    struct Question {
-        std::string fixedName; ///< for assistive tools and tests
-        std::string text;
-        std::string details;
-        std::string no; ///< the buttons' texts
-        std::string yes;
-    };
-    void ask(const Question& question, std::function<void()> answeredYes);
-    bool isAsking() const { return question_ && question_->get_visible(); }
     void about();
-
-    DestinationChoice destination() const;
     DesktopChoices choices() const;
-    void followHeight();
-    void giveHeightBack();
 
     Driver& driver_;
     MainWindowOptions options_;
@@ -129,35 +104,21 @@ private:
     std::function<void()> closed_;
     DesktopChoicesFile choicesFile_;
     DesktopChoices kept_;
-    bool waitsForRecipient_ = false; ///< the message asks for one
-    bool waitsForAnswer_ = false;    ///< the message asks to answer the question
-    int height_ = 0;                 ///< of the window, in pixels
-    int heightAtRest_ = 0;           ///< the same without what passing parts need
-
-    Gtk::Box box_{Gtk::ORIENTATION_VERTICAL};
+    WindowHeight height_{*this};
     MessageBar messages_;
-    Gtk::Box columns_{Gtk::ORIENTATION_HORIZONTAL};
+    MainQuestion question_{*this, messages_};
     DocumentPanel documentPanel_;
-    Gtk::Box form_{Gtk::ORIENTATION_VERTICAL};
     Gtk::Button open_;
     Gtk::Label faxSummary_;
     Gtk::Button faxSetup_;
     DestinationPanel destinationPanel_;
-    Gtk::Box progressBox_{Gtk::ORIENTATION_HORIZONTAL};
-    Gtk::ProgressBar progress_;
-    Gtk::Button cancel_;
-    Gtk::Box bar_{Gtk::ORIENTATION_HORIZONTAL};
+    JobPanel job_;
     Gtk::Button help_;
     Gtk::Button preview_;
     Gtk::Button send_;
 
     DocumentLoading loading_;
-    std::shared_ptr<const LoadedDocument> document_;
-    JobSending sending_;
-    sigc::connection progressTimer_;
-    std::unique_ptr<Gtk::FileChooserDialog> chooser_;
-    std::unique_ptr<Gtk::MessageDialog> question_;
-    std::unique_ptr<PagePreview> previewWindow_;
+    std::unique_ptr<DocumentChooser> chooser_;
     std::unique_ptr<HelpWindow> helpWindow_;
 };
 

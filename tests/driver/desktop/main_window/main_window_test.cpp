@@ -442,7 +442,7 @@ TEST_F(MainWindowTest, AFileOfAnyNameStaysWhenTheChooserIsLeftAsItBegan)
     EXPECT_EQ(contentOf(path), expectedJob());
 }
 
-// --- The window's height -----------------------------------------------------------------------------
+// --- Messages ----------------------------------------------------------------------------------------
 
 TEST_F(MainWindowTest, MessagesBesideOneAnotherStandInLinesTheWorstFirst)
 {
@@ -470,6 +470,8 @@ TEST_F(MainWindowTest, WhatWasToldWhileADocumentIsOpenedStaysBesideItsTrouble)
     ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "a warning"; }));
     EXPECT_THAT(shownText("Main Message"), AllOf(HasSubstr("neither PostScript"), HasSubstr("\na warning")));
 }
+
+// --- The window's height -----------------------------------------------------------------------------
 
 TEST_F(MainWindowTest, AMessageTakesItsHeightWithIt)
 {

@@ -1,0 +1,198 @@
+// The way from a fax to a job that is looked at or sent.
+#include "driver/desktop/main_window/job_panel.h"
+
+#include "base/clock.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/desktop/toolkit/accessible.h"
+#include "driver/widgets/widget_names.h"
+
+#include <glibmm/convert.h>
+#include <glibmm/main.h>
+#include <glibmm/miscutils.h>
+
+#include <filesystem>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+constexpr int space = 8;
+constexpr unsigned progressInterval = 100; // milliseconds
+
+bool isOrdinaryFile(const std::string& path)
+{
+    std::error_code failure;
+    return std::filesystem::is_regular_file(path, failure);
+}
+
+DestinationChoice withAbsolutePath(DestinationChoice choice)
+{
+    choice.file = absolutePath(choice.file, Glib::get_home_dir(), Glib::get_current_dir());
+    return choice;
+}
+
+} // namespace
+
+JobPanel::JobPanel(JobSurroundings around)
+    : Gtk::Box(Gtk::ORIENTATION_HORIZONTAL, space), around_(std::move(around)),
+      cancel_(translated("_Cancel"), true)
+{
+    progress_.set_show_text();
+    progress_.set_valign(Gtk::ALIGN_CENTER);
+    pack_start(progress_, Gtk::PACK_EXPAND_WIDGET);
+    pack_start(cancel_, Gtk::PACK_SHRINK);
+    describe(progress_, "Main Progress", translated("Progress"));
+    describe(cancel_, "Main Cancel Button");
+    gtk_actionable_set_action_name(GTK_ACTIONABLE(cancel_.gobj()), "win.cancel");
+    show_all_children();
+    set_no_show_all();
+}
+
+JobPanel::~JobPanel() { progressTimer_.disconnect(); }
+
+void JobPanel::noteRecipients(std::size_t count)
+{
+    if (waitsForRecipient_ && count > 0) {
+        waitsForRecipient_ = false;
+        around_.messages.clear();
+    }
+}
+
+/// Whether the component can write the job now. It shows its dialog when the job has no recipient.
+bool JobPanel::readyToWrite()
+{
+    around_.messages.clear();
+    waitsForRecipient_ = false;
+    if (!around_.driver.windows().empty()) {
+        around_.messages.tell(Gtk::MESSAGE_INFO, translated("Close the fax dialogs first."));
+        return false;
+    }
+    auto& session = around_.driver.faxSession();
+    session.setPdl(around_.destination.pdl());
+    if (!session.checkInfo()) {
+        around_.messages.tell(Gtk::MESSAGE_INFO, translated("Add a recipient first."));
+        waitsForRecipient_ = true;
+        return false;
+    }
+    return true;
+}
+
+JobOrder JobPanel::orderFor(const DestinationChoice& destination,
+                            const std::shared_ptr<const LoadedDocument>& document)
+{
+    JobOrder order;
+    order.document = document;
+    order.job = recordJobApart(around_.driver.faxSession());
+    order.job.recipients = around_.driver.show(widget_names::lanFaxRecipientList).rowCount.value_or(0);
+    order.pdl = around_.destination.pdl();
+    order.facts.creator = around_.creator;
+    order.facts.now = localTime();
+    order.open = [destination, user = around_.driver.user()](const Document& opened) {
+        return openDestination(targetOf(destination), opened, user);
+    };
+    return order;
+}
+
+void JobPanel::preview()
+{
+    dialogs_->act([this] {
+        if (!document_ || sending_.running() || !readyToWrite())
+            return;
+        if (!previewWindow_)
+            previewWindow_ = std::make_unique<PagePreview>(around_.window);
+        previewWindow_->showJob(orderFor({}, document_));
+    });
+}
+
+void JobPanel::send()
+{
+    dialogs_->act([this] {
+        if (!document_ || sending_.running() || !readyToWrite())
+            return;
+        const auto chosen = withAbsolutePath(around_.destination.choice());
+        const std::string trouble = troubleWith(chosen);
+        if (!trouble.empty()) {
+            around_.messages.tell(Gtk::MESSAGE_ERROR, trouble);
+            around_.destination.focusField();
+            return;
+        }
+        sendTo(chosen);
+    });
+}
+
+void JobPanel::sendTo(const DestinationChoice& chosen)
+{
+    // That the file is the document itself is told when it is opened.
+    const bool replaces = chosen.kind == DestinationKind::file && isOrdinaryFile(chosen.file) &&
+                          !document_->document.isSameFile(chosen.file);
+    if (!replaces)
+        return startSending(chosen, document_);
+    const std::string name = Glib::filename_display_basename(chosen.file);
+    around_.question.ask({"Main Replace Question", localized("There is a file %s already.", oneLine(name)),
+                          translated("Replace it by the fax job? What it holds is lost then."),
+                          translated("_Cancel"), translated("_Replace")},
+                         [this, chosen, document = document_] {
+                             dialogs_->act([this, chosen, document] { startSending(chosen, document); });
+                         });
+}
+
+void JobPanel::startSending(const DestinationChoice& chosen,
+                            const std::shared_ptr<const LoadedDocument>& document)
+{
+    if (!document || sending_.running())
+        return;
+    around_.prepared();
+    auto order = orderFor(chosen, document);
+    const auto recipients = order.job.recipients;
+    const auto ended = [this, kind = chosen.kind, name = document->document.name(),
+                        recipients](const SendingEnd& end) { sendingEnded(kind, name, recipients, end); };
+    sending_.start(std::move(order), ended);
+    progress_.set_fraction(0);
+    showProgress();
+    show();
+    progressTimer_ = Glib::signal_timeout().connect([this] { return showProgress(); }, progressInterval);
+    around_.changed();
+    cancel_.grab_focus();
+}
+
+bool JobPanel::showProgress()
+{
+    const auto now = sending_.progress();
+    progress_.set_text(now.stage == SendingProgress::Stage::writing ? translated("Writing the job...")
+                                                                    : translated("Handing the job over..."));
+    if (now.total == 0)
+        progress_.pulse();
+    else
+        progress_.set_fraction(static_cast<double>(now.done) / static_cast<double>(now.total));
+    return true;
+}
+
+void JobPanel::sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
+                            const SendingEnd& end)
+{
+    progressTimer_.disconnect();
+    hide();
+    around_.changed();
+    around_.question.withdraw();
+    switch (end.kind) {
+    case SendingEnd::Kind::handedOver: {
+        std::string line = handedOverText(kind, end.receipt.place, document, recipients);
+        if (!end.receipt.note.empty()) {
+            if (line.ends_with('.'))
+                line.pop_back();
+            line += "; " + end.receipt.note + ".";
+        }
+        return around_.messages.tell(end.receipt.note.empty() ? Gtk::MESSAGE_INFO : Gtk::MESSAGE_WARNING,
+                                     line);
+    }
+    case SendingEnd::Kind::cancelled:
+        return around_.messages.tell(Gtk::MESSAGE_WARNING, end.trouble);
+    case SendingEnd::Kind::failed:
+        return around_.messages.tell(Gtk::MESSAGE_ERROR, end.trouble);
+    }
+}
+
+} // namespace quelm

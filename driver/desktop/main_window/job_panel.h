@@ -1,0 +1,96 @@
+// The fax job of the main window: how it is made, looked at and sent.
+#ifndef DRIVER_DESKTOP_MAIN_WINDOW_JOB_PANEL_H
+#define DRIVER_DESKTOP_MAIN_WINDOW_JOB_PANEL_H
+
+#include "driver/core/driver.h"
+#include "driver/desktop/main_window/main_question.h"
+#include "driver/desktop/pages/page_preview.h"
+#include "driver/desktop/sending/destination_panel.h"
+#include "driver/desktop/sending/document_loading.h"
+#include "driver/desktop/sending/job_sending.h"
+#include "driver/desktop/toolkit/message_bar.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/progressbar.h>
+#include <gtkmm/window.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quelm {
+
+class DialogWindows;
+
+/// What jobs are made of, and what hears of them. All of it outlives the panel.
+struct JobSurroundings {
+    Gtk::Window& window; ///< previews stand above it
+    Driver& driver;
+    DestinationPanel& destination;
+    MessageBar& messages;
+    MainQuestion& question;
+    std::string creator;            ///< the program, as jobs name it
+    std::function<void()> prepared; ///< called when everything is there to send a job, before it is made
+    std::function<void()> changed;  ///< called when sending has begun or ended
+};
+
+/// Makes fax jobs of the document and the driver's fax, shows what they look like, and sends them. What comes
+/// of it stands in the messages. The panel itself is the progress of a job that is being sent and a button
+/// that cancels it; it is hidden at other times.
+///
+/// The fixed names of its controls are "Main Progress" and "Main Cancel Button", those of its questions "Main
+/// Replace Question"; its button is the action "win.cancel".
+class JobPanel : public Gtk::Box {
+public:
+    explicit JobPanel(JobSurroundings around);
+    /// Cancels a job that is being sent, and waits for that.
+    ~JobPanel() override;
+
+    /// Brings in the component's dialogs, whose turns jobs are made in. Called before `preview` and `send`.
+    void connectDialogs(DialogWindows& dialogs) { dialogs_ = &dialogs; }
+
+    /// Jobs are of this document from now on, but for one that is being sent; null: there is none.
+    void setDocument(std::shared_ptr<const LoadedDocument> document) { document_ = std::move(document); }
+    bool hasDocument() const { return document_ != nullptr; }
+
+    /// Takes note of how many recipients the fax has: a message that asks for one goes with the first.
+    void noteRecipients(std::size_t count);
+
+    /// Shows the pages of the job.
+    void preview();
+
+    /// Sends the job to the chosen destination, behind a question when that replaces a file.
+    void send();
+
+    /// Asks for the end of a sending, whose end is told as usual.
+    void cancel() { sending_.cancel(); }
+
+    bool isSending() const { return sending_.running(); }
+
+private:
+    bool readyToWrite();
+    JobOrder orderFor(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
+    void sendTo(const DestinationChoice& destination);
+    void startSending(const DestinationChoice& destination,
+                      const std::shared_ptr<const LoadedDocument>& document);
+    void sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
+                      const SendingEnd& end);
+    bool showProgress();
+
+    const JobSurroundings around_;
+    DialogWindows* dialogs_ = nullptr;
+    std::shared_ptr<const LoadedDocument> document_;
+    bool waitsForRecipient_ = false; ///< the message asks for one
+    Gtk::ProgressBar progress_;
+    Gtk::Button cancel_;
+    JobSending sending_;
+    sigc::connection progressTimer_;
+    std::unique_ptr<PagePreview> previewWindow_;
+};
+
+} // namespace quelm
+
+#endif
