@@ -6,6 +6,7 @@
 #include <fstream>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -163,6 +164,51 @@ std::optional<std::string> quotedInclude(std::string_view line)
     return std::string(line.substr(0, line.find('"')));
 }
 
+/// What each unit includes, a unit being a header and its source.
+using Edges = std::map<std::string, std::set<std::string>>;
+
+/// Finds the ways that lead from a unit back to itself.
+class CircleSearch {
+public:
+    explicit CircleSearch(const Edges& edges) : edges_(edges) {}
+
+    /// Goes on from `unit`, unless it was seen.
+    void visit(const std::string& unit)
+    {
+        const auto here = std::ranges::find(way_, unit);
+        if (here != way_.end()) {
+            std::string circle;
+            for (auto step = here; step != way_.end(); ++step)
+                circle += *step + " -> ";
+            circles.push_back(circle + unit);
+            return;
+        }
+        if (!seen_.insert(unit).second)
+            return;
+        way_.push_back(unit);
+        if (const auto found = edges_.find(unit); found != edges_.end()) {
+            for (const auto& next : found->second)
+                visit(next);
+        }
+        way_.pop_back();
+    }
+
+    std::vector<std::string> circles;
+
+private:
+    const Edges& edges_;
+    std::vector<std::string> way_;
+    std::set<std::string> seen_;
+};
+
+std::vector<std::string> circlesIn(const Edges& edges)
+{
+    CircleSearch search(edges);
+    for (const auto& [unit, included] : edges)
+        search.visit(unit);
+    return search.circles;
+}
+
 class Checker {
 public:
     explicit Checker(fs::path root) : root_(std::move(root)) {}
@@ -180,6 +226,8 @@ public:
 
     Findings take()
     {
+        for (const auto& circle : circlesIn(edges_))
+            findings_.violations.push_back("a circle of includes: " + circle);
         std::ranges::sort(findings_.violations);
         return std::move(findings_);
     }
@@ -202,6 +250,9 @@ private:
         }
     }
 
+    /// A header and its source are one: "base/log".
+    static std::string unitOf(const std::string& file) { return file.substr(0, file.rfind('.')); }
+
     void checkInclude(const std::string& place, const std::string& file, const Row& row,
                       const std::string& named)
     {
@@ -209,12 +260,15 @@ private:
         std::string included = fromRoot(fs::path(named).lexically_normal().generic_string());
         if (fs::exists((root_ / file).parent_path() / named))
             included = (fs::path(file).parent_path() / named).lexically_normal().generic_string();
+        if (unitOf(included) != unitOf(file))
+            edges_[unitOf(file)].insert(unitOf(included));
         if (!mayInclude(row, included))
             findings_.violations.push_back(place + " includes " + included + ": " + describe(row));
     }
 
     fs::path root_;
     Findings findings_;
+    Edges edges_;
 };
 
 } // namespace

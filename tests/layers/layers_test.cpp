@@ -151,6 +151,36 @@ TEST_F(LayersTest, TheRoomsOfTheComponentAreNamedWithoutTheirCommonFolder)
     EXPECT_EQ(violationOf("component/ui/fax_dialog.cpp", "model/recipient.h"), "");
 }
 
+TEST_F(LayersTest, FilesThatIncludeEachOtherAreReported)
+{
+    writeInclude("base/log.h", "base/error.h");
+    EXPECT_EQ(violations(), "");
+    writeInclude("base/error.h", "base/log.h");
+    EXPECT_EQ(violations(), "a circle of includes\n");
+    EXPECT_EQ(layers::check(root()).violations.front(),
+              "a circle of includes: base/error -> base/log -> base/error");
+}
+
+TEST_F(LayersTest, ACircleThroughSourcesIsSeenHoweverLongItIs)
+{
+    writeInclude("base/log.cpp", "base/error.h");
+    writeInclude("base/error.cpp", "base/clock.h");
+    writeInclude("base/clock.h", "base/log.h");
+    EXPECT_EQ(
+        layers::check(root()).violations,
+        std::vector<std::string>{"a circle of includes: base/clock -> base/log -> base/error -> base/clock"});
+    write("base/error.cpp", "#include \"base/error.h\"\n");
+    EXPECT_EQ(violations(), "");
+}
+
+TEST_F(LayersTest, AFileThatIsIncludedOnTwoWaysIsNoCircle)
+{
+    writeInclude("base/log.cpp", "base/error.h");
+    writeInclude("base/clock.cpp", "base/error.h");
+    write("base/process.cpp", "#include \"base/log.h\"\n#include \"base/clock.h\"\n");
+    EXPECT_EQ(violations(), "");
+}
+
 TEST_F(LayersTest, SystemIncludesAndCommentsAreNotLookedAt)
 {
     write("host/calls.h", "#include <base/error.h>\n// #include \"base/error.h\"\n");
