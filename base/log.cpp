@@ -1,6 +1,7 @@
 // Writes the log, and all that a program says under its name.
 #include "base/log.h"
 
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <cstdio>
@@ -23,17 +24,6 @@ std::string& programName()
 }
 
 } // namespace
-
-std::string oneLine(std::string text)
-{
-    for (char& character : text) {
-        const auto code = static_cast<unsigned char>(character);
-        if (code < 0x20 || code == 0x7F) {
-            character = ' ';
-        }
-    }
-    return text;
-}
 
 void log(Severity severity, const std::string& message)
 {

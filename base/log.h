@@ -12,9 +12,6 @@ enum class Severity { information, warning, error };
 /// Receives each message: one line of UTF-8 without a line end.
 using LogSink = std::function<void(Severity, const std::string&)>;
 
-/// `text` as one line: line ends and other control characters become blanks.
-std::string oneLine(std::string text);
-
 /// Logs a message, as one line.
 void log(Severity severity, const std::string& message);
 

@@ -4,6 +4,7 @@
 #include "base/catalogue_folder.h"
 #include "base/error.h"
 #include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <exception>

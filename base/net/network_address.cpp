@@ -2,6 +2,7 @@
 #include "base/net/network_address.h"
 
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <arpa/inet.h>
@@ -14,16 +15,8 @@
 namespace quelm {
 namespace {
 
-constexpr std::string_view blanks = " \t\r\n";
-
 /// The longest name that the domain name system has room for.
 constexpr std::size_t longestHost = 253;
-
-std::string_view trimmed(std::string_view text)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
 
 bool isIpv6(std::string_view host)
 {

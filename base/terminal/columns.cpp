@@ -1,7 +1,7 @@
 // Pads texts by the width of their characters.
 #include "base/terminal/columns.h"
 
-#include "base/log.h"
+#include "base/texts.h"
 
 #include <glib.h>
 

@@ -2,6 +2,7 @@
 #include "driver/boundary/failures.h"
 
 #include "base/log.h"
+#include "base/texts.h"
 
 #include <utility>
 

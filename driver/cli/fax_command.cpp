@@ -2,7 +2,7 @@
 #include "driver/cli/commands.h"
 
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/filled_job.h"
 #include "driver/cli/job/write_document.h"

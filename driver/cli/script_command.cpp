@@ -3,8 +3,8 @@
 
 #include "base/error.h"
 #include "base/file_io.h"
-#include "base/text_checks.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/script/script_runner.h"
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,7 +17,9 @@
 #include "base/error.h"
 #include "base/file_handle.h"
 #include "base/system_reason.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/config/configuration_keys.h"
 
 namespace quelm {
@@ -41,17 +44,6 @@ using Text = std::unique_ptr<gchar, Freer>;
 using Texts = std::unique_ptr<gchar*, Freer>;
 using Problem = std::unique_ptr<GError, Freer>;
 
-/// GLib's message on one line, without its full stop.
-std::string oneLine(const GError& error)
-{
-    std::string text = error.message;
-    for (char& character : text) {
-        if (static_cast<unsigned char>(character) < 0x20)
-            character = ' ';
-    }
-    return text;
-}
-
 /// A file as it was read, and whose it is.
 struct Content {
     std::string text;
@@ -72,18 +64,14 @@ Content contentOf(const std::string& path)
         fail(path, localized("cannot be read: %s; check the name given", systemReason(errno)));
     if (S_ISDIR(content.status.st_mode))
         fail(path, localized("is a folder; name a file"));
-    content.text.resize(mostBytes + 1);
-    std::size_t size = 0;
-    ssize_t got = 1;
-    while (size < content.text.size() && got > 0) {
-        got = read(file.get(), content.text.data() + size, content.text.size() - size);
-        size += got > 0 ? static_cast<std::size_t>(got) : 0;
+    try {
+        auto text = restOf(file, mostBytes);
+        if (!text)
+            fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
+        content.text = *std::move(text);
+    } catch (const std::system_error& failure) {
+        fail(path, localized("cannot be read: %s", systemReason(failure.code().value())));
     }
-    if (got < 0)
-        fail(path, localized("cannot be read: %s", systemReason(errno)));
-    if (size > mostBytes)
-        fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
-    content.text.resize(size);
     return content;
 }
 
@@ -114,7 +102,7 @@ KeyFile parse(const std::string& path, const std::string& content)
         const Problem problem(error);
         // An empty file says nothing, which is fine.
         if (content.find_first_not_of(" \t\r\n") != std::string::npos)
-            fail(path, localized("cannot be understood: %s", oneLine(*problem)));
+            fail(path, localized("cannot be understood: %s", oneLine(problem->message)));
     }
     return keyFile;
 }
@@ -153,7 +141,7 @@ void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* grou
         const Text value(g_key_file_get_string(keyFile, group, *name, &error));
         if (error != nullptr) { // a value may have come all the same
             const Problem problem(error);
-            fail(path, localized("has a bad value at %s: %s", where, oneLine(*problem)));
+            fail(path, localized("has a bad value at %s: %s", where, oneLine(problem->message)));
         }
         if (*value == '\0')
             fail(path, localized("has no value at %s; write one or remove the line", where));

@@ -3,6 +3,7 @@
 
 #include "base/environment.h"
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <algorithm>
@@ -70,8 +71,7 @@ std::string resolveUser(const std::string& given)
         throw Error(localized("your login name is not known; name the user with --user"));
     }
     const bool isPlain = std::none_of(user.begin(), user.end(), [](char character) {
-        const auto code = static_cast<unsigned char>(character);
-        return character == '/' || code < 0x20 || code == 0x7F;
+        return character == '/' || isControlCharacter(character);
     });
     if (!isPlain || user == "." || user == "..") {
         throw Error(localized("\"%s\" cannot be a user's name; files are named after it", user));

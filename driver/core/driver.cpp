@@ -4,7 +4,6 @@
 #include "base/catalogue_folder.h"
 #include "base/clock.h"
 #include "base/error.h"
-#include "base/log.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 #include "driver/config/installation.h"

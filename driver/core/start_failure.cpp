@@ -1,7 +1,7 @@
 // Explains a failed start by what the host refused, and by the folders that the component makes.
 #include "driver/core/start_failure.h"
 
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 

@@ -2,6 +2,7 @@
 #include "driver/core/user_actions.h"
 
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/boundary/gtk_handle.h"
 
@@ -50,14 +51,10 @@ const Widget& culprit(const Widget& widget, Test test)
 
 void requireTypable(const Widget& field, std::string_view text)
 {
-    if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) == FALSE) {
+    if (!isUtf8(text)) {
         throw Error(localized("the text for %s is not UTF-8", described(field)));
     }
-    const bool hasControl = std::any_of(text.begin(), text.end(), [](char character) {
-        const auto code = static_cast<unsigned char>(character);
-        return code < 0x20 || code == 0x7F;
-    });
-    if (hasControl) {
+    if (hasControlCharacter(text)) {
         throw Error(
             localized("the text for %s holds a line end or another control character", described(field)));
     }

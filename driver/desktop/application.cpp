@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/config/installation.h"
 #include "driver/core/callbacks.h"

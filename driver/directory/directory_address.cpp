@@ -1,6 +1,8 @@
 // Takes directory addresses apart.
 #include "driver/directory/directory_address.h"
 
+#include "base/texts.h"
+
 #include <algorithm>
 #include <charconv>
 #include <system_error>
@@ -16,15 +18,6 @@ namespace {
 constexpr int plainPort = 389;
 constexpr int tlsPort = 636;
 constexpr int tlsCataloguePort = 3269;
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t start = text.find_first_not_of(blanks);
-    if (start == std::string_view::npos)
-        return {};
-    return text.substr(start, text.find_last_not_of(blanks) - start + 1);
-}
 
 /// Takes `prefix` off the front of `text`; letter case does not matter.
 bool takePrefix(std::string_view& text, std::string_view prefix)

@@ -3,7 +3,7 @@
 
 #include <glib.h>
 
-#include "base/log.h"
+#include "base/texts.h"
 
 namespace quelm {
 

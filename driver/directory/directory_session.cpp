@@ -1,6 +1,8 @@
 // Opens, reopens and searches, and says what went wrong.
 #include "driver/directory/directory_session.h"
 
+#include "base/texts.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -16,13 +18,6 @@ using std::chrono::milliseconds;
 milliseconds bounded(milliseconds limit)
 {
     return std::clamp<milliseconds>(limit, milliseconds(1), std::chrono::hours(1));
-}
-
-std::string trimmed(const std::string& text)
-{
-    constexpr const char* blanks = " \t\r\n";
-    const std::size_t start = text.find_first_not_of(blanks);
-    return start == std::string::npos ? "" : text.substr(start, text.find_last_not_of(blanks) - start + 1);
 }
 
 /// A name that is typed as "Sm*" becomes "(sn=Sm**)", which is no filter but clear. A star that is
@@ -57,7 +52,7 @@ void DirectorySession::setAddress(const std::string& text)
     addressText = text;
 }
 
-void DirectorySession::setBase(const std::string& text) { base = trimmed(text); }
+void DirectorySession::setBase(const std::string& text) { base = std::string(trimmed(text)); }
 
 void DirectorySession::connect(const DirectorySettings& settings, Deadline deadline)
 {

@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/process.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <cctype>
@@ -20,16 +21,6 @@ struct Diagnosis {
     bool hasNoPages = false;
     std::string firstFault; ///< the first fault that was found in the file
 };
-
-std::string_view trimmed(std::string_view line)
-{
-    const auto isSpace = [](char byte) { return std::isspace(static_cast<unsigned char>(byte)) != 0; };
-    while (!line.empty() && isSpace(line.front()))
-        line.remove_prefix(1);
-    while (!line.empty() && isSpace(line.back()))
-        line.remove_suffix(1);
-    return line;
-}
 
 bool contains(std::string_view line, std::string_view part)
 {

@@ -2,7 +2,7 @@
 #include "driver/jobs/cups_destination.h"
 
 #include "base/error.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/jobs/cups_server.h"
 #include "driver/jobs/print_queues.h"

@@ -4,9 +4,8 @@
 #include "base/cancellable_call.h"
 #include "base/duration_text.h"
 #include "base/error.h"
-#include "base/log.h"
 #include "base/net/network_address.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <sys/socket.h>

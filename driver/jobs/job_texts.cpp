@@ -1,6 +1,8 @@
 // Texts of a user as the comments of a print job carry them.
 #include "driver/jobs/job_texts.h"
 
+#include "base/texts.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -72,7 +74,7 @@ std::string pjlText(std::string_view text)
         else if (isPrintableAscii(first))
             result += first;
         else
-            result += static_cast<unsigned char>(first) < ' ' || first == '\x7f' ? ' ' : '?';
+            result += isControlCharacter(first) ? ' ' : '?';
     }
     return result.empty() ? "Fax" : result;
 }

@@ -3,7 +3,7 @@
 
 #include "base/atomic_file.h"
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/entry_check.h"

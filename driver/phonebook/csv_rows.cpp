@@ -2,7 +2,7 @@
 #include "driver/phonebook/csv_rows.h"
 
 #include "base/error.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <csv.h>

@@ -1,19 +1,12 @@
 // Tidies the texts of entries and groups.
 #include "driver/phonebook/entry.h"
 
+#include "base/texts.h"
+
 namespace quelm {
-namespace {
-
-bool isSpace(char character) { return std::string_view(" \t\n\v\f\r").find(character) != std::string::npos; }
-
-} // namespace
-
 std::string tidied(std::string_view text)
 {
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
+    text = trimmed(text);
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {

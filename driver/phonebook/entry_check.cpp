@@ -1,7 +1,7 @@
 // Checks entries and groups by the rules of the component's dialogs.
 #include "driver/phonebook/entry_check.h"
 
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/phonebook/record_codec.h"
 #include "driver/store/name_checks.h"

@@ -1,9 +1,9 @@
 // The program fennodial, which the fax dialog starts to open a phonebook.
 #include "base/error.h"
-#include "base/log.h"
 #include "base/program_end.h"
 #include "base/terminal/terminal_emulator.h"
 #include "base/terminal/terminal_window.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "base/version.h"
 #include "driver/phonebook/actions.h"

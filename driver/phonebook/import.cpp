@@ -3,9 +3,9 @@
 
 #include "base/error.h"
 #include "base/interruption.h"
-#include "base/log.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,7 +1,6 @@
 // Lists, shows and finds the items of a phonebook.
 #include "driver/phonebook/listing.h"
 
-#include "base/log.h"
 #include "base/terminal/columns.h"
 #include "base/translation.h"
 

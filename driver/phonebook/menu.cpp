@@ -2,9 +2,9 @@
 #include "driver/phonebook/menu.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/terminal/progress_line.h"
 #include "base/terminal/yes_no.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"

@@ -1,6 +1,7 @@
 // Reads and writes the tagged text of phonebook records.
 #include "driver/phonebook/record_codec.h"
 
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <cstddef>
@@ -20,15 +21,6 @@ std::string field(const char* tag, const std::string& value)
 std::string fieldUnlessEmpty(const char* tag, const std::string& value)
 {
     return value.empty() ? std::string() : field(tag, value);
-}
-
-std::string_view trimmed(std::string_view value)
-{
-    constexpr std::string_view space = " \t\n\v\f\r";
-    const auto first = value.find_first_not_of(space);
-    if (first == std::string_view::npos)
-        return {};
-    return value.substr(first, value.find_last_not_of(space) - first + 1);
 }
 
 /// The members in a group's value. A name begins behind ">" or, when no ">" is left, behind "u", and

@@ -2,7 +2,7 @@
 // says nothing about what it cannot read.
 #include "driver/phonebook/vcard_cards.h"
 
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <glib.h>

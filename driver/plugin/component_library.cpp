@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/plugin/shared_object.h"
 #include "host/component.h"
 

@@ -2,6 +2,7 @@
 #ifndef DRIVER_PLUGIN_COMPONENT_LIBRARY_H
 #define DRIVER_PLUGIN_COMPONENT_LIBRARY_H
 
+#include "base/whole_file.h"
 #include "driver/plugin/call_guard.h"
 
 #include <memory>

@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
 #include "driver/widgets/widget_names.h"

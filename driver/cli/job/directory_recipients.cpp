@@ -2,7 +2,7 @@
 #include "driver/cli/job/directory_recipients.h"
 
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"

@@ -2,8 +2,8 @@
 #include "driver/cli/job/fill_job.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/terminal/progress_line.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/job/directory_recipients.h"
 #include "driver/cli/job/pick_recipients.h"

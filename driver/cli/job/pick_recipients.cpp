@@ -2,8 +2,8 @@
 #include "driver/cli/job/pick_recipients.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/terminal/progress_line.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
 #include "driver/phonebook/listing.h"

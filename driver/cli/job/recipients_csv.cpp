@@ -2,8 +2,9 @@
 #include "driver/cli/job/recipients_csv.h"
 
 #include "base/error.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/phonebook/csv_rows.h"
 
 #include <algorithm>

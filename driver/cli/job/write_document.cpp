@@ -6,6 +6,7 @@
 #include "base/interruption.h"
 #include "base/log.h"
 #include "base/terminal/progress_line.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "base/version.h"
 #include "driver/jobs/job_writer.h"

@@ -2,9 +2,8 @@
 #include "driver/cli/script/script_parser.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/net/network_address.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <algorithm>
@@ -265,7 +264,7 @@ std::string inQuotes(std::string_view text)
             result += "\\t";
             break;
         default:
-            if (code < 0x20 || code == 0x7f) {
+            if (isControlCharacter(character)) {
                 result += "\\x";
                 result += digits[code >> 4U];
                 result += digits[code & 0xfU];

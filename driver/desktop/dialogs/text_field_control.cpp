@@ -1,6 +1,7 @@
 // Shows a text field and types into it.
 #include "driver/desktop/dialogs/text_field_control.h"
 
+#include "base/texts.h"
 #include "driver/desktop/dialogs/dialog_habits.h"
 #include "driver/desktop/toolkit/shown_text.h"
 
@@ -11,19 +12,6 @@
 namespace quelm {
 
 namespace {
-
-/// What is pasted may hold line ends and tabs, which no field of a job takes.
-std::string withoutControlCharacters(std::string text)
-{
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char character) {
-            const auto code = static_cast<unsigned char>(character);
-            return code < 0x20 || code == 0x7F;
-        },
-        ' ');
-    return text;
-}
 
 constexpr std::size_t toolkitsLimit = 65535;
 
@@ -71,7 +59,8 @@ void TextFieldControl::typed()
     if (!isUsersDoing()) {
         return;
     }
-    const std::string clean = withoutControlCharacters(entry.get_text());
+    // What is pasted may hold line ends and tabs, which no field of a job takes.
+    const std::string clean = oneLine(entry.get_text());
     if (entry.get_text() != clean) {
         const int cursor = entry.get_position();
         entry.set_text(clean); // comes back here with the clean text

@@ -1,20 +1,13 @@
 // The reader of help pages.
 #include "driver/desktop/help/help_page.h"
 
+#include "base/texts.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace quelm {
 namespace {
-
-std::string_view withoutBlanks(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// The length of "1. " at the start of `line`; 0 when it is not there.
 std::size_t stepMarkLength(std::string_view line)
@@ -51,13 +44,13 @@ class Reader {
 public:
     void line(std::string_view raw)
     {
-        const auto text = withoutBlanks(raw);
+        const auto text = trimmed(raw);
         constexpr std::string_view about = "<!-- about:";
         if (text.empty())
             return finish();
         if (text.starts_with(about) && text.ends_with("-->")) {
             finish();
-            places_.emplace_back(withoutBlanks(text.substr(about.size(), text.size() - about.size() - 3)));
+            places_.emplace_back(trimmed(text.substr(about.size(), text.size() - about.size() - 3)));
         } else if (text.starts_with("## ")) {
             begin(HelpBlock::Kind::heading, text.substr(3));
             block_.places = std::exchange(places_, {});
@@ -91,7 +84,7 @@ private:
         finish();
         block_ = {};
         block_.kind = kind;
-        text_ = withoutBlanks(text);
+        text_ = trimmed(text);
         open_ = true;
     }
 

@@ -2,9 +2,9 @@
 #include "driver/desktop/help/help_window.h"
 
 #include "base/error.h"
-#include "base/log.h"
-#include "base/text_checks.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/widgets/widget.h"
 

@@ -3,7 +3,7 @@
 
 #include "base/clock.h"
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
 #include "driver/desktop/toolkit/accessible.h"

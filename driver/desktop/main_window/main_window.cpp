@@ -2,8 +2,9 @@
 #include "driver/desktop/main_window/main_window.h"
 
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "base/whole_file.h"
 #include "driver/core/callbacks.h"
 #include "driver/core/user_actions.h"
 #include "driver/desktop/dialogs/dialog_windows.h"

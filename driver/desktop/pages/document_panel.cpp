@@ -1,7 +1,7 @@
 // Fills the panel as Ghostscript gets on.
 #include "driver/desktop/pages/document_panel.h"
 
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"

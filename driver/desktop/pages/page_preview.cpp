@@ -2,7 +2,7 @@
 #include "driver/desktop/pages/page_preview.h"
 
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"

@@ -2,8 +2,8 @@
 #include "driver/desktop/pages/page_rendering.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/system_reason.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/pages/block_reading.h"
 #include "driver/desktop/pages/png_stream.h"

@@ -57,13 +57,6 @@ JobTarget targetOf(const DestinationChoice& choice)
     return FileTarget{choice.file};
 }
 
-std::string trimmed(const std::string& text)
-{
-    constexpr const char* blanks = " \t\r\n";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 std::string absolutePath(const std::string& typed, const std::string& home, const std::string& folder)
 {
     if (typed.empty() || typed.front() == '/')

@@ -28,9 +28,6 @@ std::string troubleWith(const DestinationChoice& choice);
 /// the device is no address.
 JobTarget targetOf(const DestinationChoice& choice);
 
-/// The text without blanks around it; line breaks that were pasted into a field go with them.
-std::string trimmed(const std::string& text);
-
 /// A path that the user typed as an absolute one: "~/" is the folder `home`, anything else that does
 /// not start with "/" counts from `folder`. The empty path stays empty.
 std::string absolutePath(const std::string& typed, const std::string& home, const std::string& folder);

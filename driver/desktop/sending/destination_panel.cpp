@@ -2,7 +2,7 @@
 #include "driver/desktop/sending/destination_panel.h"
 
 #include "base/error.h"
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
@@ -136,7 +136,8 @@ DestinationKind DestinationPanel::kind() const
 
 DestinationChoice DestinationPanel::choice() const
 {
-    return {kind(), file(), trimmed(device_.get_text()), trimmed(queue_.get_entry_text())};
+    return {kind(), file(), std::string(trimmed(device_.get_text().raw())),
+            std::string(trimmed(queue_.get_entry_text().raw()))};
 }
 
 void DestinationPanel::setPdl(Pdl pdl)
@@ -222,7 +223,7 @@ void DestinationPanel::setFile(const std::string& path)
 std::string DestinationPanel::file() const
 {
     const std::string text = file_.get_text();
-    return text == Glib::filename_display_name(path_).raw() ? path_ : trimmed(text);
+    return text == Glib::filename_display_name(path_).raw() ? path_ : std::string(trimmed(text));
 }
 
 void DestinationPanel::chooseFile()

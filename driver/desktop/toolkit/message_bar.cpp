@@ -1,7 +1,7 @@
 // Shows and hides the lines.
 #include "driver/desktop/toolkit/message_bar.h"
 
-#include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"

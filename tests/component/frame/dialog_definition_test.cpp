@@ -1,6 +1,8 @@
 // The dialog definition: what hosts build from it, read with an XML parser of its own.
 #include "frame/dialog_definition.h"
 
+#include "base/texts.h"
+
 #include "frame/export_list.h"
 #include "tests/component/frame/expected_dialogs.h"
 

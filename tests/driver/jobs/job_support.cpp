@@ -3,6 +3,7 @@
 
 #include "base/error.h"
 #include "base/process.h"
+#include "base/texts.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,6 +2,7 @@
 #include "driver/plugin/component_library.h"
 
 #include "base/error.h"
+#include "base/whole_file.h"
 #include "driver/boundary/host_state.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/plugin_paths.h"

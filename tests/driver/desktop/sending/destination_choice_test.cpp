@@ -47,13 +47,6 @@ TEST(DestinationChoiceTest, TheChosenKindIsTheTarget)
     EXPECT_THROW(targetOf(choice), Error);
 }
 
-TEST(DestinationChoiceTest, BlanksAndLineBreaksAroundATextDoNotCount)
-{
-    EXPECT_EQ(trimmed("  fax.example:9100\r\n"), "fax.example:9100");
-    EXPECT_EQ(trimmed("a b"), "a b");
-    EXPECT_EQ(trimmed(" \t\n"), "");
-}
-
 TEST(DestinationChoiceTest, TypedPathsBecomeAbsolute)
 {
     EXPECT_EQ(absolutePath("/a/b", "/home/ann", "/folder"), "/a/b");

@@ -1,40 +1,28 @@
-// Checks of texts from outside.
-#include "base/text_checks.h"
+// Reading files whole.
+#include "base/whole_file.h"
 
 #include "tests/support/failure_line.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace quelm {
 namespace {
-
-TEST(TextChecks, TellsUtf8FromOtherBytes)
-{
-    EXPECT_TRUE(isUtf8(""));
-    EXPECT_TRUE(isUtf8("Zoë 田中"));
-    EXPECT_FALSE(isUtf8("Zo\xeb"));
-    EXPECT_FALSE(isUtf8("\xc3"));
-    EXPECT_FALSE(isUtf8("\xc0\xaf"));
-    EXPECT_FALSE(isUtf8("\xed\xa0\x80"));
-    EXPECT_FALSE(isUtf8(std::string_view("a\0b", 3)));
-}
-
-TEST(TextChecks, FindsControlCharacters)
-{
-    EXPECT_FALSE(hasControlCharacter("Zoë, 12 (x)"));
-    for (const auto* text : {"a\nb", "a\tb", "\x1b[0m", "\x7f"})
-        EXPECT_TRUE(hasControlCharacter(text));
-}
 
 class ReadTextFile : public testing::Test {
 protected:
     ReadTextFile()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "text-checks-XXXXXX").string();
+        std::string pattern = (std::filesystem::temp_directory_path() / "whole-file-XXXXXX").string();
         folder = ::mkdtemp(pattern.data());
     }
     ~ReadTextFile() override { std::filesystem::remove_all(folder); }
@@ -60,6 +48,36 @@ TEST_F(ReadTextFile, NamesAMissingFile)
 {
     const auto line = test::failureLine([&] { readTextFile(folder / "none", 100); });
     EXPECT_EQ(line.find((folder / "none").string() + ": cannot be read: "), 0U) << line;
+}
+
+TEST(RestOf, GivesWhatAPipeHoldsAndNoMoreThanIsAskedFor)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    const FileHandle out(ends[0]);
+    {
+        const FileHandle in(ends[1]);
+        ASSERT_EQ(::write(in.get(), "four", 4), 4);
+    }
+    EXPECT_EQ(restOf(out, 4), "four");
+    EXPECT_EQ(restOf(out, 4), "");
+}
+
+TEST(RestOf, EndsWithADeviceThatHasNoEnd)
+{
+    const FileHandle zeros(::open("/dev/zero", O_RDONLY | O_CLOEXEC));
+    EXPECT_EQ(restOf(zeros, 100), std::nullopt);
+}
+
+TEST(RestOf, SaysWhyAFolderCannotBeRead)
+{
+    const FileHandle folder(::open("/", O_RDONLY | O_CLOEXEC));
+    try {
+        restOf(folder, 100);
+        FAIL() << "a folder was read";
+    } catch (const std::system_error& failure) {
+        EXPECT_EQ(failure.code().value(), EISDIR);
+    }
 }
 
 } // namespace

@@ -1,20 +1,19 @@
-// Checks of texts that come from outside, and reading them whole from a file.
-#ifndef BASE_TEXT_CHECKS_H
-#define BASE_TEXT_CHECKS_H
+// Reading files whole, within a bound.
+#ifndef BASE_WHOLE_FILE_H
+#define BASE_WHOLE_FILE_H
+
+#include "base/file_handle.h"
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <string_view>
 
 namespace quelm {
 
-/// True when `text` is valid UTF-8 throughout and holds no NUL byte.
-bool isUtf8(std::string_view text);
-
-/// True when a one-line text field could not hold the text: line breaks, tabs and other control
-/// characters.
-bool hasControlCharacter(std::string_view text);
+/// What an open file, pipe or device gives from where it stands to its end; nothing when that is more than
+/// `largest` bytes, of which a device may have no end. Throws std::system_error when reading fails.
+std::optional<std::string> restOf(const FileHandle& file, std::size_t largest);
 
 /// The file's name for messages; "standard input" for "-".
 std::string displayName(const std::filesystem::path& file);
