@@ -8,6 +8,8 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 
+#include <glib.h>
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -18,24 +20,31 @@ namespace {
 /// The longest name that the domain name system has room for.
 constexpr std::size_t longestHost = 253;
 
+/// An IPv6 address. One that holds on one network only names the interface: fe80::1%eth0.
 bool isIpv6(std::string_view host)
 {
-    // An address that holds on one network only names the interface: fe80::1%eth0.
     const auto percent = host.find('%');
-    if (percent != std::string_view::npos && percent + 1 == host.size())
-        return false;
+    if (percent != std::string_view::npos) {
+        const auto mayName = [](char byte) {
+            return g_ascii_isalnum(byte) || std::string_view("-_.").find(byte) != std::string_view::npos;
+        };
+        const auto interface = host.substr(percent + 1);
+        if (interface.empty() || !std::ranges::all_of(interface, mayName))
+            return false;
+    }
     in6_addr ignored{};
     return ::inet_pton(AF_INET6, std::string(host.substr(0, percent)).c_str(), &ignored) == 1;
 }
 
+/// A host's name, of any script, or an IPv4 address.
 bool isName(std::string_view host)
 {
-    const auto cannotStand = [](char byte) {
-        return static_cast<unsigned char>(byte) <= ' ' || byte == '\x7f' ||
-               std::string_view("/@[]:?#%\"\\").find(byte) != std::string_view::npos;
+    const auto mayStand = [](char byte) {
+        return g_ascii_isalnum(byte) || std::string_view("-._").find(byte) != std::string_view::npos ||
+               static_cast<unsigned char>(byte) >= 0x80;
     };
-    return !host.empty() && host.size() <= longestHost && host.front() != '-' &&
-           std::ranges::none_of(host, cannotStand);
+    return !host.empty() && host.size() <= longestHost && host.front() != '-' && host.front() != '.' &&
+           host.find("..") == std::string_view::npos && isUtf8(host) && std::ranges::all_of(host, mayStand);
 }
 
 std::optional<std::uint16_t> portOf(std::string_view digits)
@@ -48,8 +57,11 @@ std::optional<std::uint16_t> portOf(std::string_view digits)
     return port;
 }
 
-std::optional<NetworkAddress> parsed(std::string_view text, std::uint16_t port)
+} // namespace
+
+std::optional<NetworkAddress> networkAddressIn(std::string_view text, std::uint16_t port)
 {
+    text = trimmed(text);
     std::string_view host = text;
     std::optional<std::string_view> digits;
     bool mustBeIpv6 = false;
@@ -76,11 +88,9 @@ std::optional<NetworkAddress> parsed(std::string_view text, std::uint16_t port)
     return NetworkAddress{std::string(host), *given};
 }
 
-} // namespace
-
 NetworkAddress parseNetworkAddress(std::string_view text, std::uint16_t port)
 {
-    if (auto address = parsed(trimmed(text), port))
+    if (auto address = networkAddressIn(text, port))
         return *std::move(address);
     throw Error(localized("\"%s\" is no address; write HOST or HOST:PORT, such as fax.example:%d or "
                           "[2001:db8::1]:%d",

@@ -3,6 +3,7 @@
 #define BASE_NET_NETWORK_ADDRESS_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,9 @@ struct NetworkAddress {
 /// count. Without a port it is `port`. Throws quelm::Error, with a line that shows how to write one, when
 /// `text` is no address. Whether there is such a host is not asked.
 NetworkAddress parseNetworkAddress(std::string_view text, std::uint16_t port = rawPrintPort);
+
+/// The same without an exception: nothing when `text` is no address.
+[[nodiscard]] std::optional<NetworkAddress> networkAddressIn(std::string_view text, std::uint16_t port);
 
 /// The address as `parseNetworkAddress` reads it: "fax.example:9100", "[2001:db8::1]:9100".
 std::string toText(const NetworkAddress& address);

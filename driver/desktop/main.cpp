@@ -1,5 +1,6 @@
 // The program quelm-desktop: takes the command line and opens the desktop.
 #include "base/error.h"
+#include "base/file_handle.h"
 #include "base/file_io.h"
 #include "base/program_end.h"
 #include "base/version.h"
@@ -21,11 +22,9 @@ namespace {
 /// desktop happens to be started from.
 void readNothingFromStandardInput()
 {
-    const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (nothing < 0)
-        return;
-    ::dup2(nothing, STDIN_FILENO);
-    ::close(nothing);
+    const quelm::FileHandle nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    if (nothing.isOpen())
+        ::dup2(nothing.get(), STDIN_FILENO);
 }
 
 /// Does `work`, and keeps why it failed. Not for wrong usage: whoever typed it reads that in the terminal.
