@@ -35,7 +35,7 @@ inline constexpr std::size_t textBufferSize = 4096;
 struct TextBuffer {
     char text[textBufferSize] = {};
 
-    bool empty() const { return text[0] == '\0'; }
+    [[nodiscard]] bool empty() const { return text[0] == '\0'; }
     const char* c_str() const { return text; }
     void clear() { text[0] = '\0'; }
 };
@@ -43,7 +43,7 @@ struct TextBuffer {
 // --- Widgets -------------------------------------------------------------------------------
 
 /// The handle of a widget, or null.
-inline GTKObject* widget(const char* name) { return GetWidgetByName(in(name)); }
+[[nodiscard]] inline GTKObject* widget(const char* name) { return GetWidgetByName(in(name)); }
 
 /// Shows or hides a window or widget.
 inline void setVisible(const char* name, bool visible)
@@ -104,7 +104,7 @@ inline bool readInteger(const char* name, int& value)
 // --- Features ------------------------------------------------------------------------------
 
 /// The feature's current value, or `unknown` when the host does not know the feature.
-inline int featureValue(const char* feature, int unknown)
+[[nodiscard]] inline int featureValue(const char* feature, int unknown)
 {
     int value = unknown;
     GetFeatureOptValue(in(feature), &value);
@@ -118,7 +118,7 @@ inline int restoreFeatures(const char* tokenList) { return RestoreFeaturesWithCu
 // --- Texts ---------------------------------------------------------------------------------
 
 /// The 1-based position of `token` in the comma-delimited `list`, 0 when it is absent.
-inline int tokenNumber(const char* list, const char* token, bool flag)
+[[nodiscard]] inline int tokenNumber(const char* list, const char* token, bool flag)
 {
     return GetTokenNum(in(list), in(token), ',', flag);
 }
@@ -126,21 +126,21 @@ inline int tokenNumber(const char* list, const char* token, bool flag)
 /// A message for the user, allocated by the host with `new[]`; null when there is none.
 using Message = std::unique_ptr<char[]>;
 
-inline Message validateName(const char* text, const char* allowed)
+[[nodiscard]] inline Message validateName(const char* text, const char* allowed)
 {
     return Message(ValidateName(in(text), in(allowed)));
 }
-inline Message validatePhoneNumber(const char* text, const char* allowed)
+[[nodiscard]] inline Message validatePhoneNumber(const char* text, const char* allowed)
 {
     return Message(ValidatePhoneNumber(in(text), in(allowed)));
 }
-inline Message saveString(const char* format, const char* argument)
+[[nodiscard]] inline Message saveString(const char* format, const char* argument)
 {
     return Message(SaveString(in(format), in(argument)));
 }
 
 /// The plain text of a marked-up text.
-inline std::string plainText(std::string_view markup)
+[[nodiscard]] inline std::string plainText(std::string_view markup)
 {
     std::string copy(markup);
     std::string plain;
@@ -159,7 +159,10 @@ inline void askQuestion(void (*response)(_GtkWidget*, void*), const std::string&
 
 // --- Driver facts --------------------------------------------------------------------------
 
-inline bool translate(const char* text, char* out) { return pDriverGlobals->translateMessage(in(text), out); }
+[[nodiscard]] inline bool translate(const char* text, char* out)
+{
+    return pDriverGlobals->translateMessage(in(text), out);
+}
 
 /// The current local time by a strftime-style format. `readClock` false formats the time that
 /// was read last.
@@ -170,17 +173,18 @@ inline void formatTime(char* out, std::size_t size, const char* format, bool rea
 
 // --- Files and records ---------------------------------------------------------------------
 
-inline bool pathExists(const std::string& path) { return FileObject::doesPathExist(in(path)); }
-inline bool createDirectory(const std::string& path, int mode)
+[[nodiscard]] inline bool pathExists(const std::string& path) { return FileObject::doesPathExist(in(path)); }
+[[nodiscard]] inline bool createDirectory(const std::string& path, int mode)
 {
     return FileObject::createDirectory(in(path), mode);
 }
 
-inline bool openDatabase(QuelmLegacyDatabase& database, const std::string& path, const char* mode)
+[[nodiscard]] inline bool openDatabase(QuelmLegacyDatabase& database, const std::string& path,
+                                       const char* mode)
 {
     return database.openDatabase(in(path), in(mode));
 }
-inline bool createDatabase(QuelmLegacyDatabase& database, const std::string& path, int flags)
+[[nodiscard]] inline bool createDatabase(QuelmLegacyDatabase& database, const std::string& path, int flags)
 {
     return database.createDatabase(in(path), flags);
 }

@@ -10,6 +10,6 @@ class Tarvik40FaxRecipient;
 /// A recipient's texts in the order of a list's columns: name, fax number, organization, phone, e-mail,
 /// mailbox. They belong to the recipient. A refresh shows every recipient there is, so this goes to the
 /// fields and not by their keys, each of which the host would look up.
-std::array<const std::string*, 6> listedTexts(const Tarvik40FaxRecipient& recipient);
+[[nodiscard]] std::array<const std::string*, 6> listedTexts(const Tarvik40FaxRecipient& recipient);
 
 #endif

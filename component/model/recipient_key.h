@@ -8,6 +8,6 @@ class Tarvik40FaxRecipient;
 
 /// True when the recipient's name immediately followed by its fax number as typed equals `key`, byte
 /// for byte. Allocates nothing.
-bool hasRecipientKey(const Tarvik40FaxRecipient& recipient, std::string_view key);
+[[nodiscard]] bool hasRecipientKey(const Tarvik40FaxRecipient& recipient, std::string_view key);
 
 #endif

@@ -27,6 +27,6 @@ void SetCurrentPBInfo(int type);
 inline constexpr int newPhonebookFlags = 2;
 
 /// Creates the directory unless it exists. The mode goes to the host as the decimal number 777.
-bool ensurePhonebookDirectory(const std::string& path);
+[[nodiscard]] bool ensurePhonebookDirectory(const std::string& path);
 
 #endif

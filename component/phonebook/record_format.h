@@ -28,7 +28,7 @@ void ClearLegacyDBRecipientInfo(LegacyDBRecipient& recipient);
 /// Decodes a record into `out`, which it never clears: fields that the record lacks keep what
 /// they held. Returns false when a field has no end; the fields ahead of it stay in `out`.
 /// Throws `std::out_of_range` for a field whose value is nothing but white space.
-bool ParseLegacyPBEntry(LegacyDBRecord* record, LegacyDBRecipient& out);
+[[nodiscard]] bool ParseLegacyPBEntry(LegacyDBRecord* record, LegacyDBRecipient& out);
 
 /// Appends the members named in a group's member list (",uAnne,uBernard" or ",>Anne,>Bernard,") to
 /// `out.groupMembers`.

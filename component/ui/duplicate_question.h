@@ -7,6 +7,7 @@ struct _GtkWidget;
 /// Asks when a recipient of that name and fax number is in the job or among the picks and the user
 /// wants to be asked. Returns true when the question is on the screen: the caller stops, and
 /// `response` (really a `void(_GtkDialog*, int)`) finishes the work. False: the caller goes on.
-bool TestForDuplicateRecipient(void (*response)(_GtkWidget*, void*), char* name, char* faxNumber);
+[[nodiscard]] bool TestForDuplicateRecipient(void (*response)(_GtkWidget*, void*), char* name,
+                                             char* faxNumber);
 
 #endif

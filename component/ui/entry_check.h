@@ -10,7 +10,8 @@ extern const char numberCharacters[];
 /// name leaves that field out. A field that the host's check rejects is emptied; `required` also
 /// refuses an empty one. Returns true when both are acceptable; otherwise the error window shows
 /// the first message, and the number was not looked at when the name failed.
-bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char* numberOut, bool required);
+[[nodiscard]] bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char* numberOut,
+                                    bool required);
 
 #pragma GCC visibility push(default)
 extern "C" {

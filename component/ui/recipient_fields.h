@@ -19,7 +19,7 @@ void showRecipient(const RecipientFields& fields, Tarvik40FaxRecipient* recipien
 
 /// Checks name and fax number as required fields and reads them into the out-texts (4,096 bytes
 /// each). On false the error window is shown.
-bool readRequiredFields(const RecipientFields& fields, char* name, char* number);
+[[nodiscard]] bool readRequiredFields(const RecipientFields& fields, char* name, char* number);
 
 /// Makes `recipient` a single one with that name and fax number, and stores the other fields. A
 /// field left empty changes nothing, so an edited recipient keeps what the user cleared. A phone

@@ -38,7 +38,7 @@ TEST_F(MessagesTest, TheWholeBufferIsZeroedBeforeEachTranslation)
 {
     std::memset(messageBuffer, '#', sizeof messageBuffer);
     host.translations["Name:"] = "N";
-    translated("Name:");
+    EXPECT_STREQ(translated("Name:"), "N");
     EXPECT_EQ(sizeof messageBuffer, 4096U);
     EXPECT_EQ(messageBuffer[0], 'N');
     EXPECT_TRUE(std::all_of(messageBuffer + 1, messageBuffer + 4096, [](char c) { return c == '\0'; }));

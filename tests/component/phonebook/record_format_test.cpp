@@ -265,7 +265,7 @@ TEST_F(RecordFormatTest, TheRecordIsOnlyRead)
     std::string key = "uAnne";
     std::string data = ".snam\r\nAnne\r\n.enam\r\n";
     LegacyDBRecord record{1, 2, 3, key.data(), data.data()};
-    ParseLegacyPBEntry(&record, out);
+    EXPECT_TRUE(ParseLegacyPBEntry(&record, out));
     EXPECT_EQ(key, "uAnne");
     EXPECT_EQ(data, ".snam\r\nAnne\r\n.enam\r\n");
     EXPECT_EQ(record.recordLength, 1);
