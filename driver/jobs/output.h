@@ -67,7 +67,7 @@ private:
 
 /// Reads the job's bytes from `offset` on into `block`, as many as it has room for, and returns how many they
 /// are: at least one. Throws quelm::Error when they cannot be read. For senders of a spooled job.
-std::size_t readSpool(int spool, std::string& block, std::uint64_t offset);
+[[nodiscard]] std::size_t readSpool(int spool, std::string& block, std::uint64_t offset);
 
 /// How long a fifo may be without a program that reads it.
 inline constexpr std::chrono::seconds fifoReaderLimit{5};
@@ -76,8 +76,9 @@ inline constexpr std::chrono::seconds fifoReaderLimit{5};
 /// job is complete, and the delivery fails when no program reads the fifo within `readerLimit`; any other
 /// path is a file that appears whole, and replaces one that exists, on delivery. Throws quelm::Error when
 /// `output` is `document` itself, a folder, or in a folder that does not exist or cannot be written to.
-std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document,
-                                           std::chrono::milliseconds readerLimit = fifoReaderLimit);
+[[nodiscard]] std::unique_ptr<JobDestination>
+openOutput(const std::string& output, const Document& document,
+           std::chrono::milliseconds readerLimit = fifoReaderLimit);
 
 } // namespace quelm
 

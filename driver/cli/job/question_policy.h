@@ -28,10 +28,10 @@ public:
 
     /// True to add the recipient once more, false to leave it out. `origin` says where the
     /// recipient was given. Throws Error when the question can be put to nobody.
-    bool addDuplicate(const std::string& question, const std::string& origin) const;
+    [[nodiscard]] bool addDuplicate(const std::string& question, const std::string& origin) const;
 
 private:
-    bool ask(const std::string& question, const std::string& origin) const;
+    [[nodiscard]] bool ask(const std::string& question, const std::string& origin) const;
 
     Duplicates duplicates_;
     Terminal terminal_;

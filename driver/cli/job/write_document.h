@@ -12,7 +12,7 @@
 namespace quelm {
 
 /// Opens the document, and tells the user on standard error when something is amiss with it.
-Document openDocument(const std::string& path);
+[[nodiscard]] Document openDocument(const std::string& path);
 
 /// Writes one print stream and hands it to `target` as `user`'s, with progress on a terminal; then calls
 /// `tell` with what became of it. Throws Error, and a file is what it was, when that fails.

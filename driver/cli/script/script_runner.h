@@ -20,7 +20,7 @@ public:
 
     /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
     /// question waits, an action's answer ends with it; a job that went to a device or queue is told ahead.
-    std::string run(const ScriptStep& step);
+    [[nodiscard]] std::string run(const ScriptStep& step);
 
 private:
     void act(const ScriptStep& step);

@@ -15,7 +15,7 @@ namespace quelm {
 class RowsModel : public Gtk::TreeModel, public Glib::Object {
 public:
     /// `rows` outlives the model or is `detach`ed from it.
-    static Glib::RefPtr<RowsModel> create(const Rows& rows);
+    [[nodiscard]] static Glib::RefPtr<RowsModel> create(const Rows& rows);
 
     /// Tells the view that the rows have changed: those that stayed in number as changed, the others as
     /// inserted or deleted.
@@ -48,7 +48,7 @@ protected:
     Path get_path_vfunc(const iterator& row) const override;
 
 private:
-    bool pointAt(int number, iterator& row) const;
+    [[nodiscard]] bool pointAt(int number, iterator& row) const;
     static int numberOf(const iterator& row);
 
     const Rows* source;

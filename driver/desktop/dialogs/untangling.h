@@ -55,7 +55,7 @@ public:
 private:
     PlacedRectangle place(const Box& box) const;
     void stretch();
-    bool separateOne();
+    [[nodiscard]] bool separateOne();
     bool tooClose(const Box& one, const Box& other) const;
     void separate(const Box& one, const Box& other);
     bool meantSideBySide(const Box& one, const Box& other) const;

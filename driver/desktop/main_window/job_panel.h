@@ -70,9 +70,9 @@ public:
     bool isSending() const { return sending_.running(); }
 
 private:
-    bool readyToWrite();
-    JobOrder orderFor(const DestinationChoice& destination,
-                      const std::shared_ptr<const LoadedDocument>& document);
+    [[nodiscard]] bool readyToWrite();
+    [[nodiscard]] JobOrder orderFor(const DestinationChoice& destination,
+                                    const std::shared_ptr<const LoadedDocument>& document);
     void sendTo(const DestinationChoice& destination);
     void startSending(const DestinationChoice& destination,
                       const std::shared_ptr<const LoadedDocument>& document);

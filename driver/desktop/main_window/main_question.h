@@ -33,7 +33,7 @@ public:
     void ask(const MainQuestionTexts& texts, std::function<void()> answeredYes);
 
     /// Whether an answer is waited for. If so, a message says until then that it has to come first.
-    bool comesFirst();
+    [[nodiscard]] bool comesFirst();
 
     /// Takes a question from the screen without an answer. A message that asks for one stays.
     void withdraw();

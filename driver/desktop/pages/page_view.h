@@ -17,7 +17,7 @@ public:
 
     /// Shows a PNG file's bytes; `name` says what is seen for those who do not see it. False, and nothing
     /// is shown, when the bytes are no picture.
-    bool showPage(const std::string& png, const std::string& name);
+    [[nodiscard]] bool showPage(const std::string& png, const std::string& name);
 
     /// Shows nothing but the words, such as "No document", in the middle.
     void showWords(const std::string& words);

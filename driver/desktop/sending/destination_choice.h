@@ -22,7 +22,7 @@ struct DestinationChoice {
 };
 
 /// What is missing or wrong before a job can go there, as one line for the user; empty when nothing is.
-std::string troubleWith(const DestinationChoice& choice);
+[[nodiscard]] std::string troubleWith(const DestinationChoice& choice);
 
 /// The place that the choice names. The path of a file is absolute. Throws quelm::Error when what stands for
 /// the device is no address.

@@ -26,7 +26,7 @@ struct LoadingResult {
 
 /// Opens the file at once, on the calling thread. Throws quelm::Error with one line for what `Document`
 /// refuses, for what is no file, for a document that no job can carry, and soon after `stop` is requested.
-LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop);
+[[nodiscard]] LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop);
 
 /// Opens one document at a time, without keeping the main loop from its work.
 class DocumentLoading {

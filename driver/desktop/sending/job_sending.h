@@ -45,8 +45,8 @@ struct SendingProgress {
 
 /// Writes the job of an order to its destination and hands it over, on the calling thread. `cancelled` is
 /// asked and `progress` told from there.
-SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled,
-                   const std::function<void(const SendingProgress&)>& progress);
+[[nodiscard]] SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled,
+                                 const std::function<void(const SendingProgress&)>& progress);
 
 /// Sends one job at a time, without keeping the main loop from its work.
 class JobSending {

@@ -23,12 +23,12 @@ struct RecordedJob {
 };
 
 /// Has the component write the job, which has recipients and whose form was set.
-RecordedJob recordJob(FaxSession& session);
+[[nodiscard]] RecordedJob recordJob(FaxSession& session);
 
 /// The same in a copy of the process, which leaves the component as it is: each time that a cover sheet
 /// is written, the component appends the recipients' names to those that it wrote the time before. So
 /// the preview, and a job that is sent again, show them once. Throws quelm::Error when that fails.
-RecordedJob recordJobApart(FaxSession& session);
+[[nodiscard]] RecordedJob recordJobApart(FaxSession& session);
 
 /// A recorded job as one text, and back. The latter throws quelm::Error for any other text.
 std::string packed(const RecordedJob& job);

@@ -17,7 +17,7 @@ public:
 
     /// A picture by its path below the home folder. Null when it cannot be loaded, which is logged once
     /// a picture, or when `file` is empty.
-    Glib::RefPtr<Gdk::Pixbuf> load(const std::string& file);
+    [[nodiscard]] Glib::RefPtr<Gdk::Pixbuf> load(const std::string& file);
 
 private:
     std::string home;

@@ -26,7 +26,7 @@ std::string contentOf(const FileHandle& file)
 std::string troubleWith(const std::string& path)
 {
     try {
-        loadDocument(path, {});
+        static_cast<void>(loadDocument(path, {}));
         return {};
     } catch (const Error& error) {
         return error.what();
@@ -72,7 +72,7 @@ TEST_F(DocumentLoadingTest, ARequestedStopEndsTheOpening)
     std::stop_source stop;
     stop.request_stop();
     const auto path = writeFile(folder / "a.ps", "%!PS\nshowpage\n");
-    EXPECT_THROW(loadDocument(path, stop.get_token()), Error);
+    EXPECT_THROW(static_cast<void>(loadDocument(path, stop.get_token())), Error);
 }
 
 TEST_F(DocumentLoadingTest, ARequestedStopEndsTheConversionOfAPdf)
@@ -82,7 +82,7 @@ TEST_F(DocumentLoadingTest, ARequestedStopEndsTheConversionOfAPdf)
     // Ghostscript mends what it can of such a file, which takes it a while.
     const auto path = writeFile(folder / "a.pdf", "%PDF-1.4\n" + std::string(5'000'000, '\n'));
     try {
-        loadDocument(path, stop.get_token());
+        static_cast<void>(loadDocument(path, stop.get_token()));
         FAIL();
     } catch (const Error& error) {
         EXPECT_THAT(error.what(), HasSubstr("was stopped"));
