@@ -30,7 +30,7 @@ screenshots: build ## Makes the pictures of all windows in docs/images/.
 	tools/screenshots
 
 format: ## Formats all sources.
-	tools/list-sources | xargs -r -d '\n' clang-format -i
+	tools/format
 
 tidy: ## Runs clang-tidy over the sources that changed since it found nothing in them.
 	tools/tidy

@@ -1,6 +1,16 @@
 // Temporary files that take their target's place when they are complete.
 #include "base/atomic_file.h"
 
+#include "base/error.h"
+#include "base/file_handle.h"
+#include "base/system_reason.h"
+#include "base/translation.h"
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -11,16 +21,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/random.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include "base/error.h"
-#include "base/file_handle.h"
-#include "base/system_reason.h"
-#include "base/translation.h"
 
 namespace quelm {
 
@@ -41,10 +41,9 @@ static_assert(std::atomic<Unfinished*>::is_always_lock_free && std::atomic<bool>
 
 Unfinished& takeEntry()
 {
-    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next) {
+    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next)
         if (!entry->taken.exchange(true))
             return *entry;
-    }
     auto entry = std::make_unique<Unfinished>();
     entry->taken = true;
     entry->next = unfinishedFiles;
@@ -351,10 +350,9 @@ const std::string& AtomicFile::path() const { return state->path; }
 void removeUnfinishedFiles() noexcept
 {
     const int error = errno;
-    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next) {
+    for (Unfinished* entry = unfinishedFiles; entry != nullptr; entry = entry->next)
         if (entry->active)
             unlinkat(entry->folder, entry->name.data(), 0);
-    }
     errno = error;
 }
 

@@ -13,9 +13,8 @@ namespace fs = std::filesystem;
 
 void useOwnTranslations()
 {
-    if (const fs::path folder = programFolder(); !folder.empty()) {
+    if (const fs::path folder = programFolder(); !folder.empty())
         useTranslations(localeFolder(folder.string()));
-    }
 }
 
 std::string localeFolder(const std::string& home)

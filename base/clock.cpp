@@ -1,11 +1,11 @@
 // Reads the clock, or stands for it when it was fixed.
 #include "base/clock.h"
 
-#include <optional>
-#include <string>
-
 #include "base/error.h"
 #include "base/translation.h"
+
+#include <optional>
+#include <string>
 
 namespace quelm {
 

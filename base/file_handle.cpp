@@ -1,9 +1,9 @@
 // Closes file descriptors.
 #include "base/file_handle.h"
 
-#include <cerrno>
-
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace quelm {
 

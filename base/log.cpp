@@ -28,20 +28,18 @@ std::string& programName()
 void log(Severity severity, const std::string& message)
 {
     const std::string line = oneLine(message);
-    if (const LogSink& sink = currentSink()) {
+    if (const LogSink& sink = currentSink())
         sink(severity, line);
-    } else {
+    else
         logToStandardError(severity, line);
-    }
 }
 
 LogSink setLogSink(LogSink sink) { return std::exchange(currentSink(), std::move(sink)); }
 
 void logToStandardError(Severity severity, const std::string& line)
 {
-    if (severity != Severity::information) {
+    if (severity != Severity::information)
         writeUnderProgramName(severity == Severity::warning ? localized("warning: %s", line) : line);
-    }
 }
 
 void setProgramName(std::string name) { programName() = std::move(name); }

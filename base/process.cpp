@@ -1,10 +1,10 @@
 // Spawns a program, feeds and drains its pipes, and sees to it that it ends.
 #include "base/process.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <csignal>
+#include "base/error.h"
+#include "base/file_handle.h"
+#include "base/system_reason.h"
+#include "base/translation.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -12,10 +12,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "base/error.h"
-#include "base/file_handle.h"
-#include "base/system_reason.h"
-#include "base/translation.h"
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
 
 extern char** environ;
 

@@ -1,14 +1,14 @@
 // Looks texts up in the gettext catalogues of the driver's text domain.
 #include "base/translation.h"
 
-#include <clocale>
-#include <cstring>
-#include <libintl.h>
+#include "base/bounded_text.h"
 
 #include <fmt/args.h>
 #include <fmt/printf.h>
+#include <libintl.h>
 
-#include "base/bounded_text.h"
+#include <clocale>
+#include <cstring>
 
 namespace quelm {
 

@@ -34,11 +34,10 @@ public:
     template <std::integral Number>
     TextArgument(Number number) // NOLINT(google-explicit-constructor): arguments are passed as they are
     {
-        if constexpr (std::is_signed_v<Number>) {
+        if constexpr (std::is_signed_v<Number>)
             value_ = static_cast<long long>(number);
-        } else {
+        else
             value_ = static_cast<unsigned long long>(number);
-        }
     }
     TextArgument(std::string_view text) : value_(text) {}   // NOLINT(google-explicit-constructor)
     TextArgument(const std::string& text) : value_(text) {} // NOLINT(google-explicit-constructor)

@@ -3,6 +3,7 @@
 #define BENCH_COMPARISON_H
 
 #include <benchmark/benchmark.h>
+
 #include <functional>
 #include <utility>
 #include <vector>

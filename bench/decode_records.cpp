@@ -3,8 +3,9 @@
 #include "bench/samples.h"
 #include "phonebook/record_format.h"
 
-#include <array>
 #include <libebook-contacts/libebook-contacts.h>
+
+#include <array>
 
 namespace bench {
 

@@ -6,11 +6,11 @@
 #include "host/record_database.h"
 #include "tests/driver/desktop/main_loop.h"
 
-#include <filesystem>
-#include <utility>
-
 #include <gtkmm/application.h>
 #include <gtkmm/settings.h>
+
+#include <filesystem>
+#include <utility>
 
 namespace bench {
 

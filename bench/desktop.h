@@ -7,12 +7,12 @@
 #include "driver/widgets/widget_tree.h"
 #include "tests/support/temporary_folder.h"
 
+#include <gtkmm/window.h>
+
 #include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
-
-#include <gtkmm/window.h>
 
 class QuelmLegacyDatabase;
 

@@ -12,10 +12,9 @@ const std::string dialog = "Lan Fax Window";
 std::size_t widgetsIn(Gtk::Widget& widget)
 {
     std::size_t count = 1;
-    if (auto* container = dynamic_cast<Gtk::Container*>(&widget)) {
+    if (auto* container = dynamic_cast<Gtk::Container*>(&widget))
         for (Gtk::Widget* child : container->get_children())
             count += widgetsIn(*child);
-    }
     return count;
 }
 

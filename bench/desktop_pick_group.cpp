@@ -3,12 +3,12 @@
 #include "bench/desktop_phonebook_dialog.h"
 #include "bench/samples.h"
 
-#include <array>
-#include <optional>
-
 #include <gtkmm/liststore.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/treeview.h>
+
+#include <array>
+#include <optional>
 
 namespace bench {
 

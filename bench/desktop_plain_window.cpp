@@ -3,9 +3,6 @@
 
 #include "driver/desktop/dialogs/control.h"
 
-#include <utility>
-#include <vector>
-
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
 #include <gtkmm/checkbutton.h>
@@ -19,6 +16,9 @@
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/spinbutton.h>
 #include <gtkmm/treeview.h>
+
+#include <utility>
+#include <vector>
 
 namespace bench {
 
@@ -169,11 +169,10 @@ void PlainWindow::putAll(const quelm::Widget& container, Gtk::Container& into)
 
 void PlainWindow::put(const quelm::Widget& widget, Gtk::Widget& made, Gtk::Container& into)
 {
-    if (auto* fixed = dynamic_cast<Gtk::Fixed*>(&into)) {
+    if (auto* fixed = dynamic_cast<Gtk::Fixed*>(&into))
         fixed->put(made, definedNumber(widget, "XPos"), definedNumber(widget, "YPos"));
-    } else {
+    else
         into.add(made);
-    }
 }
 
 } // namespace bench

@@ -4,11 +4,11 @@
 
 #include "driver/widgets/widget.h"
 
-#include <string>
-
 #include <gtkmm/container.h>
 #include <gtkmm/radiobutton.h>
 #include <gtkmm/window.h>
+
+#include <string>
 
 namespace bench {
 

@@ -2,6 +2,7 @@
 #include "bench/host.h"
 
 #include <benchmark/benchmark.h>
+
 #include <cstdio>
 #include <exception>
 #include <stdexcept>

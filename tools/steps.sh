@@ -2,8 +2,12 @@
 # when it failed; all of it stays in the folder `logs`, which the caller names.
 source tools/tally.sh
 
-# Takes a step's name for a file: log_of NAME.
-log_of() { echo "$logs/${1//[^a-z0-9]/-}.log"; }
+# Takes a step's name for a file: log_of NAME. A name that holds many rooms is cut, and marked by its sum.
+log_of() {
+    local file=${1//[^a-z0-9]/-}
+    if [ ${#file} -gt 200 ]; then file=${file:0:200}-$(cksum <<<"$1" | cut -d ' ' -f 1); fi
+    echo "$logs/$file.log"
+}
 
 # Runs a command as one test of this run: check NAME COMMAND...
 check() {

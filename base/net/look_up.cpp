@@ -4,12 +4,12 @@
 #include "base/cancellable_call.h"
 #include "base/system_reason.h"
 
+#include <netdb.h>
+
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <utility>
-
-#include <netdb.h>
 
 namespace quelm {
 

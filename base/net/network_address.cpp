@@ -6,9 +6,8 @@
 #include "base/translation.h"
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
-
 #include <glib.h>
+#include <netinet/in.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,9 +1,9 @@
 // Writes addresses in digits.
 #include "base/net/socket_address.h"
 
-#include <array>
-
 #include <netdb.h>
+
+#include <array>
 
 namespace quelm {
 

@@ -2,9 +2,9 @@
 #ifndef BASE_NET_SOCKET_ADDRESS_H
 #define BASE_NET_SOCKET_ADDRESS_H
 
-#include <string>
-
 #include <sys/socket.h>
+
+#include <string>
 
 namespace quelm {
 

@@ -2,13 +2,13 @@
 #ifndef BASE_SQLITE_SQLITE_H
 #define BASE_SQLITE_SQLITE_H
 
+#include <sqlite3.h>
+
 #include <cerrno>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include <sqlite3.h>
 
 namespace quelm::sqlite {
 

@@ -144,10 +144,9 @@ bool Tarvik40Fax::assembleGroupMemberListData(std::string& out)
     Tarvik40FaxRecipient* member = groupMemberList.walkFaxRecipientList(true);
     if (!member)
         return false;
-    for (; member; member = groupMemberList.walkFaxRecipientList(false)) {
+    for (; member; member = groupMemberList.walkFaxRecipientList(false))
         if (const char* name = member->getRecipientData("RecipientName"))
             out.append(",u").append(name);
-    }
     return true;
 }
 

@@ -24,10 +24,9 @@ Row rowFor(Tarvik40FaxRecipient& recipient)
     row.back() = nullptr;
     const auto texts = listedTexts(recipient);
     const std::size_t filled = recipient.getRecipientType() == GROUP_RECIPIENT ? 1 : texts.size();
-    for (std::size_t column = 0; column < filled; ++column) {
+    for (std::size_t column = 0; column < filled; ++column)
         if (!texts[column]->empty())
             row[column] = texts[column]->c_str();
-    }
     return row;
 }
 

@@ -83,10 +83,9 @@ bool Tarvik40FaxRecipientList::appendRecipientList(Tarvik40FaxRecipientList* oth
 
 Tarvik40FaxRecipient* Tarvik40FaxRecipientList::getFaxRecipientByKey(std::string& key)
 {
-    for (cursor = recipients.begin(); cursor != recipients.end(); ++cursor) {
+    for (cursor = recipients.begin(); cursor != recipients.end(); ++cursor)
         if (hasRecipientKey(**cursor, key))
             return *cursor;
-    }
     return nullptr;
 }
 

@@ -5,9 +5,9 @@
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 
-#include <vector>
-
 #include <glib.h>
+
+#include <vector>
 
 namespace {
 
@@ -25,13 +25,11 @@ bool ComponentDirector::parseXMLBuffer(char* text)
 {
     return quelm::atBoundary(false, [text] {
         quelm::HostState* state = quelm::HostState::current();
-        if (state == nullptr || text == nullptr) {
+        if (state == nullptr || text == nullptr)
             return false;
-        }
         try {
-            if (g_utf8_validate(text, -1, nullptr) == FALSE) {
+            if (g_utf8_validate(text, -1, nullptr) == FALSE)
                 throw quelm::Error(quelm::localized("the dialog definition cannot be used: it is not UTF-8"));
-            }
             if (state->tree.build(text)) {
                 state->features.setAllDefaults();
                 state->bindings.applyAll();
@@ -48,9 +46,8 @@ bool ComponentDirector::registerResource(char* name, void* object)
 {
     return quelm::atBoundary(false, [&] {
         quelm::HostState* state = quelm::HostState::current();
-        if (state == nullptr || name == nullptr) {
+        if (state == nullptr || name == nullptr)
             return false;
-        }
         registeredObjects().push_back(object);
         state->resources[name] = object;
         return true;

@@ -1,16 +1,16 @@
 // What host/directory_client.h declares: the client of the device's directory.
 #include "host/directory_client.h"
 
+#include "base/log.h"
+#include "base/translation.h"
+#include "driver/boundary/host_state.h"
+#include "driver/directory/directory_session.h"
+
 #include <algorithm>
 #include <exception>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "base/log.h"
-#include "base/translation.h"
-#include "driver/boundary/host_state.h"
-#include "driver/directory/directory_session.h"
 
 namespace {
 

@@ -28,17 +28,14 @@ bool GlobalDriverInfo::translateMessage(char* text, char* out) { return quelm::t
 
 void GetCurrentTimeWithFormat(char* out, int outSize, char* format, int flag)
 {
-    if (out == nullptr || outSize <= 0) {
+    if (out == nullptr || outSize <= 0)
         return;
-    }
     quelm::HostState* state = quelm::HostState::current();
     const bool keepsReading = state != nullptr && state->lastReading && flag != 1;
     const std::tm reading = keepsReading ? *state->lastReading : quelm::localTime();
-    if (state != nullptr) {
+    if (state != nullptr)
         state->lastReading = reading;
-    }
     // strftime leaves the buffer undefined when the text does not fit, and for the empty text.
-    if (format == nullptr || std::strftime(out, static_cast<std::size_t>(outSize), format, &reading) == 0) {
+    if (format == nullptr || std::strftime(out, static_cast<std::size_t>(outSize), format, &reading) == 0)
         *out = '\0';
-    }
 }

@@ -35,18 +35,16 @@ void Failures::leaveOut(const std::string& line)
 void Failures::release()
 {
     held_ = false;
-    for (const auto& line : std::exchange(waiting_, {})) {
+    for (const auto& line : std::exchange(waiting_, {}))
         report(line.isError, line.text);
-    }
 }
 
 void Failures::report(bool isError, const std::string& line)
 {
-    if (held_) {
+    if (held_)
         waiting_.push_back({isError, line});
-    } else {
+    else
         log(isError ? Severity::error : Severity::warning, line);
-    }
 }
 
 } // namespace quelm

@@ -19,9 +19,8 @@ int onFeatures(char* tokenList, Action action)
 int onFeaturesAndBindings(char* tokenList, Action action)
 {
     const int count = onFeatures(tokenList, action);
-    if (quelm::HostState* state = quelm::HostState::current()) {
+    if (quelm::HostState* state = quelm::HostState::current())
         state->bindings.applyAll();
-    }
     return count;
 }
 
@@ -30,13 +29,11 @@ int onFeaturesAndBindings(char* tokenList, Action action)
 float GetFeatureOptValue(char* feature, int* value)
 {
     const quelm::HostState* state = quelm::HostState::current();
-    if (state == nullptr || feature == nullptr) {
+    if (state == nullptr || feature == nullptr)
         return 0;
-    }
     const std::optional<int> number = state->features.number(feature);
-    if (number && value != nullptr) {
+    if (number && value != nullptr)
         *value = *number;
-    }
     return static_cast<float>(number.value_or(0));
 }
 

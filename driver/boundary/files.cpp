@@ -1,10 +1,10 @@
 // What host/files.h declares: whether a path exists, and making a folder.
 #include "host/files.h"
 
-#include <optional>
-
 #include <sys/stat.h>
 #include <sys/types.h>
+
+#include <optional>
 
 namespace {
 

@@ -72,9 +72,8 @@ GTKObject::~GTKObject()
 bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
 {
     Widget* list = listOf(parent);
-    if (list == nullptr || textOf(type) != "ListItem") {
+    if (list == nullptr || textOf(type) != "ListItem")
         return false;
-    }
     return atBoundary(false, [&] {
         list->addRow(columns);
         return true;
@@ -84,9 +83,8 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
 bool GTKObject::createObject(GTKObject* parent, char* type, char* title, bool /*flag*/)
 {
     const Widget* owner = quelm::widgetOf(parent);
-    if (owner == nullptr || textOf(type) != "FileSelection" || impl->widget() != nullptr) {
+    if (owner == nullptr || textOf(type) != "FileSelection" || impl->widget() != nullptr)
         return false;
-    }
     return atBoundary(false, [&] {
         quelm::HostState& state = *Impl::of(parent)->state;
         Widget& chooser = state.tree.addFileChooser(*owner, std::string(textOf(title)));
@@ -100,9 +98,8 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char* title, bool /*
 
 void GTKObject::clearListItems()
 {
-    if (Widget* list = listOf(this)) {
+    if (Widget* list = listOf(this))
         list->clearRows();
-    }
 }
 
 void GTKObject::setObjectName(char* name)
@@ -110,11 +107,10 @@ void GTKObject::setObjectName(char* name)
     atBoundary(false, [&] {
         // A widget of the definition keeps its name: the driver finds callbacks and features by it.
         Widget* widget = impl->widget();
-        if (widget == nullptr) {
+        if (widget == nullptr)
             impl->name = textOf(name);
-        } else if (impl->isChooser) {
+        else if (impl->isChooser)
             widget->rename(std::string(textOf(name)));
-        }
         return true;
     });
 }
@@ -129,9 +125,8 @@ void GTKObject::addGTKObjectToList(char* name)
 {
     atBoundary(false, [&] {
         Widget* widget = impl->widget();
-        if (widget != nullptr) {
+        if (widget != nullptr)
             impl->state->tree.registerName(std::string(textOf(name)), *widget);
-        }
         return widget != nullptr;
     });
 }
@@ -140,9 +135,8 @@ bool GTKObject::setWidgetProperty(char* property, char* part, void (*callback)()
 {
     const Widget* widget = impl->widget();
     const bool knownPart = textOf(part) == quelm::okPart || textOf(part) == quelm::cancelPart;
-    if (widget == nullptr || !impl->isChooser || textOf(property) != "FileSelButtonCBFunc" || !knownPart) {
+    if (widget == nullptr || !impl->isChooser || textOf(property) != "FileSelButtonCBFunc" || !knownPart)
         return false;
-    }
     return atBoundary(false, [&] {
         impl->state->setHandler(*widget, part, callback);
         return true;
@@ -172,19 +166,15 @@ bool GTKObject::getWidgetProperty(char* property, bool* value)
 bool GTKObject::getWidgetProperty(char* property, char* text, float* /*real*/, int* number, bool* flag)
 {
     Widget* widget = impl->widget();
-    if (widget == nullptr) {
+    if (widget == nullptr)
         return false;
-    }
-    if (!widget->isMultipleSelection() || textOf(property) != "Value") {
+    if (!widget->isMultipleSelection() || textOf(property) != "Value")
         return quelm::readProperty(*widget, textOf(property), text, number, flag);
-    }
-    if (number == nullptr) {
+    if (number == nullptr)
         return false;
-    }
     const std::optional<int> row = widget->nextSelected(flag == nullptr || *flag);
-    if (row) {
+    if (row)
         *number = *row;
-    }
     return row.has_value();
 }
 
@@ -192,53 +182,46 @@ void GTKObject::setSignalHandler(void (*callback)(), char* signal)
 {
     atBoundary(false, [&] {
         const Widget* widget = impl->widget();
-        if (widget != nullptr) {
+        if (widget != nullptr)
             impl->state->setHandler(*widget, std::string(textOf(signal)), callback);
-        }
         return widget != nullptr;
     });
 }
 
 void GTKObject::setListFreezeState(bool frozen)
 {
-    if (Widget* list = listOf(this)) {
+    if (Widget* list = listOf(this))
         list->freeze(frozen);
-    }
 }
 
 bool GTKObject::getListItemData(char** text, int column, int row)
 {
     const Widget* list = listOf(this);
-    if (text == nullptr || list == nullptr || column < 0 || row < 0) {
+    if (text == nullptr || list == nullptr || column < 0 || row < 0)
         return false;
-    }
     const quelm::Rows& rows = list->rows();
     const auto columnIndex = static_cast<std::size_t>(column);
     const auto rowIndex = static_cast<std::size_t>(row);
-    if (columnIndex >= rows.columnCount() || rowIndex >= rows.count()) {
+    if (columnIndex >= rows.columnCount() || rowIndex >= rows.count())
         return false;
-    }
     const char* cell = rows.cell(rowIndex, columnIndex);
-    if (*text == nullptr) {
+    if (*text == nullptr)
         *text = const_cast<char*>(cell);
-    } else {
+    else
         quelm::copyBounded(cell, *text, quelm::boundedTextSize);
-    }
     return true;
 }
 
 bool GTKObject::getListSelectionCount(int& count)
 {
     const Widget* list = listOf(this);
-    if (list != nullptr) {
+    if (list != nullptr)
         count = static_cast<int>(list->selection().size());
-    }
     return list != nullptr;
 }
 
 void GTKObject::sortIntegerGList(bool ascending)
 {
-    if (Widget* list = listOf(this)) {
+    if (Widget* list = listOf(this))
         list->sortSelection(ascending);
-    }
 }

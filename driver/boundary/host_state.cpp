@@ -41,9 +41,8 @@ BaseBiDiSession deviceQueries;
 HostState::HostState(std::string homeFolder, std::string userName)
     : home(std::move(homeFolder)), user(std::move(userName))
 {
-    if (theState != nullptr) {
+    if (theState != nullptr)
         throw Error(localized("a driver runs in this process already; end it before another one is started"));
-    }
     theState = this;
     pDriverDirector = &director;
     pDriverGlobals = &driverInfo;
@@ -62,11 +61,10 @@ HostState::~HostState()
 void HostState::connectDevice(const DeviceSettings& settings)
 {
     device = std::make_unique<DeviceSession>(settings, [this](const std::string& line, bool failed) {
-        if (line.empty()) {
+        if (line.empty())
             failures.deviceAnswered();
-        } else {
+        else
             failures.deviceFailed(line, failed);
-        }
     });
     guard.setBeforeCall([this] { device->startAction(); });
     pBiDi = &deviceQueries;
@@ -101,9 +99,8 @@ void HostState::setHandler(const Widget& widget, const std::string& signal, Hand
 HostState::Handler HostState::handlerFor(const Widget& widget, const std::string& signal) const
 {
     const auto ofWidget = handlers.find(&widget);
-    if (ofWidget == handlers.end()) {
+    if (ofWidget == handlers.end())
         return nullptr;
-    }
     const auto found = ofWidget->second.find(signal);
     return found == ofWidget->second.end() ? nullptr : found->second;
 }

@@ -3,12 +3,12 @@
 
 #include "driver/boundary/host_state.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
-
-#include <glib.h>
 
 namespace {
 
@@ -20,9 +20,8 @@ constexpr std::array<std::string_view, 11> knownElements{
 void onElement(GMarkupParseContext* /*context*/, const gchar* element, const gchar** /*names*/,
                const gchar** /*values*/, gpointer /*data*/, GError** error)
 {
-    if (std::find(knownElements.begin(), knownElements.end(), element) == knownElements.end()) {
+    if (std::find(knownElements.begin(), knownElements.end(), element) == knownElements.end())
         g_set_error(error, G_MARKUP_ERROR, G_MARKUP_ERROR_UNKNOWN_ELEMENT, "unknown element %s", element);
-    }
 }
 
 void onText(GMarkupParseContext* /*context*/, const gchar* text, gsize length, gpointer data,
@@ -68,9 +67,8 @@ void PopupMessageDialog(int kind, void (*response)(_GtkWidget*, void*), char* te
 
 void CloseCurrentPopupDialog()
 {
-    if (quelm::HostState* state = quelm::HostState::current()) {
+    if (quelm::HostState* state = quelm::HostState::current())
         state->questions.closeCurrent();
-    }
 }
 
 void ParsePangoMarkupString(char* text, int length, std::string& out)

@@ -37,32 +37,29 @@ bool writeText(Widget& widget, std::string_view property, std::string_view text)
 {
     // Only a label shows lines. A text field holds what a user typed or a phonebook says, byte for
     // byte, and the job would otherwise carry something else.
-    if (widget.kind() == WidgetKind::label && property == "WidgetText") {
+    if (widget.kind() == WidgetKind::label && property == "WidgetText")
         widget.setText(withLineBreaks(text));
-    } else {
+    else
         widget.setText(text);
-    }
     return true;
 }
 
 bool writeInteger(Widget& widget, int integer)
 {
     const auto range = widget.numberRange();
-    if (widget.kind() == WidgetKind::spinBox) {
+    if (widget.kind() == WidgetKind::spinBox)
         return widget.setNumber(std::clamp(integer, range->first, range->second));
-    }
     return widget.setNumber(integer);
 }
 
 bool writeFlag(Widget& widget, std::string_view property, bool flag)
 {
-    if (property == "Visibility") {
+    if (property == "Visibility")
         widget.setVisible(flag);
-    } else if (property == "Sensitivity") {
+    else if (property == "Sensitivity")
         widget.setSensitive(flag);
-    } else {
+    else
         widget.setFlag(flag);
-    }
     return true;
 }
 
@@ -70,21 +67,16 @@ bool writeFlag(Widget& widget, std::string_view property, bool flag)
 
 std::optional<Slot> slotOf(const Widget& widget, std::string_view property)
 {
-    if (property == "Visibility" || property == "Sensitivity") {
+    if (property == "Visibility" || property == "Sensitivity")
         return Slot::flag;
-    }
-    if (property == "WidgetText" || property == "Title") {
+    if (property == "WidgetText" || property == "Title")
         return hasShownText(widget) ? std::optional(Slot::text) : std::nullopt;
-    }
-    if (property != "Value") {
+    if (property != "Value")
         return std::nullopt;
-    }
-    if (widget.hasFlag()) {
+    if (widget.hasFlag())
         return Slot::flag;
-    }
-    if (widget.hasNumber()) {
+    if (widget.hasNumber())
         return Slot::integer;
-    }
     const bool holdsText =
         widget.kind() == WidgetKind::textEntry || widget.kind() == WidgetKind::fileSelection;
     return holdsText ? std::optional(Slot::text) : std::nullopt;
@@ -115,12 +107,10 @@ bool writeProperty(Widget& widget, std::string_view property, const char* text, 
 {
     return atBoundary(false, [&] {
         const std::optional<Slot> slot = slotOf(widget, property);
-        if (slot == Slot::text) {
+        if (slot == Slot::text)
             return writeText(widget, property, text == nullptr ? "" : text);
-        }
-        if (slot == Slot::integer) {
+        if (slot == Slot::integer)
             return writeInteger(widget, integer);
-        }
         return slot == Slot::flag && writeFlag(widget, property, flag);
     });
 }

@@ -1,17 +1,17 @@
 // What host/record_database.h declares, on top of phonebook files; nothing throws across it.
 #include "host/record_database.h"
 
-#include <cstring>
-#include <exception>
-#include <memory>
-#include <optional>
-#include <utility>
-
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 #include "driver/store/record_store.h"
 #include "host/files.h"
+
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <optional>
+#include <utility>
 
 namespace quelm {
 

@@ -1,6 +1,8 @@
 // What host/texts.h declares: messages about what a user typed, token lists, formatted copies.
 #include "host/texts.h"
 
+#include "driver/store/name_checks.h"
+
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -8,8 +10,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include "driver/store/name_checks.h"
 
 namespace quelm {
 

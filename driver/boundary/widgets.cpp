@@ -20,13 +20,11 @@ GTKObject* GetWidgetByName(char* name)
     return quelm::atBoundary<GTKObject*>(nullptr, [name]() -> GTKObject* {
         quelm::HostState* state = quelm::HostState::current();
         quelm::Widget* widget = find(name);
-        if (widget != nullptr) {
+        if (widget != nullptr)
             return &state->handleOf(*widget);
-        }
-        if (state != nullptr) {
+        if (state != nullptr)
             state->failures.widgetMissing(quelm::localized("it asks for a widget \"%s\" that does not exist",
                                                            name == nullptr ? "" : name));
-        }
         return nullptr;
     });
 }

@@ -1,9 +1,8 @@
 // The command `attributes`: the component's job attributes, byte for byte and write for write.
-#include "driver/cli/commands.h"
-
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/pdl_writers.h"

@@ -149,10 +149,9 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
                                         {script, Command::script},
                                         {phonebook, Command::phonebook},
                                         {device, Command::deviceInfo},
-                                        {directory, Command::directorySearch}}) {
+                                        {directory, Command::directorySearch}})
         if (command->parsed())
             line.command = name;
-    }
     if (line.command != Command::none && !desktopDocument.empty())
         throw UsageError(localized("\"%s\" is one word too many; see quelm-driver --help", desktopDocument));
     if (line.command == Command::none)

@@ -1,9 +1,8 @@
 // The command `device info`: the directory settings that the device reports, as the component shows them.
-#include "driver/cli/commands.h"
-
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/translation.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/core/driver.h"
 #include "driver/widgets/widget_names.h"

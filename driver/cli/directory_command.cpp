@@ -1,9 +1,8 @@
 // The command `directory`: searches the device's directory through the component.
-#include "driver/cli/commands.h"
-
 #include "base/file_io.h"
 #include "base/terminal/columns.h"
 #include "base/translation.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"

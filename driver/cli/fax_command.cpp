@@ -1,9 +1,8 @@
 // The command `fax`: a document and its fax job as one print stream.
-#include "driver/cli/commands.h"
-
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
 #include "driver/cli/job/write_document.h"
 

@@ -21,20 +21,18 @@ const CLI::App& givenCommand(const CLI::App& program)
 /// The option of that name as the command takes it: its own, or one of the commands above it.
 const CLI::Option* optionNamed(const CLI::App& program, const std::string& name)
 {
-    for (const CLI::App* app = &givenCommand(program); app != nullptr; app = app->get_parent()) {
+    for (const CLI::App* app = &givenCommand(program); app != nullptr; app = app->get_parent())
         if (const CLI::Option* option = app->get_option_no_throw(name))
             return option;
-    }
     return nullptr;
 }
 
 std::string whatIsMissing(const CLI::App& command)
 {
-    for (const CLI::Option* option : command.get_options()) {
+    for (const CLI::Option* option : command.get_options())
         if (option->get_required() && option->empty())
             // Translators: an option, or a place of the command line such as DOCUMENT.
             return localized("%s is missing", option->get_name());
-    }
     std::string possible;
     for (const CLI::App* subcommand : command.get_subcommands([](const CLI::App*) { return true; }))
         possible += (possible.empty() ? "" : "|") + subcommand->get_name();

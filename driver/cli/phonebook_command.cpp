@@ -1,11 +1,10 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
-#include "driver/cli/commands.h"
-
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/log.h"
 #include "base/terminal/progress_line.h"
 #include "base/translation.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/config/installation.h"
 #include "driver/phonebook/actions.h"

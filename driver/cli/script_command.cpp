@@ -1,10 +1,9 @@
 // The command `script`: reads it whole, then acts line by line.
-#include "driver/cli/commands.h"
-
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/translation.h"
 #include "base/whole_file.h"
+#include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/script/script_runner.h"
 

@@ -2,12 +2,12 @@
 #ifndef DRIVER_CONFIG_CONFIGURATION_H
 #define DRIVER_CONFIG_CONFIGURATION_H
 
-#include <optional>
-#include <string>
-
 #include "driver/device/device_settings.h"
 #include "driver/directory/directory_settings.h"
 #include "driver/plugin/fax_session.h"
+
+#include <optional>
+#include <string>
 
 namespace quelm {
 

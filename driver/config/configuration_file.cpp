@@ -1,19 +1,6 @@
 // Reads the driver's configuration file with GLib's key file parser.
 #include "driver/config/configuration_file.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
-#include <system_error>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <glib.h>
-
 #include "base/error.h"
 #include "base/file_handle.h"
 #include "base/system_reason.h"
@@ -21,6 +8,18 @@
 #include "base/translation.h"
 #include "base/whole_file.h"
 #include "driver/config/configuration_keys.h"
+
+#include <fcntl.h>
+#include <glib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <system_error>
 
 namespace quelm {
 

@@ -6,14 +6,14 @@
 #include "driver/device/device_address.h"
 #include "driver/device/object_identifier.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <initializer_list>
 #include <system_error>
-
-#include <glib.h>
 
 namespace quelm {
 

@@ -6,10 +6,11 @@
 #include "base/texts.h"
 #include "base/translation.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <pwd.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
 
 namespace quelm {
 
@@ -30,13 +31,11 @@ std::string userHomeFolder()
 std::string settingsFolder()
 {
     const std::string configHome = environmentVariable("XDG_CONFIG_HOME");
-    if (!configHome.empty() && configHome.front() == '/') {
+    if (!configHome.empty() && configHome.front() == '/')
         return configHome + "/quelm";
-    }
     const std::string home = userHomeFolder();
-    if (home.empty()) {
+    if (home.empty())
         throw Error(localized("no folder for the driver's settings is known; set HOME or XDG_CONFIG_HOME"));
-    }
     return home + "/.config/quelm";
 }
 
@@ -50,13 +49,11 @@ std::string resolveHome(const std::string& given)
             "the folder of the running program cannot be found; name the installation with --home"));
     }
     std::error_code failure;
-    if (!fs::is_directory(folder, failure)) {
+    if (!fs::is_directory(folder, failure))
         throw Error(localized("there is no installation folder %s", folder.string()));
-    }
     std::string home = fs::absolute(folder).lexically_normal().string();
-    while (!home.empty() && home.back() == '/') {
+    while (!home.empty() && home.back() == '/')
         home.pop_back();
-    }
     return home;
 }
 
@@ -67,15 +64,13 @@ std::string resolveUser(const std::string& given)
         const passwd* entry = ::getpwuid(::getuid());
         user = entry != nullptr ? entry->pw_name : environmentVariable("LOGNAME");
     }
-    if (user.empty()) {
+    if (user.empty())
         throw Error(localized("your login name is not known; name the user with --user"));
-    }
     const bool isPlain = std::none_of(user.begin(), user.end(), [](char character) {
         return character == '/' || isControlCharacter(character);
     });
-    if (!isPlain || user == "." || user == "..") {
+    if (!isPlain || user == "." || user == "..")
         throw Error(localized("\"%s\" cannot be a user's name; files are named after it", user));
-    }
     return user;
 }
 

@@ -20,9 +20,8 @@ Callbacks::Callbacks(HostState& hostState, const ComponentLibrary& library)
 bool Callbacks::fire(Widget& widget)
 {
     const std::string* name = widget.attribute("AddCallback");
-    if (name == nullptr || name->empty()) {
+    if (name == nullptr || name->empty())
         return false;
-    }
     if (const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(*name))) {
         GTKObject& handle = state.handleOf(widget);
         state.guard.run(*name, [&] { callback(nullptr, &handle); });
@@ -32,9 +31,8 @@ bool Callbacks::fire(Widget& widget)
         const std::string* given = widget.attribute("HelpTopic");
         topic = given == nullptr ? std::string() : *given;
         askedAt = &widget;
-        if (showHelp) {
+        if (showHelp)
             showHelp(topic);
-        }
         return true;
     }
     return false;
@@ -43,9 +41,8 @@ bool Callbacks::fire(Widget& widget)
 bool Callbacks::call(const std::string& exportedName)
 {
     const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(exportedName));
-    if (callback != nullptr) {
+    if (callback != nullptr)
         state.guard.run(exportedName, [&] { callback(nullptr, nullptr); });
-    }
     return callback != nullptr;
 }
 

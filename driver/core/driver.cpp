@@ -23,15 +23,13 @@ class ClockSetting {
 public:
     explicit ClockSetting(const std::string& now) : isFixed(!now.empty())
     {
-        if (isFixed) {
+        if (isFixed)
             fixClock(parseLocalTime(now));
-        }
     }
     ~ClockSetting()
     {
-        if (isFixed) {
+        if (isFixed)
             releaseClock();
-        }
     }
     ClockSetting(const ClockSetting&) = delete;
     ClockSetting& operator=(const ClockSetting&) = delete;
@@ -59,9 +57,8 @@ struct Driver::Parts {
     const Widget& existing(std::string_view name) const
     {
         const Widget* widget = state.tree.find(name);
-        if (widget == nullptr) {
+        if (widget == nullptr)
             throw Error(localized("there is no widget \"%s\"", name));
-        }
         return *widget;
     }
 };
@@ -71,18 +68,16 @@ Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(opt
     HostState& state = parts->state;
     state.directory = options.directory;
     useTranslations(options.localeFolder.empty() ? localeFolder(state.home) : options.localeFolder);
-    if (!options.device.address.empty()) {
+    if (!options.device.address.empty())
         state.connectDevice(options.device);
-    }
     prepareInstallation(state.home);
     state.failures.hold();
     if (!parts->library.start(state.guard)) {
         throw Error(
             localized("the component %s cannot start: %s", parts->library.path(), startFailure(state)));
     }
-    if (!options.holdFailures) {
+    if (!options.holdFailures)
         state.failures.release();
-    }
     if (options.loadFeatures || options.saveFeatures) {
         const FeatureFile file(featureFilePath(options.configDirectory, state.user));
         state.features.load(file, options.loadFeatures, options.saveFeatures);
@@ -119,20 +114,17 @@ WidgetView Driver::show(std::string_view widget) const { return viewOf(parts->ex
 std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
 {
     const Widget& widget = parts->existing(list);
-    if (!widget.isList()) {
+    if (!widget.isList())
         throw Error(localized("\"%s\" is no list", list));
-    }
     return rowsOf(widget);
 }
 
 std::vector<std::string> Driver::windows() const
 {
     std::vector<std::string> names;
-    for (const auto& window : parts->state.tree.windows()) {
-        if (window->isWindow() && window->visible()) {
+    for (const auto& window : parts->state.tree.windows())
+        if (window->isWindow() && window->visible())
             names.push_back(window->name());
-        }
-    }
     return names;
 }
 
@@ -148,9 +140,8 @@ int Driver::failedCallbacks() const { return parts->state.guard.failures(); }
 
 FaxSession& Driver::faxSession()
 {
-    if (!parts->faxSession) {
+    if (!parts->faxSession)
         parts->faxSession = std::make_unique<ComponentFaxSession>(parts->library, parts->state.guard);
-    }
     return *parts->faxSession;
 }
 

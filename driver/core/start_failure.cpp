@@ -5,8 +5,9 @@
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 
-#include <filesystem>
 #include <unistd.h>
+
+#include <filesystem>
 
 namespace quelm {
 
@@ -20,9 +21,8 @@ std::string folderTrouble(const fs::path& folder)
     std::error_code failure;
     const fs::path parent = folder.parent_path();
     if (fs::exists(folder, failure) ||
-        (fs::is_directory(parent, failure) && ::access(parent.c_str(), W_OK) == 0)) {
+        (fs::is_directory(parent, failure) && ::access(parent.c_str(), W_OK) == 0))
         return "";
-    }
     return localized("the folder %s cannot be made; %s is no folder that you may write to", folder.string(),
                      parent.string());
 }
@@ -31,19 +31,16 @@ std::string folderTrouble(const fs::path& folder)
 
 std::string startFailure(const HostState& state)
 {
-    if (state.guard.failures() > 0) {
+    if (state.guard.failures() > 0)
         return localized("it failed in its start-up");
-    }
     const LastFailure& last = state.failures.last();
     const fs::path phonebooks = state.home + "/db/phonebook";
     std::error_code failure;
     const std::string folder =
         folderTrouble(fs::exists(phonebooks, failure) ? phonebooks / "user" : phonebooks);
-    for (const std::string& reason : {last.definition, folder, last.database}) {
-        if (!reason.empty()) {
+    for (const std::string& reason : {last.definition, folder, last.database})
+        if (!reason.empty())
             return oneLine(reason);
-        }
-    }
     return localized("it gives no reason");
 }
 

@@ -6,10 +6,10 @@
 #include "base/translation.h"
 #include "driver/boundary/gtk_handle.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <string>
-
-#include <glib.h>
 
 namespace quelm {
 
@@ -26,9 +26,8 @@ template <class Test>
 const Widget& culprit(const Widget& widget, Test test)
 {
     const Widget* candidate = &widget;
-    while (test(*candidate)) {
+    while (test(*candidate))
         candidate = candidate->parent();
-    }
     return *candidate;
 }
 
@@ -51,9 +50,8 @@ const Widget& culprit(const Widget& widget, Test test)
 
 void requireTypable(const Widget& field, std::string_view text)
 {
-    if (!isUtf8(text)) {
+    if (!isUtf8(text))
         throw Error(localized("the text for %s is not UTF-8", described(field)));
-    }
     if (hasControlCharacter(text)) {
         throw Error(
             localized("the text for %s holds a line end or another control character", described(field)));
@@ -81,40 +79,34 @@ bool boxFires(const Widget& container, std::string_view callback)
 
 void UserActions::requireNoQuestion() const
 {
-    if (state.questions.top() != nullptr) {
+    if (state.questions.top() != nullptr)
         throw Error(localized("a question is waiting for an answer; answer it first"));
-    }
 }
 
 Widget& UserActions::existing(std::string_view name) const
 {
     requireNoQuestion();
     Widget* widget = state.tree.find(name);
-    if (widget == nullptr) {
+    if (widget == nullptr)
         throw Error(localized("there is no widget \"%s\"", name));
-    }
     return *widget;
 }
 
 void UserActions::requireOperable(const Widget& widget) const
 {
     requireNoQuestion();
-    if (!widget.onScreen()) {
+    if (!widget.onScreen())
         refuseHidden(widget);
-    }
-    if (!widget.active()) {
+    if (!widget.active())
         refuseInsensitive(widget);
-    }
 }
 
 void UserActions::requireUsableItem(const Widget& item) const
 {
-    if (!item.visible()) {
+    if (!item.visible())
         refuseHidden(item);
-    }
-    if (!item.sensitive()) {
+    if (!item.sensitive())
         refuseInsensitive(item);
-    }
 }
 
 void UserActions::press(std::string_view name) { press(existing(name)); }
@@ -122,13 +114,12 @@ void UserActions::press(std::string_view name) { press(existing(name)); }
 void UserActions::press(Widget& widget)
 {
     requireOperable(widget);
-    if (widget.kind() == WidgetKind::fileSelection) {
+    if (widget.kind() == WidgetKind::fileSelection)
         pressOk(widget);
-    } else if (widget.kind() == WidgetKind::button || widget.kind() == WidgetKind::toolbarItem) {
+    else if (widget.kind() == WidgetKind::button || widget.kind() == WidgetKind::toolbarItem)
         callbacks.fire(widget);
-    } else {
+    else
         throw Error(localized("%s cannot be pressed; it is no button", described(widget)));
-    }
     state.features.keep();
 }
 
@@ -137,14 +128,12 @@ void UserActions::pressOk(Widget& chooser)
     // The component starts its choosers with a pattern, from which a user first chooses a file.
     const std::string& path = chooser.text();
     const std::string_view file = std::string_view(path).substr(path.rfind('/') + 1);
-    if (file.empty() || file.find_first_of("*?[") != std::string_view::npos) {
+    if (file.empty() || file.find_first_of("*?[") != std::string_view::npos)
         throw Error(localized("no file is chosen in %s; type its path first", described(chooser)));
-    }
-    if (const HostState::Handler handler = state.handlerFor(chooser, okPart)) {
+    if (const HostState::Handler handler = state.handlerFor(chooser, okPart))
         callbacks.run(okPart, handler);
-    } else {
+    else
         chooser.setVisible(false);
-    }
 }
 
 void UserActions::type(std::string_view name, std::string_view text) { type(existing(name), text); }
@@ -153,13 +142,11 @@ void UserActions::type(Widget& widget, std::string_view text)
 {
     requireOperable(widget);
     const bool isField = widget.kind() == WidgetKind::textEntry;
-    if (!isField && widget.kind() != WidgetKind::fileSelection) {
+    if (!isField && widget.kind() != WidgetKind::fileSelection)
         throw Error(localized("%s takes no text", described(widget)));
-    }
     const std::string* editable = widget.attribute("Editable");
-    if (editable != nullptr && *editable == "false") {
+    if (editable != nullptr && *editable == "false")
         throw Error(localized("%s is read-only", described(widget)));
-    }
     requireTypable(widget, text);
     widget.setText(text);
     callbacks.fire(widget);
@@ -171,16 +158,13 @@ void UserActions::tick(std::string_view name, bool on) { tick(existing(name), on
 void UserActions::tick(Widget& widget, bool on)
 {
     requireOperable(widget);
-    if (!widget.hasFlag()) {
+    if (!widget.hasFlag())
         throw Error(localized("%s cannot be ticked; it is no check box", described(widget)));
-    }
-    if (widget.kind() == WidgetKind::radioButtonItem && !on) {
+    if (widget.kind() == WidgetKind::radioButtonItem && !on)
         throw Error(localized("%s cannot be unticked; choose another item of its group", described(widget)));
-    }
     widget.setFlag(on);
-    if (!callbacks.fire(widget) && widget.kind() == WidgetKind::radioButtonItem) {
+    if (!callbacks.fire(widget) && widget.kind() == WidgetKind::radioButtonItem)
         callbacks.fire(*widget.parent());
-    }
     state.features.keep();
 }
 
@@ -189,20 +173,17 @@ void UserActions::choose(std::string_view name, int value) { choose(existing(nam
 void UserActions::choose(Widget& widget, int value)
 {
     requireOperable(widget);
-    if (!widget.hasNumber() || widget.isList()) {
+    if (!widget.hasNumber() || widget.isList())
         throw Error(localized("%s offers no choice", described(widget)));
-    }
     const auto range = widget.numberRange();
-    if (!range) {
+    if (!range)
         throw Error(localized("%s has no %d; it is empty", described(widget), value));
-    }
     if (value < range->first || value > range->second) {
         throw Error(localized("%s has no %d; it goes from %d to %d", described(widget), value, range->first,
                               range->second));
     }
-    if (widget.kind() != WidgetKind::spinBox) {
+    if (widget.kind() != WidgetKind::spinBox)
         requireUsableItem(*widget.items()[static_cast<std::size_t>(value)]);
-    }
     widget.setNumber(value);
     callbacks.fire(widget);
     state.features.keep();
@@ -216,12 +197,10 @@ void UserActions::select(std::string_view name, const std::vector<int>& rows)
 void UserActions::select(Widget& list, const std::vector<int>& rows)
 {
     requireOperable(list);
-    if (!list.isList()) {
+    if (!list.isList())
         throw Error(localized("%s has no rows; it is no list", described(list)));
-    }
-    if (rows.size() > 1 && !list.isMultipleSelection()) {
+    if (rows.size() > 1 && !list.isMultipleSelection())
         throw Error(localized("only one row of %s can be selected", described(list)));
-    }
     const auto count = list.rows().count();
     std::vector<bool> chosen(count);
     for (const int row : rows) {
@@ -230,9 +209,8 @@ void UserActions::select(Widget& list, const std::vector<int>& rows)
                                        "%s has no row %d; it has %d rows, counted from 0", count,
                                        described(list), row, count));
         }
-        if (chosen[static_cast<std::size_t>(row)]) {
+        if (chosen[static_cast<std::size_t>(row)])
             throw Error(localized("row %d of %s is named twice", row, described(list)));
-        }
         chosen[static_cast<std::size_t>(row)] = true;
     }
     list.setSelection(rows);
@@ -245,25 +223,21 @@ void UserActions::closeWindow(std::string_view name) { closeWindow(existing(name
 void UserActions::closeWindow(Widget& window)
 {
     requireNoQuestion();
-    if (!window.isWindow()) {
+    if (!window.isWindow())
         throw Error(localized("%s is no window", described(window)));
-    }
-    if (!window.visible()) {
+    if (!window.visible())
         throw Error(localized("%s is not open", described(window)));
-    }
-    if (const HostState::Handler handler = state.handlerFor(window, closeSignal)) {
+    if (const HostState::Handler handler = state.handlerFor(window, closeSignal))
         callbacks.run(closeSignal, handler);
-    } else if (!callbacks.fire(window)) {
+    else if (!callbacks.fire(window))
         window.setVisible(false);
-    }
     state.features.keep();
 }
 
 void UserActions::answer(bool yes)
 {
-    if (!state.questions.answerTop(yes)) {
+    if (!state.questions.answerTop(yes))
         throw Error(localized("no question is waiting for an answer"));
-    }
     state.features.keep();
 }
 
@@ -272,12 +246,10 @@ void UserActions::call(std::string_view exportedName)
     requireNoQuestion();
     // What a check box fires looks at that box, and cannot do without.
     const auto& windows = state.tree.windows();
-    if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); })) {
+    if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); }))
         throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
-    }
-    if (!callbacks.call(std::string(exportedName))) {
+    if (!callbacks.call(std::string(exportedName)))
         throw Error(localized("the component's export list has no function \"%s\"", exportedName));
-    }
     state.features.keep();
 }
 

@@ -14,14 +14,13 @@
 #include "driver/desktop/toolkit/style.h"
 #include "driver/desktop/window_log.h"
 
+#include <glib-unix.h>
 #include <glibmm/markup.h>
+#include <gtk/gtk.h>
 #include <gtkmm/application.h>
 #include <gtkmm/label.h>
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
-
-#include <glib-unix.h>
-#include <gtk/gtk.h>
 
 #include <clocale>
 #include <csignal>

@@ -6,6 +6,13 @@
 #include "driver/device/snmp_library.h"
 #include "driver/device/snmp_value.h"
 
+#include <net-snmp/library/large_fd_set.h>
+#include <net-snmp/library/scapi.h>
+#include <net-snmp/net-snmp-config.h>
+#include <net-snmp/net-snmp-includes.h>
+#include <poll.h>
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -13,16 +20,6 @@
 #include <iterator>
 #include <utility>
 #include <vector>
-
-#include <poll.h>
-#include <sys/socket.h>
-
-#include <net-snmp/net-snmp-config.h>
-
-#include <net-snmp/net-snmp-includes.h>
-
-#include <net-snmp/library/large_fd_set.h>
-#include <net-snmp/library/scapi.h>
 
 namespace quelm {
 
@@ -240,10 +237,9 @@ struct SnmpConnection::Impl {
             return {SnmpReply::Kind::refused, "", error};
         }
         static_cast<void>(pdu.release()); // the library's now
-        while (!request.done && Clock::now() < deadline) {
+        while (!request.done && Clock::now() < deadline)
             if (const int error = awaitPacket(deadline); error != 0)
                 return {SnmpReply::Kind::refused, "", error};
-        }
         return request.reply;
     }
 

@@ -3,11 +3,10 @@
 
 #include "base/log.h"
 
-#include <string>
-
 #include <net-snmp/net-snmp-config.h>
-
 #include <net-snmp/net-snmp-includes.h>
+
+#include <string>
 
 namespace quelm {
 

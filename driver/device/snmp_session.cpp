@@ -5,14 +5,13 @@
 #include "base/system_reason.h"
 #include "base/translation.h"
 
+#include <net-snmp/net-snmp-config.h>
+#include <net-snmp/net-snmp-includes.h>
+
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <utility>
-
-#include <net-snmp/net-snmp-config.h>
-
-#include <net-snmp/net-snmp-includes.h>
 
 namespace quelm {
 

@@ -3,14 +3,13 @@
 
 #include "driver/device/object_identifier.h"
 
+#include <glib.h>
+#include <net-snmp/net-snmp-config.h>
+#include <net-snmp/net-snmp-includes.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
-
-#include <glib.h>
-#include <net-snmp/net-snmp-config.h>
-
-#include <net-snmp/net-snmp-includes.h>
 
 namespace quelm {
 
@@ -56,12 +55,11 @@ std::string shownText(std::string_view bytes)
     const std::unique_ptr<gchar, decltype(&g_free)> valid(
         g_utf8_make_valid(plain.data(), static_cast<gssize>(plain.size())), &g_free);
     std::string shown;
-    for (const gchar* at = valid.get(); *at != '\0'; at = g_utf8_next_char(at)) {
+    for (const gchar* at = valid.get(); *at != '\0'; at = g_utf8_next_char(at))
         if (g_unichar_iscntrl(g_utf8_get_char(at)) != FALSE)
             shown += ' ';
         else
             shown.append(at, static_cast<std::size_t>(g_utf8_next_char(at) - at));
-    }
     return shown;
 }
 

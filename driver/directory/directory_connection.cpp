@@ -1,11 +1,11 @@
 // Connects, sets TLS up, binds and searches.
 #include "driver/directory/directory_connection.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <fstream>
-#include <utility>
+#include "base/broken_pipe_guard.h"
+#include "base/net/connector.h"
+#include "base/net/look_up.h"
+#include "driver/directory/directory_messages.h"
+#include "driver/directory/ldap_handle.h"
 
 #include <ldap.h>
 #include <netinet/in.h>
@@ -14,11 +14,11 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include "base/broken_pipe_guard.h"
-#include "base/net/connector.h"
-#include "base/net/look_up.h"
-#include "driver/directory/directory_messages.h"
-#include "driver/directory/ldap_handle.h"
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <utility>
 
 namespace quelm {
 
@@ -30,10 +30,9 @@ using Clock = std::chrono::steady_clock;
 std::string systemAuthorities()
 {
     for (const char* file : {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt",
-                             "/etc/ssl/ca-bundle.pem", "/etc/ssl/cert.pem"}) {
+                             "/etc/ssl/ca-bundle.pem", "/etc/ssl/cert.pem"})
         if (access(file, R_OK) == 0)
             return file;
-    }
     return "";
 }
 

@@ -2,15 +2,15 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_CONNECTION_H
 #define DRIVER_DIRECTORY_DIRECTORY_CONNECTION_H
 
-#include <memory>
-#include <vector>
-
 #include "base/bounded_call.h"
 #include "driver/directory/directory_address.h"
 #include "driver/directory/directory_entry.h"
 #include "driver/directory/directory_error.h"
 #include "driver/directory/directory_query.h"
 #include "driver/directory/directory_settings.h"
+
+#include <memory>
+#include <vector>
 
 namespace quelm {
 

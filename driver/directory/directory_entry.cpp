@@ -1,9 +1,9 @@
 // Makes values fit to be shown, and finds them.
 #include "driver/directory/directory_entry.h"
 
-#include <glib.h>
-
 #include "base/texts.h"
+
+#include <glib.h>
 
 namespace quelm {
 

@@ -2,9 +2,9 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ERROR_H
 #define DRIVER_DIRECTORY_DIRECTORY_ERROR_H
 
-#include <string>
-
 #include "base/error.h"
+
+#include <string>
 
 namespace quelm {
 

@@ -2,13 +2,13 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_MESSAGES_H
 #define DRIVER_DIRECTORY_DIRECTORY_MESSAGES_H
 
-#include <cstddef>
-#include <string>
-
 #include "base/net/connector.h"
 #include "base/net/look_up.h"
 #include "driver/directory/directory_query.h"
 #include "driver/directory/directory_settings.h"
+
+#include <cstddef>
+#include <string>
 
 namespace quelm::directory_messages {
 

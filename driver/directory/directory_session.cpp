@@ -2,11 +2,10 @@
 #include "driver/directory/directory_session.h"
 
 #include "base/texts.h"
+#include "driver/directory/directory_messages.h"
 
 #include <algorithm>
 #include <utility>
-
-#include "driver/directory/directory_messages.h"
 
 namespace quelm {
 
@@ -25,10 +24,9 @@ milliseconds bounded(milliseconds limit)
 std::string withoutDoubledStars(const std::string& filter)
 {
     std::string result;
-    for (const char character : filter) {
+    for (const char character : filter)
         if (character != '*' || !result.ends_with('*'))
             result += character;
-    }
     return result;
 }
 

@@ -2,14 +2,14 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_SESSION_H
 #define DRIVER_DIRECTORY_DIRECTORY_SESSION_H
 
+#include "driver/directory/directory_connection.h"
+#include "driver/directory/directory_report.h"
+
 #include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "driver/directory/directory_connection.h"
-#include "driver/directory/directory_report.h"
 
 namespace quelm {
 

@@ -1,10 +1,9 @@
 // Drives the LDAP library without ever letting it wait longer than it may.
 #include "driver/directory/ldap_handle.h"
 
-#include <algorithm>
-#include <chrono>
-#include <future>
-#include <mutex>
+#include "base/broken_pipe_guard.h"
+#include "driver/directory/directory_error.h"
+#include "driver/directory/directory_messages.h"
 
 #include <fcntl.h>
 #include <lber.h>
@@ -12,9 +11,10 @@
 #include <sys/socket.h>
 #include <sys/time.h>
 
-#include "base/broken_pipe_guard.h"
-#include "driver/directory/directory_error.h"
-#include "driver/directory/directory_messages.h"
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <mutex>
 
 namespace quelm {
 

@@ -2,16 +2,16 @@
 #ifndef DRIVER_DIRECTORY_LDAP_HANDLE_H
 #define DRIVER_DIRECTORY_LDAP_HANDLE_H
 
-#include <memory>
-#include <string>
-
-#include <ldap.h>
-
 #include "base/bounded_call.h"
 #include "base/file_handle.h"
 #include "driver/directory/directory_address.h"
 #include "driver/directory/directory_entry.h"
 #include "driver/directory/directory_query.h"
+
+#include <ldap.h>
+
+#include <memory>
+#include <string>
 
 namespace quelm {
 

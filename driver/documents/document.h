@@ -5,12 +5,12 @@
 #include "base/file_io.h"
 #include "driver/documents/pdf_conversion.h"
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace quelm {
 

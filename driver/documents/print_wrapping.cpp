@@ -50,17 +50,15 @@ std::string enteredLanguage(std::string_view line)
 bool isWrappingOnly(std::string_view text)
 {
     bool pjl = false;
-    while (!text.empty()) {
-        if (skip(text, uel)) {
+    while (!text.empty())
+        if (skip(text, uel))
             pjl = true;
-        } else if (pjl && text.starts_with(pjlPrefix)) {
+        else if (pjl && text.starts_with(pjlPrefix))
             takeLine(text);
-        } else if (blanks.find(text.front()) != std::string_view::npos || text.front() == endOfTransmission) {
+        else if (blanks.find(text.front()) != std::string_view::npos || text.front() == endOfTransmission)
             text.remove_prefix(1);
-        } else if (!skip(text, printerReset)) {
+        else if (!skip(text, printerReset))
             return false;
-        }
-    }
     return true;
 }
 

@@ -7,15 +7,15 @@
 #include "base/system_reason.h"
 #include "base/translation.h"
 
-#include <cerrno>
 #include <fcntl.h>
-#include <filesystem>
-#include <memory>
+#include <glib.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <glib.h>
+#include <cerrno>
+#include <filesystem>
+#include <memory>
 
 namespace quelm {
 
@@ -53,9 +53,8 @@ Keys readKeys(const std::string& path)
     const auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (g_key_file_load_from_file(keys.get(), path.c_str(), flags, &error) == FALSE) {
         const Failure failure(error);
-        if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) {
+        if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT))
             throw unusable(path, error->message);
-        }
     }
     return keys;
 }
@@ -93,11 +92,10 @@ std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string&
 
 void setValue(GKeyFile* keys, const std::string& name, const FeatureValue& value)
 {
-    if (const int* number = std::get_if<int>(&value)) {
+    if (const int* number = std::get_if<int>(&value))
         g_key_file_set_integer(keys, group, name.c_str(), *number);
-    } else {
+    else
         g_key_file_set_string(keys, group, name.c_str(), std::get<std::string>(value).c_str());
-    }
 }
 
 } // namespace
@@ -109,21 +107,18 @@ void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
     const std::filesystem::path folder = std::filesystem::path(ownPath).parent_path();
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
-    if (failure) {
+    if (failure)
         throw unwritable(ownPath, systemReason(failure.value()));
-    }
     const FolderLock lock(folder.string());
     const Keys keys = readKeys(ownPath);
     valuesOf(keys, ownPath); // what cannot be read is not written over
-    for (const auto& [name, value] : values) {
+    for (const auto& [name, value] : values)
         setValue(keys.get(), name, value);
-    }
     gsize length = 0;
     const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
     AtomicFile file(ownPath);
-    if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0) {
+    if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0)
         throw unwritable(ownPath, systemReason(errno));
-    }
     file.write(std::string_view(text.get(), length));
     file.commit();
 }

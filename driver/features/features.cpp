@@ -6,11 +6,11 @@
 #include "base/translation.h"
 #include "driver/widgets/widget_names.h"
 
+#include <glib.h>
+
 #include <array>
 #include <charconv>
 #include <vector>
-
-#include <glib.h>
 
 namespace quelm {
 
@@ -96,9 +96,8 @@ bool setValue(Widget& widget, const FeatureValue& value)
         return true;
     }
     const int number = std::get<int>(value);
-    if (widget.hasNumber()) {
+    if (widget.hasNumber())
         return widget.setNumber(number);
-    }
     if (widget.kind() == WidgetKind::button) {
         widget.setSensitive(number != 0);
         return true;
@@ -109,11 +108,9 @@ bool setValue(Widget& widget, const FeatureValue& value)
 
 std::optional<FeatureValue> defaultOf(const Widget& widget)
 {
-    for (const Default& entry : defaults) {
-        if (entry.name == widget.name()) {
+    for (const Default& entry : defaults)
+        if (entry.name == widget.name())
             return entry.value;
-        }
-    }
     const std::string* text = widget.attribute("Text");
     const std::string* sensitivity = widget.attribute("Sensitivity");
     switch (widget.kind()) {
@@ -136,9 +133,8 @@ int forEachFeature(const WidgetTree& tree, std::string_view tokenList, Action ac
     while (!tokenList.empty()) {
         const std::size_t end = tokenList.find(',');
         Widget* widget = home(tree, tokenList.substr(0, end));
-        if (widget != nullptr && action(*widget)) {
+        if (widget != nullptr && action(*widget))
             ++count;
-        }
         tokenList = end == std::string_view::npos ? std::string_view() : tokenList.substr(end + 1);
     }
     return count;
@@ -150,20 +146,17 @@ bool takeKept(Widget& widget, const std::string& kept)
     if (widget.kind() == WidgetKind::textEntry) {
         const bool oneLine = kept.find_first_of("\r\n") == std::string::npos;
         const auto length = static_cast<std::size_t>(g_utf8_strlen(kept.c_str(), -1));
-        if (!oneLine || length > widget.maximumLength()) {
+        if (!oneLine || length > widget.maximumLength())
             return false;
-        }
         widget.setText(kept);
         return true;
     }
     int number = 0;
     const auto [end, failure] = std::from_chars(kept.data(), kept.data() + kept.size(), number);
-    if (failure != std::errc() || end != kept.data() + kept.size()) {
+    if (failure != std::errc() || end != kept.data() + kept.size())
         return false;
-    }
-    if (widget.hasFlag() && number != 0 && number != 1) {
+    if (widget.hasFlag() && number != 0 && number != 1)
         return false;
-    }
     return setValue(widget, number);
 }
 
@@ -172,12 +165,10 @@ bool takeKept(Widget& widget, const std::string& kept)
 std::optional<int> Features::number(std::string_view name) const
 {
     const Widget* widget = tree.find(name);
-    if (widget == nullptr) {
+    if (widget == nullptr)
         return std::nullopt;
-    }
-    if (widget->hasFlag()) {
+    if (widget->hasFlag())
         return widget->flag() ? 1 : 0;
-    }
     return widget->hasNumber() ? std::optional<int>(widget->number()) : std::nullopt;
 }
 
@@ -193,9 +184,8 @@ int Features::save(std::string_view tokenList)
 {
     return forEachFeature(tree, tokenList, [this](Widget& widget) {
         const std::optional<FeatureValue> value = valueOf(widget);
-        if (value) {
+        if (value)
             saved[&widget] = *value;
-        }
         return value.has_value();
     });
 }
@@ -211,11 +201,9 @@ int Features::restore(std::string_view tokenList)
 void Features::setAllDefaults()
 {
     // All other defaults are what widgets are built with.
-    for (const Default& entry : defaults) {
-        if (Widget* widget = tree.find(entry.name)) {
+    for (const Default& entry : defaults)
+        if (Widget* widget = tree.find(entry.name))
             setValue(*widget, entry.value);
-        }
-    }
     written = keptValues();
 }
 
@@ -228,9 +216,8 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
         log(Severity::error, error.what());
         return;
     }
-    if (!takeOver) {
+    if (!takeOver)
         values.clear();
-    }
     for (const std::string_view name : keptNames) {
         const auto kept = values.find(std::string(name));
         Widget* widget = tree.find(name);
@@ -242,27 +229,23 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
         }
     }
     written = keptValues();
-    if (keepChanges) {
+    if (keepChanges)
         file = source;
-    }
 }
 
 void Features::keep()
 {
-    if (!file) {
+    if (!file)
         return;
-    }
     const std::map<std::string, FeatureValue> now = keptValues();
     std::map<std::string, FeatureValue> changed;
     for (const auto& [name, value] : now) {
         const auto before = written.find(name);
-        if (before == written.end() || before->second != value) {
+        if (before == written.end() || before->second != value)
             changed.emplace(name, value);
-        }
     }
-    if (changed.empty()) {
+    if (changed.empty())
         return;
-    }
     try {
         file->write(changed);
         written = now;
@@ -281,9 +264,8 @@ std::map<std::string, FeatureValue> Features::keptValues() const
     for (const std::string_view name : keptNames) {
         const Widget* widget = tree.find(name);
         if (widget != nullptr) {
-            if (std::optional<FeatureValue> value = valueOf(*widget)) {
+            if (std::optional<FeatureValue> value = valueOf(*widget))
                 values.emplace(name, std::move(*value));
-            }
         }
     }
     return values;

@@ -74,11 +74,10 @@ void readRow(const CsvRow& row, const Header& header, Contacts& all)
     for (std::size_t i = 0; i < header.size(); ++i)
         cells.at(header[i]) = row.fields[i];
     if (cells[type] == "group") {
-        for (const auto column : {number, organization, phone, email, mailbox}) {
+        for (const auto column : {number, organization, phone, email, mailbox})
             if (!cells.at(column).empty())
                 // Translators: %s is the name of a column, such as number.
                 return refuse(localized("a group has no %s", columnNames.at(column)));
-        }
         addContact(all, row.line, PhonebookGroup{cells[name], splitMembers(cells[members])});
         return;
     }

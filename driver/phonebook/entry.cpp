@@ -9,10 +9,9 @@ std::string tidied(std::string_view text)
     text = trimmed(text);
     std::string result;
     result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size(); ++at)
         if (text.substr(at, 2) != "\r\n")
             result += text[at];
-    }
     return result;
 }
 

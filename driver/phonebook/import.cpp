@@ -54,10 +54,9 @@ void refuseContradictions(Contacts& all)
     if (refused.empty())
         return;
     std::vector<Contact> kept;
-    for (auto& contact : all.contacts) {
+    for (auto& contact : all.contacts)
         if (!refused.contains(&contact))
             kept.push_back(std::move(contact));
-    }
     all.contacts = std::move(kept);
     std::ranges::stable_sort(all.refused, {}, &Refusal::line);
 }

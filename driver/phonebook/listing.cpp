@@ -149,12 +149,11 @@ readableItems(const std::vector<Phonebook::Item>& items)
 {
     std::vector<std::variant<PhonebookEntry, PhonebookGroup>> contents;
     contents.reserve(items.size());
-    for (const auto& item : items) {
+    for (const auto& item : items)
         if (const auto* entry = std::get_if<PhonebookEntry>(&item.content))
             contents.emplace_back(*entry);
         else if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
             contents.emplace_back(*group);
-    }
     return contents;
 }
 

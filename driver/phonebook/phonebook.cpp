@@ -4,9 +4,9 @@
 #include "base/error.h"
 #include "base/translation.h"
 
-#include <utility>
-
 #include <sys/stat.h>
+
+#include <utility>
 
 namespace quelm {
 namespace {
@@ -24,10 +24,9 @@ void makeFolders(const std::string& file)
     const auto user = file.substr(0, file.rfind('/'));
     const auto phonebooks = user.substr(0, user.rfind('/'));
     const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
-    for (const auto& folder : {databases, phonebooks, user}) {
+    for (const auto& folder : {databases, phonebooks, user})
         if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0)
             throw Error(localized("The folder %s cannot be made; check its permissions", folder));
-    }
 }
 
 } // namespace

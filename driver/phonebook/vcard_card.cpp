@@ -64,10 +64,9 @@ std::vector<std::string> componentsOf(EVCardAttribute* attribute)
 std::string joined(const std::vector<std::string>& components, const char* separator)
 {
     std::string text;
-    for (const auto& component : components) {
+    for (const auto& component : components)
         if (!component.empty())
             text += (text.empty() ? "" : separator) + component;
-    }
     return text;
 }
 

@@ -24,12 +24,11 @@ bool isWord(std::string_view word)
 std::size_t findUnquoted(std::string_view text, std::string_view marks)
 {
     bool quoted = false;
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size(); ++at)
         if (text[at] == '"')
             quoted = !quoted;
         else if (!quoted && marks.find(text[at]) != std::string_view::npos)
             return at;
-    }
     return text.size();
 }
 

@@ -58,12 +58,11 @@ class CardReader {
 public:
     Contacts read(std::string_view text)
     {
-        for (const auto& card : findCards(text)) {
+        for (const auto& card : findCards(text))
             if (card.problem.empty())
                 readCard(card);
             else
                 refuse(card.line, card.problem);
-        }
         placeGroups();
         std::ranges::stable_sort(all_.refused, {}, &Refusal::line);
         return std::move(all_);
@@ -173,10 +172,9 @@ private:
         Contacts placed;
         auto pending = groups_.begin();
         for (std::size_t i = 0; i <= all_.contacts.size(); ++i) {
-            for (; pending != groups_.end() && pending->position == i; ++pending) {
+            for (; pending != groups_.end() && pending->position == i; ++pending)
                 if (auto group = resolved(*pending))
                     addContact(placed, pending->line, std::move(*group));
-            }
             if (i < all_.contacts.size())
                 placed.contacts.push_back(std::move(all_.contacts[i]));
         }

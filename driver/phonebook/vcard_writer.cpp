@@ -74,10 +74,9 @@ public:
     CardWriter(const std::vector<Content>& contents, VcardVersion version)
         : contents_(contents), version_(version)
     {
-        for (const auto& content : contents_) {
+        for (const auto& content : contents_)
             if (const auto* entry = std::get_if<PhonebookEntry>(&content))
                 entries_.emplace(entry->name, entry);
-        }
     }
 
     std::string writeAll()

@@ -27,9 +27,8 @@ private:
 
 bool CallGuard::run(std::string_view what, const std::function<void()>& call)
 {
-    if (depth == 0 && beforeCall) {
+    if (depth == 0 && beforeCall)
         beforeCall();
-    }
     const Nesting nesting(depth);
     std::string reason;
     try {

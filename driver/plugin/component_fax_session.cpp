@@ -39,9 +39,8 @@ ComponentFaxSession::ComponentFaxSession(const ComponentLibrary& library, CallGu
       serializeFaxCoverSheet(
           member<Serialize>(library, "_ZN11Tarvik40Fax22serializeFaxCoverSheetEP17AbstractPDLWriter"))
 {
-    if (job() == nullptr) {
+    if (job() == nullptr)
         throw Error(localized("%s has made no fax job; it was not started", library.path()));
-    }
 }
 
 void ComponentFaxSession::setPdl(Pdl pdl)
@@ -58,9 +57,8 @@ bool ComponentFaxSession::coverPageChosen()
     unsigned char chosen = 0; // the component writes one byte
     guard.run("getFaxParameter", [&] {
         std::string key = "flFaxCoverPage";
-        if (!getFaxParameter(job(), key.data(), &chosen)) {
+        if (!getFaxParameter(job(), key.data(), &chosen))
             chosen = 0;
-        }
     });
     return chosen != 0;
 }

@@ -7,9 +7,10 @@
 #include "driver/plugin/shared_object.h"
 #include "host/component.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <array>
-#include <dlfcn.h>
 #include <filesystem>
 
 namespace quelm {
@@ -45,13 +46,11 @@ void ComponentLibrary::Unloader::operator()(void* handle) const { ::dlclose(hand
 ComponentLibrary::ComponentLibrary(const std::string& givenFile)
     : file(std::filesystem::absolute(givenFile).string())
 {
-    if (const std::string problem = problemOfSharedObject(file); !problem.empty()) {
+    if (const std::string problem = problemOfSharedObject(file); !problem.empty())
         throw cannotLoad(file, problem);
-    }
     library.reset(::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL));
-    if (library == nullptr) {
+    if (library == nullptr)
         throw cannotLoad(file, loaderMessage(file));
-    }
     checkDescriptors();
     readExportList();
 }
@@ -89,16 +88,13 @@ void* ComponentLibrary::symbol(const char* name) const { return ::dlsym(library.
 void ComponentLibrary::checkDescriptors() const
 {
     for (const char* name : descriptorObjects) {
-        if (symbol(name) == nullptr) {
+        if (symbol(name) == nullptr)
             throw notAComponent(file, localized("it lacks the descriptor object %s", name));
-        }
-        if (text(name) == nullptr) {
+        if (text(name) == nullptr)
             throw notAComponent(file, localized("its descriptor object %s is empty", name));
-        }
     }
-    if (symbol(host::entryPointSymbol) == nullptr) {
+    if (symbol(host::entryPointSymbol) == nullptr)
         throw notAComponent(file, localized("it lacks the entry point %s", host::entryPointSymbol));
-    }
 }
 
 void ComponentLibrary::readExportList()

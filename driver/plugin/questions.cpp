@@ -27,9 +27,8 @@ const Question* Questions::top() const { return open.empty() ? nullptr : &open.b
 
 bool Questions::answerTop(bool yes)
 {
-    if (open.empty()) {
+    if (open.empty())
         return false;
-    }
     const int number = open.back().number;
     const host::ResponseCallback response = open.back().response;
     if (response != nullptr) {
@@ -44,27 +43,24 @@ bool Questions::answerTop(bool yes)
 
 void Questions::closeCurrent()
 {
-    if (answering) {
+    if (answering)
         close(*answering);
-    } else if (!open.empty()) {
+    else if (!open.empty())
         close(open.back().number);
-    }
 }
 
 void Questions::close(int number)
 {
     const auto removed =
         std::erase_if(open, [number](const Question& question) { return question.number == number; });
-    if (removed != 0) {
+    if (removed != 0)
         tell();
-    }
 }
 
 void Questions::tell() const
 {
-    if (changed) {
+    if (changed)
         changed();
-    }
 }
 
 } // namespace quelm

@@ -4,15 +4,15 @@
 #include "base/system_reason.h"
 #include "base/translation.h"
 
+#include <elf.h>
+#include <link.h>
+
 #include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-
-#include <elf.h>
-#include <link.h>
 
 namespace quelm {
 
@@ -43,17 +43,14 @@ bool read(std::ifstream& stream, std::uint64_t offset, Header& header)
 
 std::string problemOfSegments(std::ifstream& stream, const FileHeader& header, std::uint64_t size)
 {
-    if (header.e_phentsize != sizeof(SegmentHeader)) {
+    if (header.e_phentsize != sizeof(SegmentHeader))
         return noLibrary();
-    }
     for (unsigned number = 0; number < header.e_phnum; ++number) {
         SegmentHeader segment{};
-        if (!read(stream, header.e_phoff + number * sizeof segment, segment)) {
+        if (!read(stream, header.e_phoff + number * sizeof segment, segment))
             return cutShort();
-        }
-        if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset) {
+        if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset)
             return cutShort();
-        }
     }
     return "";
 }
@@ -64,28 +61,22 @@ std::string problemOfSharedObject(const std::string& file)
 {
     std::error_code failure;
     const std::filesystem::file_status status = std::filesystem::status(file, failure);
-    if (!std::filesystem::exists(status)) {
+    if (!std::filesystem::exists(status))
         return localized("no such file; install it there or name another one");
-    }
-    if (!std::filesystem::is_regular_file(status)) {
+    if (!std::filesystem::is_regular_file(status))
         return localized("it is not a file");
-    }
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    if (!stream)
         return systemReason(errno);
-    }
     std::array<char, SELFMAG> start{};
-    if (!read(stream, 0, start) || std::memcmp(start.data(), ELFMAG, SELFMAG) != 0) {
+    if (!read(stream, 0, start) || std::memcmp(start.data(), ELFMAG, SELFMAG) != 0)
         return noLibrary();
-    }
     FileHeader header{};
-    if (!read(stream, 0, header)) {
+    if (!read(stream, 0, header))
         return cutShort();
-    }
     const FileHeader own = ownHeader();
-    if (header.e_ident[EI_CLASS] != own.e_ident[EI_CLASS] || header.e_machine != own.e_machine) {
+    if (header.e_ident[EI_CLASS] != own.e_ident[EI_CLASS] || header.e_machine != own.e_machine)
         return localized("it is built for another kind of processor");
-    }
     return header.e_type == ET_DYN
                ? problemOfSegments(stream, header, std::filesystem::file_size(file, failure))
                : noLibrary();

@@ -1,14 +1,14 @@
 // Checks what a name and a telephone number may hold.
 #include "driver/store/name_checks.h"
 
+#include "base/translation.h"
+
+#include <glib.h>
+
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <vector>
-
-#include <glib.h>
-
-#include "base/translation.h"
 
 namespace quelm {
 
@@ -41,10 +41,9 @@ std::vector<gunichar> charactersOf(std::string_view text)
 
 bool contains(const std::vector<gunichar>& characters, gunichar wanted)
 {
-    for (const gunichar character : characters) {
+    for (const gunichar character : characters)
         if (character == wanted)
             return true;
-    }
     return false;
 }
 

@@ -1,17 +1,17 @@
 // Tells phonebooks from other files, makes empty ones and words what can go wrong.
 #include "driver/store/phonebook_file.h"
 
+#include "base/error.h"
+#include "base/system_reason.h"
+#include "base/translation.h"
+
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
-
-#include <sys/stat.h>
-
-#include "base/error.h"
-#include "base/system_reason.h"
-#include "base/translation.h"
 
 namespace quelm::phonebook_file {
 

@@ -2,9 +2,9 @@
 #ifndef DRIVER_STORE_PHONEBOOK_FILE_H
 #define DRIVER_STORE_PHONEBOOK_FILE_H
 
-#include <string>
-
 #include "base/sqlite/sqlite.h"
+
+#include <string>
 
 namespace quelm::phonebook_file {
 

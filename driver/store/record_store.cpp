@@ -1,16 +1,16 @@
 // Keeps a phonebook's records in memory and its changes in one SQLite transaction.
 #include "driver/store/record_store.h"
 
-#include <csignal>
-#include <cstdint>
-#include <utility>
-
-#include <sys/stat.h>
-
 #include "base/atomic_file.h"
 #include "base/sqlite/sqlite.h"
 #include "base/translation.h"
 #include "driver/store/phonebook_file.h"
+
+#include <sys/stat.h>
+
+#include <csignal>
+#include <cstdint>
+#include <utility>
 
 namespace quelm {
 

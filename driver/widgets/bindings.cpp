@@ -43,9 +43,8 @@ int valueOf(const Widget& option) { return option.hasFlag() ? (option.flag() ? 1
 
 bool holds(const WidgetTree& tree, const Condition& condition)
 {
-    if (condition.option.empty()) {
+    if (condition.option.empty())
         return true;
-    }
     const Widget* option = tree.find(condition.option);
     return option != nullptr && valueOf(*option) == condition.value;
 }
@@ -55,11 +54,9 @@ void apply(const WidgetTree& tree, const Rule& rule)
     const bool sensitive =
         std::all_of(rule.conditions.begin(), rule.conditions.end(),
                     [&tree](const Condition& condition) { return holds(tree, condition); });
-    for (const std::string_view name : rule.targets) {
-        if (Widget* target = tree.find(name)) {
+    for (const std::string_view name : rule.targets)
+        if (Widget* target = tree.find(name))
             target->setSensitive(sensitive);
-        }
-    }
 }
 
 } // namespace
@@ -70,24 +67,21 @@ Bindings::~Bindings() { tree.removeObserver(*this); }
 
 void Bindings::applyAll()
 {
-    for (const Rule& rule : rules) {
+    for (const Rule& rule : rules)
         apply(tree, rule);
-    }
 }
 
 void Bindings::changed(Widget& widget, WidgetChange what)
 {
-    if (what != WidgetChange::value) {
+    if (what != WidgetChange::value)
         return;
-    }
     for (const Rule& rule : rules) {
         const bool dependsOnIt = std::any_of(
             rule.conditions.begin(), rule.conditions.end(), [&widget](const Condition& condition) {
                 return !condition.option.empty() && condition.option == widget.name();
             });
-        if (dependsOnIt) {
+        if (dependsOnIt)
             apply(tree, rule);
-        }
     }
 }
 

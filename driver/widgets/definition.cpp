@@ -31,9 +31,8 @@ std::string describe(const pugi::xml_node& element)
 Widget::Attributes attributesOf(const pugi::xml_node& element)
 {
     Widget::Attributes attributes;
-    for (const pugi::xml_attribute& attribute : element.attributes()) {
+    for (const pugi::xml_attribute& attribute : element.attributes())
         attributes.emplace_back(attribute.name(), attribute.value());
-    }
     return attributes;
 }
 
@@ -46,13 +45,11 @@ public:
 
     std::unique_ptr<Widget> widget(const pugi::xml_node& element, Widget* parent, int depth) const
     {
-        if (depth > deepestNesting) {
+        if (depth > deepestNesting)
             throw definitionError(localized("%s is nested too deeply", describe(element)));
-        }
         const std::optional<WidgetKind> kind = kindOfElement(element.name());
-        if (!kind) {
+        if (!kind)
             throw definitionError(localized("%s is of no kind that the driver knows", describe(element)));
-        }
         if ((*kind == WidgetKind::dialogWindow) != (parent == nullptr)) {
             throw definitionError(parent == nullptr
                                       ? localized("%s stands outside a DialogWindow", describe(element))
@@ -60,11 +57,9 @@ public:
         }
         auto built = std::make_unique<Widget>(listener, *kind, element.attribute("Name").value(),
                                               attributesOf(element), parent);
-        for (const pugi::xml_node& child : element.children()) {
-            if (child.type() == pugi::node_element) {
+        for (const pugi::xml_node& child : element.children())
+            if (child.type() == pugi::node_element)
                 built->ownChildren.push_back(widget(child, built.get(), depth + 1));
-            }
-        }
         return built;
     }
 
@@ -83,19 +78,15 @@ std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetListener& listene
         throw definitionError(localized("%s at byte %d", result.description(), result.offset));
     }
     const pugi::xml_node root = document.document_element();
-    if (std::strcmp(root.name(), "XmlGuiDefinition") != 0) {
+    if (std::strcmp(root.name(), "XmlGuiDefinition") != 0)
         throw definitionError(localized("its root element is \"%s\", not \"XmlGuiDefinition\"", root.name()));
-    }
-    if (root.next_sibling()) {
+    if (root.next_sibling())
         throw definitionError(localized("something stands behind its root element"));
-    }
     std::vector<std::unique_ptr<Widget>> windows;
     const DefinitionReader reader(listener);
-    for (const pugi::xml_node& element : root.children()) {
-        if (element.type() == pugi::node_element) {
+    for (const pugi::xml_node& element : root.children())
+        if (element.type() == pugi::node_element)
             windows.push_back(reader.widget(element, nullptr, 0));
-        }
-    }
     return windows;
 }
 

@@ -50,9 +50,8 @@ bool isItem(WidgetKind kind)
 std::size_t countColumns(const Widget& widget)
 {
     std::size_t count = 0;
-    while (widget.attribute("AddListColumn" + std::to_string(count + 1)) != nullptr) {
+    while (widget.attribute("AddListColumn" + std::to_string(count + 1)) != nullptr)
         ++count;
-    }
     return count;
 }
 
@@ -63,9 +62,8 @@ std::optional<WidgetKind> kindOfElement(std::string_view element)
     for (const KindName& entry : kindNames) {
         const bool ofTheDefinition =
             entry.kind != WidgetKind::mainWindow && entry.kind != WidgetKind::fileSelection;
-        if (ofTheDefinition && element == entry.element) {
+        if (ofTheDefinition && element == entry.element)
             return entry.kind;
-        }
     }
     return std::nullopt;
 }
@@ -88,9 +86,8 @@ Widget::Widget(WidgetListener& changeListener, WidgetKind widgetKind, std::strin
     };
     isVisible = !is("Visibility", "false");
     isSensitive = !is("Sensitivity", "false");
-    if (const std::string* given = attribute(ownKind == WidgetKind::dialogWindow ? "Title" : "Text")) {
+    if (const std::string* given = attribute(ownKind == WidgetKind::dialogWindow ? "Title" : "Text"))
         ownText = *given;
-    }
     if (ownKind == WidgetKind::dialogWindow) {
         // A dialog is never built on the screen: the component shows it, also one without the attribute.
         isVisible = false;
@@ -104,11 +101,9 @@ Widget::~Widget() = default;
 
 const std::string* Widget::attribute(std::string_view key) const
 {
-    for (const auto& [name, value] : ownAttributes) {
-        if (name == key) {
+    for (const auto& [name, value] : ownAttributes)
+        if (name == key)
             return &value;
-        }
-    }
     return nullptr;
 }
 
@@ -116,9 +111,8 @@ int Widget::integerAttribute(std::string_view key, int fallback) const
 {
     const std::string* given = attribute(key);
     int value = fallback;
-    if (given != nullptr) {
+    if (given != nullptr)
         std::from_chars(given->data(), given->data() + given->size(), value);
-    }
     return value;
 }
 
@@ -142,21 +136,17 @@ void Widget::setSensitive(bool sensitive)
 
 bool Widget::onScreen() const
 {
-    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent) {
-        if (!widget->isVisible) {
+    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent)
+        if (!widget->isVisible)
             return false;
-        }
-    }
     return true;
 }
 
 bool Widget::active() const
 {
-    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent) {
-        if (!widget->isSensitive) {
+    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent)
+        if (!widget->isSensitive)
             return false;
-        }
-    }
     return true;
 }
 
@@ -181,18 +171,16 @@ bool Widget::hasFlag() const
 
 bool Widget::flag() const
 {
-    if (ownKind == WidgetKind::radioButtonItem) {
+    if (ownKind == WidgetKind::radioButtonItem)
         return ownParent != nullptr && ownParent->ownNumber == positionAmongItems();
-    }
     return ownNumber != 0;
 }
 
 void Widget::setFlag(bool on)
 {
     if (ownKind == WidgetKind::radioButtonItem) {
-        if (on && ownParent != nullptr) {
+        if (on && ownParent != nullptr)
             ownParent->setNumber(positionAmongItems());
-        }
         return;
     }
     if (ownKind == WidgetKind::checkBox && flag() != on) {
@@ -231,21 +219,18 @@ std::optional<std::pair<int, int>> Widget::numberRange() const
         return std::pair(
             lowest, std::max(lowest, integerAttribute("AdjUpperLimit", std::numeric_limits<int>::max())));
     }
-    if (isList()) {
+    if (isList())
         return std::pair(-1, static_cast<int>(listRows->count()) - 1);
-    }
     const std::size_t count = items().size();
-    if (!hasNumber() || count == 0) {
+    if (!hasNumber() || count == 0)
         return std::nullopt;
-    }
     return std::pair(0, static_cast<int>(count) - 1);
 }
 
 int Widget::initialNumber() const
 {
-    if (ownKind != WidgetKind::spinBox) {
+    if (ownKind != WidgetKind::spinBox)
         return 0;
-    }
     const auto range = numberRange();
     return std::clamp(integerAttribute("AdjDefaultValue", 0), range->first, range->second);
 }
@@ -253,9 +238,8 @@ int Widget::initialNumber() const
 bool Widget::setNumber(int number)
 {
     const auto range = numberRange();
-    if (!range || number < range->first || number > range->second) {
+    if (!range || number < range->first || number > range->second)
         return false;
-    }
     if (isList()) {
         setSelection(number < 0 ? std::vector<int>{} : std::vector<int>{number});
     } else if (ownNumber != number) {
@@ -268,11 +252,9 @@ bool Widget::setNumber(int number)
 std::vector<Widget*> Widget::items() const
 {
     std::vector<Widget*> found;
-    for (const auto& child : ownChildren) {
-        if (isItem(child->ownKind)) {
+    for (const auto& child : ownChildren)
+        if (isItem(child->ownKind))
             found.push_back(child.get());
-        }
-    }
     return found;
 }
 
@@ -280,9 +262,8 @@ int Widget::positionAmongItems() const
 {
     int position = 0;
     for (const auto& sibling : ownParent->ownChildren) {
-        if (sibling.get() == this) {
+        if (sibling.get() == this)
             return position;
-        }
         position += isItem(sibling->ownKind) ? 1 : 0;
     }
     return -1;
@@ -290,11 +271,10 @@ int Widget::positionAmongItems() const
 
 void Widget::rowsChanged()
 {
-    if (rowsFrozen) {
+    if (rowsFrozen)
         rowsChangedWhileFrozen = true;
-    } else {
+    else
         listener.rowsChanged(*this);
-    }
 }
 
 void Widget::addRow(const char* const* cells)
@@ -331,21 +311,18 @@ void Widget::setSelection(std::vector<int> rows)
 
 void Widget::sortSelection(bool ascending)
 {
-    if (ascending) {
+    if (ascending)
         std::sort(selectedRows.begin(), selectedRows.end());
-    } else {
+    else
         std::sort(selectedRows.rbegin(), selectedRows.rend());
-    }
 }
 
 std::optional<int> Widget::nextSelected(bool first)
 {
-    if (first) {
+    if (first)
         selectionCursor = 0;
-    }
-    if (selectionCursor >= selectedRows.size()) {
+    if (selectionCursor >= selectedRows.size())
         return std::nullopt;
-    }
     return selectedRows[selectionCursor++];
 }
 

@@ -41,18 +41,16 @@ Widget& WidgetTree::addFileChooser(const Widget& owner, const std::string& title
 
 void WidgetTree::removeFileChooser(Widget& chooser)
 {
-    for (WidgetObserver* observer : observers) {
+    for (WidgetObserver* observer : observers)
         observer->windowRemoved(chooser);
-    }
     std::erase_if(names, [&chooser](const auto& entry) { return entry.second == &chooser; });
     std::erase_if(topLevel, [&chooser](const auto& window) { return window.get() == &chooser; });
 }
 
 void WidgetTree::registerName(const std::string& name, Widget& widget)
 {
-    if (!name.empty()) {
+    if (!name.empty())
         names.emplace(name, &widget);
-    }
 }
 
 Widget* WidgetTree::find(std::string_view name) const
@@ -67,33 +65,29 @@ void WidgetTree::removeObserver(WidgetObserver& observer) { std::erase(observers
 
 void WidgetTree::widgetChanged(Widget& widget, WidgetChange what)
 {
-    for (WidgetObserver* observer : observers) {
+    for (WidgetObserver* observer : observers)
         observer->changed(widget, what);
-    }
 }
 
 void WidgetTree::rowsChanged(Widget& list)
 {
-    for (WidgetObserver* observer : observers) {
+    for (WidgetObserver* observer : observers)
         observer->rowsChanged(list);
-    }
 }
 
 void WidgetTree::registerNames(Widget& widget)
 {
     registerName(widget.name(), widget);
-    for (const auto& child : widget.children()) {
+    for (const auto& child : widget.children())
         registerNames(*child);
-    }
 }
 
 void WidgetTree::addWindow(std::unique_ptr<Widget> window)
 {
     topLevel.push_back(std::move(window));
     registerNames(*topLevel.back());
-    for (WidgetObserver* observer : observers) {
+    for (WidgetObserver* observer : observers)
         observer->windowAdded(*topLevel.back());
-    }
 }
 
 } // namespace quelm

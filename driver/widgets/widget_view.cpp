@@ -41,24 +41,20 @@ WidgetView viewOf(const Widget& widget)
     view.visible = widget.visible();
     view.sensitive = widget.sensitive();
     view.operable = widget.onScreen() && widget.active();
-    if (hasText(widget)) {
+    if (hasText(widget))
         view.text = widget.text();
-    }
     if (widget.kind() == WidgetKind::dialogWindow) {
         view.title = widget.text();
     } else if (widget.kind() == WidgetKind::fileSelection) {
         const std::string* title = widget.attribute("Title");
         view.title = title ? *title : "";
     }
-    if (widget.hasFlag()) {
+    if (widget.hasFlag())
         view.ticked = widget.flag();
-    }
-    if (widget.hasNumber()) {
+    if (widget.hasNumber())
         view.value = widget.number();
-    }
-    for (const Widget* item : widget.items()) {
+    for (const Widget* item : widget.items())
         view.items.push_back(itemText(*item));
-    }
     if (widget.isList()) {
         view.rowCount = widget.rows().count();
         view.selection = widget.selection();
@@ -71,11 +67,9 @@ std::vector<std::vector<std::string>> rowsOf(const Widget& list)
 {
     const Rows& rows = list.rows();
     std::vector<std::vector<std::string>> cells(rows.count());
-    for (std::size_t row = 0; row < rows.count(); ++row) {
-        for (std::size_t column = 0; column < rows.columnCount(); ++column) {
+    for (std::size_t row = 0; row < rows.count(); ++row)
+        for (std::size_t column = 0; column < rows.columnCount(); ++column)
             cells[row].emplace_back(rows.cell(row, column));
-        }
-    }
     return cells;
 }
 

@@ -1,10 +1,8 @@
 // Files that appear whole or not at all.
 #include "base/atomic_file.h"
 
-#include <array>
-#include <csignal>
-#include <string>
-#include <vector>
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,8 +10,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "base/error.h"
-#include "tests/support/temporary_folder.h"
+#include <array>
+#include <csignal>
+#include <string>
+#include <vector>
 
 namespace {
 

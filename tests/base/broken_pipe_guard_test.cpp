@@ -4,10 +4,9 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
-
-#include <unistd.h>
 
 namespace {
 

@@ -5,7 +5,6 @@
 
 #include <csignal>
 #include <functional>
-
 #include <future>
 #include <memory>
 #include <stdexcept>

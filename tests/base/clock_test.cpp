@@ -1,14 +1,14 @@
 // The clock: its form on the command line, and fixing it.
 #include "base/clock.h"
 
+#include "base/error.h"
+
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstdlib>
 #include <ctime>
 #include <string>
-
-#include <gtest/gtest.h>
-
-#include "base/error.h"
 
 namespace {
 

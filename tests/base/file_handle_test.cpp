@@ -1,13 +1,12 @@
 // The owner of a file descriptor.
 #include "base/file_handle.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <utility>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace quelm::tests {
 namespace {

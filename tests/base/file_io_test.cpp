@@ -4,9 +4,8 @@
 #include "tests/support/failure_line.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>

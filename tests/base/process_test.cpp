@@ -1,18 +1,18 @@
 // Programs that are run to their end, within bounds.
 #include "base/process.h"
 
-#include <cerrno>
-#include <chrono>
-#include <csignal>
-#include <string>
-#include <thread>
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "base/error.h"
-#include "tests/support/temporary_folder.h"
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <thread>
 
 namespace {
 

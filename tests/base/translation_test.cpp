@@ -1,19 +1,19 @@
 // Translations out of a message catalogue, and the bounded copies around them.
 #include "base/translation.h"
 
+#include "base/bounded_text.h"
+#include "base/process.h"
+#include "driver/store/name_checks.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
 #include <array>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
-
-#include <gtest/gtest.h>
-
-#include "base/bounded_text.h"
-#include "base/process.h"
-#include "driver/store/name_checks.h"
-#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -3,9 +3,8 @@
 
 #include "tests/support/failure_line.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>

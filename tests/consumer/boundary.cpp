@@ -1,6 +1,4 @@
 // The boundary's variables and plain functions, each with the least that keeps its promise.
-#include "little_host.h"
-
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"
@@ -10,6 +8,7 @@
 #include "host/messages.h"
 #include "host/texts.h"
 #include "host/widgets.h"
+#include "little_host.h"
 
 #include <cstring>
 #include <ctime>

@@ -1,12 +1,12 @@
 // Loads the component, starts it, and tells what became of it: consumer INSTALLATION_FOLDER.
-#include "little_host.h"
-
 #include "host/component.h"
 #include "host/fax_session.h"
+#include "little_host.h"
 #include "model/fax_job.h"
 
-#include <cstdio>
 #include <dlfcn.h>
+
+#include <cstdio>
 
 namespace {
 

@@ -7,7 +7,6 @@
 #include "tests/servers/server_process.h"
 
 #include <gmock/gmock.h>
-
 #include <poll.h>
 
 #include <algorithm>

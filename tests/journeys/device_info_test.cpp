@@ -1,17 +1,15 @@
 // The device's directory settings: from the command line, in the component's dialog, and when the
 // device says nothing.
 #include "tests/journeys/journey.h"
-
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
 #include "tests/servers/udp_device.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
-
-#include <sys/stat.h>
 
 namespace journeys {
 namespace {

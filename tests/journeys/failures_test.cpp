@@ -2,7 +2,6 @@
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>
-
 #include <sys/stat.h>
 
 namespace journeys {

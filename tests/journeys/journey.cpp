@@ -1,5 +1,6 @@
 // Setting up and clearing away what a journey needs.
 #include "tests/journeys/journey.h"
+
 #include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>

@@ -3,7 +3,6 @@
 #include "tests/support/build_paths.h"
 
 #include <gmock/gmock.h>
-
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>

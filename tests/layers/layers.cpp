@@ -105,10 +105,9 @@ bool liesIn(std::string_view file, std::string_view folder)
 const Row* rowOf(std::string_view file)
 {
     const Row* best = nullptr;
-    for (const auto& row : table()) {
+    for (const auto& row : table())
         if (liesIn(file, row.folder) && (!best || row.folder.size() > best->folder.size()))
             best = &row;
-    }
     return best;
 }
 
@@ -186,10 +185,9 @@ public:
         if (!seen_.insert(unit).second)
             return;
         way_.push_back(unit);
-        if (const auto found = edges_.find(unit); found != edges_.end()) {
+        if (const auto found = edges_.find(unit); found != edges_.end())
             for (const auto& next : found->second)
                 visit(next);
-        }
         way_.pop_back();
     }
 
@@ -244,10 +242,9 @@ private:
         }
         std::ifstream stream(path);
         std::string line;
-        for (int number = 1; std::getline(stream, line); ++number) {
+        for (int number = 1; std::getline(stream, line); ++number)
             if (const auto named = quotedInclude(line))
                 checkInclude(file + ":" + std::to_string(number), file, *row, *named);
-        }
     }
 
     /// A header and its source are one: "base/log".

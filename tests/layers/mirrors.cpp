@@ -40,10 +40,9 @@ Table tableOf(const fs::path& guide)
             continue;
         const std::size_t border = line.find('|', 1);
         const std::string_view row = line;
-        for (const auto& source : quotedNames(row.substr(0, border))) {
+        for (const auto& source : quotedNames(row.substr(0, border)))
             if (source.ends_with(".cpp"))
                 table[source] = quotedNames(row.substr(std::min(border, row.size())));
-        }
     }
     return table;
 }
@@ -59,10 +58,9 @@ std::set<std::string> sourcesBelow(const fs::path& root)
     for (const auto& folder : checkedFolders()) {
         if (!fs::is_directory(root / folder))
             continue;
-        for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
+        for (const auto& entry : fs::recursive_directory_iterator(root / folder))
             if (entry.is_regular_file() && entry.path().extension() == ".cpp")
                 sources.insert(entry.path().lexically_relative(root).generic_string());
-        }
     }
     return sources;
 }
@@ -90,10 +88,9 @@ Mirrors checkMirrors(const fs::path& root)
             found.violations.push_back(source + " is in docs/building.md, but does not exist");
         if (tests.empty())
             found.violations.push_back(source + " is in docs/building.md without a test");
-        for (const auto& test : tests) {
+        for (const auto& test : tests)
             if (!test.starts_with("tests/") || !fs::is_regular_file(root / test))
                 found.violations.push_back(source + " is run by " + test + ", which does not exist");
-        }
     }
     std::ranges::sort(found.violations);
     return found;

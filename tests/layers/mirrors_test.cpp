@@ -1,5 +1,6 @@
 // Every source has a test, and the checker sees one that has none.
 #include "tests/layers/mirrors.h"
+
 #include "tests/layers/source_tree.h"
 #include "tests/support/build_paths.h"
 

@@ -1,9 +1,10 @@
 // readelf's tables, taken apart.
 #include "tests/library/elf_file.h"
 
+#include <cxxabi.h>
+
 #include <cstdio>
 #include <cstdlib>
-#include <cxxabi.h>
 #include <memory>
 #include <sstream>
 #include <stdexcept>

@@ -1,8 +1,9 @@
 // A host that only loads a library: loading_host LIBRARY lazy|now. Says "loaded", or what the dynamic
 // linker says (status 1).
+#include <dlfcn.h>
+
 #include <cstdio>
 #include <cstring>
-#include <dlfcn.h>
 
 int main(int argc, char* argv[])
 {

@@ -2,13 +2,13 @@
 #include "tests/library/host_gettext.h"
 #include "tests/support/build_paths.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <libintl.h>
 
 #include <cerrno>
 #include <clocale>
 #include <cstdlib>
-#include <dlfcn.h>
-#include <libintl.h>
 #include <string>
 
 namespace {

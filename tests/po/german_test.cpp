@@ -86,10 +86,9 @@ bool isDistinct(const std::string& letters)
 {
     std::istringstream list(letters);
     std::set<std::string> seen;
-    for (std::string letter; list >> letter;) {
+    for (std::string letter; list >> letter;)
         if (!seen.insert(letter).second)
             return false;
-    }
     return true;
 }
 

@@ -3,12 +3,12 @@
 
 #include "tests/servers/loopback.h"
 
-#include <algorithm>
-#include <array>
-
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
 
 namespace servers {
 

@@ -3,6 +3,11 @@
 
 #include "tests/servers/loopback.h"
 
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -11,11 +16,6 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
-
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace servers {
 
@@ -54,10 +54,9 @@ bool sendAll(int connection, const char* bytes, std::size_t count)
 void holdOpen(int connection, int stop)
 {
     std::array<char, 4096> dropped;
-    while (readable(connection, stop)) {
+    while (readable(connection, stop))
         if (recv(connection, dropped.data(), dropped.size(), 0) <= 0)
             break;
-    }
 }
 
 void breakConnection(int connection)

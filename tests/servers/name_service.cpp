@@ -1,13 +1,13 @@
 // Stands in for the C library's getaddrinfo.
 #include "tests/servers/name_service.h"
 
+#include <dlfcn.h>
+#include <netdb.h>
+
 #include <array>
 #include <cerrno>
 #include <mutex>
 #include <string_view>
-
-#include <dlfcn.h>
-#include <netdb.h>
 
 namespace servers {
 

@@ -3,19 +3,19 @@
 
 #include "tests/servers/loopback.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <chrono>
-#include <cstdint>
-#include <system_error>
-
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdint>
+#include <system_error>
 
 namespace servers {
 

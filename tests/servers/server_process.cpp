@@ -3,6 +3,16 @@
 
 #include "tests/servers/loopback.h"
 
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -18,16 +28,6 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
-
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 extern char** environ;
 
@@ -218,12 +218,11 @@ ServerProcess::ServerProcess(const ServerCommand& command, const std::function<b
     constexpr int betweenTries = 5; // milliseconds
     std::string problem;
     try {
-        while (!ready() && problem.empty()) {
+        while (!ready() && problem.empty())
             if (waitForEnd(betweenTries))
                 problem = " ended instead of serving:\n";
             else if (Clock::now() >= deadline)
                 problem = " was not ready within ten seconds:\n";
-        }
     } catch (...) {
         kill();
         throw;

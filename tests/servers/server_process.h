@@ -2,11 +2,11 @@
 #ifndef TESTS_SERVERS_SERVER_PROCESS_H
 #define TESTS_SERVERS_SERVER_PROCESS_H
 
+#include <sys/types.h>
+
 #include <functional>
 #include <string>
 #include <vector>
-
-#include <sys/types.h>
 
 namespace servers {
 

@@ -4,6 +4,9 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <csignal>
@@ -11,10 +14,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 

@@ -1,6 +1,12 @@
 // Writes slapd's configuration and data, and runs it.
 #include "tests/servers/slapd_server.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -8,12 +14,6 @@
 #include <fstream>
 #include <stdexcept>
 #include <string_view>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace servers {
 
@@ -41,19 +41,17 @@ std::string base64(std::string_view bytes)
 /// The folder of slapd's loadable backends.
 std::string moduleFolder()
 {
-    for (const char* folder : {"/usr/lib/ldap", "/usr/lib/openldap", "/usr/lib64/openldap"}) {
+    for (const char* folder : {"/usr/lib/ldap", "/usr/lib/openldap", "/usr/lib64/openldap"})
         if (std::filesystem::exists(std::filesystem::path(folder) / "back_mdb.so"))
             return folder;
-    }
     throw std::runtime_error("slapd's module back_mdb is not installed");
 }
 
 std::string schemaFolder()
 {
-    for (const char* folder : {"/etc/ldap/schema", "/etc/openldap/schema"}) {
+    for (const char* folder : {"/etc/ldap/schema", "/etc/openldap/schema"})
         if (std::filesystem::exists(std::filesystem::path(folder) / "inetorgperson.schema"))
             return folder;
-    }
     throw std::runtime_error("slapd's schema files are not installed");
 }
 
@@ -96,10 +94,9 @@ DirectoryRecord person(const std::string& surname, const std::string& givenName,
                                                                    {"facsimileTelephoneNumber", fax},
                                                                    {"telephoneNumber", phone},
                                                                    {"mail", mail}};
-    for (const auto& [attribute, value] : optional) {
+    for (const auto& [attribute, value] : optional)
         if (!value.empty())
             record.attributes.emplace_back(attribute, value);
-    }
     return record;
 }
 

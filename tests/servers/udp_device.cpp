@@ -3,17 +3,17 @@
 
 #include "tests/servers/loopback.h"
 
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <memory>
 #include <string_view>
 #include <system_error>
 #include <utility>
-
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace servers {
 

@@ -8,6 +8,7 @@
 #include "tests/support/fake_host.h"
 
 #include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>

@@ -11,17 +11,15 @@ class KeptVariable {
 public:
     explicit KeptVariable(const char* variable) : name(variable)
     {
-        if (const char* given = std::getenv(name)) {
+        if (const char* given = std::getenv(name))
             value = given;
-        }
     }
     ~KeptVariable()
     {
-        if (value) {
+        if (value)
             setenv(name, value->c_str(), 1);
-        } else {
+        else
             unsetenv(name);
-        }
     }
     KeptVariable(const KeptVariable&) = delete;
     KeptVariable& operator=(const KeptVariable&) = delete;

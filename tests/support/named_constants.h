@@ -14,10 +14,9 @@ inline std::vector<std::string> valuesOfConstants(const std::string& header)
     std::vector<std::string> values;
     std::ifstream stream(header);
     std::smatch found;
-    for (std::string line; std::getline(stream, line);) {
+    for (std::string line; std::getline(stream, line);)
         if (std::regex_match(line, found, constant))
             values.push_back(found[2]);
-    }
     return values;
 }
 

@@ -2,6 +2,9 @@
 #ifndef TESTS_SUPPORT_TEMPORARY_FOLDER_H
 #define TESTS_SUPPORT_TEMPORARY_FOLDER_H
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -10,9 +13,6 @@
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 class TemporaryFolder {
 public:
@@ -28,10 +28,9 @@ public:
     ~TemporaryFolder()
     {
         std::error_code ignored;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored)) {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored))
             if (entry.symlink_status(ignored).type() == std::filesystem::file_type::directory)
                 std::filesystem::permissions(entry, std::filesystem::perms::owner_all, ignored);
-        }
         std::filesystem::remove_all(folder, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;

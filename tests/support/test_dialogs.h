@@ -67,9 +67,8 @@ class HostTest : public testing::Test {
 protected:
     explicit HostTest(const char* definition = testDialogs)
     {
-        if (!pDriverDirector->parseXMLBuffer(host::in(definition))) {
+        if (!pDriverDirector->parseXMLBuffer(host::in(definition)))
             throw std::runtime_error(state.failures.last().definition);
-        }
     }
 
     quelm::Widget& widget(const char* name) { return *state.tree.find(name); }

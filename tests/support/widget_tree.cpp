@@ -1,10 +1,11 @@
 // Builds the fake host's widgets from the dialog definition.
 #include "tests/support/widget_tree.h"
 
+#include <rapidxml/rapidxml.hpp>
+
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
-#include <rapidxml/rapidxml.hpp>
 
 namespace fake {
 

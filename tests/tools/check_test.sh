@@ -10,7 +10,7 @@ for room in model driver/core layers library; do
     mkdir -p "$project/tests/$room"
     touch "$project/tests/$room/CMakeLists.txt"
 done
-cp "$root"/tools/{check,steps.sh,tally.sh,check-words} "$project/tools"
+cp "$root"/tools/{check,format,steps.sh,tally.sh,check-words} "$project/tools"
 cp "$root/.clang-format" "$project"
 printf 'int one;\n' >"$project/model/one.cpp"
 printf 'int two;\n' >"$project/driver/core/two.h"
@@ -57,7 +57,7 @@ expect_text "11 passed, 0 failed"
 printf 'int  one=1;\n' >"$project/model/one.cpp"
 quick_check
 expect_status 1
-expect_text "code should be clang-formatted"
+expect_text "model/one.cpp:1: is not formatted"
 expect_text "1 failed"
 git_here checkout .
 
@@ -69,6 +69,15 @@ expect_call "--preset bench --target library_tests"
 quick_check driver/core
 expect_call "--tests-regex ^(layers|driver/core)\\."
 expect_no_call library
+# Rooms with long names, and many of them.
+long=component/a-room-whose-name-takes-as-much-room-as-a-name-may-take-in-a-path
+for number in 1 2 3 4; do
+    mkdir -p "$project/tests/$long-$number"
+    touch "$project/tests/$long-$number/CMakeLists.txt"
+done
+quick_check $long-{1,2,3,4}
+expect_status 0
+expect_text "the tests of layers $long-1"
 quick_check nowhere
 expect_status 2
 expect_text "there are no tests in tests/nowhere"

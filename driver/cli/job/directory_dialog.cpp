@@ -26,10 +26,9 @@ constexpr std::size_t longestPrefix = 256; // bytes; escaped it still fits where
 [[noreturn]] void failWithoutDirectory(Driver& driver)
 {
     const auto& failure = driver.lastFailure();
-    for (const auto& reason : {failure.device, failure.directory}) {
+    for (const auto& reason : {failure.device, failure.directory})
         if (!reason.empty())
             driver.failWith(reason);
-    }
     throw Error(localized("the device tells of no directory server; set one up on the device"));
 }
 

@@ -126,10 +126,9 @@ private:
 
     std::optional<std::string> senderOption() const
     {
-        for (const auto& field : senderFields) {
+        for (const auto& field : senderFields)
             if (options_.*field.text)
                 return field.option;
-        }
         return std::nullopt;
     }
 
@@ -168,10 +167,9 @@ private:
         if (!driver_.show(senderWindow).visible)
             throw Error(localized("%s: the component does not open its sender dialog; leave the option away",
                                   option));
-        for (const auto& field : senderFields) {
+        for (const auto& field : senderFields)
             if (const auto& text = options_.*field.text)
                 type(field.option, field.widget, *text);
-        }
         driver_.press(widget_names::lanFaxSenderOkButton);
     }
 
@@ -189,10 +187,9 @@ private:
         driver_.press(widget_names::addFaxRcpt);
         if (driver_.show(widget_names::addtoPersonalPb).ticked.value_or(false))
             driver_.tick(widget_names::addtoPersonalPb, false);
-        for (const auto& field : recipientFields) {
+        for (const auto& field : recipientFields)
             if (const auto& text = recipient.*field.text; !text.empty())
                 type(recipient.origin, field.widget, text);
-        }
         driver_.press(widget_names::lanFaxAddRcptOkButton);
         answerDuplicateQuestion(recipient, progress);
         if (driver_.show(recipientErrorWindow).visible)

@@ -25,10 +25,9 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
     for (const auto& [word, value] : choices)
         words += (words.empty() ? "" : "|") + word;
     const auto choose = [name, words, choices, store](const std::string& given) {
-        for (const auto& [word, value] : choices) {
+        for (const auto& [word, value] : choices)
             if (word == given)
                 return store(value);
-        }
         throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);

@@ -206,11 +206,10 @@ private:
     static std::size_t asked(const std::vector<PhonebookEntry>& recipients, std::size_t from,
                              const std::string& question, const std::string& origin)
     {
-        for (auto i = from; i < recipients.size(); ++i) {
+        for (auto i = from; i < recipients.size(); ++i)
             if (question.find("   " + recipients[i].name + "\r\n") != std::string::npos &&
                 question.find("   " + recipients[i].number + "\r\n") != std::string::npos)
                 return i;
-        }
         throw Error(
             localized("%s: the phonebook dialog asks about somebody else; nothing is written", origin));
     }

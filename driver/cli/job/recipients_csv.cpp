@@ -70,10 +70,9 @@ std::vector<RecipientInput> parseRecipientsCsv(const std::string& text, const st
 {
     const auto rows = readCsvRows(text);
     const auto origin = [&](const CsvRow& row) { return name + ":" + std::to_string(row.line); };
-    for (const auto& row : rows) {
+    for (const auto& row : rows)
         if (!row.problem.empty())
             throw Error(origin(row) + ": " + row.problem);
-    }
     if (rows.empty())
         throw Error(name + ":1: " + localized("the first line must name the columns, such as name,number"));
     const auto columns = readHeader(rows.front(), origin(rows.front()) + ": ");

@@ -39,16 +39,13 @@ std::vector<PlacementUnit> unitsOf(const std::vector<PlacementItem>& items)
     std::vector<PlacementUnit> units;
     std::vector<bool> taken(items.size());
     for (std::size_t index = 0; index < items.size(); ++index) {
-        if (taken[index]) {
+        if (taken[index])
             continue;
-        }
         std::vector<std::size_t> row;
-        for (std::size_t other = index; other < items.size(); ++other) {
+        for (std::size_t other = index; other < items.size(); ++other)
             if (other == index || (items[index].isButton && items[other].isButton && !taken[other] &&
-                                   items[other].asked.y == items[index].asked.y)) {
+                                   items[other].asked.y == items[index].asked.y))
                 row.push_back(other);
-            }
-        }
         std::stable_sort(row.begin(), row.end(), [&items](std::size_t one, std::size_t other) {
             return items[one].asked.x < items[other].asked.x;
         });
@@ -59,16 +56,13 @@ std::vector<PlacementUnit> unitsOf(const std::vector<PlacementItem>& items)
         };
         auto begin = std::find(row.begin(), row.end(), index);
         auto end = begin + 1;
-        while (begin != row.begin() && !breaks(*(begin - 1), *begin)) {
+        while (begin != row.begin() && !breaks(*(begin - 1), *begin))
             --begin;
-        }
-        while (end != row.end() && !breaks(*(end - 1), *end)) {
+        while (end != row.end() && !breaks(*(end - 1), *end))
             ++end;
-        }
         const std::vector<std::size_t> group(begin, end);
-        for (const std::size_t member : group) {
+        for (const std::size_t member : group)
             taken[member] = true;
-        }
         units.push_back(group.size() == 1 ? PlacementUnit{items[index], group} : groupFrom(items, group));
     }
     return units;
@@ -77,16 +71,14 @@ std::vector<PlacementUnit> unitsOf(const std::vector<PlacementItem>& items)
 std::vector<PlacedRectangle> placesInUnit(const PlacementUnit& unit, const std::vector<PlacementItem>& items,
                                           const PlacedRectangle& place)
 {
-    if (unit.members.size() == 1) {
+    if (unit.members.size() == 1)
         return {place};
-    }
     std::vector<PlacedRectangle> places;
     int x = place.x;
     for (std::size_t position = 0; position < unit.members.size(); ++position) {
         const PlacementItem& button = items[unit.members[position]];
-        if (position > 0) {
+        if (position > 0)
             x += gapBetween(items[unit.members[position - 1]], button);
-        }
         places.push_back({x, place.y, widthOf(button), std::max(button.asked.height, button.needed.height)});
         x += widthOf(button);
     }

@@ -4,10 +4,10 @@
 #include "driver/desktop/dialogs/dialog_habits.h"
 #include "driver/desktop/toolkit/shown_text.h"
 
-#include <algorithm>
-
 #include <gtkmm/adjustment.h>
 #include <gtkmm/cellrenderertext.h>
+
+#include <algorithm>
 
 namespace quelm {
 
@@ -32,14 +32,12 @@ RadioItemControl::RadioItemControl(Widget& treeWidget, DesktopContext& desktopCo
                                    RadioItemControl* firstOfGroup)
     : Control(treeWidget, desktopContext), button(*Gtk::make_managed<Gtk::RadioButton>())
 {
-    if (firstOfGroup != nullptr) {
+    if (firstOfGroup != nullptr)
         button.join_group(firstOfGroup->button);
-    }
     button.set_use_underline(true);
     button.signal_toggled().connect([this] {
-        if (button.get_active()) {
+        if (button.get_active())
             act([&chosen = tree](UserActions& actions) { actions.tick(chosen, true); });
-        }
     });
     describe(button, tree.name(), accessibleName(tree));
 }
@@ -47,9 +45,8 @@ RadioItemControl::RadioItemControl(Widget& treeWidget, DesktopContext& desktopCo
 void RadioItemControl::show()
 {
     button.set_label(shownText(tree));
-    if (tree.flag()) {
+    if (tree.flag())
         button.set_active(true);
-    }
     const Widget& group = *tree.parent();
     button.set_visible(tree.visible() && group.visible());
     button.set_sensitive(tree.sensitive() && group.sensitive());
@@ -57,9 +54,8 @@ void RadioItemControl::show()
 
 void RadioGroupControl::show()
 {
-    for (Control* item : items) {
+    for (Control* item : items)
         item->refresh();
-    }
 }
 
 ComboBoxControl::Columns::Columns()
@@ -94,11 +90,10 @@ void ComboBoxControl::show()
     const auto chosen = std::find_if(rows.begin(), rows.end(), [this](const Gtk::TreeRow& row) {
         return row[columns.index] == tree.number();
     });
-    if (chosen == rows.end()) {
+    if (chosen == rows.end())
         combo.unset_active();
-    } else {
+    else
         combo.set_active(chosen);
-    }
     showState(combo);
 }
 
@@ -107,14 +102,12 @@ void ComboBoxControl::showItems()
     std::vector<Item> wanted;
     int index = 0;
     for (const Widget* item : tree.items()) {
-        if (item->visible()) {
+        if (item->visible())
             wanted.push_back({shownText(*item), item->sensitive(), index});
-        }
         ++index;
     }
-    if (wanted == shownItems) {
+    if (wanted == shownItems)
         return;
-    }
     shownItems = wanted;
     items->clear();
     for (const Item& item : shownItems) {

@@ -4,14 +4,14 @@
 
 #include "driver/desktop/dialogs/control.h"
 
-#include <string>
-#include <vector>
-
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/combobox.h>
 #include <gtkmm/liststore.h>
 #include <gtkmm/radiobutton.h>
 #include <gtkmm/spinbutton.h>
+
+#include <string>
+#include <vector>
 
 namespace quelm {
 

@@ -4,10 +4,10 @@
 
 #include "driver/desktop/dialogs/control.h"
 
-#include <vector>
-
 #include <gtkmm/label.h>
 #include <gtkmm/notebook.h>
+
+#include <vector>
 
 namespace quelm {
 

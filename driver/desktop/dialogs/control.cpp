@@ -1,10 +1,10 @@
 // Shows states, queues actions, names controls.
 #include "driver/desktop/dialogs/control.h"
 
-#include <charconv>
-
 #include <gtkmm/spinbutton.h>
 #include <gtkmm/window.h>
+
+#include <charconv>
 
 namespace quelm {
 
@@ -32,18 +32,16 @@ void Control::act(std::function<void(UserActions&)> action)
 void commitTyping(Gtk::Widget& widget)
 {
     auto* window = dynamic_cast<Gtk::Window*>(widget.get_toplevel());
-    if (auto* spin = window == nullptr ? nullptr : dynamic_cast<Gtk::SpinButton*>(window->get_focus())) {
+    if (auto* spin = window == nullptr ? nullptr : dynamic_cast<Gtk::SpinButton*>(window->get_focus()))
         spin->update();
-    }
 }
 
 int definedNumber(const Widget& widget, std::string_view key, int fallback)
 {
     const std::string* given = widget.attribute(key);
     int value = fallback;
-    if (given != nullptr) {
+    if (given != nullptr)
         std::from_chars(given->data(), given->data() + given->size(), value);
-    }
     return value;
 }
 

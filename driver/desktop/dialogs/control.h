@@ -9,11 +9,11 @@
 #include "driver/desktop/toolkit/user_turns.h"
 #include "driver/widgets/widget.h"
 
+#include <gtkmm/widget.h>
+
 #include <functional>
 #include <string>
 #include <utility>
-
-#include <gtkmm/widget.h>
 
 namespace quelm {
 

@@ -4,11 +4,11 @@
 #include "driver/desktop/dialogs/simple_controls.h"
 #include "driver/desktop/dialogs/text_field_control.h"
 
-#include <algorithm>
-
 #include <gtkmm/box.h>
 #include <gtkmm/frame.h>
 #include <gtkmm/scrolledwindow.h>
+
+#include <algorithm>
 
 namespace quelm {
 
@@ -39,9 +39,8 @@ int heightOnLine(const Widget& label)
     for (const auto& sibling : label.parent()->children()) {
         const bool isField =
             sibling->kind() == WidgetKind::textEntry || sibling->kind() == WidgetKind::comboBoxMain;
-        if (isField && definedNumber(*sibling, "YPos") == definedNumber(label, "YPos")) {
+        if (isField && definedNumber(*sibling, "YPos") == definedNumber(label, "YPos"))
             height = std::max(height, definedNumber(*sibling, "Height"));
-        }
     }
     return height;
 }
@@ -86,9 +85,8 @@ Made& ControlBuilder::make(Widget& widget, Arguments&&... arguments)
 
 Gtk::Widget& ControlBuilder::contentOf(Widget& window, PlacedSize size)
 {
-    if (window.children().size() == 1) {
+    if (window.children().size() == 1)
         return control(*window.children().front(), size);
-    }
     auto* container = Gtk::make_managed<PlacedContainer>(size);
     putAll(window, *container, size);
     container->show();
@@ -116,9 +114,8 @@ Gtk::Widget& ControlBuilder::control(Widget& widget, PlacedSize frame)
         return *make<ListControl>(widget, frame.width).onScreen();
     case WidgetKind::comboBoxMain: {
         ComboBoxControl& combo = make<ComboBoxControl>(widget);
-        for (const Widget* item : widget.items()) {
+        for (const Widget* item : widget.items())
             set.shownBy[item] = &combo;
-        }
         return *combo.onScreen();
     }
     default:
@@ -149,9 +146,8 @@ Gtk::Widget& ControlBuilder::container(Widget& widget, PlacedSize frame)
         scrolled->set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
         scrolled->set_shadow_type(Gtk::SHADOW_IN);
         scrolled->set_overlay_scrolling(false);
-        if (!widget.children().empty()) {
+        if (!widget.children().empty())
             scrolled->add(control(*widget.children().front(), definedSize(widget)));
-        }
         return *make<ContainerControl>(widget, *scrolled).onScreen();
     }
     default:
@@ -214,9 +210,8 @@ Gtk::Widget& ControlBuilder::sideBySide(Widget& widget)
         }
         Gtk::Widget& cell = control(*child, definedSize(widget));
         pack(*child, cell);
-        if (horizontal && !fills) {
+        if (horizontal && !fills)
             alignColumn(widget, column, cell);
-        }
         ++column;
     }
     return *make<ContainerControl>(widget, *box).onScreen();
@@ -225,13 +220,11 @@ Gtk::Widget& ControlBuilder::sideBySide(Widget& widget)
 void ControlBuilder::alignColumn(const Widget& row, std::size_t column, Gtk::Widget& cell)
 {
     const std::string* x = row.attribute("XPos");
-    if (x == nullptr || row.parent() == nullptr) {
+    if (x == nullptr || row.parent() == nullptr)
         return;
-    }
     auto& group = columns[row.parent()->name() + '\n' + *x + '\n' + std::to_string(column)];
-    if (!group) {
+    if (!group)
         group = Gtk::SizeGroup::create(Gtk::SIZE_GROUP_HORIZONTAL);
-    }
     group->add_widget(cell);
 }
 

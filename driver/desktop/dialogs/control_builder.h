@@ -8,13 +8,13 @@
 #include "driver/desktop/dialogs/list_control.h"
 #include "driver/desktop/dialogs/placed_container.h"
 
+#include <gtkmm/sizegroup.h>
+
 #include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
-
-#include <gtkmm/sizegroup.h>
 
 namespace quelm {
 

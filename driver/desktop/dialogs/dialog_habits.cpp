@@ -49,9 +49,8 @@ constexpr std::array<OwnName, 4> ownNames{{
 const Widget& windowOf(const Widget& widget)
 {
     const Widget* top = &widget;
-    while (top->parent() != nullptr) {
+    while (top->parent() != nullptr)
         top = top->parent();
-    }
     return *top;
 }
 
@@ -73,11 +72,9 @@ std::vector<Widget*> allIn(const Widget& widget)
 
 Widget* named(const Widget& window, std::string_view name)
 {
-    for (Widget* widget : allIn(window)) {
-        if (!name.empty() && widget->name() == name) {
+    for (Widget* widget : allIn(window))
+        if (!name.empty() && widget->name() == name)
             return widget;
-        }
-    }
     return nullptr;
 }
 
@@ -92,9 +89,8 @@ int coordinate(const Widget& widget, std::string_view key)
 {
     const std::string* given = widget.attribute(key);
     int value = 0;
-    if (given != nullptr) {
+    if (given != nullptr)
         std::from_chars(given->data(), given->data() + given->size(), value);
-    }
     return value;
 }
 
@@ -130,9 +126,8 @@ const Widget* fieldOf(const Widget& label)
     const Widget* best = nullptr;
     int bestDistance = 0;
     for (const auto& sibling : label.parent()->children()) {
-        if (!isField(*sibling)) {
+        if (!isField(*sibling))
             continue;
-        }
         const int right = coordinate(*sibling, "XPos") - x;
         const int down = coordinate(*sibling, "YPos") - y;
         const bool isBelow = std::abs(right) <= sameColumn && down > 0 && down <= furthestBelow;
@@ -149,12 +144,10 @@ const Widget* fieldOf(const Widget& label)
 /// The text of the label that belongs to a field; empty when there is none.
 std::string labelText(const Widget& field)
 {
-    for (const auto& sibling : field.parent()->children()) {
+    for (const auto& sibling : field.parent()->children())
         if (sibling->kind() == WidgetKind::label && sibling->attribute("Text") != nullptr &&
-            fieldOf(*sibling) == &field) {
+            fieldOf(*sibling) == &field)
             return shownText(*sibling);
-        }
-    }
     return "";
 }
 
@@ -163,14 +156,12 @@ std::string boxText(const Widget& field)
 {
     std::string text;
     for (const auto& sibling : field.parent()->children()) {
-        if (sibling.get() == &field) {
+        if (sibling.get() == &field)
             break;
-        }
-        if (sibling->kind() == WidgetKind::checkBox) {
+        if (sibling->kind() == WidgetKind::checkBox)
             text = shownText(*sibling);
-        } else if (sibling->kind() == WidgetKind::radioButton && !sibling->items().empty()) {
+        else if (sibling->kind() == WidgetKind::radioButton && !sibling->items().empty())
             text = shownText(*sibling->items().back());
-        }
     }
     return text;
 }
@@ -197,12 +188,10 @@ Widget* defaultButton(const Widget& window)
     Widget* only = nullptr;
     int count = 0;
     for (Widget* widget : allIn(window)) {
-        if (widget->kind() != WidgetKind::button) {
+        if (widget->kind() != WidgetKind::button)
             continue;
-        }
-        if (withoutMnemonic(widget->text()) == "Ok") {
+        if (withoutMnemonic(widget->text()) == "Ok")
             return widget;
-        }
         only = widget;
         ++count;
     }
@@ -223,14 +212,12 @@ Widget* buttonBeside(const Widget& field)
 Widget* openingButton(const Widget& list)
 {
     const ListKeys* keys = keysOf(list);
-    if (keys == nullptr) {
+    if (keys == nullptr)
         return nullptr;
-    }
     for (const std::string_view name : keys->opens) {
         Widget* button = named(windowOf(list), name);
-        if (button != nullptr && button->visible()) {
+        if (button != nullptr && button->visible())
             return button;
-        }
     }
     return nullptr;
 }
@@ -246,22 +233,18 @@ std::string accessibleName(const Widget& control)
     const auto* own = std::find_if(ownNames.begin(), ownNames.end(), [&control](const OwnName& entry) {
         return entry.control == control.name();
     });
-    if (own != ownNames.end()) {
+    if (own != ownNames.end())
         return translated(own->name);
-    }
-    if (showsItsName(control) && !control.text().empty()) {
+    if (showsItsName(control) && !control.text().empty())
         return asName(shownText(control));
-    }
-    if (control.parent() == nullptr) {
+    if (control.parent() == nullptr)
         return asName(shownText(control));
-    }
     // A list is named by what stands at the frame that it scrolls in.
     const bool scrolls = control.parent()->kind() == WidgetKind::scrolledWindowContainer;
     const Widget& placed = scrolls ? *control.parent() : control;
     std::string name = labelText(placed);
-    if (name.empty() && control.kind() == WidgetKind::textEntry) {
+    if (name.empty() && control.kind() == WidgetKind::textEntry)
         name = boxText(placed);
-    }
     return asName(name.empty() ? shownText(windowOf(control)) : name);
 }
 

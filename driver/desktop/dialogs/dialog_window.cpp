@@ -12,11 +12,9 @@ namespace {
 
 bool holdsList(const Widget& widget)
 {
-    for (const auto& child : widget.children()) {
-        if (child->isList() || holdsList(*child)) {
+    for (const auto& child : widget.children())
+        if (child->isList() || holdsList(*child))
             return true;
-        }
-    }
     return false;
 }
 
@@ -24,17 +22,14 @@ bool holdsList(const Widget& widget)
 const Widget* firstField(const Widget& widget)
 {
     for (const auto& child : widget.children()) {
-        if (child->kind() == WidgetKind::notebookSet || child->isList()) {
+        if (child->kind() == WidgetKind::notebookSet || child->isList())
             return nullptr;
-        }
         const std::string* editable = child->attribute("Editable");
         const bool readOnly = editable != nullptr && *editable == "false";
-        if (child->kind() == WidgetKind::textEntry && !readOnly && child->visible() && child->sensitive()) {
+        if (child->kind() == WidgetKind::textEntry && !readOnly && child->visible() && child->sensitive())
             return child.get();
-        }
-        if (const Widget* found = firstField(*child)) {
+        if (const Widget* found = firstField(*child))
             return found;
-        }
     }
     return nullptr;
 }
@@ -43,9 +38,8 @@ const Widget* firstField(const Widget& widget)
 
 bool DialogWindow::KeyedWindow::on_key_press_event(GdkEventKey* event)
 {
-    if (Gtk::Window::on_key_press_event(event)) {
+    if (Gtk::Window::on_key_press_event(event))
         return true;
-    }
     switch (event->keyval) {
     case GDK_KEY_Escape:
         escaped();
@@ -87,9 +81,8 @@ DialogWindow::DialogWindow(Widget& treeWidget, DesktopContext& desktopContext)
     describe(window, tree.name());
     window.get_accessible()->set_role(Atk::ROLE_DIALOG);
 
-    for (const auto& control : set.controls) {
+    for (const auto& control : set.controls)
         control->refresh();
-    }
     if (const Widget* preset = defaultButton(tree)) {
         Gtk::Widget& button = *controlOf(*preset)->onScreen();
         button.set_can_default(true);
@@ -102,9 +95,8 @@ DialogWindow::~DialogWindow()
 {
     // What the toolkit tells while the window goes is no user's doing.
     mute();
-    for (const auto& control : set.controls) {
+    for (const auto& control : set.controls)
         control->mute();
-    }
 }
 
 void DialogWindow::show()
@@ -123,13 +115,12 @@ void DialogWindow::present(Gtk::Window& over)
 
 void DialogWindow::focusFirst()
 {
-    if (const Widget* field = firstField(tree)) {
+    if (const Widget* field = firstField(tree))
         controlOf(*field)->onScreen()->grab_focus();
-    } else if (Gtk::Widget* preset = holdsList(tree) ? nullptr : window.get_default_widget()) {
+    else if (Gtk::Widget* preset = holdsList(tree) ? nullptr : window.get_default_widget())
         preset->grab_focus();
-    } else {
+    else
         window.unset_focus();
-    }
 }
 
 void DialogWindow::close()
@@ -141,21 +132,18 @@ Widget* DialogWindow::helpButtonIn(const Widget& widget) const
 {
     for (const auto& child : widget.children()) {
         Control* control = child->attribute("HelpTopic") == nullptr ? nullptr : controlOf(*child);
-        if (control != nullptr && control->onScreen()->get_mapped()) {
+        if (control != nullptr && control->onScreen()->get_mapped())
             return child.get();
-        }
-        if (Widget* found = helpButtonIn(*child)) {
+        if (Widget* found = helpButtonIn(*child))
             return found;
-        }
     }
     return nullptr;
 }
 
 void DialogWindow::askForHelp()
 {
-    if (Widget* button = helpButtonIn(tree)) {
+    if (Widget* button = helpButtonIn(tree))
         act([button](UserActions& actions) { actions.press(*button); });
-    }
 }
 
 void DialogWindow::showTrouble(const std::string& message)

@@ -24,21 +24,17 @@ public:
     {
         useProgramIcon(pictures);
         driver.widgets().addObserver(*this);
-        for (const auto& window : driver.widgets().windows()) {
-            if (window->isWindow() && window->visible()) {
+        for (const auto& window : driver.widgets().windows())
+            if (window->isWindow() && window->visible())
                 wanted.push_back(window.get());
-            }
-        }
         turns.touch(*this);
         turns.setTrouble([this](const std::string& message) { showTrouble(message); });
         turns.setSettled([this] {
             // A message stays until something was done that succeeded.
-            if (!std::exchange(troubled, false) && !shown.empty()) {
+            if (!std::exchange(troubled, false) && !shown.empty())
                 shown.back().window->clearTrouble();
-            }
-            if (settled) {
+            if (settled)
                 settled();
-            }
         });
     }
 
@@ -57,9 +53,8 @@ public:
     {
         if (widget.isWindow() && what == WidgetChange::visibility) {
             std::erase(wanted, &widget);
-            if (widget.visible()) {
+            if (widget.visible())
                 wanted.push_back(&widget);
-            }
             turns.touch(*this);
         } else if (Control* control = controlOf(widget)) {
             turns.touch(*control);
@@ -88,11 +83,9 @@ public:
         const auto isWanted = [this](const Shown& entry) {
             return std::find(wanted.begin(), wanted.end(), entry.tree) != wanted.end();
         };
-        for (const Shown& entry : shown) {
-            if (!isWanted(entry)) {
+        for (const Shown& entry : shown)
+            if (!isWanted(entry))
                 entry.window->withdraw();
-            }
-        }
         std::erase_if(shown, [&](const Shown& entry) { return !isWanted(entry); });
         for (Widget* tree : wanted) {
             const bool isShown = std::any_of(shown.begin(), shown.end(),
@@ -111,9 +104,8 @@ public:
     Gtk::Widget* onScreen(const Widget& widget)
     {
         const auto window = windows.find(&widget);
-        if (window != windows.end()) {
+        if (window != windows.end())
             return window->second->onScreen();
-        }
         const bool isItem = widget.kind() == WidgetKind::comboBoxItem;
         Control* control = isItem ? nullptr : controlOf(widget);
         return control == nullptr ? nullptr : control->onScreen();
@@ -122,16 +114,13 @@ public:
     Control* controlOf(const Widget& widget)
     {
         const Widget* top = &widget;
-        while (top->parent() != nullptr) {
+        while (top->parent() != nullptr)
             top = top->parent();
-        }
         const auto window = windows.find(top);
-        if (window == windows.end()) {
+        if (window == windows.end())
             return nullptr; // never shown: it is built from the tree as it is then
-        }
-        if (top == &widget) {
+        if (top == &widget)
             return window->second.get();
-        }
         const auto* dialog = dynamic_cast<const DialogWindow*>(window->second.get());
         return dialog == nullptr ? nullptr : dialog->controlOf(widget);
     }
@@ -152,11 +141,10 @@ private:
     {
         std::unique_ptr<TopLevel>& window = windows[&tree];
         if (!window) {
-            if (tree.kind() == WidgetKind::fileSelection) {
+            if (tree.kind() == WidgetKind::fileSelection)
                 window = std::make_unique<FileChooserWindow>(tree, context);
-            } else {
+            else
                 window = std::make_unique<DialogWindow>(tree, context);
-            }
         }
         return *window;
     }
@@ -164,13 +152,12 @@ private:
     void showTrouble(const std::string& message)
     {
         troubled = true;
-        if (!shown.empty()) {
+        if (!shown.empty())
             shown.back().window->showTrouble(message);
-        } else if (trouble) {
+        else if (trouble)
             trouble(message);
-        } else {
+        else
             log(Severity::warning, message);
-        }
     }
 
     bool troubled = false;

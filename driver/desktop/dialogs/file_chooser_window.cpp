@@ -6,11 +6,11 @@
 #include "driver/desktop/toolkit/shown_text.h"
 #include "driver/store/phonebook_file.h"
 
+#include <gtkmm/filefilter.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
-
-#include <gtkmm/filefilter.h>
 
 namespace quelm {
 
@@ -27,11 +27,10 @@ FileStart fileStartOf(const std::string& text)
     const std::string last = slash == std::string::npos ? text : text.substr(slash + 1);
     FileStart start;
     start.folder = slash == std::string::npos ? "" : text.substr(0, slash);
-    if (last.find_first_of("*?[") != std::string::npos) {
+    if (last.find_first_of("*?[") != std::string::npos)
         start.pattern = last;
-    } else if (!last.empty()) {
+    else if (!last.empty())
         start.file = text;
-    }
     return start;
 }
 
@@ -85,9 +84,8 @@ void FileChooserWindow::addFilters()
     const auto all = Gtk::FileFilter::create();
     all->set_name(localized("All Files"));
     all->add_pattern("*");
-    for (const auto& filter : dialog.list_filters()) {
+    for (const auto& filter : dialog.list_filters())
         dialog.remove_filter(filter);
-    }
     dialog.add_filter(matching);
     dialog.add_filter(all);
     dialog.set_filter(matching);
@@ -97,11 +95,10 @@ void FileChooserWindow::present(Gtk::Window& over)
 {
     clearTrouble();
     const FileStart start = fileStartOf(tree.text());
-    if (!start.file.empty()) {
+    if (!start.file.empty())
         dialog.set_filename(start.file);
-    } else if (!start.folder.empty()) {
+    else if (!start.folder.empty())
         dialog.set_current_folder(start.folder);
-    }
     const bool isNew = !dialog.get_realized();
     TopLevel::present(over);
     if (isNew) {

@@ -4,12 +4,11 @@
 #include "driver/desktop/dialogs/dialog_habits.h"
 #include "driver/desktop/toolkit/shown_text.h"
 
-#include <algorithm>
-
+#include <gdk/gdkkeysyms.h>
 #include <gtkmm/cellrenderertext.h>
 #include <gtkmm/treeselection.h>
 
-#include <gdk/gdkkeysyms.h>
+#include <algorithm>
 
 namespace quelm {
 
@@ -29,28 +28,24 @@ constexpr int scrollBarWidth = 16;
 
 std::vector<int> columnWidths(const std::vector<int>& needed, int available)
 {
-    if (needed.empty()) {
+    if (needed.empty())
         return {};
-    }
     const auto total = [&needed](int least) {
         int sum = 0;
-        for (const int width : needed) {
+        for (const int width : needed)
             sum += std::max(width, least);
-        }
         return sum;
     };
     int least = narrowestColumn;
     if (total(0) <= available) {
         least = available / static_cast<int>(needed.size());
-        while (total(least) > available) {
+        while (total(least) > available)
             --least;
-        }
     }
     std::vector<int> widths;
     widths.reserve(needed.size());
-    for (const int width : needed) {
+    for (const int width : needed)
         widths.push_back(std::max(width, least));
-    }
     return widths;
 }
 
@@ -94,17 +89,14 @@ void ListControl::layOutColumns()
     const std::vector<Gtk::TreeViewColumn*> columns = view.get_columns();
     std::vector<int> now;
     now.reserve(columns.size());
-    for (const Gtk::TreeViewColumn* column : columns) {
+    for (const Gtk::TreeViewColumn* column : columns)
         now.push_back(column->get_fixed_width());
-    }
-    if (!laidOutWidths.empty() && now != laidOutWidths) {
+    if (!laidOutWidths.empty() && now != laidOutWidths)
         return;
-    }
     std::vector<int> needed;
     needed.reserve(columns.size());
-    for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
+    for (int column = 0; column < static_cast<int>(columns.size()); ++column)
         needed.push_back(neededWidth(column));
-    }
     laidOutWidths = columnWidths(needed, frameWidth - scrollBarWidth);
     for (std::size_t index = 0; index < columns.size(); ++index) {
         columns[index]->set_min_width(narrowestByHand);
@@ -135,9 +127,8 @@ int ListControl::neededWidth(int column) const
 void ListControl::show()
 {
     showState(view);
-    if (std::exchange(rowsChanged, false)) {
+    if (std::exchange(rowsChanged, false))
         showRows();
-    }
     showSelection();
 }
 
@@ -159,9 +150,8 @@ void ListControl::showSelection()
 {
     std::vector<int> wanted = tree.selection();
     std::sort(wanted.begin(), wanted.end());
-    if (wanted == selectedRows()) {
+    if (wanted == selectedRows())
         return;
-    }
     const Glib::RefPtr<Gtk::TreeSelection> selection = view.get_selection();
     selection->unselect_all();
     for (const int row : wanted) {
@@ -174,18 +164,16 @@ void ListControl::showSelection()
 std::vector<int> ListControl::selectedRows() const
 {
     std::vector<int> rows;
-    for (const Gtk::TreePath& path : view.get_selection()->get_selected_rows()) {
+    for (const Gtk::TreePath& path : view.get_selection()->get_selected_rows())
         rows.push_back(path[0]);
-    }
     return rows;
 }
 
 /// A click that selects another row first unselects the old one, and says so; only the outcome counts.
 void ListControl::select()
 {
-    if (!isUsersDoing() || std::exchange(selectionQueued, true)) {
+    if (!isUsersDoing() || std::exchange(selectionQueued, true))
         return;
-    }
     act([this](UserActions& actions) {
         selectionQueued = false;
         actions.select(tree, selectedRows());
@@ -196,22 +184,19 @@ void ListControl::select()
 /// it known whether the button can be pressed.
 void ListControl::press(Widget* button)
 {
-    if (button == nullptr) {
+    if (button == nullptr)
         return;
-    }
     act([button](UserActions& actions) {
-        if (button->onScreen() && button->active()) {
+        if (button->onScreen() && button->active())
             actions.press(*button);
-        }
     });
 }
 
 bool ListControl::onKey(GdkEventKey* event)
 {
     const bool isDelete = event->keyval == GDK_KEY_Delete || event->keyval == GDK_KEY_KP_Delete;
-    if (isDelete) {
+    if (isDelete)
         press(removingButton(tree));
-    }
     return isDelete;
 }
 

@@ -5,9 +5,9 @@
 #include "driver/desktop/dialogs/control.h"
 #include "driver/desktop/dialogs/rows_model.h"
 
-#include <vector>
-
 #include <gtkmm/treeview.h>
+
+#include <vector>
 
 namespace quelm {
 

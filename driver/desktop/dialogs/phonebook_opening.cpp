@@ -30,11 +30,9 @@ constexpr std::array<OpeningButton, 2> openingButtons{{
 /// The field's text; empty when there is no such field.
 std::string shownPath(const Widget& button, std::string_view field)
 {
-    for (const auto& sibling : button.parent()->children()) {
-        if (sibling->name() == field) {
+    for (const auto& sibling : button.parent()->children())
+        if (sibling->name() == field)
             return sibling->text();
-        }
-    }
     return "";
 }
 
@@ -45,9 +43,8 @@ void requireOpenablePhonebook(const Widget& button)
     const auto* found =
         std::find_if(openingButtons.begin(), openingButtons.end(),
                      [&button](const OpeningButton& entry) { return entry.button == button.name(); });
-    if (found == openingButtons.end()) {
+    if (found == openingButtons.end())
         return;
-    }
     const std::string path = shownPath(button, found->field);
     if (!path.empty()) {
         phonebook_file::requirePhonebook(path);
@@ -55,9 +52,8 @@ void requireOpenablePhonebook(const Widget& button)
         // A personal one there always is, also while "Defaults" has emptied its field.
         throw Error(localized("no shared phonebook is chosen; choose one with \"Select File...\""));
     }
-    if (isStartedFromDesktop()) {
+    if (isStartedFromDesktop())
         static_cast<void>(terminalEmulator());
-    }
 }
 
 } // namespace quelm

@@ -14,9 +14,8 @@ PlacedContainer::PlacedContainer(PlacedSize size) : asked(size)
 
 PlacedContainer::~PlacedContainer()
 {
-    while (!children.empty()) {
+    while (!children.empty())
         remove(*children.back().widget);
-    }
 }
 
 void PlacedContainer::put(Gtk::Widget& child, const PlacedChild& placing)
@@ -35,9 +34,8 @@ void PlacedContainer::on_remove(Gtk::Widget* child)
         const bool wasVisible = child->get_visible();
         children.erase(found);
         child->unparent();
-        if (wasVisible) {
+        if (wasVisible)
             queue_resize();
-        }
     }
 }
 
@@ -45,9 +43,8 @@ void PlacedContainer::forall_vfunc(gboolean /*includeInternals*/, GtkCallback ca
 {
     // The callback may remove the child it is called with.
     const std::vector<Child> all = children;
-    for (const Child& child : all) {
+    for (const Child& child : all)
         callback(child.widget->gobj(), data);
-    }
 }
 
 GType PlacedContainer::child_type_vfunc() const { return Gtk::Widget::get_type(); }
@@ -61,9 +58,8 @@ Placement PlacedContainer::placed(PlacedSize available) const
 {
     std::vector<PlacementItem> items;
     for (const Child& child : children) {
-        if (!child.widget->get_visible()) {
+        if (!child.widget->get_visible())
             continue;
-        }
         Gtk::Requisition least;
         Gtk::Requisition natural;
         child.widget->get_preferred_size(least, natural);
@@ -93,9 +89,8 @@ void PlacedContainer::on_size_allocate(Gtk::Allocation& allocation)
     const Placement placement = placed({allocation.get_width(), allocation.get_height()});
     auto place = placement.places.begin();
     for (const Child& child : children) {
-        if (!child.widget->get_visible()) {
+        if (!child.widget->get_visible())
             continue;
-        }
         const int x = mirrored ? allocation.get_width() - place->x - place->width : place->x;
         Gtk::Allocation childAllocation(allocation.get_x() + x, allocation.get_y() + place->y, place->width,
                                         place->height);
@@ -106,22 +101,18 @@ void PlacedContainer::on_size_allocate(Gtk::Allocation& allocation)
 
 bool PlacedContainer::on_focus(Gtk::DirectionType direction)
 {
-    if (direction != Gtk::DIR_TAB_FORWARD && direction != Gtk::DIR_TAB_BACKWARD) {
+    if (direction != Gtk::DIR_TAB_FORWARD && direction != Gtk::DIR_TAB_BACKWARD)
         return Gtk::Container::on_focus(direction);
-    }
     std::vector<Gtk::Widget*> order;
-    for (const Child& child : children) {
+    for (const Child& child : children)
         order.push_back(child.widget);
-    }
-    if (direction == Gtk::DIR_TAB_BACKWARD) {
+    if (direction == Gtk::DIR_TAB_BACKWARD)
         std::reverse(order.begin(), order.end());
-    }
     // The child that has the focus goes first: it may hold more places to go to.
     const Gtk::Widget* current = get_focus_child();
     auto next = std::find(order.begin(), order.end(), current);
-    if (next == order.end()) {
+    if (next == order.end())
         next = order.begin();
-    }
     return std::any_of(next, order.end(), [direction](Gtk::Widget* child) {
         return child->get_visible() && child->child_focus(direction);
     });

@@ -4,9 +4,9 @@
 
 #include "driver/desktop/dialogs/placement.h"
 
-#include <vector>
-
 #include <gtkmm/container.h>
+
+#include <vector>
 
 namespace quelm {
 

@@ -39,11 +39,9 @@ class Sharing {
 public:
     explicit Sharing(const std::vector<AxisItem>& items)
     {
-        for (const AxisItem& item : items) {
-            if (item.stretches && item.plannedEnd > item.span.begin) {
+        for (const AxisItem& item : items)
+            if (item.stretches && item.plannedEnd > item.span.begin)
                 spans.push_back({item.span.begin, item.plannedEnd});
-            }
-        }
         std::sort(spans.begin(), spans.end(),
                   [](const Span& one, const Span& other) { return one.begin < other.begin; });
         int end = 0;
@@ -86,9 +84,8 @@ enum class Anchor { left, middle, right };
 Anchor anchorOf(const Span& buttons, const Sharing& sharing, int end)
 {
     const int middle = (buttons.begin + buttons.end) / 2;
-    if (sharing.beginsAt(buttons.begin) || middle < end / 3) {
+    if (sharing.beginsAt(buttons.begin) || middle < end / 3)
         return Anchor::left;
-    }
     return middle > end * 2 / 3 ? Anchor::right : Anchor::middle;
 }
 
@@ -109,9 +106,8 @@ double shareOfButtons(Anchor anchor, const Span& buttons, const Sharing& sharing
 int beginOfButtons(Anchor anchor, const Span& now, int plannedEnd, int leftLimit)
 {
     const int size = now.end - now.begin;
-    if (anchor == Anchor::left) {
+    if (anchor == Anchor::left)
         return now.begin;
-    }
     const int wanted = anchor == Anchor::right ? plannedEnd - size : (now.begin + plannedEnd - size) / 2;
     return std::max(wanted, std::min(leftLimit, now.begin));
 }
@@ -128,9 +124,8 @@ Neighbours neighboursOf(std::size_t unit, const std::vector<PlacedRectangle>& pl
     const PlacedRectangle& own = places[unit];
     for (const PlacedRectangle& other : places) {
         if (other.y < own.y + own.height && own.y < other.y + other.height) {
-            if (other.x + other.width <= own.x) {
+            if (other.x + other.width <= own.x)
                 found.leftEnd = std::max(found.leftEnd, other.x + other.width + gapOfButtons);
-            }
             found.right = found.right || other.x >= own.x + own.width;
         }
     }
@@ -144,12 +139,10 @@ constexpr double mostOfTheRoom = 0.6;
 int endForMovers(const std::vector<AxisItem>& items, int end)
 {
     for (const AxisItem& item : items) {
-        if (item.stretches) {
+        if (item.stretches)
             end = std::max(end, item.plannedEnd + item.margin);
-        }
-        if (item.isPlaced && item.shareAtBegin > mostOfTheRoom) {
+        if (item.isPlaced && item.shareAtBegin > mostOfTheRoom)
             end = std::max(end, item.span.end + item.margin);
-        }
     }
     return end;
 }
@@ -160,9 +153,8 @@ int neededSpare(const std::vector<AxisItem>& items, int end)
     int spare = 0;
     for (const AxisItem& item : items) {
         const int excess = item.span.end + item.margin - end;
-        if (excess > 0 && item.shareAtBegin <= mostOfTheRoom) {
+        if (excess > 0 && item.shareAtBegin <= mostOfTheRoom)
             spare = std::max(spare, static_cast<int>(std::ceil(excess / (1 - item.shareAtBegin))));
-        }
     }
     return spare;
 }
@@ -171,9 +163,8 @@ Span spreadSpan(const AxisItem& item, int spare)
 {
     const int begin = item.span.begin + shareOf(spare, item.shareAtBegin);
     const int size = item.span.end - item.span.begin;
-    if (!item.stretches) {
+    if (!item.stretches)
         return {begin, begin + size};
-    }
     return {begin, std::max(begin + item.needed, item.plannedEnd + shareOf(spare, item.shareAtEnd))};
 }
 
@@ -190,9 +181,8 @@ std::vector<AxisItem> axisItems(const std::vector<Span>& spans,
         item.needed = extent.needed;
         item.stretches = extent.stretches;
         item.plannedEnd = item.span.end;
-        if (extent.asked > 0) {
+        if (extent.asked > 0)
             item.plannedEnd = std::min(item.span.end, lines.movedEnd(extent.begin + extent.asked));
-        }
         const int askedMargin = extent.asked > 0 ? askedEnd - extent.begin - extent.asked : widestMargin;
         item.margin = askedEnd > 0 ? std::clamp(askedMargin, 0, widestMargin) : 0;
         items.push_back(item);
@@ -247,9 +237,8 @@ public:
             const PlacedRectangle place{column.begin, row.begin, column.end - column.begin,
                                         row.end - row.begin};
             const std::vector<PlacedRectangle> members = placesInUnit(units[unit], items, place);
-            for (std::size_t member = 0; member < members.size(); ++member) {
+            for (std::size_t member = 0; member < members.size(); ++member)
                 result.places[units[unit].members[member]] = members[member];
-            }
         }
         return result;
     }
@@ -258,9 +247,8 @@ private:
     /// Returns where the container ends then.
     int anchorButtons(std::vector<AxisItem>& horizontal, const Sharing& widths, int end) const
     {
-        for (std::size_t unit = 0; unit < units.size(); ++unit) {
+        for (std::size_t unit = 0; unit < units.size(); ++unit)
             horizontal[unit].isPlaced = !units[unit].item.isButton;
-        }
         const int endOfOthers = endForMovers(horizontal, end);
         std::vector<PlacedRectangle> now = places;
         for (std::size_t unit = 0; unit < units.size(); ++unit) {
@@ -297,9 +285,8 @@ bool anyOverlap(const std::vector<PlacedRectangle>& places)
             const PlacedRectangle& first = places[one];
             const PlacedRectangle& second = places[other];
             if (first.x < second.x + second.width && second.x < first.x + first.width &&
-                first.y < second.y + second.height && second.y < first.y + first.height) {
+                first.y < second.y + second.height && second.y < first.y + first.height)
                 return true;
-            }
         }
     }
     return false;
@@ -312,15 +299,13 @@ Placement placeWidgets(const std::vector<PlacementItem>& items, PlacedSize asked
     const std::vector<PlacementUnit> units = unitsOf(items);
     std::vector<PlacementItem> unitItems;
     unitItems.reserve(units.size());
-    for (const PlacementUnit& unit : units) {
+    for (const PlacementUnit& unit : units)
         unitItems.push_back(unit.item);
-    }
     const Untangling untangled(unitItems);
     const Layout layout(items, units, untangled);
     Placement placement = layout.in(asked, available, true);
-    if (anyOverlap(placement.places)) {
+    if (anyOverlap(placement.places))
         placement = layout.in(asked, available, false);
-    }
     return placement;
 }
 

@@ -39,14 +39,12 @@ void QuestionDialogs::refresh()
 {
     const Question* question = context.driver.questions().top();
     const int wanted = question == nullptr ? 0 : question->number;
-    if (wanted == shown) {
+    if (wanted == shown)
         return;
-    }
     dialog.reset();
     shown = wanted;
-    if (question != nullptr) {
+    if (question != nullptr)
         ask(*question);
-    }
 }
 
 void QuestionDialogs::ask(const Question& question)
@@ -79,9 +77,8 @@ void QuestionDialogs::answer(bool yes)
     dialog->set_sensitive(false);
     context.turns.act([this, yes, number = shown] {
         const Question* question = context.driver.questions().top();
-        if (question != nullptr && question->number == number) {
+        if (question != nullptr && question->number == number)
             context.driver.actions().answer(yes);
-        }
     });
 }
 

@@ -5,11 +5,11 @@
 #include "driver/desktop/dialogs/control.h"
 #include "driver/plugin/questions.h"
 
+#include <gtkmm/messagedialog.h>
+
 #include <functional>
 #include <memory>
 #include <string>
-
-#include <gtkmm/messagedialog.h>
 
 namespace quelm {
 

@@ -3,10 +3,10 @@
 
 #include "driver/desktop/toolkit/shown_text.h"
 
+#include <glibmm/value.h>
+
 #include <algorithm>
 #include <typeinfo>
-
-#include <glibmm/value.h>
 
 namespace quelm {
 
@@ -34,9 +34,8 @@ void RowsModel::follow()
         iterator row;
         Path path;
         path.push_back(number);
-        if (pointAt(number, row)) {
+        if (pointAt(number, row))
             (this->*signal)(path, row);
-        }
     };
     const int kept = std::min(known, wanted);
     while (known > wanted) {
@@ -45,9 +44,8 @@ void RowsModel::follow()
         path.push_back(known);
         row_deleted(path);
     }
-    for (int number = 0; number < kept; ++number) {
+    for (int number = 0; number < kept; ++number)
         tell(number, static_cast<void (RowsModel::*)(const Path&, const iterator&)>(&RowsModel::row_changed));
-    }
     while (known < wanted) {
         ++known;
         tell(known - 1,
@@ -77,9 +75,8 @@ void RowsModel::get_value_vfunc(const iterator& row, int column, Glib::ValueBase
     text.init(Glib::Value<Glib::ustring>::value_type());
     const auto number = static_cast<std::size_t>(numberOf(row));
     const auto cell = static_cast<std::size_t>(column);
-    if (source != nullptr && number < source->count() && cell < source->columnCount()) {
+    if (source != nullptr && number < source->count() && cell < source->columnCount())
         text.set(drawable(source->cell(number, cell)));
-    }
     value.init(Glib::Value<Glib::ustring>::value_type());
     value = text;
 }
@@ -121,9 +118,8 @@ Gtk::TreePath RowsModel::get_path_vfunc(const iterator& row) const
 
 bool RowsModel::pointAt(int number, iterator& row) const
 {
-    if (number < 0 || number >= known) {
+    if (number < 0 || number >= known)
         return false;
-    }
     row.set_stamp(stamp);
     row.gobj()->user_data = GINT_TO_POINTER(number);
     return true;

@@ -25,11 +25,10 @@ LabelControl::LabelControl(Widget& treeWidget, DesktopContext& desktopContext)
 void LabelControl::show()
 {
     // A text that the component composed is data: its underscores are underscores.
-    if (hasMnemonics(tree)) {
+    if (hasMnemonics(tree))
         label.set_text_with_mnemonic(shownText(tree));
-    } else {
+    else
         label.set_text(shownText(tree));
-    }
     label.get_accessible()->set_name(label.get_text());
     showState(label);
 }
@@ -38,9 +37,8 @@ PictureControl::PictureControl(Widget& treeWidget, DesktopContext& desktopContex
     : Control(treeWidget, desktopContext), image(*Gtk::make_managed<Gtk::Image>())
 {
     const std::string* file = tree.attribute("PicFile");
-    if (const auto picture = context.pictures.load(file == nullptr ? std::string() : *file)) {
+    if (const auto picture = context.pictures.load(file == nullptr ? std::string() : *file))
         image.set(picture);
-    }
     describe(image, tree.name());
 }
 
@@ -54,14 +52,12 @@ ButtonControl::ButtonControl(Widget& treeWidget, DesktopContext& desktopContext)
         button.set_image(*image);
         button.set_always_show_image(true);
     }
-    if (tree.kind() == WidgetKind::toolbarItem) {
+    if (tree.kind() == WidgetKind::toolbarItem)
         button.get_style_context()->add_class("toolbar-item");
-    }
     button.set_use_underline(true);
     button.signal_clicked().connect([this] {
-        if (isUsersDoing()) {
+        if (isUsersDoing())
             commitTyping(button);
-        }
         act([&pressed = tree](UserActions& actions) {
             requireOpenablePhonebook(pressed);
             actions.press(pressed);

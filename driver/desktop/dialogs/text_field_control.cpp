@@ -5,9 +5,9 @@
 #include "driver/desktop/dialogs/dialog_habits.h"
 #include "driver/desktop/toolkit/shown_text.h"
 
-#include <algorithm>
-
 #include <gtkmm/window.h>
+
+#include <algorithm>
 
 namespace quelm {
 
@@ -48,17 +48,15 @@ void TextFieldControl::show()
             entry.set_tooltip_text(text);
         }
     }
-    if (text.size() <= tree.maximumLength() && tree.maximumLength() <= toolkitsLimit) {
+    if (text.size() <= tree.maximumLength() && tree.maximumLength() <= toolkitsLimit)
         entry.set_max_length(static_cast<int>(tree.maximumLength()));
-    }
     showState(entry);
 }
 
 void TextFieldControl::typed()
 {
-    if (!isUsersDoing()) {
+    if (!isUsersDoing())
         return;
-    }
     // What is pasted may hold line ends and tabs, which no field of a job takes.
     const std::string clean = oneLine(entry.get_text());
     if (entry.get_text() != clean) {
@@ -76,11 +74,10 @@ void TextFieldControl::typed()
 void TextFieldControl::activated()
 {
     Widget* button = buttonBeside(tree);
-    if (button != nullptr && button->onScreen() && button->active()) {
+    if (button != nullptr && button->onScreen() && button->active())
         act([button](UserActions& actions) { actions.press(*button); });
-    } else if (auto* window = dynamic_cast<Gtk::Window*>(entry.get_toplevel())) {
+    else if (auto* window = dynamic_cast<Gtk::Window*>(entry.get_toplevel()))
         window->activate_default();
-    }
 }
 
 } // namespace quelm

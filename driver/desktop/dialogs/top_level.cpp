@@ -8,11 +8,10 @@ void TopLevel::present(Gtk::Window& over)
     Gtk::Window& window = *onScreen();
     window.set_transient_for(over);
     window.set_modal(true);
-    if (hasPosition) {
+    if (hasPosition)
         window.move(x, y);
-    } else {
+    else
         window.set_position(Gtk::WIN_POS_CENTER_ON_PARENT);
-    }
     window.present();
 }
 

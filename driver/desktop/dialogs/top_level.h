@@ -4,9 +4,9 @@
 
 #include "driver/desktop/dialogs/control.h"
 
-#include <string>
-
 #include <gtkmm/window.h>
+
+#include <string>
 
 namespace quelm {
 

@@ -45,9 +45,8 @@ int GuideLines::movedEnd(int edge) const
 void GuideLines::moveTo(int position, int target)
 {
     const int shift = target - position;
-    for (auto line = shifts.find(position); line != shifts.end(); ++line) {
+    for (auto line = shifts.find(position); line != shifts.end(); ++line)
         line->second = std::max(line->second, shift);
-    }
 }
 
 Untangling::Untangling(const std::vector<PlacementItem>& items)
@@ -60,9 +59,8 @@ Untangling::Untangling(const std::vector<PlacementItem>& items)
         // Lines tell widgets apart by where they begin.
         while (std::any_of(allBoxes.begin(), allBoxes.end(), [&box](const Box& other) {
             return other.x.begin == box.x.begin && other.y.begin == box.y.begin;
-        })) {
+        }))
             ++box.x.begin;
-        }
         allBoxes.push_back(box);
         columnLines.add(box.x.begin);
         rowLines.add(box.y.begin);
@@ -83,24 +81,20 @@ PlacedRectangle Untangling::place(const Box& box) const
 /// Growing comes last, and ends at the next neighbour: it must not push what it follows.
 void Untangling::stretch()
 {
-    for (const Box& box : allBoxes) {
+    for (const Box& box : allBoxes)
         finalPlaces.push_back(place(box));
-    }
     for (std::size_t index = 0; index < allBoxes.size(); ++index) {
         PlacedRectangle& own = finalPlaces[index];
         const auto grow = [&](const PlacementExtent& extent, const GuideLines& lines,
                               int PlacedRectangle::*begin, int PlacedRectangle::*size,
                               int PlacedRectangle::*crossBegin, int PlacedRectangle::*crossSize) {
-            if (!extent.stretches || extent.asked == 0) {
+            if (!extent.stretches || extent.asked == 0)
                 return;
-            }
             int end = lines.movedEnd(extent.begin + extent.asked);
-            for (const PlacedRectangle& other : finalPlaces) {
+            for (const PlacedRectangle& other : finalPlaces)
                 if (other.*begin >= own.*begin + own.*size &&
-                    overlap(own.*crossBegin, own.*crossSize, other.*crossBegin, other.*crossSize)) {
+                    overlap(own.*crossBegin, own.*crossSize, other.*crossBegin, other.*crossSize))
                     end = std::min(end, other.*begin);
-                }
-            }
             own.*size = std::max(own.*size, end - own.*begin);
         };
         grow(allBoxes[index].x, columnLines, &PlacedRectangle::x, &PlacedRectangle::width,
@@ -151,19 +145,16 @@ void Untangling::separate(const Box& one, const Box& other)
 /// Side by side rather than one below the other.
 bool Untangling::meantSideBySide(const Box& one, const Box& other) const
 {
-    if (one.x.begin == other.x.begin || one.y.begin == other.y.begin) {
+    if (one.x.begin == other.x.begin || one.y.begin == other.y.begin)
         return one.y.begin == other.y.begin;
-    }
     const bool shareRow =
         overlap(one.y.begin, plannedSize(one.y, lineHeight), other.y.begin, plannedSize(other.y, lineHeight));
     const bool shareColumn =
         overlap(one.x.begin, plannedSize(one.x, 1), other.x.begin, plannedSize(other.x, 1));
-    if (shareRow != shareColumn) {
+    if (shareRow != shareColumn)
         return shareRow;
-    }
-    if (shareRow) {
+    if (shareRow)
         return std::abs(one.x.begin - other.x.begin) > std::abs(one.y.begin - other.y.begin);
-    }
     const PlacedRectangle first = place(one);
     const PlacedRectangle second = place(other);
     return pushToClear(first.x, first.width, second.x, second.width) <

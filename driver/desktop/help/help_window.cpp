@@ -8,14 +8,13 @@
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/widgets/widget.h"
 
+#include <glib.h>
 #include <glibmm/main.h>
 #include <gtkmm/label.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <utility>
-
-#include <glib.h>
 
 namespace quelm {
 namespace {
@@ -118,10 +117,9 @@ HelpWindow::HelpWindow(Gtk::Window& parent, std::string folder)
     sections_.signal_row_activated().connect([this](Gtk::ListBoxRow* row) {
         // The rows are the headings in their order.
         int heading = -1;
-        for (std::size_t block = 0; block < page_.size(); ++block) {
+        for (std::size_t block = 0; block < page_.size(); ++block)
             if (page_[block].kind == HelpBlock::Kind::heading && ++heading == row->get_index())
                 goTo(block);
-        }
     });
 }
 

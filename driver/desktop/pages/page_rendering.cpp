@@ -8,14 +8,14 @@
 #include "driver/desktop/pages/block_reading.h"
 #include "driver/desktop/pages/png_stream.h"
 
+#include <fcntl.h>
 #include <gio/gio.h>
+#include <sys/prctl.h>
 
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
-#include <fcntl.h>
-#include <sys/prctl.h>
 #include <utility>
 #include <vector>
 

@@ -44,10 +44,9 @@ constexpr const char* wordOf(DestinationKind kind)
 
 DestinationKind kindOf(std::string_view word)
 {
-    for (const auto kind : {DestinationKind::device, DestinationKind::queue}) {
+    for (const auto kind : {DestinationKind::device, DestinationKind::queue})
         if (word == wordOf(kind))
             return kind;
-    }
     return DestinationKind::file;
 }
 

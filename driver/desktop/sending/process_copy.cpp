@@ -6,15 +6,15 @@
 #include "base/system_reason.h"
 #include "base/translation.h"
 
-#include <array>
-#include <cerrno>
-#include <csignal>
-#include <exception>
-
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <exception>
 
 namespace quelm {
 namespace {

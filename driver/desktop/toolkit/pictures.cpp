@@ -4,17 +4,16 @@
 #include "base/log.h"
 #include "base/translation.h"
 
-#include <vector>
-
 #include <gtkmm/window.h>
+
+#include <vector>
 
 namespace quelm {
 
 Glib::RefPtr<Gdk::Pixbuf> Pictures::load(const std::string& file)
 {
-    if (file.empty()) {
+    if (file.empty())
         return {};
-    }
     const auto [place, isNew] = loaded.emplace(file, Glib::RefPtr<Gdk::Pixbuf>());
     if (isNew) {
         try {
@@ -29,14 +28,11 @@ Glib::RefPtr<Gdk::Pixbuf> Pictures::load(const std::string& file)
 void useProgramIcon(Pictures& pictures)
 {
     std::vector<Glib::RefPtr<Gdk::Pixbuf>> icons;
-    for (const char* size : {"16", "32", "48"}) {
-        if (const auto icon = pictures.load(std::string("icon/quelm-driver-") + size + ".png")) {
+    for (const char* size : {"16", "32", "48"})
+        if (const auto icon = pictures.load(std::string("icon/quelm-driver-") + size + ".png"))
             icons.push_back(icon);
-        }
-    }
-    if (!icons.empty()) {
+    if (!icons.empty())
         Gtk::Window::set_default_icon_list(icons);
-    }
 }
 
 } // namespace quelm

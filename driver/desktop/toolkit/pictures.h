@@ -2,10 +2,10 @@
 #ifndef DRIVER_DESKTOP_TOOLKIT_PICTURES_H
 #define DRIVER_DESKTOP_TOOLKIT_PICTURES_H
 
+#include <gdkmm/pixbuf.h>
+
 #include <map>
 #include <string>
-
-#include <gdkmm/pixbuf.h>
 
 namespace quelm {
 

@@ -4,14 +4,14 @@
 #include "base/translation.h"
 #include "driver/widgets/widget_names.h"
 
+#include <glib.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <memory>
 #include <string_view>
 #include <system_error>
-
-#include <glib.h>
 
 namespace quelm {
 
@@ -49,12 +49,10 @@ std::string translatedCount(const std::string& text)
 std::string translatedState(const Widget& widget)
 {
     const std::string& text = widget.text();
-    if (std::find(stateFields.begin(), stateFields.end(), widget.name()) == stateFields.end()) {
+    if (std::find(stateFields.begin(), stateFields.end(), widget.name()) == stateFields.end())
         return text;
-    }
-    if (std::find(states.begin(), states.end(), text) != states.end()) {
+    if (std::find(states.begin(), states.end(), text) != states.end())
         return translated(text.c_str());
-    }
     const std::string count = translatedCount(text);
     return count.empty() ? text : count;
 }
@@ -64,9 +62,8 @@ std::string translatedState(const Widget& widget)
 std::string drawable(std::string_view text)
 {
     const auto size = static_cast<gssize>(text.size());
-    if (g_utf8_validate(text.data(), size, nullptr) != FALSE) {
+    if (g_utf8_validate(text.data(), size, nullptr) != FALSE)
         return std::string(text);
-    }
     const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.data(), size), g_free);
     return valid.get();
 }
@@ -74,13 +71,11 @@ std::string drawable(std::string_view text)
 std::string withPlainLineEnds(std::string_view text)
 {
     std::string result;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text[index] != '\r') {
+    for (std::size_t index = 0; index < text.size(); ++index)
+        if (text[index] != '\r')
             result += text[index];
-        } else if (index + 1 == text.size() || text[index + 1] != '\n') {
+        else if (index + 1 == text.size() || text[index + 1] != '\n')
             result += '\n';
-        }
-    }
     return result;
 }
 
@@ -88,9 +83,8 @@ std::string withoutMnemonic(std::string_view text)
 {
     std::string result;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text[index] == '_' && index + 1 < text.size()) {
+        if (text[index] == '_' && index + 1 < text.size())
             ++index;
-        }
         result += text[index];
     }
     return result;
@@ -106,9 +100,8 @@ std::string shownText(const Widget& widget)
     std::string text = isDefined(widget) ? translated(widget.text().c_str()) : translatedState(widget);
     // A combo box's item without a text shows its name.
     if (text.empty() &&
-        (widget.kind() == WidgetKind::comboBoxItem || widget.kind() == WidgetKind::radioButtonItem)) {
+        (widget.kind() == WidgetKind::comboBoxItem || widget.kind() == WidgetKind::radioButtonItem))
         text = translated(widget.name().c_str());
-    }
     return withPlainLineEnds(drawable(text));
 }
 

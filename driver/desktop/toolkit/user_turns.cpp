@@ -3,11 +3,11 @@
 
 #include "base/error.h"
 
+#include <glibmm/main.h>
+
 #include <algorithm>
 #include <exception>
 #include <utility>
-
-#include <glibmm/main.h>
 
 namespace quelm {
 
@@ -31,11 +31,9 @@ void UserTurns::forget(Refreshable& view)
 {
     view.isTouched = false;
     std::replace(touched.begin(), touched.end(), &view, static_cast<Refreshable*>(nullptr));
-    for (Action& action : actions) {
-        if (action.origin == &view) {
+    for (Action& action : actions)
+        if (action.origin == &view)
             action.origin = nullptr;
-        }
-    }
 }
 
 void UserTurns::schedule()
@@ -53,9 +51,8 @@ void UserTurns::schedule()
 void UserTurns::runNow()
 {
     scheduled.disconnect();
-    if (std::exchange(running, true)) {
+    if (std::exchange(running, true))
         return;
-    }
     const bool acted = !actions.empty();
     // Drawing may make a control speak up again; what that queues belongs to the same turn.
     while (!actions.empty() || !touched.empty()) {
@@ -63,9 +60,8 @@ void UserTurns::runNow()
         refreshTouched();
     }
     running = false;
-    if (acted && settled) {
+    if (acted && settled)
         settled();
-    }
 }
 
 void UserTurns::runActions()
@@ -82,12 +78,10 @@ void UserTurns::runActions()
         Refreshable* origin = actions.front().origin;
         actions.erase(actions.begin());
         if (!message.empty()) {
-            if (origin != nullptr) {
+            if (origin != nullptr)
                 touch(*origin);
-            }
-            if (trouble) {
+            if (trouble)
                 trouble(message);
-            }
         }
     }
 }

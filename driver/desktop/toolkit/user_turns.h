@@ -2,11 +2,11 @@
 #ifndef DRIVER_DESKTOP_TOOLKIT_USER_TURNS_H
 #define DRIVER_DESKTOP_TOOLKIT_USER_TURNS_H
 
+#include <sigc++/connection.h>
+
 #include <functional>
 #include <string>
 #include <vector>
-
-#include <sigc++/connection.h>
 
 namespace quelm {
 

@@ -5,16 +5,15 @@
 #include "tests/servers/listeners.h"
 #include "tests/servers/server_process.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/socket.h>
 
 namespace quelm::tests {
 namespace {

@@ -4,7 +4,6 @@
 #include "tests/servers/name_service.h"
 
 #include <gtest/gtest.h>
-
 #include <netinet/in.h>
 
 #include <chrono>

@@ -1,12 +1,11 @@
 // Addresses in digits.
 #include "base/net/socket_address.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 
 #include <cstring>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
 
 namespace quelm::tests {
 namespace {

@@ -2,7 +2,6 @@
 #include "base/terminal/progress_line.h"
 
 #include <gtest/gtest.h>
-
 #include <poll.h>
 #include <pty.h>
 #include <unistd.h>

@@ -4,14 +4,13 @@
 #include "base/error.h"
 #include "tests/support/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 

@@ -2,7 +2,6 @@
 #include "frame/dialog_definition.h"
 
 #include "base/texts.h"
-
 #include "frame/export_list.h"
 #include "tests/component/frame/expected_dialogs.h"
 
@@ -70,10 +69,9 @@ std::vector<Row> expectedRows()
 {
     std::vector<Row> rows;
     std::istringstream lines(expectedDialogs);
-    for (std::string line; std::getline(lines, line);) {
+    for (std::string line; std::getline(lines, line);)
         if (!line.empty())
             rows.push_back(parseTableLine(line));
-    }
     return rows;
 }
 
@@ -236,21 +234,19 @@ TEST_F(DialogDefinition, RepeatsOnlyNamesThatNoCodeAddresses)
 TEST_F(DialogDefinition, NamesOnlyExportedCallbacksButForTheHostsHelpAndACloseThatNobodyProvides)
 {
     std::set<std::string> unknown;
-    for (const Row& row : rows()) {
+    for (const Row& row : rows())
         if (!row.callback.empty() &&
             std::string(exportList).find(',' + row.callback + ',') == std::string::npos)
             unknown.insert(row.callback);
-    }
     EXPECT_EQ(unknown, (std::set<std::string>{"ProcessPushButtonHelpInvocation", "T40RcptPropsClose"}));
 }
 
 TEST_F(DialogDefinition, LetsOneListAloneSelectSeveralRows)
 {
     std::map<std::string, bool> lists;
-    for (const Row& row : rows()) {
+    for (const Row& row : rows())
         if (row.element == "ListBox")
             lists[row.name] = row.others.contains("SelectionMode=Multiple");
-    }
     const std::map<std::string, bool> expected = {{"LanFax Recipient List", true},
                                                   {"Fax PB List", false},
                                                   {"Fax Cur Recipient List", false},

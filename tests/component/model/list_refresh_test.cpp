@@ -1,7 +1,7 @@
 // How a list of recipients is shown in its widget, and the buttons beside the job's list.
-#include "model/fax_job.h"
-
 #include "model/list_refresh.h"
+
+#include "model/fax_job.h"
 #include "tests/support/component_test.h"
 
 class ListRefreshTest : public StartedComponentTest {};

@@ -75,10 +75,9 @@ TEST(CoverPageText, HasSixteenSlotsAndOtherwiseOnlyDoubledPercentSigns)
     const std::string header = coverPageHeaderText;
     EXPECT_EQ(occurrences(header, "%s"), 16);
     std::string rest = header;
-    for (const std::string part : {"%s", "%%"}) {
+    for (const std::string part : {"%s", "%%"})
         for (std::size_t found = rest.find(part); found != std::string::npos; found = rest.find(part))
             rest.erase(found, part.size());
-    }
     EXPECT_EQ(rest.find('%'), std::string::npos);
 }
 

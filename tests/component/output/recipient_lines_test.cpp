@@ -1,7 +1,6 @@
 // A recipient's lines in the print stream.
-#include "tests/support/component_test.h"
-
 #include "host/calls.h"
+#include "tests/support/component_test.h"
 
 class RecipientLinesTest : public ComponentTest {
 protected:

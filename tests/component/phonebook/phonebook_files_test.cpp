@@ -3,12 +3,13 @@
 
 #include "tests/support/phonebook_test.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
 #include <stdexcept>
-#include <unistd.h>
 #include <utility>
 
 namespace {

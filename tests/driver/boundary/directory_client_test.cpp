@@ -1,12 +1,12 @@
 // What the component gets from a real directory.
 #include "tests/driver/directory/directory_fixture.h"
 
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <array>
 #include <future>
 #include <utility>
-
-#include <sys/socket.h>
 
 namespace {
 
@@ -269,10 +269,9 @@ TEST_F(DirectoryClientTest, EveryNumberOfResultsIsGivenUpToTheLimit)
                               {"Below", 999, 999, 0}, {"Exact", 1000, 1000, 0}, {"Above", 1001, 1000, 4},
                               {"Many", 5000, 1000, 4}};
     std::vector<DirectoryRecord> records;
-    for (const Amount& amount : amounts) {
+    for (const Amount& amount : amounts)
         for (int number = 1; number <= amount.persons; ++number)
             records.push_back(person(amount.prefix, std::to_string(number)));
-    }
     serve(std::move(records));
     for (const Amount& amount : amounts) {
         SCOPED_TRACE(amount.prefix);

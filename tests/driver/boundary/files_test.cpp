@@ -1,13 +1,13 @@
 // Paths that exist and directories that are created.
 #include "host/files.h"
 
-#include <string>
+#include "host/calls.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "host/calls.h"
-#include "tests/support/temporary_folder.h"
+#include <string>
 
 namespace {
 

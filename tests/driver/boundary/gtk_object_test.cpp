@@ -1,6 +1,5 @@
 // Widget objects: rows, selections, file choosers and handles that outlive their driver.
 #include "driver/boundary/gtk_handle.h"
-
 #include "tests/support/test_dialogs.h"
 
 #include <array>
@@ -27,9 +26,8 @@ protected:
 
     void fillMany()
     {
-        for (const char* name : {"Ann", "Bob", "Cid", "Dan"}) {
+        for (const char* name : {"Ann", "Bob", "Cid", "Dan"})
             addRow("Many", name, "1");
-        }
     }
 };
 

@@ -55,9 +55,8 @@ TEST(MarkupTest, GivesPlainTextAndLeavesInvalidMarkupAsItIs)
         {"<name>x</name>", "<name>x</name>"},
         {"\xff", "\xff"},
     }};
-    for (const Markup& row : table) {
+    for (const Markup& row : table)
         EXPECT_EQ(host::plainText(row.marked), row.plain) << row.marked;
-    }
 }
 
 TEST(MarkupTest, OnlyTheGivenBytesCount)

@@ -113,9 +113,8 @@ TEST_F(PropertiesTest, ReadingWritesTheSuitableSlotAlone)
 TEST_F(PropertiesTest, ALongTextIsCutAtACharacterWithin4096Bytes)
 {
     std::string text;
-    while (text.size() < 6000) {
+    while (text.size() < 6000)
         text += "€";
-    }
     widget("Entry").setText(text);
     std::array<char, 4097> buffer;
     buffer.fill('#');

@@ -1,16 +1,16 @@
 // The host's record database as the component uses it.
 #include "host/record_database.h"
 
+#include "driver/boundary/host_state.h"
+#include "host/calls.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include "driver/boundary/host_state.h"
-#include "host/calls.h"
-#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // Messages about names and numbers, token lists and formatted copies.
 #include "host/texts.h"
 
-#include <memory>
-#include <string>
+#include "host/calls.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/calls.h"
+#include <memory>
+#include <string>
 
 namespace {
 

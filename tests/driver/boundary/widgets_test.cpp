@@ -63,9 +63,8 @@ TEST_F(WidgetsTest, ValuesComeBackAsTheyWereSet)
 
 TEST_F(WidgetsTest, AListWithSeveralSelectedRowsReadsTheLowest)
 {
-    for (const char* name : {"Ann", "Bob", "Cid"}) {
+    for (const char* name : {"Ann", "Bob", "Cid"})
         addRow("Many", name, "1");
-    }
     widget("Many").setSelection({2, 1});
     int row = 0;
     EXPECT_TRUE(host::readInteger("Many", row));

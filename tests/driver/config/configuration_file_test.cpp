@@ -1,15 +1,15 @@
 // The configuration file: what it may say, and what is said about a wrong one.
 #include "driver/config/configuration_file.h"
 
-#include <chrono>
-#include <cstdlib>
-#include <string>
+#include "base/error.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "base/error.h"
-#include "tests/support/temporary_folder.h"
+#include <chrono>
+#include <cstdlib>
+#include <string>
 
 namespace {
 

@@ -41,9 +41,8 @@ TEST_F(InstallationTest, AUserIsOneWhoseNameCanNameAFile)
 {
     EXPECT_EQ(quelm::resolveUser("ann.o'neil zoë"), "ann.o'neil zoë");
     EXPECT_FALSE(quelm::resolveUser("").empty());
-    for (const char* name : {"..", ".", "a/b", "/", "a\nb"}) {
+    for (const char* name : {"..", ".", "a/b", "/", "a\nb"})
         EXPECT_THROW(quelm::resolveUser(name), quelm::Error) << name;
-    }
 }
 
 TEST_F(InstallationTest, OptionsAreKeptInTheFolderOfSettings)

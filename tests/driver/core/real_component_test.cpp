@@ -36,9 +36,8 @@ protected:
     std::vector<std::string> names(const char* list)
     {
         std::vector<std::string> found;
-        for (const auto& row : driver().rows(list)) {
+        for (const auto& row : driver().rows(list))
             found.push_back(row.at(0));
-        }
         return found;
     }
 
@@ -98,9 +97,8 @@ TEST_F(RealComponentTest, SelectedRowsAreRemovedTogether)
 {
     openFaxDialog();
     driver().tick("LanFax Pref Remove One", false);
-    for (const char* name : {"Ann", "Bob", "Cid", "Dan", "Eve"}) {
+    for (const char* name : {"Ann", "Bob", "Cid", "Dan", "Eve"})
         addRecipient(name, "555");
-    }
     driver().select("LanFax Recipient List", {3, 1});
     EXPECT_FALSE(driver().show("LanFax Details Button").sensitive);
     driver().press("LanFax Remove Button");
@@ -228,13 +226,11 @@ TEST_F(RealComponentTest, EveryFunctionOfTheExportListCanBeCalledOutOfTheBlue)
 {
     writeFile(options.home + "/fennodial", "");
     for (const std::string& name : driver().component().exportList()) {
-        if (name == "T40LanFaxPreferencesCB") {
+        if (name == "T40LanFaxPreferencesCB")
             continue; // needs the box that fired; refused, as another test says
-        }
         driver().call(name);
-        while (driver().pendingQuestion()) {
+        while (driver().pendingQuestion())
             driver().answer(true);
-        }
     }
     EXPECT_EQ(driver().failedCallbacks(), 0);
 }
@@ -243,9 +239,8 @@ TEST_F(RealComponentTest, AThousandRecipientsAreListedInTheirOrder)
 {
     openFaxDialog();
     constexpr int count = 1000;
-    for (int number = 0; number < count; ++number) {
+    for (int number = 0; number < count; ++number)
         addRecipient("Recipient " + std::to_string(number), "555-" + std::to_string(number));
-    }
     const auto rows = driver().rows("LanFax Recipient List");
     ASSERT_EQ(rows.size(), static_cast<std::size_t>(count));
     EXPECT_EQ(rows[999], (std::vector<std::string>{"Recipient 999", "555-999", "", "", "", ""}));

@@ -10,6 +10,7 @@
 #include "tests/support/driver_fixture.h"
 
 #include <atkmm/object.h>
+#include <gtest/gtest.h>
 #include <gtkmm/button.h>
 #include <gtkmm/combobox.h>
 #include <gtkmm/entry.h>
@@ -17,8 +18,6 @@
 #include <gtkmm/messagedialog.h>
 #include <gtkmm/treeview.h>
 #include <gtkmm/window.h>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
@@ -48,9 +47,8 @@ protected:
     Kind& screen(const std::string& name)
     {
         auto* widget = dynamic_cast<Kind*>(dialogs->onScreen(tree(name)));
-        if (widget == nullptr) {
+        if (widget == nullptr)
             throw std::runtime_error(name + " is not on the screen as that");
-        }
         return *widget;
     }
 
@@ -116,11 +114,10 @@ protected:
     {
         std::string said;
         const std::function<void(Gtk::Widget&)> look = [&](Gtk::Widget& widget) {
-            if (widget.get_accessible()->get_description() == "Dialog Message" && widget.is_visible()) {
+            if (widget.get_accessible()->get_description() == "Dialog Message" && widget.is_visible())
                 said = dynamic_cast<Gtk::Label&>(widget).get_text();
-            } else if (auto* container = dynamic_cast<Gtk::Container*>(&widget)) {
+            else if (auto* container = dynamic_cast<Gtk::Container*>(&widget))
                 container->foreach (look);
-            }
         };
         look(screen(window));
         return said;
@@ -131,9 +128,8 @@ protected:
     {
         for (Gtk::Window* window : Gtk::Window::list_toplevels()) {
             auto* dialog = dynamic_cast<Gtk::MessageDialog*>(window);
-            if (dialog != nullptr && dialog->get_mapped()) {
+            if (dialog != nullptr && dialog->get_mapped())
                 return dialog;
-            }
         }
         return nullptr;
     }

@@ -5,15 +5,13 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <net-snmp/net-snmp-config.h>
+#include <net-snmp/net-snmp-includes.h>
 
 #include <clocale>
 #include <cstdlib>
 #include <string>
 #include <vector>
-
-#include <net-snmp/net-snmp-config.h>
-
-#include <net-snmp/net-snmp-includes.h>
 
 namespace {
 

@@ -8,17 +8,16 @@
 #include "tests/servers/udp_device.h"
 #include "tests/support/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <chrono>
 #include <random>
 #include <string>
 #include <vector>
-
-#include <fcntl.h>
-#include <sys/resource.h>
 
 namespace {
 
@@ -244,12 +243,11 @@ TEST_F(SnmpSessionTest, TheAnswerToAnotherRequestIsNotTaken)
 {
     std::string earlier;
     const UdpDevice device([&](const std::string& request, const servers::Reply& reply) {
-        if (earlier.empty()) {
+        if (earlier.empty())
             replies::answering({})(request, [&](const std::string& answer) {
                 earlier = answer;
                 return true;
             });
-        }
         reply(earlier);
     });
     SnmpSession session(impatientFor(device.address()));

@@ -2,14 +2,12 @@
 #include "driver/device/snmp_value.h"
 
 #include <gtest/gtest.h>
+#include <net-snmp/net-snmp-config.h>
+#include <net-snmp/net-snmp-includes.h>
 
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <net-snmp/net-snmp-config.h>
-
-#include <net-snmp/net-snmp-includes.h>
 
 namespace {
 

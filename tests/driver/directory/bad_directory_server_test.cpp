@@ -1,6 +1,5 @@
 // Servers that hang up, talk nonsense, talk for ever, or die in mid-search.
 #include "driver/directory/directory_session.h"
-
 #include "tests/driver/directory/directory_fixture.h"
 
 #include <csignal>

@@ -3,10 +3,10 @@
 
 #include "tests/driver/directory/directory_fixture.h"
 
+#include <sys/time.h>
+
 #include <csignal>
 #include <utility>
-
-#include <sys/time.h>
 
 namespace {
 

@@ -5,7 +5,6 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -99,9 +98,8 @@ TEST_F(FeatureFileTest, DriversThatWriteAtTheSameTimeLoseNothing)
     for (int driver = 0; driver < drivers; ++driver) {
         children.push_back(fork());
         if (children.back() == 0) {
-            for (int round = 0; round < rounds; ++round) {
+            for (int round = 0; round < rounds; ++round)
                 file.write({{"Key " + std::to_string(driver) + " " + std::to_string(round), round}});
-            }
             _exit(0);
         }
     }

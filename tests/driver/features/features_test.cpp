@@ -100,9 +100,8 @@ TEST_F(FeaturesTest, WhatWasNeverSavedStaysAsItIs)
 
 TEST_F(FeaturesTest, AListIsReadWithAndWithoutItsOuterCommas)
 {
-    for (const char* list : {",SendAtHr,SendAtMin,", "SendAtHr,SendAtMin"}) {
+    for (const char* list : {",SendAtHr,SendAtMin,", "SendAtHr,SendAtMin"})
         EXPECT_EQ(features.save(list), 2) << list;
-    }
     EXPECT_EQ(features.save(""), 0);
     EXPECT_EQ(features.save(",,,"), 0);
 }

@@ -7,9 +7,8 @@
 #include "tests/servers/server_process.h"
 #include "tests/support/failure_line.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <netinet/in.h>
 
 namespace quelm::tests {

@@ -7,7 +7,6 @@
 #include "tests/servers/slapd_server.h"
 
 #include <gmock/gmock.h>
-
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,6 +1,5 @@
 // CSV files of entries and groups.
 #include "driver/phonebook/contacts.h"
-
 #include "tests/driver/phonebook/phonebook_folder.h"
 
 namespace quelm {

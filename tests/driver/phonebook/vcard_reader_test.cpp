@@ -1,6 +1,5 @@
 // What becomes of cards.
 #include "driver/phonebook/contacts.h"
-
 #include "tests/driver/phonebook/phonebook_folder.h"
 
 namespace quelm {

@@ -1,6 +1,5 @@
 // Cards as they are written.
 #include "driver/phonebook/contacts.h"
-
 #include "tests/driver/phonebook/phonebook_folder.h"
 
 #include <glib.h>

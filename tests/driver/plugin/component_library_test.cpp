@@ -8,9 +8,8 @@
 #include "tests/support/plugin_paths.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -29,9 +28,8 @@ std::string problemOfLoading(const std::string& file)
 bool isLoaded(const std::string& file)
 {
     void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_NOLOAD);
-    if (library != nullptr) {
+    if (library != nullptr)
         dlclose(library);
-    }
     return library != nullptr;
 }
 

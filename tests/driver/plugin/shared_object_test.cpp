@@ -23,9 +23,8 @@ TEST_F(SharedObjectTest, AWholeLibraryMayBeLoaded) { EXPECT_EQ(problemOf(good), 
 
 TEST_F(SharedObjectTest, AFileOfAnotherKindIsNoLibrary)
 {
-    for (const char* content : {"", "I", "I am a text.\n"}) {
+    for (const char* content : {"", "I", "I am a text.\n"})
         EXPECT_EQ(problemOf(content), "it is not a shared library") << content;
-    }
 }
 
 TEST_F(SharedObjectTest, AProgramIsNoLibrary)
@@ -44,9 +43,8 @@ TEST_F(SharedObjectTest, ALibraryForAnotherProcessorIsToldApart)
 
 TEST_F(SharedObjectTest, ALibraryThatIsCutShortAnywhereInItsSegmentsIsRefused)
 {
-    for (const std::size_t length : {std::size_t{5}, std::size_t{63}, std::size_t{100}, std::size_t{3000}}) {
+    for (const std::size_t length : {std::size_t{5}, std::size_t{63}, std::size_t{100}, std::size_t{3000}})
         EXPECT_EQ(problemOf(good.substr(0, length)), "it is cut short; install it again") << length;
-    }
 }
 
 TEST_F(SharedObjectTest, HeadersFullOfNonsenseAreRefused)

@@ -1,9 +1,9 @@
 // What names and telephone numbers may hold, and what is said of those that hold more.
 #include "driver/store/name_checks.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 

@@ -1,13 +1,13 @@
 // Phonebook files after crashes and on full disks.
 #include "tests/driver/store/record_store_fixture.h"
 
-#include <array>
-#include <csignal>
-#include <random>
-
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <random>
 
 TEST_F(RecordStoreTest, KilledWriterLeavesWhatItHadCommitted)
 {

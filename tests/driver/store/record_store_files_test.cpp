@@ -1,11 +1,11 @@
 // Phonebook files by any name, with little permission, and files that are none.
 #include "tests/driver/store/record_store_fixture.h"
 
-#include <csignal>
-
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
 
 class FileName : public RecordStoreTest, public testing::WithParamInterface<const char*> {};
 

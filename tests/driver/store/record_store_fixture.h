@@ -2,17 +2,16 @@
 #ifndef TESTS_DRIVER_STORE_RECORD_STORE_FIXTURE_H
 #define TESTS_DRIVER_STORE_RECORD_STORE_FIXTURE_H
 
+#include "base/error.h"
+#include "base/sqlite/sqlite.h"
 #include "driver/store/record_store.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
 
 #include <chrono>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include "base/error.h"
-#include "base/sqlite/sqlite.h"
-#include "tests/support/temporary_folder.h"
 
 using quelm::RecordStore;
 using Access = RecordStore::Access;

@@ -1,10 +1,10 @@
 // Phonebook files that several drivers use at once.
 #include "tests/driver/store/record_store_fixture.h"
 
-#include <filesystem>
-
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <filesystem>
 
 TEST_F(RecordStoreTest, TwoDriversThatSaveAtOnceLoseNothing)
 {

@@ -25,21 +25,18 @@ class BindingsTest : public OptionsTest {
 protected:
     void set(const char* option, int value)
     {
-        if (widget(option).hasFlag()) {
+        if (widget(option).hasFlag())
             widget(option).setFlag(value != 0);
-        } else {
+        else
             widget(option).setNumber(value);
-        }
     }
 };
 
 TEST_F(BindingsTest, FollowersAreInsensitiveAtTheStart)
 {
-    for (const Binding& binding : table) {
-        for (const char* follower : binding.followers) {
+    for (const Binding& binding : table)
+        for (const char* follower : binding.followers)
             EXPECT_FALSE(widget(follower).sensitive()) << follower;
-        }
-    }
     EXPECT_FALSE(widget("Cover Sheet Custom Text").sensitive());
 }
 
@@ -47,13 +44,11 @@ TEST_F(BindingsTest, FollowersAreSensitiveAsLongAsTheOptionIsChosen)
 {
     for (const Binding& binding : table) {
         set(binding.option, 1);
-        for (const char* follower : binding.followers) {
+        for (const char* follower : binding.followers)
             EXPECT_TRUE(widget(follower).sensitive()) << follower;
-        }
         set(binding.option, 0);
-        for (const char* follower : binding.followers) {
+        for (const char* follower : binding.followers)
             EXPECT_FALSE(widget(follower).sensitive()) << follower;
-        }
     }
 }
 

@@ -72,12 +72,10 @@ TEST_P(BadDefinitionTest, IsRefusedWithItsReason)
 std::string nested(int depth)
 {
     std::string text;
-    for (int level = 0; level < depth; ++level) {
+    for (int level = 0; level < depth; ++level)
         text += "<FixedContainer>";
-    }
-    for (int level = 0; level < depth; ++level) {
+    for (int level = 0; level < depth; ++level)
         text += "</FixedContainer>";
-    }
     return inWindow(text);
 }
 

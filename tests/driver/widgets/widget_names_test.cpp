@@ -28,10 +28,9 @@ std::set<std::string> namesOfTheDefinition()
     quelm::WidgetTree tree;
     std::set<std::string> names;
     tree.build(definition);
-    for (const auto& window : tree.windows()) {
+    for (const auto& window : tree.windows())
         if (window->kind() == quelm::WidgetKind::dialogWindow)
             addNames(*window, names);
-    }
     return names;
 }
 

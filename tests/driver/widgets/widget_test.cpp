@@ -122,9 +122,8 @@ TEST_F(WidgetTest, ClearingRowsAlsoClearsTheSelection)
 
 TEST_F(WidgetTest, HandsOutTheSelectionInItsOrder)
 {
-    for (const char* name : {"Ann", "Bob", "Cid"}) {
+    for (const char* name : {"Ann", "Bob", "Cid"})
         addRow("Many", name, "1");
-    }
     Widget& list = widget("Many");
     list.setSelection({2, 0});
     EXPECT_EQ(list.number(), 0);

@@ -53,9 +53,8 @@ TEST_F(WidgetViewTest, OperableMeansWithAllAroundIt)
 
 TEST_F(WidgetViewTest, AListShowsItsRowsAndSelectionInOrder)
 {
-    for (const char* name : {"Ann", "Bob", "Cid"}) {
+    for (const char* name : {"Ann", "Bob", "Cid"})
         addRow("Many", name, "1");
-    }
     widget("Many").setSelection({2, 0});
     const quelm::WidgetView list = quelm::viewOf(widget("Many"));
     EXPECT_EQ(list.rowCount, 3U);

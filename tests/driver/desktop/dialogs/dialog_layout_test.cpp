@@ -4,11 +4,11 @@
 #include "driver/desktop/dialogs/control.h"
 #include "tests/driver/desktop/desktop_fixture.h"
 
+#include <gtkmm/settings.h>
+
 #include <clocale>
 #include <cstdlib>
 #include <map>
-
-#include <gtkmm/settings.h>
 
 namespace {
 
@@ -45,13 +45,11 @@ bool isLeaf(const quelm::Widget& widget)
 
 void collectLeaves(const quelm::Widget& widget, std::vector<const quelm::Widget*>& found)
 {
-    for (const auto& child : widget.children()) {
-        if (isLeaf(*child)) {
+    for (const auto& child : widget.children())
+        if (isLeaf(*child))
             found.push_back(child.get());
-        } else {
+        else
             collectLeaves(*child, found);
-        }
-    }
 }
 
 class DialogLayout : public DesktopTest {
@@ -86,9 +84,8 @@ protected:
         std::vector<std::pair<std::string, Gdk::Rectangle>> places;
         for (const quelm::Widget* leaf : leaves) {
             Gtk::Widget* widget = dialogs->onScreen(*leaf);
-            if (widget == nullptr || !widget->get_mapped()) {
+            if (widget == nullptr || !widget->get_mapped())
                 continue;
-            }
             const Gdk::Rectangle place = placeOf(*widget);
             Gtk::Requisition least;
             Gtk::Requisition natural;
@@ -101,9 +98,8 @@ protected:
             EXPECT_LE(place.get_y() + place.get_height(), window.get_allocated_height()) << leaf->name();
             EXPECT_GE(place.get_x(), 0) << leaf->name();
             EXPECT_GE(place.get_y(), 0) << leaf->name();
-            for (const auto& [other, otherPlace] : places) {
+            for (const auto& [other, otherPlace] : places)
                 EXPECT_FALSE(place.intersects(otherPlace)) << leaf->name() << " overlaps " << other;
-            }
             places.emplace_back(leaf->name(), place);
         }
         return places.size();
@@ -139,13 +135,11 @@ class TranslatedLayout : public DialogLayout {
 protected:
     TranslatedLayout()
     {
-        for (const auto& window : driver().widgets().windows()) {
+        for (const auto& window : driver().widgets().windows())
             collectTexts(*window);
-        }
         std::string catalogue = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n\n";
-        for (const auto& [english, longer] : texts) {
+        for (const auto& [english, longer] : texts)
             catalogue += "msgid " + quoted(english) + "\nmsgstr " + quoted(longer) + "\n\n";
-        }
         const std::string target = folder / "locale/xx/LC_MESSAGES";
         std::filesystem::create_directories(target);
         quelm::ProcessRequest request;
@@ -170,30 +164,26 @@ private:
     void collectTexts(const quelm::Widget& widget)
     {
         std::vector<std::string> keys{"Text", "Title"};
-        for (int column = 1; column <= 6; ++column) {
+        for (int column = 1; column <= 6; ++column)
             keys.push_back("AddListColumn" + std::to_string(column));
-        }
         for (const std::string& key : keys) {
             const std::string* text = widget.attribute(key);
             if (text != nullptr && !text->empty()) {
                 const std::size_t more = text->size() * 6 / 10 + 2;
                 std::string& longer = texts[*text] = *text + " ";
-                for (std::size_t letter = 1; letter < more; ++letter) {
+                for (std::size_t letter = 1; letter < more; ++letter)
                     longer += letter % 7 == 0 ? " " : "ö";
-                }
             }
         }
-        for (const auto& child : widget.children()) {
+        for (const auto& child : widget.children())
             collectTexts(*child);
-        }
     }
 
     static std::string quoted(const std::string& text)
     {
         std::string result = "\"";
-        for (const char character : text) {
+        for (const char character : text)
             result += character == '\n' ? "\\n" : std::string(1, character);
-        }
         return result + "\"";
     }
 };
@@ -254,9 +244,8 @@ TEST_F(DialogLayout, HiddenSearchWidgetsFindRoomWhenTheyAreShown)
     show("Add Rcpt From PB Window");
     const std::size_t before = checkLayout("Add Rcpt From PB Window");
     dialogs->act([this] {
-        for (const char* name : {"Search Label", "Search Status", "Search String", "Search Button"}) {
+        for (const char* name : {"Search Label", "Search Status", "Search String", "Search Button"})
             tree(name).setVisible(true);
-        }
         tree("Search Status").setText("Found 37 entries, of which the first 30 are shown in the list below");
     });
     ASSERT_TRUE(loopUntil([&] {

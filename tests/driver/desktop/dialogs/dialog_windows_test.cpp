@@ -7,18 +7,16 @@
 #include "tests/driver/desktop/desktop_fixture.h"
 #include "tests/support/log_capture.h"
 
-#include <functional>
-
 #include <atkmm/object.h>
+#include <gdk/gdkkeysyms.h>
+#include <gmock/gmock.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/label.h>
 #include <gtkmm/notebook.h>
 #include <gtkmm/radiobutton.h>
 #include <gtkmm/spinbutton.h>
 
-#include <gdk/gdkkeysyms.h>
-
-#include <gmock/gmock.h>
+#include <functional>
 
 namespace {
 
@@ -42,9 +40,8 @@ protected:
     {
         Gtk::Widget* focus = screen<Gtk::Window>(window).get_focus();
         // A combo box hands the focus to the button inside it.
-        while (focus != nullptr && focus->get_accessible()->get_description().empty()) {
+        while (focus != nullptr && focus->get_accessible()->get_description().empty())
             focus = focus->get_parent();
-        }
         return focus == nullptr ? "" : std::string(focus->get_accessible()->get_description());
     }
 
@@ -331,11 +328,10 @@ TEST_F(DialogWindowsTest, AnActionThatIsRefusedIsExplainedAndTakenBack)
     EXPECT_TRUE(tree("LanFax Pref Duplicates").flag());
     Gtk::Label* message = nullptr;
     const std::function<void(Gtk::Widget&)> look = [&](Gtk::Widget& widget) {
-        if (widget.get_accessible()->get_description() == "Dialog Message") {
+        if (widget.get_accessible()->get_description() == "Dialog Message")
             message = dynamic_cast<Gtk::Label*>(&widget);
-        } else if (auto* container = dynamic_cast<Gtk::Container*>(&widget)) {
+        else if (auto* container = dynamic_cast<Gtk::Container*>(&widget))
             container->foreach (look);
-        }
     };
     look(screen("Lan Fax Window"));
     ASSERT_NE(message, nullptr);
@@ -465,9 +461,8 @@ TEST_F(DialogWindowsTest, F1AsksForHelpWhereOneIs)
         press(screen<Gtk::Window>(window), GDK_KEY_F1);
         Names places;
         for (const quelm::Widget* place = driver().callbacks().helpButton(); place != nullptr;
-             place = place->parent()) {
+             place = place->parent())
             places.push_back(place->name());
-        }
         return places;
     };
     openFaxDialog();

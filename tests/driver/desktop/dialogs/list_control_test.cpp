@@ -3,12 +3,11 @@
 
 #include "tests/driver/desktop/desktop_fixture.h"
 
-#include <numeric>
-
+#include <gdk/gdkkeysyms.h>
 #include <gtkmm/treeselection.h>
 #include <gtkmm/treeviewcolumn.h>
 
-#include <gdk/gdkkeysyms.h>
+#include <numeric>
 
 namespace {
 
@@ -55,9 +54,8 @@ protected:
     Rows shownSelection()
     {
         Rows rows;
-        for (const Gtk::TreePath& path : view().get_selection()->get_selected_rows()) {
+        for (const Gtk::TreePath& path : view().get_selection()->get_selected_rows())
             rows.push_back(path[0]);
-        }
         return rows;
     }
 
@@ -87,9 +85,8 @@ TEST_F(ListTest, ShowsItsRowsAndColumnTitles)
     ASSERT_EQ(view().get_n_columns(), 6U);
     EXPECT_EQ(view().get_column(0)->get_title(), "Name");
     EXPECT_EQ(view().get_column(5)->get_title(), "Mailbox");
-    for (const Gtk::TreeViewColumn* column : view().get_columns()) {
+    for (const Gtk::TreeViewColumn* column : view().get_columns())
         EXPECT_TRUE(column->get_resizable());
-    }
 }
 
 TEST_F(ListTest, OnlyTheJobsRecipientsAreSelectedManyAtATime)
@@ -135,9 +132,8 @@ TEST_F(ListTest, KeepsUpWithAHundredThousandRows)
 {
     constexpr int count = 100'000;
     dialogs->act([this] {
-        for (int number = 0; number < count; ++number) {
+        for (int number = 0; number < count; ++number)
             add(tree(list), "Recipient " + std::to_string(number), "555");
-        }
     });
     loopUntilIdle();
     const auto rows = view().get_model()->children();

@@ -3,12 +3,12 @@
 
 #include "tests/driver/desktop/desktop_fixture.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 

@@ -258,7 +258,6 @@ void checkAnyPlacement(unsigned seed)
 
 TEST(Placement, OfAnythingLeavesNothingOverlappingOrCutOff)
 {
-    for (unsigned seed = 1; seed <= 1000; ++seed) {
+    for (unsigned seed = 1; seed <= 1000; ++seed)
         checkAnyPlacement(seed);
-    }
 }

@@ -5,7 +5,6 @@
 #include "tests/driver/desktop/desktop_fixture.h"
 
 #include <atkmm/object.h>
-
 #include <gdk/gdkkeysyms.h>
 
 namespace {
@@ -77,13 +76,12 @@ TEST_F(QuestionTest, NoAndEscapeAndClosingDoNot)
 {
     for (const int way : {0, 1, 2}) {
         askAboutADuplicate();
-        if (way == 0) {
+        if (way == 0)
             question()->response(Gtk::RESPONSE_NO);
-        } else if (way == 1) {
+        else if (way == 1)
             press(*question(), GDK_KEY_Escape);
-        } else {
+        else
             question()->close();
-        }
         ASSERT_TRUE(answered()) << way;
         EXPECT_EQ(recipients(), 1U) << way;
         if (isOpen("LanFax Add Recipient Window")) {

@@ -2,7 +2,6 @@
 #include "driver/desktop/help/help_page.h"
 #include "driver/desktop/help/help_window.h"
 #include "driver/desktop/toolkit/shown_text.h"
-
 #include "tests/support/build_paths.h"
 #include "tests/support/temporary_folder.h"
 
@@ -60,12 +59,11 @@ std::map<std::string, std::set<std::string>> translations()
     std::map<std::string, std::set<std::string>> found;
     std::istringstream catalogue(contentOf(build_paths::inProject("po/de.po")));
     std::string english;
-    for (std::string line; std::getline(catalogue, line);) {
+    for (std::string line; std::getline(catalogue, line);)
         if (const auto text = quoted(line, "msgid \""))
             english = asWritten(*text);
         else if (const auto german = quoted(line, "msgstr \""))
             found[english].insert(asWritten(*german));
-    }
     return found;
 }
 

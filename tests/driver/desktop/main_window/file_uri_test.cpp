@@ -1,9 +1,8 @@
 // Tests of the names of files that other programs hand over.
 #include "driver/desktop/main_window/file_uri.h"
 
-#include <gtest/gtest.h>
-
 #include <glib.h>
+#include <gtest/gtest.h>
 
 namespace quelm {
 namespace {

@@ -7,15 +7,14 @@
 
 #include <gmock/gmock.h>
 #include <gtkmm/application.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <functional>
 #include <map>
 #include <memory>
 #include <set>
-
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace quelm {
 namespace {

@@ -5,7 +5,6 @@
 #include "tests/driver/desktop/toolkit.h"
 
 #include <gtest/gtest.h>
-
 #include <gtkmm/box.h>
 #include <gtkmm/drawingarea.h>
 

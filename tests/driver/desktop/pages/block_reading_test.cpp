@@ -5,7 +5,6 @@
 
 #include <gio/gunixinputstream.h>
 #include <gtest/gtest.h>
-
 #include <unistd.h>
 
 #include <array>

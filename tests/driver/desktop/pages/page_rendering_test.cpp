@@ -6,6 +6,9 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <fstream>
@@ -14,10 +17,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace quelm {
 namespace {

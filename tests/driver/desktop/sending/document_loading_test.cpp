@@ -6,9 +6,9 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <optional>
-#include <sys/stat.h>
 
 namespace quelm {
 namespace {

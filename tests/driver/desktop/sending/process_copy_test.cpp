@@ -4,10 +4,10 @@
 #include "base/error.h"
 
 #include <gmock/gmock.h>
-
-#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
 
 namespace quelm {
 namespace {

@@ -6,18 +6,17 @@
 #include "tests/support/driver_fixture.h"
 #include "tests/support/log_capture.h"
 
-#include <set>
-
 #include <gtkmm/main.h>
+
+#include <set>
 
 namespace {
 
 void collectPictures(const quelm::Widget& widget, std::set<std::string>& files)
 {
     for (const auto& child : widget.children()) {
-        if (const std::string* file = child->attribute("PicFile")) {
+        if (const std::string* file = child->attribute("PicFile"))
             files.insert(*file);
-        }
         collectPictures(*child, files);
     }
 }
@@ -32,9 +31,8 @@ protected:
 TEST_F(Pictures, EveryPictureOfTheDefinitionIsThereInAFittingSize)
 {
     std::set<std::string> files;
-    for (const auto& window : driver().widgets().windows()) {
+    for (const auto& window : driver().widgets().windows())
         collectPictures(*window, files);
-    }
     EXPECT_EQ(files.size(), 9U);
     quelm::Pictures pictures(build_paths::projectFolder);
     for (const std::string& file : files) {

@@ -4,14 +4,13 @@
 #include "base/error.h"
 #include "tests/driver/desktop/main_loop.h"
 
+#include <glibmm/init.h>
+#include <glibmm/main.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>
 #include <string>
-
-#include <glibmm/init.h>
-#include <glibmm/main.h>
 
 namespace {
 
@@ -70,9 +69,8 @@ TEST_F(UserTurns, ActionsRunAheadOfFurtherEvents)
 TEST_F(UserTurns, WhatIsTouchedAThousandTimesIsDrawnOnce)
 {
     turns.act([this] {
-        for (int time = 0; time < 1000; ++time) {
+        for (int time = 0; time < 1000; ++time)
             turns.touch(view);
-        }
     });
     loopUntilIdle();
     EXPECT_EQ(journal, "drawn;");

@@ -175,16 +175,14 @@ COMPONENT_EXPORT void MakeChooser()
 #ifndef WITHOUT_ENTRY_POINT
 COMPONENT_EXPORT int InitializeFaxComponent()
 {
-    if (!pDriverDirector->parseXMLBuffer(host::in(pLanFaxXMLData))) {
+    if (!pDriverDirector->parseXMLBuffer(host::in(pLanFaxXMLData)))
         return 0;
-    }
 #    ifdef START_FAILS
     return 0;
 #    endif
 #    ifdef START_MISSES_WIDGET
-    if (host::widget("Fax PB List") == nullptr) {
+    if (host::widget("Fax PB List") == nullptr)
         return 0;
-    }
 #    endif
 #    ifdef START_THROWS
     throw std::runtime_error("cannot begin");
