@@ -274,30 +274,30 @@ struct AtomicFile::State {
     }
 };
 
-AtomicFile::AtomicFile(const std::string& path) : state(std::make_unique<State>())
+AtomicFile::AtomicFile(const std::string& path) : state_(std::make_unique<State>())
 {
     handleSignals();
-    state->path = path;
+    state_->path = path;
     if (path.empty())
-        state->fail(localized("the file name is empty; name a file"));
+        state_->fail(localized("the file name is empty; name a file"));
     const std::string target = followLinks(path);
     if (target.empty())
-        state->fail(reasonAndRemedy(errno));
-    state->folderPath = folderOf(target);
-    state->name = target.substr(target.rfind('/') + 1);
+        state_->fail(reasonAndRemedy(errno));
+    state_->folderPath = folderOf(target);
+    state_->name = target.substr(target.rfind('/') + 1);
     struct stat present {};
     const bool exists = stat(target.c_str(), &present) == 0;
-    if ((exists && S_ISDIR(present.st_mode)) || state->name.empty())
-        state->fail(localized("that is a folder; name a file"));
+    if ((exists && S_ISDIR(present.st_mode)) || state_->name.empty())
+        state_->fail(localized("that is a folder; name a file"));
     if (exists && !S_ISREG(present.st_mode)) {
-        state->openDirectly();
+        state_->openDirectly();
         return;
     }
     if (!exists && errno != ENOENT)
-        state->failOpening(errno);
+        state_->failOpening(errno);
     if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
-        state->fail(reasonAndRemedy(errno));
-    state->openTemporary(exists ? &present : nullptr);
+        state_->fail(reasonAndRemedy(errno));
+    state_->openTemporary(exists ? &present : nullptr);
 }
 
 AtomicFile::~AtomicFile() = default;
@@ -305,47 +305,47 @@ AtomicFile::~AtomicFile() = default;
 void AtomicFile::write(std::string_view bytes)
 {
     constexpr std::size_t mostBuffered = std::size_t{1} << 16U;
-    if (!state->file.isOpen())
-        state->fail(localized("it was committed already"));
-    if (state->buffer.size() + bytes.size() > mostBuffered)
-        state->flush();
+    if (!state_->file.isOpen())
+        state_->fail(localized("it was committed already"));
+    if (state_->buffer.size() + bytes.size() > mostBuffered)
+        state_->flush();
     if (bytes.size() > mostBuffered)
-        state->writeOut(bytes.data(), bytes.size());
+        state_->writeOut(bytes.data(), bytes.size());
     else
-        state->buffer.insert(state->buffer.end(), bytes.begin(), bytes.end());
+        state_->buffer.insert(state_->buffer.end(), bytes.begin(), bytes.end());
 }
 
 int AtomicFile::descriptor()
 {
-    state->flush();
-    return state->file.get();
+    state_->flush();
+    return state_->file.get();
 }
 
 void AtomicFile::commit()
 {
-    state->finishWriting();
-    if (!state->folder.isOpen())
+    state_->finishWriting();
+    if (!state_->folder.isOpen())
         return;
-    if (renameat(state->folder.get(), state->entry->name.data(), state->folder.get(), state->name.c_str()) !=
-        0)
-        state->fail(reasonAndRemedy(errno));
-    state->releaseEntry();
-    state->syncFolder();
+    if (renameat(state_->folder.get(), state_->entry->name.data(), state_->folder.get(),
+                 state_->name.c_str()) != 0)
+        state_->fail(reasonAndRemedy(errno));
+    state_->releaseEntry();
+    state_->syncFolder();
 }
 
 bool AtomicFile::commitNew()
 {
-    if (!state->folder.isOpen())
+    if (!state_->folder.isOpen())
         return false;
-    state->finishWriting();
-    if (!state->publishNew())
+    state_->finishWriting();
+    if (!state_->publishNew())
         return false;
-    state->releaseEntry();
-    state->syncFolder();
+    state_->releaseEntry();
+    state_->syncFolder();
     return true;
 }
 
-const std::string& AtomicFile::path() const { return state->path; }
+const std::string& AtomicFile::path() const { return state_->path; }
 
 void removeUnfinishedFiles() noexcept
 {

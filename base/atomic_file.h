@@ -46,7 +46,7 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> state;
+    std::unique_ptr<State> state_;
 };
 
 /// Removes the temporary files of all AtomicFiles that are being written. Safe to call in a

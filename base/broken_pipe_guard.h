@@ -15,30 +15,30 @@ class BrokenPipeGuard {
 public:
     BrokenPipeGuard()
     {
-        sigemptyset(&brokenPipe);
-        sigaddset(&brokenPipe, SIGPIPE);
+        sigemptyset(&brokenPipe_);
+        sigaddset(&brokenPipe_, SIGPIPE);
         sigset_t pending;
         sigpending(&pending);
         // One that waits already is not ours to take away.
-        wasPending = sigismember(&pending, SIGPIPE) == 1;
-        pthread_sigmask(SIG_BLOCK, &brokenPipe, &before);
+        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &brokenPipe_, &before_);
     }
     ~BrokenPipeGuard()
     {
-        if (!wasPending) {
+        if (!wasPending_) {
             const timespec atOnce{};
-            while (sigtimedwait(&brokenPipe, nullptr, &atOnce) < 0 && errno == EINTR) {
+            while (sigtimedwait(&brokenPipe_, nullptr, &atOnce) < 0 && errno == EINTR) {
             }
         }
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
     }
     BrokenPipeGuard(const BrokenPipeGuard&) = delete;
     BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
 
 private:
-    sigset_t brokenPipe;
-    sigset_t before;
-    bool wasPending;
+    sigset_t brokenPipe_;
+    sigset_t before_;
+    bool wasPending_;
 };
 
 } // namespace quelm

@@ -25,7 +25,7 @@ void ignore(int signal, struct sigaction& before)
 std::string temporaryFolder()
 {
     const char* folder = std::getenv("TMPDIR");
-    return folder && *folder ? folder : "/tmp";
+    return (folder != nullptr) && *folder ? folder : "/tmp";
 }
 
 } // namespace

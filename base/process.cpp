@@ -74,11 +74,11 @@ public:
             arguments.push_back(const_cast<char*>(argument.c_str()));
         arguments.push_back(nullptr);
         const int error =
-            posix_spawnp(&id, program.c_str(), &actions, &attributes, arguments.data(), environ);
+            posix_spawnp(&id_, program.c_str(), &actions, &attributes, arguments.data(), environ);
         posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);
         if (error != 0) {
-            id = -1;
+            id_ = -1;
             if (error == ENOENT)
                 throw Error(
                     localized("The program \"%s\" is not installed; install it and try again", program));
@@ -87,10 +87,10 @@ public:
     }
     ~Child()
     {
-        if (id <= 0)
+        if (id_ <= 0)
             return;
-        kill(id, SIGKILL);
-        while (waitpid(id, nullptr, 0) < 0 && errno == EINTR) {
+        kill(id_, SIGKILL);
+        while (waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
     Child(const Child&) = delete;
@@ -100,16 +100,16 @@ public:
     bool ended(int& status)
     {
         int word = 0;
-        if (waitpid(id, &word, WNOHANG) != id)
+        if (waitpid(id_, &word, WNOHANG) != id_)
             return false;
-        id = -1;
+        id_ = -1;
         constexpr int killedBySignal = 128;
         status = WIFEXITED(word) ? WEXITSTATUS(word) : killedBySignal + WTERMSIG(word);
         return true;
     }
 
 private:
-    pid_t id = -1;
+    pid_t id_ = -1;
 };
 
 /// Appends what the pipe holds now and closes it at its end. False when `text` would exceed

@@ -50,7 +50,7 @@ std::shared_ptr<void> startHost() { return std::make_shared<Toolkit>(); }
 
 Desktop::Desktop(const Fill& fill)
 {
-    const std::filesystem::path home = folder / "home";
+    const std::filesystem::path home = folder_ / "home";
     std::filesystem::create_directory(home);
     std::filesystem::create_directory_symlink(BENCH_ICON_FOLDER, home / "icon");
     // A copy is another library to the loader: the component starts afresh, also when one was loaded before.
@@ -60,36 +60,36 @@ Desktop::Desktop(const Fill& fill)
     quelm::DriverOptions options;
     options.home = home;
     options.user = "ann";
-    options.configDirectory = folder / "config";
-    running = std::make_unique<quelm::Driver>(options);
-    behind.present();
-    waitUntilFocused(behind);
+    options.configDirectory = folder_ / "config";
+    running_ = std::make_unique<quelm::Driver>(options);
+    behind_.present();
+    waitUntilFocused(behind_);
 }
 
 Desktop::~Desktop()
 {
-    windows.reset();
+    windows_.reset();
     loopUntilIdle();
 }
 
 quelm::Widget& Desktop::tree(const std::string& name)
 {
-    if (quelm::Widget* found = running->widgets().find(name))
+    if (quelm::Widget* found = running_->widgets().find(name))
         return *found;
     throw std::runtime_error("the tree lacks " + name);
 }
 
-void Desktop::showWindows() { windows = std::make_unique<quelm::DialogWindows>(*running, behind); }
+void Desktop::showWindows() { windows_ = std::make_unique<quelm::DialogWindows>(*running_, behind_); }
 
 void Desktop::removeWindows()
 {
-    windows.reset();
-    waitUntilFocused(behind);
+    windows_.reset();
+    waitUntilFocused(behind_);
 }
 
 Gtk::Widget& Desktop::screen(const std::string& name)
 {
-    if (Gtk::Widget* widget = windows->onScreen(tree(name)))
+    if (Gtk::Widget* widget = windows_->onScreen(tree(name)))
         return *widget;
     throw std::runtime_error(name + " is not on the screen");
 }
@@ -97,14 +97,14 @@ Gtk::Widget& Desktop::screen(const std::string& name)
 void Desktop::waitUntilDrawn(const std::string& window)
 {
     const quelm::Widget& wanted = tree(window);
-    waitFor([&] { return windows->onScreen(wanted) != nullptr; }, "a window was not built");
+    waitFor([&] { return windows_->onScreen(wanted) != nullptr; }, "a window was not built");
     bench::waitUntilDrawn(screen(window));
 }
 
 void Desktop::waitUntilHidden(const std::string& window)
 {
     waitFor([&] { return !screen(window).get_mapped(); }, "a window did not go");
-    waitUntilFocused(behind);
+    waitUntilFocused(behind_);
 }
 
 void waitUntilDrawn(Gtk::Widget& widget)

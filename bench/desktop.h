@@ -33,9 +33,9 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    quelm::Driver& driver() { return *running; }
+    quelm::Driver& driver() { return *running_; }
     quelm::Widget& tree(const std::string& name);
-    Gtk::Window& mainWindow() { return behind; }
+    Gtk::Window& mainWindow() { return behind_; }
 
     /// Shows the tree's visible windows as windows, from now on.
     void showWindows();
@@ -47,7 +47,7 @@ public:
     Gtk::Widget& screen(const std::string& name);
 
     /// Queues something that a person does, as a press in a window does.
-    void act(std::function<void()> action) { windows->act(std::move(action)); }
+    void act(std::function<void()> action) { windows_->act(std::move(action)); }
 
     /// Waits until a window of the tree is on the screen, as the function below does.
     void waitUntilDrawn(const std::string& window);
@@ -56,10 +56,10 @@ public:
     void waitUntilHidden(const std::string& window);
 
 private:
-    TemporaryFolder folder;
-    std::unique_ptr<quelm::Driver> running;
-    Gtk::Window behind;
-    std::unique_ptr<quelm::DialogWindows> windows;
+    TemporaryFolder folder_;
+    std::unique_ptr<quelm::Driver> running_;
+    Gtk::Window behind_;
+    std::unique_ptr<quelm::DialogWindows> windows_;
 };
 
 /// Waits until a widget is drawn (again) in a window that has the focus, and everything has settled. A

@@ -38,28 +38,28 @@ public:
     double openPlain()
     {
         return secondsOf([this] {
-            if (!plain)
-                plain = std::make_unique<PlainWindow>(desktop.tree(dialog), desktop.driver().home() + '/');
-            plain->present(desktop.mainWindow());
-            waitUntilDrawn(plain->onScreen());
+            if (!plain_)
+                plain_ = std::make_unique<PlainWindow>(desktop.tree(dialog), desktop.driver().home() + '/');
+            plain_->present(desktop.mainWindow());
+            waitUntilDrawn(plain_->onScreen());
         });
     }
 
     std::size_t widgetsOfDialog() { return widgetsIn(desktop.screen(dialog)); }
-    std::size_t widgetsOfPlain() { return widgetsIn(plain->onScreen()); }
+    std::size_t widgetsOfPlain() { return widgetsIn(plain_->onScreen()); }
 
     void closePlain()
     {
-        plain->onScreen().hide();
+        plain_->onScreen().hide();
         waitUntilFocused(desktop.mainWindow());
     }
 
-    void forgetPlain() { plain.reset(); }
+    void forgetPlain() { plain_.reset(); }
 
     Desktop desktop;
 
 private:
-    std::unique_ptr<PlainWindow> plain;
+    std::unique_ptr<PlainWindow> plain_;
 };
 
 /// New windows each time: what the first opening in a session takes.

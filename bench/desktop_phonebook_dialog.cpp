@@ -18,13 +18,13 @@ void PhonebookDialog::show()
 {
     desktop.showWindows();
     desktop.waitUntilDrawn(window);
-    isShown = true;
+    isShown_ = true;
 }
 
 void PhonebookDialog::remove()
 {
     desktop.removeWindows();
-    isShown = false;
+    isShown_ = false;
 }
 
 void PhonebookDialog::startPicking(int row)
@@ -32,7 +32,7 @@ void PhonebookDialog::startPicking(int row)
     desktop.driver().press("LanFaxRcptPB Cancel Button");
     list();
     desktop.driver().select(entries, {row});
-    if (isShown)
+    if (isShown_)
         desktop.waitUntilDrawn(window);
 }
 
@@ -52,7 +52,7 @@ void PhonebookDialog::requireRows(const std::string& listName, int count, const 
     const auto& rows = desktop.tree(listName).rows();
     require(rows.count() == static_cast<std::size_t>(count) && rows.cell(rows.count() - 1, 0) == name,
             "the list in the tree lacks rows");
-    if (!isShown)
+    if (!isShown_)
         return;
     const auto shown = dynamic_cast<Gtk::TreeView&>(desktop.screen(listName)).get_model()->children();
     require(shown.size() == static_cast<unsigned>(count), "the list on the screen lacks rows");

@@ -40,7 +40,7 @@ public:
     Desktop desktop;
 
 private:
-    bool isShown = false;
+    bool isShown_ = false;
 };
 
 } // namespace bench

@@ -18,43 +18,43 @@ namespace {
 class FollowingList : public quelm::WidgetObserver {
 public:
     FollowingList(Desktop& desktopBehind, const std::string& name)
-        : desktop(desktopBehind), followed(desktop.tree(name)), store(Gtk::ListStore::create(columns))
+        : desktop_(desktopBehind), followed_(desktop_.tree(name)), store_(Gtk::ListStore::create(columns_))
     {
-        view.set_model(store);
-        for (const auto& column : columns.texts)
-            view.append_column("", column);
-        scrolled.add(view);
-        window.add(scrolled);
-        window.set_default_size(250, 175);
-        window.set_transient_for(desktop.mainWindow());
-        window.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
-        scrolled.show_all();
-        window.present();
-        waitUntilDrawn(window);
-        desktop.driver().widgets().addObserver(*this);
+        view_.set_model(store_);
+        for (const auto& column : columns_.texts)
+            view_.append_column("", column);
+        scrolled_.add(view_);
+        window_.add(scrolled_);
+        window_.set_default_size(250, 175);
+        window_.set_transient_for(desktop_.mainWindow());
+        window_.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
+        scrolled_.show_all();
+        window_.present();
+        waitUntilDrawn(window_);
+        desktop_.driver().widgets().addObserver(*this);
     }
 
-    ~FollowingList() override { desktop.driver().widgets().removeObserver(*this); }
+    ~FollowingList() override { desktop_.driver().widgets().removeObserver(*this); }
 
     FollowingList(const FollowingList&) = delete;
     FollowingList& operator=(const FollowingList&) = delete;
 
     void rowsChanged(quelm::Widget& list) override
     {
-        if (&list != &followed)
+        if (&list != &followed_)
             return;
         const quelm::Rows& rows = list.rows();
         if (rows.count() == 0) {
-            store->clear();
+            store_->clear();
             return;
         }
-        const Gtk::TreeRow row = *store->append();
-        for (std::size_t column = 0; column < columns.texts.size(); ++column)
-            row[columns.texts[column]] = rows.cell(rows.count() - 1, column);
+        const Gtk::TreeRow row = *store_->append();
+        for (std::size_t column = 0; column < columns_.texts.size(); ++column)
+            row[columns_.texts[column]] = rows.cell(rows.count() - 1, column);
     }
 
-    std::size_t rowCount() const { return store->children().size(); }
-    Gtk::TreeView& onScreen() { return view; }
+    std::size_t rowCount() const { return store_->children().size(); }
+    Gtk::TreeView& onScreen() { return view_; }
 
 private:
     struct Columns : Gtk::TreeModelColumnRecord {
@@ -67,13 +67,13 @@ private:
         }
     };
 
-    Desktop& desktop;
-    quelm::Widget& followed;
-    Columns columns;
-    Glib::RefPtr<Gtk::ListStore> store;
-    Gtk::TreeView view;
-    Gtk::ScrolledWindow scrolled;
-    Gtk::Window window;
+    Desktop& desktop_;
+    quelm::Widget& followed_;
+    Columns columns_;
+    Glib::RefPtr<Gtk::ListStore> store_;
+    Gtk::TreeView view_;
+    Gtk::ScrolledWindow scrolled_;
+    Gtk::Window window_;
 };
 
 /// Entries, and behind them a group of all of them.
@@ -90,50 +90,50 @@ Desktop::Fill groupOf(int members)
 class GroupPicking {
 public:
     explicit GroupPicking(int memberCount)
-        : members(memberCount), lastName(entryNumber(members - 1).name), dialog(groupOf(members))
+        : members(memberCount), lastName_(entryNumber(members - 1).name), dialog_(groupOf(members))
     {
     }
 
     /// Until the picks are drawn.
     double pickOnScreen()
     {
-        dialog.show();
-        dialog.startPicking(members);
+        dialog_.show();
+        dialog_.startPicking(members);
         const double seconds =
-            secondsOf([this] { dialog.actAndDraw(PhonebookDialog::picks, [this] { dialog.pick(); }); });
-        dialog.requireRows(PhonebookDialog::picks, members, lastName);
-        dialog.remove();
+            secondsOf([this] { dialog_.actAndDraw(PhonebookDialog::picks, [this] { dialog_.pick(); }); });
+        dialog_.requireRows(PhonebookDialog::picks, members, lastName_);
+        dialog_.remove();
         return seconds;
     }
 
     double pickInTree()
     {
-        dialog.startPicking(members);
-        const double seconds = secondsOf([this] { dialog.pick(); });
-        dialog.requireRows(PhonebookDialog::picks, members, lastName);
+        dialog_.startPicking(members);
+        const double seconds = secondsOf([this] { dialog_.pick(); });
+        dialog_.requireRows(PhonebookDialog::picks, members, lastName_);
         return seconds;
     }
 
     double pickFollowed()
     {
-        dialog.startPicking(members);
-        std::optional<FollowingList> list(std::in_place, dialog.desktop, PhonebookDialog::picks);
+        dialog_.startPicking(members);
+        std::optional<FollowingList> list(std::in_place, dialog_.desktop, PhonebookDialog::picks);
         const double seconds = secondsOf([&] {
-            dialog.pick();
+            dialog_.pick();
             waitUntilDrawn(list->onScreen());
         });
-        dialog.requireRows(PhonebookDialog::picks, members, lastName);
+        dialog_.requireRows(PhonebookDialog::picks, members, lastName_);
         require(list->rowCount() == static_cast<std::size_t>(members), "the following list lacks rows");
         list.reset();
-        waitUntilFocused(dialog.desktop.mainWindow());
+        waitUntilFocused(dialog_.desktop.mainWindow());
         return seconds;
     }
 
     const int members;
 
 private:
-    std::string lastName;
-    PhonebookDialog dialog;
+    std::string lastName_;
+    PhonebookDialog dialog_;
 };
 
 void pickGroup(benchmark::State& state)

@@ -25,22 +25,22 @@ namespace bench {
 using quelm::definedNumber;
 using quelm::WidgetKind;
 
-PlainWindow::PlainWindow(const quelm::Widget& dialog, std::string iconFolder) : home(std::move(iconFolder))
+PlainWindow::PlainWindow(const quelm::Widget& dialog, std::string iconFolder) : home_(std::move(iconFolder))
 {
     auto* content = Gtk::make_managed<Gtk::Fixed>();
     putAll(dialog, *content);
-    window.add(*content);
-    window.set_title(dialog.text());
-    window.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
-    window.set_position(Gtk::WIN_POS_CENTER_ON_PARENT);
+    window_.add(*content);
+    window_.set_title(dialog.text());
+    window_.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
+    window_.set_position(Gtk::WIN_POS_CENTER_ON_PARENT);
     content->show_all();
 }
 
 void PlainWindow::present(Gtk::Window& over)
 {
-    window.set_transient_for(over);
-    window.set_modal(true);
-    window.present();
+    window_.set_transient_for(over);
+    window_.set_modal(true);
+    window_.present();
 }
 
 Gtk::Widget* PlainWindow::make(const quelm::Widget& widget)
@@ -103,7 +103,7 @@ Gtk::Widget* PlainWindow::makeControl(const quelm::Widget& widget)
 Gtk::Widget* PlainWindow::makePicture(const quelm::Widget& picture)
 {
     const std::string* file = picture.attribute("PicFile");
-    return file == nullptr ? Gtk::make_managed<Gtk::Image>() : Gtk::make_managed<Gtk::Image>(home + *file);
+    return file == nullptr ? Gtk::make_managed<Gtk::Image>() : Gtk::make_managed<Gtk::Image>(home_ + *file);
 }
 
 Gtk::Widget* PlainWindow::makeList(const quelm::Widget& list)

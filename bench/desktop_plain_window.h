@@ -20,7 +20,7 @@ public:
     /// `iconFolder` holds icon/.
     PlainWindow(const quelm::Widget& dialog, std::string iconFolder);
 
-    Gtk::Window& onScreen() { return window; }
+    Gtk::Window& onScreen() { return window_; }
 
     /// Shows it, modal over another window.
     void present(Gtk::Window& over);
@@ -35,8 +35,8 @@ private:
     void putAll(const quelm::Widget& container, Gtk::Container& into);
     void put(const quelm::Widget& widget, Gtk::Widget& made, Gtk::Container& into);
 
-    Gtk::Window window;
-    std::string home;
+    Gtk::Window window_;
+    std::string home_;
 };
 
 } // namespace bench

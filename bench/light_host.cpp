@@ -136,7 +136,7 @@ GTKObject* GetWidgetByName(char* name) { return &widgetNamed(name); }
 
 bool GetWidgetPropertyByName(char* widget, char*, char*, float*, int* integer, bool*)
 {
-    if (integer)
+    if (integer != nullptr)
         *integer = GTKObject::Impl::of(widgetNamed(widget)).selectedRow;
     return integer != nullptr;
 }

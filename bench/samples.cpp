@@ -27,15 +27,16 @@ std::vector<Entry> entries(int count)
 }
 
 Record::Record(std::string recordKey, std::string recordData)
-    : key(std::move(recordKey)), data(std::move(recordData))
+    : key_(std::move(recordKey)), data_(std::move(recordData))
 {
 }
 
 LegacyDBRecord* Record::get()
 {
-    record = {static_cast<std::uint16_t>(key.size() + data.size()), static_cast<std::uint16_t>(key.size()),
-              static_cast<std::uint16_t>(data.size()), key.data(), data.data()};
-    return &record;
+    record_ = {static_cast<std::uint16_t>(key_.size() + data_.size()),
+               static_cast<std::uint16_t>(key_.size()), static_cast<std::uint16_t>(data_.size()), key_.data(),
+               data_.data()};
+    return &record_;
 }
 
 std::string taggedField(const std::string& tag, const std::string& value)

@@ -29,12 +29,12 @@ public:
 
     /// As the boundary exchanges it, valid while this object lives and stays where it is.
     LegacyDBRecord* get();
-    const std::string& dataText() const { return data; }
+    const std::string& dataText() const { return data_; }
 
 private:
-    std::string key;
-    std::string data;
-    LegacyDBRecord record{};
+    std::string key_;
+    std::string data_;
+    LegacyDBRecord record_{};
 };
 
 /// One field of a record's text.

@@ -65,7 +65,7 @@ public:
                                             SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
         if (code != SQLITE_OK)
             fail(database.get(), code);
-        statement.reset(prepared);
+        statement_.reset(prepared);
     }
 
     /// Binds bytes that stay valid until the statement was reset.
@@ -73,41 +73,41 @@ public:
     {
         // A null address would bind NULL.
         const char* address = bytes.empty() ? "" : bytes.data();
-        check(sqlite3_bind_blob64(statement.get(), parameter, address, bytes.size(), SQLITE_STATIC));
+        check(sqlite3_bind_blob64(statement_.get(), parameter, address, bytes.size(), SQLITE_STATIC));
     }
 
     /// Moves to the next row; false when there is none left.
     bool step()
     {
-        const int code = sqlite3_step(statement.get());
+        const int code = sqlite3_step(statement_.get());
         if (code != SQLITE_ROW && code != SQLITE_DONE)
-            fail(sqlite3_db_handle(statement.get()), code);
+            fail(sqlite3_db_handle(statement_.get()), code);
         return code == SQLITE_ROW;
     }
 
     void reset()
     {
-        sqlite3_reset(statement.get());
-        sqlite3_clear_bindings(statement.get());
+        sqlite3_reset(statement_.get());
+        sqlite3_clear_bindings(statement_.get());
     }
 
     std::string bytes(int column) const
     {
-        const void* address = sqlite3_column_blob(statement.get(), column);
-        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
+        const void* address = sqlite3_column_blob(statement_.get(), column);
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column));
         return address == nullptr ? std::string() : std::string(static_cast<const char*>(address), size);
     }
 
-    std::int64_t number(int column) const { return sqlite3_column_int64(statement.get(), column); }
+    std::int64_t number(int column) const { return sqlite3_column_int64(statement_.get(), column); }
 
 private:
     void check(int code) const
     {
         if (code != SQLITE_OK)
-            fail(sqlite3_db_handle(statement.get()), code);
+            fail(sqlite3_db_handle(statement_.get()), code);
     }
 
-    std::unique_ptr<sqlite3_stmt, Closer> statement;
+    std::unique_ptr<sqlite3_stmt, Closer> statement_;
 };
 
 } // namespace quelm::sqlite

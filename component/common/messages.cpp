@@ -28,5 +28,5 @@ std::string duplicateQuestionText(const char* text)
 
 std::string labelledValue(const std::string& label, const char* value)
 {
-    return label + "   " + (value ? value : "");
+    return label + "   " + (value != nullptr ? value : "");
 }

@@ -38,14 +38,14 @@ void LDAPMoreInfoCB()
 {
     if (!deviceInfoReady)
         return;
-    if (!ldapSession)
+    if (ldapSession == nullptr)
         SynchronizeLDAPConnection();
     constexpr int bufferSize = 1024;
     const auto buffer = std::make_unique<char[]>(bufferSize);
     for (const DeviceObject& object : deviceObjects) {
         std::fill_n(buffer.get(), bufferSize, '\0');
         char* out = buffer.get();
-        if (pBiDi) // the session may have gone since; every field is then empty
+        if (pBiDi != nullptr) // the session may have gone since; every field is then empty
             pBiDi->fetchSingleOIDResponse(host::in(object.identifier), &out, bufferSize);
         host::setWidgetText(object.field, buffer.get());
     }

@@ -19,7 +19,7 @@ bool readSetting(int index, std::string& out)
     char* value = nullptr;
     if (!pBiDi->getRecipientData(host::in(directoryTable), index, &value))
         return false;
-    out = value ? value : "";
+    out = value != nullptr ? value : "";
     return true;
 }
 
@@ -27,7 +27,7 @@ bool createSession()
 {
     std::string address;
     std::string searchBase;
-    if (!pBiDi || !readSetting(0, address) || !readSetting(1, searchBase))
+    if ((pBiDi == nullptr) || !readSetting(0, address) || !readSetting(1, searchBase))
         return false;
     ldapSession = new LDAPSession; // kept until the component is unloaded
     ldapSession->setServerIP(address.data());
@@ -48,7 +48,7 @@ void DisableLDAP()
 
 void SynchronizeLDAPConnection()
 {
-    if (!ldapSession && !createSession()) {
+    if ((ldapSession == nullptr) && !createSession()) {
         DisableLDAP();
         return;
     }

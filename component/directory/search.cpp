@@ -50,7 +50,7 @@ void addResultRow(const ResultValues& values)
                              values.email.c_str(),
                              pEmptyString,
                              nullptr};
-    if (!ldapRowFactory)
+    if (ldapRowFactory == nullptr)
         ldapRowFactory = new GTKObject;
     host::addListRow(*ldapRowFactory, pbListWidget, columns);
 }
@@ -74,7 +74,7 @@ void reportCount(LDAPSession& session)
 
 int PerformLDAPSearch(char* text)
 {
-    if (!ldapSession || !pbListWidget)
+    if ((ldapSession == nullptr) || (pbListWidget == nullptr))
         return 0;
     for (const char* attribute : {"sn", "givenName", "facsimileTelephoneNumber", "telephonenumber", "mail"})
         ldapSession->appendAttribute(host::in(attribute));
@@ -113,7 +113,7 @@ void T40AddFaxRecLDAP()
     int row = -1;
     host::readInteger(widget_names::faxPbList, row);
     GTKObject* list = host::widget(widget_names::faxPbList);
-    if (row < 0 || !list)
+    if (row < 0 || (list == nullptr))
         return;
     host::TextBuffer buffer;
     const auto cell = [&](int column) {

@@ -17,11 +17,11 @@ namespace {
 /// False at the first widget that is missing; the handles found before stay.
 bool findListWidgets()
 {
-    return (recipientListWidget = host::widget(widget_names::lanFaxRecipientList)) &&
-           (pbListWidget = host::widget(widget_names::faxPbList)) &&
-           (curRecipientListWidget = host::widget(widget_names::faxCurRecipientList)) &&
-           (groupListWidget = host::widget(widget_names::lanFaxAddGroupGroupList)) &&
-           (searchStatusWidget = host::widget(widget_names::searchStatus));
+    return ((recipientListWidget = host::widget(widget_names::lanFaxRecipientList)) != nullptr) &&
+           ((pbListWidget = host::widget(widget_names::faxPbList)) != nullptr) &&
+           ((curRecipientListWidget = host::widget(widget_names::faxCurRecipientList)) != nullptr) &&
+           ((groupListWidget = host::widget(widget_names::lanFaxAddGroupGroupList)) != nullptr) &&
+           ((searchStatusWidget = host::widget(widget_names::searchStatus)) != nullptr);
 }
 
 /// Works out where the personal phonebook is, and makes its directories. When that fails the path
@@ -67,11 +67,11 @@ int InitializeFaxComponent()
     pFaxSession = new Tarvik40Fax; // kept until the process ends, an earlier one too
     pDriverDirector->registerResource(host::in(host::faxSessionResource), pFaxSession);
 
-    if (!personalPBPath) {
+    if (personalPBPath == nullptr) {
         personalPBPath = new std::string;
         sharedPBPath = new std::string;
     }
     if (personalPBPath->empty() && !findPersonalPhonebook())
         return 0;
-    return personalPBDatabase || openPersonalPhonebook() ? 1 : 0;
+    return (personalPBDatabase != nullptr) || openPersonalPhonebook() ? 1 : 0;
 }

@@ -15,7 +15,10 @@ constexpr int pdlModeKey = 3;
 constexpr const char* pdlModes = ",DSC,PJL,";
 constexpr int pjlMode = 2;
 
-int parameterKey(const char* key) { return key ? host::tokenNumber(faxParameterKeys, key, true) : 0; }
+int parameterKey(const char* key)
+{
+    return key != nullptr ? host::tokenNumber(faxParameterKeys, key, true) : 0;
+}
 
 } // namespace
 
@@ -23,7 +26,7 @@ Tarvik40Fax::Tarvik40Fax() = default;
 
 bool Tarvik40Fax::getFaxParameter(char* key, void* out)
 {
-    if (!out)
+    if (out == nullptr)
         return false;
     switch (parameterKey(key)) {
     case coverPageKey:
@@ -41,7 +44,7 @@ bool Tarvik40Fax::setFaxParameter(char* key, void* value)
 {
     if (parameterKey(key) == pdlModeKey) {
         const auto* mode = static_cast<const char*>(value);
-        const bool pjl = mode && host::tokenNumber(pdlModes, mode, false) == pjlMode;
+        const bool pjl = (mode != nullptr) && host::tokenNumber(pdlModes, mode, false) == pjlMode;
         pdlMode = pjl ? PDL_MODE_PJL : PDL_MODE_DSC;
         attributePrefix = pjl ? "@PJL COMMENT " : "%%";
     }
@@ -99,7 +102,7 @@ int Tarvik40Fax::getRecipientListCount(int list)
     if (list == PB_ENTRY_LIST)
         list = RECIPIENT_LIST;
     Tarvik40FaxRecipientList* chosen = listFor(list);
-    return chosen ? chosen->recipientListSize() : 0;
+    return chosen != nullptr ? chosen->recipientListSize() : 0;
 }
 
 bool Tarvik40Fax::removeFaxRecipient(Tarvik40FaxRecipient* recipient, bool fromTmp)
@@ -114,14 +117,14 @@ bool Tarvik40Fax::removeFaxRecipientN(int n, bool fromTmp)
 
 bool Tarvik40Fax::isFaxRecipientAlreadyInList(std::string& key)
 {
-    return !key.empty() &&
-           (recipientList.getFaxRecipientByKey(key) || tmpRecipientList.getFaxRecipientByKey(key));
+    return !key.empty() && ((recipientList.getFaxRecipientByKey(key) != nullptr) ||
+                            (tmpRecipientList.getFaxRecipientByKey(key) != nullptr));
 }
 
 bool Tarvik40Fax::removeAllFaxRecipients(int list)
 {
     Tarvik40FaxRecipientList* chosen = listFor(list);
-    return chosen && chosen->removeAllFaxRecipients();
+    return (chosen != nullptr) && chosen->removeAllFaxRecipients();
 }
 
 void Tarvik40Fax::clearAllFaxRecipients(int list)
@@ -142,9 +145,9 @@ bool Tarvik40Fax::assembleGroupMemberListData(std::string& out)
 {
     out.clear();
     Tarvik40FaxRecipient* member = groupMemberList.walkFaxRecipientList(true);
-    if (!member)
+    if (member == nullptr)
         return false;
-    for (; member; member = groupMemberList.walkFaxRecipientList(false))
+    for (; member != nullptr; member = groupMemberList.walkFaxRecipientList(false))
         if (const char* name = member->getRecipientData("RecipientName"))
             out.append(",u").append(name);
     return true;

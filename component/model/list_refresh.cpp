@@ -67,15 +67,15 @@ void Tarvik40Fax::updatePBEntryList(int list)
     default:
         setButtonsBesideTheJobsList(recipientList.recipientListSize() == 0);
     }
-    if (!listItemFactory)
+    if (listItemFactory == nullptr)
         listItemFactory = new GTKObject; // kept until the process ends
-    if (!widget)
+    if (widget == nullptr)
         return;
     widget->clearListItems();
     const int size = recipients->recipientListSize();
     for (int n = 0; n < size; ++n) {
         Tarvik40FaxRecipient* recipient = recipients->getFaxRecipientN(n);
-        if (!recipient || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
+        if ((recipient == nullptr) || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
             return;
     }
 }

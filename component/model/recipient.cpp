@@ -26,7 +26,7 @@ int Tarvik40FaxRecipient::getRecipientType() { return recipientType; }
 /// The field of a key; null for a key that names none.
 std::string* Tarvik40FaxRecipient::field(const char* key)
 {
-    if (!key)
+    if (key == nullptr)
         return nullptr;
     switch (host::tokenNumber(recipientFieldKeys, key, false)) {
     case 1:
@@ -73,13 +73,13 @@ std::string* Tarvik40FaxRecipient::field(const char* key)
 const char* Tarvik40FaxRecipient::getRecipientData(const char* key)
 {
     const std::string* text = field(key);
-    return text && !text->empty() ? text->c_str() : nullptr;
+    return (text != nullptr) && !text->empty() ? text->c_str() : nullptr;
 }
 
 bool Tarvik40FaxRecipient::setRecipientData(const char* key, const char* value)
 {
     std::string* text = field(key);
-    if (!text || !value)
+    if ((text == nullptr) || (value == nullptr))
         return false;
     *text = value;
     if (text == &recipientFaxNumber)

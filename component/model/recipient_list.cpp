@@ -12,7 +12,7 @@ Tarvik40FaxRecipientList::~Tarvik40FaxRecipientList() = default;
 
 bool Tarvik40FaxRecipientList::addFaxRecipient(Tarvik40FaxRecipient* recipient)
 {
-    if (!recipient)
+    if (recipient == nullptr)
         return false;
     recipients.push_back(recipient);
     return true;
@@ -72,7 +72,7 @@ Tarvik40FaxRecipient* Tarvik40FaxRecipientList::walkFaxRecipientList(bool restar
 
 bool Tarvik40FaxRecipientList::appendRecipientList(Tarvik40FaxRecipientList* other)
 {
-    if (!other || other->recipients.empty())
+    if ((other == nullptr) || other->recipients.empty())
         return false;
     // Sized first, so that a list can be appended to itself.
     auto from = other->getListObject().begin();

@@ -39,7 +39,7 @@ struct CoverValues {
 const char* textOf(Tarvik40FaxRecipient& recipient, const char* key)
 {
     const char* text = recipient.getRecipientData(key);
-    return text ? text : "";
+    return text != nullptr ? text : "";
 }
 
 CoverValues valuesForSeveralRecipients(const Tarvik40Fax& job)
@@ -58,7 +58,7 @@ CoverValues valuesForSeveralRecipients(const Tarvik40Fax& job)
 CoverValues valuesForOneRecipient(const Tarvik40Fax& job, Tarvik40FaxRecipient* recipient)
 {
     CoverValues values;
-    if (recipient && job.showRecipientInfo) {
+    if ((recipient != nullptr) && job.showRecipientInfo) {
         values.recipient[0] =
             job.showCustomText ? job.customText.c_str() : textOf(*recipient, "RecipientName");
         values.recipient[1] = textOf(*recipient, "RecipientOrganization");
@@ -109,7 +109,7 @@ bool Tarvik40Fax::getCoverSheetRecipientNameText(std::string* text)
     // same job repeats the names behind the earlier ones.
     constexpr std::size_t enough = 30; // bytes
     Tarvik40FaxRecipient* recipient = recipientList.walkFaxRecipientList(true);
-    for (int n = 1; recipient; ++n) {
+    for (int n = 1; recipient != nullptr; ++n) {
         text->append(textOf(*recipient, "RecipientName"));
         if (n < count)
             text->append(", ");
@@ -122,7 +122,7 @@ bool Tarvik40Fax::getCoverSheetRecipientNameText(std::string* text)
 
 int Tarvik40Fax::serializeFaxCoverSheet(AbstractPDLWriter* writer)
 {
-    if (!writer)
+    if (writer == nullptr)
         return 0;
     const Moment moment = currentMoment();
     if (showRecipientInfo && !getCoverSheetRecipientNameText(&coverRecipientText))

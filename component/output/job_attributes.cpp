@@ -32,7 +32,7 @@ constexpr std::array sendSpeeds{"G3_FORCED_4800", "G3_14400", "G3_AUTO"};
 
 int Tarvik40Fax::serializeFaxJob(AbstractPDLWriter* writer)
 {
-    if (!writer)
+    if (writer == nullptr)
         return 0;
     serializeFaxOptions(writer);
     // The bracket stands in DSC mode even when it encloses nothing; devices look for it.
@@ -80,7 +80,7 @@ void Tarvik40Fax::serializeFaxOptions(AbstractPDLWriter* writer)
 int Tarvik40Fax::serializeRecipients(AbstractPDLWriter* writer)
 {
     char* prefix = dialingPrefix.empty() ? nullptr : dialingPrefix.data();
-    for (Tarvik40FaxRecipient* recipient = recipientList.walkFaxRecipientList(true); recipient;
+    for (Tarvik40FaxRecipient* recipient = recipientList.walkFaxRecipientList(true); recipient != nullptr;
          recipient = recipientList.walkFaxRecipientList(false))
         writer->writeText(recipient->assembleFaxRcptPDLString(prefix, attributePrefix.data()));
     return 1;

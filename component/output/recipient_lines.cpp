@@ -5,7 +5,7 @@ const char* Tarvik40FaxRecipient::assembleFaxRcptPDLString(char* dialingPrefix, 
 {
     pdlString = linePrefix;
     pdlString += "OID_ATT_FAX_DESTINATION_PHONE \"";
-    if (dialingPrefix) {
+    if (dialingPrefix != nullptr) {
         pdlString += dialingPrefix;
         pdlString += ","; // the pause between prefix and number
     }

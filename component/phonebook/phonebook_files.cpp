@@ -74,9 +74,9 @@ void makeChooser(const PhonebookFile& file, GTKObject* parent)
 void invokeChooser(const PhonebookFile& file)
 {
     GTKObject* parent = host::widget(widget_names::lanFaxWindow);
-    if (!parent)
+    if (parent == nullptr)
         return;
-    if (!file.chooser)
+    if (file.chooser == nullptr)
         makeChooser(file, parent);
     file.chooser->setWidgetProperty(host::in("Visibility"), true);
 }
@@ -93,11 +93,11 @@ void takeChosenFile(const PhonebookFile& file)
     host::TextBuffer chosen;
     host::readText(file.chooserName, chosen);
     host::setTextValue(file.nameField, chosen.c_str());
-    if (!file.path)
+    if (file.path == nullptr)
         file.path = new std::string;
     if (*file.path != chosen.c_str() || (file.anyPathReplacesAnEmptyOne && file.path->empty())) {
         *file.path = chosen.c_str();
-        if (file.database) {
+        if (file.database != nullptr) {
             file.database->closeDatabase();
             keep(file.database); // the current phonebook may still be it
             file.database = nullptr;
@@ -108,14 +108,15 @@ void takeChosenFile(const PhonebookFile& file)
 
 void cancelChooser(const PhonebookFile& file)
 {
-    if (file.chooser)
+    if (file.chooser != nullptr)
         file.chooser->setWidgetProperty(host::in("Visibility"), false);
 }
 
 /// The path goes into the command as it is, without quotes: the program takes all that follows "-FP ".
 void openInPhonebookProgram(const PhonebookFile& file)
 {
-    const std::string command = executableLocation() + "/fennodial -FP " + (file.path ? *file.path : "");
+    const std::string command =
+        executableLocation() + "/fennodial -FP " + (file.path != nullptr ? *file.path : "");
     // Waits until the program ends; what became of it is the user's own affair.
     [[maybe_unused]] const int status =
         std::system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe)

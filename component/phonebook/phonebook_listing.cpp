@@ -68,24 +68,24 @@ struct RowTexts {
 
 void PopulatePersonalPBEntries()
 {
-    if (!personalPBPath || personalPBPath->empty())
+    if ((personalPBPath == nullptr) || personalPBPath->empty())
         return;
-    if (personalPBDatabase || openPersonalPhonebook())
+    if ((personalPBDatabase != nullptr) || openPersonalPhonebook())
         list(personalPhonebook, personalPBDatabase, personalPBIterator);
 }
 
 void PopulateSharedPBEntries()
 {
-    if (!sharedPBPath || sharedPBPath->empty())
+    if ((sharedPBPath == nullptr) || sharedPBPath->empty())
         return;
-    if (sharedPBDatabase || openSharedPhonebook())
+    if ((sharedPBDatabase != nullptr) || openSharedPhonebook())
         list(sharedPhonebook, sharedPBDatabase, sharedPBIterator);
 }
 
 void PopulatePhonebookEntryList(QuelmLegacyDatabaseIterator* records)
 {
     pbListWidget->clearListItems();
-    for (LegacyDBRecord* record = records->getNextRecord(true); record;
+    for (LegacyDBRecord* record = records->getNextRecord(true); record != nullptr;
          record = records->getNextRecord(false))
         AddPBEntryToList(pbListWidget, record);
 }
@@ -114,7 +114,7 @@ void AddPBEntryToList(GTKObject* listWidget, LegacyDBRecord* record)
     if (row.filled)
         columns = {row.name.c_str(), row.faxNumber.c_str(), pEmptyString, pEmptyString,
                    pEmptyString,     pEmptyString,          nullptr};
-    if (!pbRowFactory)
+    if (pbRowFactory == nullptr)
         pbRowFactory = new GTKObject;
     host::addListRow(*pbRowFactory, listWidget, columns.data());
 }

@@ -42,7 +42,7 @@ bool Tarvik40FaxRecipient::serializeRecipientToDatabase(QuelmLegacyDatabase* dat
 
 bool Tarvik40FaxRecipient::serializeUserToDatabase(QuelmLegacyDatabase* database)
 {
-    if (!database)
+    if (database == nullptr)
         return false;
     // Name and number are written even when empty. The mailbox is not kept in phonebooks.
     return save(
@@ -54,5 +54,5 @@ bool Tarvik40FaxRecipient::serializeUserToDatabase(QuelmLegacyDatabase* database
 
 bool Tarvik40FaxRecipient::serializeGroupToDatabase(QuelmLegacyDatabase* database)
 {
-    return database && save(*database, "g" + recipientName, taggedField("gen", groupMemberText));
+    return (database != nullptr) && save(*database, "g" + recipientName, taggedField("gen", groupMemberText));
 }

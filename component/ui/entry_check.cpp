@@ -42,9 +42,9 @@ host::Message refusal(char* widget, char* out, const Check& check, bool required
 bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char* numberOut, bool required)
 {
     host::Message message;
-    if (nameWidget)
+    if (nameWidget != nullptr)
         message = refusal(nameWidget, nameOut, nameCheck, required);
-    if (!message && numberWidget)
+    if (!message && (numberWidget != nullptr))
         message = refusal(numberWidget, numberOut, numberCheck, required);
     if (!message)
         return true;

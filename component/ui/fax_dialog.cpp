@@ -39,7 +39,7 @@ void T40InvokeFaxDialog()
 {
     host::show(widget_names::lanFaxWindow);
     host::setIndex(widget_names::lanFaxTabSet, 0);
-    if (pBiDi) {
+    if (pBiDi != nullptr) {
         host::setSensitive(widget_names::ldapPbType, true);
         SynchronizeLDAPConnection();
         deviceInfoReady = 1;
@@ -65,11 +65,11 @@ void T40FaxDialogCancel() { host::hide(widget_names::lanFaxWindow); }
 void T40LanFaxPreferencesCB(_GtkWidget*, GTKObject* object)
 {
     bool value = false;
-    if (!object || !object->getWidgetProperty(host::in("Value"), &value))
+    if ((object == nullptr) || !object->getWidgetProperty(host::in("Value"), &value))
         return;
     const char* name = object->getObjectName();
     for (const Preference& preference : preferences) {
-        if (name && preference.box == name) {
+        if ((name != nullptr) && preference.box == name) {
             pFaxSession->*preference.field = value;
             return;
         }

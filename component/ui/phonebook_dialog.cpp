@@ -47,7 +47,7 @@ void emptyAndHide()
 {
     host::setWidgetText(widget_names::searchString, pEmptyString);
     host::setWidgetText(widget_names::searchStatus, pEmptyString);
-    if (pbListWidget)
+    if (pbListWidget != nullptr)
         pbListWidget->clearListItems();
     host::hide(window);
 }
@@ -57,7 +57,7 @@ void emptyAndHide()
 void SetCurrentPBType()
 {
     GetFeatureOptValue(host::in(widget_names::currentPbType), &currentPBType);
-    if (currentPBType == shownPBType || !pbListWidget)
+    if (currentPBType == shownPBType || (pbListWidget == nullptr))
         return;
     pbListWidget->clearListItems();
     shownPBType = currentPBType;

@@ -34,8 +34,8 @@ int selectedRow()
 bool decodeRow(int row, LegacyDBRecipient& out)
 {
     ClearLegacyDBRecipientInfo(out);
-    LegacyDBRecord* record = currentPBIterator ? currentPBIterator->getRecordN(row + 1) : nullptr;
-    return record && ParseLegacyPBEntry(record, out);
+    LegacyDBRecord* record = currentPBIterator != nullptr ? currentPBIterator->getRecordN(row + 1) : nullptr;
+    return (record != nullptr) && ParseLegacyPBEntry(record, out);
 }
 
 /// Adds a single recipient with the record's data to the picks, which own it.
@@ -74,8 +74,9 @@ bool findPendingMember()
 bool decodePendingMember()
 {
     std::string key = "u" + pendingGroupText.substr(0, static_cast<std::size_t>(pendingGroupCursor));
-    LegacyDBRecord* record = currentPBIterator ? currentPBIterator->getRecordByKey(key.data()) : nullptr;
-    if (!record)
+    LegacyDBRecord* record =
+        currentPBIterator != nullptr ? currentPBIterator->getRecordByKey(key.data()) : nullptr;
+    if (record == nullptr)
         return false;
     ClearLegacyDBRecipientInfo(pendingGroupRecord);
     return ParseLegacyPBEntry(record, pendingGroupRecord);
@@ -87,7 +88,7 @@ void T40AddFaxRecipientFromPBTest()
 {
     groupExpansionStart = true; // gives up an expansion that still waits for an answer
     const int row = selectedRow();
-    if (!currentPBIterator || !currentPBDatabase)
+    if ((currentPBIterator == nullptr) || (currentPBDatabase == nullptr))
         return;
     int count = 0;
     if (!currentPBDatabase->getNumberOfRecords(count) || row > count)

@@ -25,7 +25,7 @@ constexpr RecipientFields propertiesFields{.number = widget_names::rcptPropsNumb
 void T40EditFaxRecipient()
 {
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST);
-    if (!recipient)
+    if (recipient == nullptr)
         return;
     editCurrentRecipient = 1;
     if (recipient->getRecipientType() == SINGLE_RECIPIENT) {
@@ -39,11 +39,11 @@ void T40EditFaxRecipient()
 
 bool Tarvik40Fax::invokeGroupInfoUI(Tarvik40FaxRecipient* group)
 {
-    if (!group)
+    if (group == nullptr)
         return false;
     // The members are not shown: their list keeps what it held.
     const char* name = group->getRecipientData("RecipientName");
-    host::setWidgetText(widget_names::lanFaxAddGroupGroupName, name ? name : "");
+    host::setWidgetText(widget_names::lanFaxAddGroupGroupName, name != nullptr ? name : "");
     host::show(widget_names::lanFaxAddGroupWindow);
     return true;
 }
@@ -51,7 +51,7 @@ bool Tarvik40Fax::invokeGroupInfoUI(Tarvik40FaxRecipient* group)
 void T40ViewPBRcptProperties()
 {
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST);
-    if (!recipient)
+    if (recipient == nullptr)
         return;
     showRecipient(propertiesFields, recipient);
     host::show(propertiesWindow);
@@ -64,7 +64,7 @@ void T40FaxRcptPropsOk()
     if (!readRequiredFields(propertiesFields, name.text, number.text))
         return;
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST);
-    if (!recipient)
+    if (recipient == nullptr)
         return;
     storeRecipient(propertiesFields, name.text, number.text, *recipient);
     pFaxSession->updatePBEntryList(CUR_RECIPIENT_LIST);

@@ -42,7 +42,7 @@ Tarvik40FaxRecipient* addNewRecipient(const char* name, const char* number)
 Tarvik40FaxRecipient* editSelectedRecipient(const char* name, const char* number)
 {
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST);
-    if (recipient)
+    if (recipient != nullptr)
         storeRecipient(fields, name, number, *recipient);
     return recipient;
 }
@@ -97,7 +97,7 @@ int T40AddFaxRecipient()
         return 0;
     Tarvik40FaxRecipient* recipient = editCurrentRecipient ? editSelectedRecipient(name.text, number.text)
                                                            : addNewRecipient(name.text, number.text);
-    if (!recipient)
+    if (recipient == nullptr)
         return 0;
     pFaxSession->updatePBEntryList(RECIPIENT_LIST);
     saveToPhonebookIfAsked(*recipient);

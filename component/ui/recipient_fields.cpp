@@ -9,8 +9,8 @@ namespace {
 
 void showField(const char* widget, Tarvik40FaxRecipient* recipient, const char* key)
 {
-    const char* text = recipient ? recipient->getRecipientData(key) : nullptr;
-    host::setWidgetText(widget, text ? text : "");
+    const char* text = recipient != nullptr ? recipient->getRecipientData(key) : nullptr;
+    host::setWidgetText(widget, text != nullptr ? text : "");
 }
 
 void storeUnlessEmpty(const char* widget, const char* key, Tarvik40FaxRecipient& recipient)

@@ -20,7 +20,7 @@ bool askBeforeRemoving() { return host::featureValue(widget_names::lanFaxPrefRem
 bool countSelected(int& count)
 {
     GTKObject* list = host::widget(recipientList);
-    return list && list->getListSelectionCount(count);
+    return (list != nullptr) && list->getListSelectionCount(count);
 }
 
 int selectedPick()
@@ -69,19 +69,19 @@ void redrawAfterRemoval()
 /// Hands out the selected rows one by one.
 class SelectedRows {
 public:
-    explicit SelectedRows(GTKObject& selectionList) : list(selectionList) {}
+    explicit SelectedRows(GTKObject& selectionList) : list_(selectionList) {}
 
     /// False when there is none left.
     bool next(int& row)
     {
-        const bool found = list.getWidgetProperty(host::in("Value"), nullptr, nullptr, &row, &first);
-        first = false;
+        const bool found = list_.getWidgetProperty(host::in("Value"), nullptr, nullptr, &row, &first_);
+        first_ = false;
         return found;
     }
 
 private:
-    GTKObject& list;
-    bool first = true;
+    GTKObject& list_;
+    bool first_ = true;
 };
 
 } // namespace
@@ -116,7 +116,7 @@ void T40RemoveFaxRecipientTest()
 void T40RemoveSingleFaxRecipientTest()
 {
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST);
-    if (!recipient)
+    if (recipient == nullptr)
         return;
     if (askBeforeRemoving())
         host::askQuestion(questionResponse(RemoveSingleRcptResponseCB), removalQuestion(*recipient));
@@ -144,7 +144,7 @@ void T40RemoveMultipleFaxRecipientsTest(int count)
 void T40RemoveMultipleFaxRecipients()
 {
     GTKObject* list = host::widget(recipientList);
-    if (!list)
+    if (list == nullptr)
         return;
     list->sortIntegerGList(true);
     list->setListFreezeState(true);
@@ -153,7 +153,7 @@ void T40RemoveMultipleFaxRecipients()
     int removed = 0;
     for (int row = 0; rows.next(row); ++removed) {
         Tarvik40FaxRecipient* recipient = pFaxSession->getFaxRecipientN(row - removed, RECIPIENT_LIST);
-        if (!recipient)
+        if (recipient == nullptr)
             break;
         pFaxSession->removeFaxRecipient(recipient, false);
     }
@@ -166,7 +166,7 @@ void T40RemoveTmpFaxRecipientTest()
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(CUR_RECIPIENT_LIST);
     if (!askBeforeRemoving())
         T40RemoveTmpFaxRecipient();
-    else if (recipient)
+    else if (recipient != nullptr)
         host::askQuestion(questionResponse(RemoveTmpRcptResponseCB), removalQuestion(*recipient));
 }
 

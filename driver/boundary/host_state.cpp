@@ -55,7 +55,7 @@ HostState::~HostState()
     pDriverGlobals = nullptr;
     pFaxSession = nullptr;
     pBiDi = nullptr;
-    alive.reset();
+    alive_.reset();
 }
 
 void HostState::connectDevice(const DeviceSettings& settings)
@@ -74,32 +74,32 @@ HostState* HostState::current() { return theState; }
 
 GTKObject& HostState::handleOf(Widget& widget)
 {
-    GTKObject*& handle = handles[&widget];
+    GTKObject*& handle = handles_[&widget];
     if (handle == nullptr) {
-        ownHandles.push_back(std::make_unique<GTKObject>());
-        handle = ownHandles.back().get();
+        ownHandles_.push_back(std::make_unique<GTKObject>());
+        handle = ownHandles_.back().get();
         pointHandleAt(*handle, *this, widget);
     }
     return *handle;
 }
 
-void HostState::adoptHandle(Widget& widget, GTKObject& handle) { handles[&widget] = &handle; }
+void HostState::adoptHandle(Widget& widget, GTKObject& handle) { handles_[&widget] = &handle; }
 
 void HostState::forget(Widget& widget)
 {
-    handles.erase(&widget);
-    handlers.erase(&widget);
+    handles_.erase(&widget);
+    handlers_.erase(&widget);
 }
 
 void HostState::setHandler(const Widget& widget, const std::string& signal, Handler handler)
 {
-    handlers[&widget][signal] = handler;
+    handlers_[&widget][signal] = handler;
 }
 
 HostState::Handler HostState::handlerFor(const Widget& widget, const std::string& signal) const
 {
-    const auto ofWidget = handlers.find(&widget);
-    if (ofWidget == handlers.end())
+    const auto ofWidget = handlers_.find(&widget);
+    if (ofWidget == handlers_.end())
         return nullptr;
     const auto found = ofWidget->second.find(signal);
     return found == ofWidget->second.end() ? nullptr : found->second;

@@ -75,13 +75,13 @@ public:
     Handler handlerFor(const Widget& widget, const std::string& signal) const;
 
     /// Expires when this object is destroyed; handles that outlive it then stand for no widget.
-    std::weak_ptr<const void> lifetime() const { return alive; }
+    std::weak_ptr<const void> lifetime() const { return alive_; }
 
 private:
-    std::shared_ptr<const void> alive = std::make_shared<int>();
-    std::unordered_map<const Widget*, std::map<std::string, Handler>> handlers;
-    std::unordered_map<const Widget*, GTKObject*> handles;
-    std::vector<std::unique_ptr<GTKObject>> ownHandles;
+    std::shared_ptr<const void> alive_ = std::make_shared<int>();
+    std::unordered_map<const Widget*, std::map<std::string, Handler>> handlers_;
+    std::unordered_map<const Widget*, GTKObject*> handles_;
+    std::vector<std::unique_ptr<GTKObject>> ownHandles_;
 };
 
 /// Runs `body` at the boundary, which nothing may leave by an exception (out of memory): the answer

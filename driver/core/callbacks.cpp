@@ -13,7 +13,7 @@ constexpr std::string_view helpCallback = "ProcessPushButtonHelpInvocation";
 } // namespace
 
 Callbacks::Callbacks(HostState& hostState, const ComponentLibrary& library)
-    : state(hostState), component(library)
+    : state_(hostState), component_(library)
 {
 }
 
@@ -22,17 +22,17 @@ bool Callbacks::fire(Widget& widget)
     const std::string* name = widget.attribute("AddCallback");
     if (name == nullptr || name->empty())
         return false;
-    if (const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(*name))) {
-        GTKObject& handle = state.handleOf(widget);
-        state.guard.run(*name, [&] { callback(nullptr, &handle); });
+    if (const auto callback = reinterpret_cast<host::WidgetCallback>(component_.exported(*name))) {
+        GTKObject& handle = state_.handleOf(widget);
+        state_.guard.run(*name, [&] { callback(nullptr, &handle); });
         return true;
     }
     if (*name == helpCallback) {
         const std::string* given = widget.attribute("HelpTopic");
-        topic = given == nullptr ? std::string() : *given;
-        askedAt = &widget;
-        if (showHelp)
-            showHelp(topic);
+        topic_ = given == nullptr ? std::string() : *given;
+        askedAt_ = &widget;
+        if (showHelp_)
+            showHelp_(topic_);
         return true;
     }
     return false;
@@ -40,15 +40,15 @@ bool Callbacks::fire(Widget& widget)
 
 bool Callbacks::call(const std::string& exportedName)
 {
-    const auto callback = reinterpret_cast<host::WidgetCallback>(component.exported(exportedName));
+    const auto callback = reinterpret_cast<host::WidgetCallback>(component_.exported(exportedName));
     if (callback != nullptr)
-        state.guard.run(exportedName, [&] { callback(nullptr, nullptr); });
+        state_.guard.run(exportedName, [&] { callback(nullptr, nullptr); });
     return callback != nullptr;
 }
 
 void Callbacks::run(std::string_view what, HostState::Handler handler)
 {
-    state.guard.run(what, [handler] { handler(); });
+    state_.guard.run(what, [handler] { handler(); });
 }
 
 } // namespace quelm

@@ -29,20 +29,20 @@ public:
     void run(std::string_view what, HostState::Handler handler);
 
     /// The topic of the help button pressed last; empty before that.
-    const std::string& helpTopic() const { return topic; }
+    const std::string& helpTopic() const { return topic_; }
 
     /// Shows help on a topic when a help button is pressed; for front ends.
-    void setHelp(std::function<void(const std::string& topic)> show) { showHelp = std::move(show); }
+    void setHelp(std::function<void(const std::string& topic)> show) { showHelp_ = std::move(show); }
 
     /// The help button pressed last, which tells where help was asked for; null before that.
-    const Widget* helpButton() const { return askedAt; }
+    const Widget* helpButton() const { return askedAt_; }
 
 private:
-    HostState& state;
-    const ComponentLibrary& component;
-    std::string topic;
-    const Widget* askedAt = nullptr; // the tree keeps the widgets of dialogs until the driver ends
-    std::function<void(const std::string&)> showHelp;
+    HostState& state_;
+    const ComponentLibrary& component_;
+    std::string topic_;
+    const Widget* askedAt_ = nullptr; // the tree keeps the widgets of dialogs until the driver ends
+    std::function<void(const std::string&)> showHelp_;
 };
 
 } // namespace quelm

@@ -21,21 +21,21 @@ namespace {
 /// Fixes the clock for the life of a driver.
 class ClockSetting {
 public:
-    explicit ClockSetting(const std::string& now) : isFixed(!now.empty())
+    explicit ClockSetting(const std::string& now) : isFixed_(!now.empty())
     {
-        if (isFixed)
+        if (isFixed_)
             fixClock(parseLocalTime(now));
     }
     ~ClockSetting()
     {
-        if (isFixed)
+        if (isFixed_)
             releaseClock();
     }
     ClockSetting(const ClockSetting&) = delete;
     ClockSetting& operator=(const ClockSetting&) = delete;
 
 private:
-    bool isFixed;
+    bool isFixed_;
 };
 
 } // namespace
@@ -63,18 +63,18 @@ struct Driver::Parts {
     }
 };
 
-Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(options))
+Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(options))
 {
-    HostState& state = parts->state;
+    HostState& state = parts_->state;
     state.directory = options.directory;
     useTranslations(options.localeFolder.empty() ? localeFolder(state.home) : options.localeFolder);
     if (!options.device.address.empty())
         state.connectDevice(options.device);
     prepareInstallation(state.home);
     state.failures.hold();
-    if (!parts->library.start(state.guard)) {
+    if (!parts_->library.start(state.guard)) {
         throw Error(
-            localized("the component %s cannot start: %s", parts->library.path(), startFailure(state)));
+            localized("the component %s cannot start: %s", parts_->library.path(), startFailure(state)));
     }
     if (!options.holdFailures)
         state.failures.release();
@@ -86,34 +86,34 @@ Driver::Driver(const DriverOptions& options) : parts(std::make_unique<Parts>(opt
 
 Driver::~Driver()
 {
-    parts->state.failures.release();
-    parts->state.features.keep();
+    parts_->state.failures.release();
+    parts_->state.features.keep();
 }
 
-void Driver::press(std::string_view widget) { parts->actions.press(widget); }
+void Driver::press(std::string_view widget) { parts_->actions.press(widget); }
 
-void Driver::type(std::string_view field, std::string_view text) { parts->actions.type(field, text); }
+void Driver::type(std::string_view field, std::string_view text) { parts_->actions.type(field, text); }
 
-void Driver::tick(std::string_view box, bool on) { parts->actions.tick(box, on); }
+void Driver::tick(std::string_view box, bool on) { parts_->actions.tick(box, on); }
 
-void Driver::choose(std::string_view widget, int value) { parts->actions.choose(widget, value); }
+void Driver::choose(std::string_view widget, int value) { parts_->actions.choose(widget, value); }
 
 void Driver::select(std::string_view list, const std::vector<int>& rows)
 {
-    parts->actions.select(list, rows);
+    parts_->actions.select(list, rows);
 }
 
-void Driver::closeWindow(std::string_view window) { parts->actions.closeWindow(window); }
+void Driver::closeWindow(std::string_view window) { parts_->actions.closeWindow(window); }
 
-void Driver::answer(bool yes) { parts->actions.answer(yes); }
+void Driver::answer(bool yes) { parts_->actions.answer(yes); }
 
-void Driver::call(std::string_view exportedName) { parts->actions.call(exportedName); }
+void Driver::call(std::string_view exportedName) { parts_->actions.call(exportedName); }
 
-WidgetView Driver::show(std::string_view widget) const { return viewOf(parts->existing(widget)); }
+WidgetView Driver::show(std::string_view widget) const { return viewOf(parts_->existing(widget)); }
 
 std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
 {
-    const Widget& widget = parts->existing(list);
+    const Widget& widget = parts_->existing(list);
     if (!widget.isList())
         throw Error(localized("\"%s\" is no list", list));
     return rowsOf(widget);
@@ -122,7 +122,7 @@ std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
 std::vector<std::string> Driver::windows() const
 {
     std::vector<std::string> names;
-    for (const auto& window : parts->state.tree.windows())
+    for (const auto& window : parts_->state.tree.windows())
         if (window->isWindow() && window->visible())
             names.push_back(window->name());
     return names;
@@ -130,55 +130,55 @@ std::vector<std::string> Driver::windows() const
 
 std::optional<QuestionView> Driver::pendingQuestion() const
 {
-    const Question* question = parts->state.questions.top();
+    const Question* question = parts_->state.questions.top();
     return question == nullptr ? std::nullopt : std::optional(QuestionView{question->kind, question->text});
 }
 
-const std::string& Driver::helpTopic() const { return parts->callbacks.helpTopic(); }
+const std::string& Driver::helpTopic() const { return parts_->callbacks.helpTopic(); }
 
-int Driver::failedCallbacks() const { return parts->state.guard.failures(); }
+int Driver::failedCallbacks() const { return parts_->state.guard.failures(); }
 
 FaxSession& Driver::faxSession()
 {
-    if (!parts->faxSession)
-        parts->faxSession = std::make_unique<ComponentFaxSession>(parts->library, parts->state.guard);
-    return *parts->faxSession;
+    if (!parts_->faxSession)
+        parts_->faxSession = std::make_unique<ComponentFaxSession>(parts_->library, parts_->state.guard);
+    return *parts_->faxSession;
 }
 
 void* Driver::resource(std::string_view name) const
 {
-    const auto found = parts->state.resources.find(name);
-    return found == parts->state.resources.end() ? nullptr : found->second;
+    const auto found = parts_->state.resources.find(name);
+    return found == parts_->state.resources.end() ? nullptr : found->second;
 }
 
-const LastFailure& Driver::lastFailure() const { return parts->state.failures.last(); }
+const LastFailure& Driver::lastFailure() const { return parts_->state.failures.last(); }
 
 void Driver::failWith(const std::string& line)
 {
-    parts->state.failures.leaveOut(line);
+    parts_->state.failures.leaveOut(line);
     throw Error(line);
 }
 
-void Driver::releaseFailures() { parts->state.failures.release(); }
+void Driver::releaseFailures() { parts_->state.failures.release(); }
 
-bool Driver::asksDevice() const { return parts->state.device != nullptr; }
+bool Driver::asksDevice() const { return parts_->state.device != nullptr; }
 
-const DirectorySettings& Driver::directorySettings() const { return parts->state.directory; }
+const DirectorySettings& Driver::directorySettings() const { return parts_->state.directory; }
 
-const std::string& Driver::home() const { return parts->state.home; }
+const std::string& Driver::home() const { return parts_->state.home; }
 
-const std::string& Driver::user() const { return parts->state.user; }
+const std::string& Driver::user() const { return parts_->state.user; }
 
-UserActions& Driver::actions() { return parts->actions; }
+UserActions& Driver::actions() { return parts_->actions; }
 
-Callbacks& Driver::callbacks() { return parts->callbacks; }
+Callbacks& Driver::callbacks() { return parts_->callbacks; }
 
-WidgetTree& Driver::widgets() { return parts->state.tree; }
+WidgetTree& Driver::widgets() { return parts_->state.tree; }
 
-Features& Driver::features() { return parts->state.features; }
+Features& Driver::features() { return parts_->state.features; }
 
-Questions& Driver::questions() { return parts->state.questions; }
+Questions& Driver::questions() { return parts_->state.questions; }
 
-ComponentLibrary& Driver::component() { return parts->library; }
+ComponentLibrary& Driver::component() { return parts_->library; }
 
 } // namespace quelm

@@ -161,7 +161,7 @@ public:
 
 private:
     struct Parts;
-    std::unique_ptr<Parts> parts;
+    std::unique_ptr<Parts> parts_;
 };
 
 } // namespace quelm

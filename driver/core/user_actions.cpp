@@ -79,14 +79,14 @@ bool boxFires(const Widget& container, std::string_view callback)
 
 void UserActions::requireNoQuestion() const
 {
-    if (state.questions.top() != nullptr)
+    if (state_.questions.top() != nullptr)
         throw Error(localized("a question is waiting for an answer; answer it first"));
 }
 
 Widget& UserActions::existing(std::string_view name) const
 {
     requireNoQuestion();
-    Widget* widget = state.tree.find(name);
+    Widget* widget = state_.tree.find(name);
     if (widget == nullptr)
         throw Error(localized("there is no widget \"%s\"", name));
     return *widget;
@@ -117,10 +117,10 @@ void UserActions::press(Widget& widget)
     if (widget.kind() == WidgetKind::fileSelection)
         pressOk(widget);
     else if (widget.kind() == WidgetKind::button || widget.kind() == WidgetKind::toolbarItem)
-        callbacks.fire(widget);
+        callbacks_.fire(widget);
     else
         throw Error(localized("%s cannot be pressed; it is no button", described(widget)));
-    state.features.keep();
+    state_.features.keep();
 }
 
 void UserActions::pressOk(Widget& chooser)
@@ -130,8 +130,8 @@ void UserActions::pressOk(Widget& chooser)
     const std::string_view file = std::string_view(path).substr(path.rfind('/') + 1);
     if (file.empty() || file.find_first_of("*?[") != std::string_view::npos)
         throw Error(localized("no file is chosen in %s; type its path first", described(chooser)));
-    if (const HostState::Handler handler = state.handlerFor(chooser, okPart))
-        callbacks.run(okPart, handler);
+    if (const HostState::Handler handler = state_.handlerFor(chooser, okPart))
+        callbacks_.run(okPart, handler);
     else
         chooser.setVisible(false);
 }
@@ -149,8 +149,8 @@ void UserActions::type(Widget& widget, std::string_view text)
         throw Error(localized("%s is read-only", described(widget)));
     requireTypable(widget, text);
     widget.setText(text);
-    callbacks.fire(widget);
-    state.features.keep();
+    callbacks_.fire(widget);
+    state_.features.keep();
 }
 
 void UserActions::tick(std::string_view name, bool on) { tick(existing(name), on); }
@@ -163,9 +163,9 @@ void UserActions::tick(Widget& widget, bool on)
     if (widget.kind() == WidgetKind::radioButtonItem && !on)
         throw Error(localized("%s cannot be unticked; choose another item of its group", described(widget)));
     widget.setFlag(on);
-    if (!callbacks.fire(widget) && widget.kind() == WidgetKind::radioButtonItem)
-        callbacks.fire(*widget.parent());
-    state.features.keep();
+    if (!callbacks_.fire(widget) && widget.kind() == WidgetKind::radioButtonItem)
+        callbacks_.fire(*widget.parent());
+    state_.features.keep();
 }
 
 void UserActions::choose(std::string_view name, int value) { choose(existing(name), value); }
@@ -185,8 +185,8 @@ void UserActions::choose(Widget& widget, int value)
     if (widget.kind() != WidgetKind::spinBox)
         requireUsableItem(*widget.items()[static_cast<std::size_t>(value)]);
     widget.setNumber(value);
-    callbacks.fire(widget);
-    state.features.keep();
+    callbacks_.fire(widget);
+    state_.features.keep();
 }
 
 void UserActions::select(std::string_view name, const std::vector<int>& rows)
@@ -214,8 +214,8 @@ void UserActions::select(Widget& list, const std::vector<int>& rows)
         chosen[static_cast<std::size_t>(row)] = true;
     }
     list.setSelection(rows);
-    callbacks.fire(list);
-    state.features.keep();
+    callbacks_.fire(list);
+    state_.features.keep();
 }
 
 void UserActions::closeWindow(std::string_view name) { closeWindow(existing(name)); }
@@ -227,30 +227,30 @@ void UserActions::closeWindow(Widget& window)
         throw Error(localized("%s is no window", described(window)));
     if (!window.visible())
         throw Error(localized("%s is not open", described(window)));
-    if (const HostState::Handler handler = state.handlerFor(window, closeSignal))
-        callbacks.run(closeSignal, handler);
-    else if (!callbacks.fire(window))
+    if (const HostState::Handler handler = state_.handlerFor(window, closeSignal))
+        callbacks_.run(closeSignal, handler);
+    else if (!callbacks_.fire(window))
         window.setVisible(false);
-    state.features.keep();
+    state_.features.keep();
 }
 
 void UserActions::answer(bool yes)
 {
-    if (!state.questions.answerTop(yes))
+    if (!state_.questions.answerTop(yes))
         throw Error(localized("no question is waiting for an answer"));
-    state.features.keep();
+    state_.features.keep();
 }
 
 void UserActions::call(std::string_view exportedName)
 {
     requireNoQuestion();
     // What a check box fires looks at that box, and cannot do without.
-    const auto& windows = state.tree.windows();
+    const auto& windows = state_.tree.windows();
     if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); }))
         throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
-    if (!callbacks.call(std::string(exportedName)))
+    if (!callbacks_.call(std::string(exportedName)))
         throw Error(localized("the component's export list has no function \"%s\"", exportedName));
-    state.features.keep();
+    state_.features.keep();
 }
 
 } // namespace quelm

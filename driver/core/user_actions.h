@@ -17,7 +17,7 @@ namespace quelm {
 class UserActions {
 public:
     UserActions(HostState& hostState, Callbacks& widgetCallbacks)
-        : state(hostState), callbacks(widgetCallbacks)
+        : state_(hostState), callbacks_(widgetCallbacks)
     {
     }
 
@@ -43,8 +43,8 @@ private:
     void requireUsableItem(const Widget& item) const;
     void pressOk(Widget& chooser);
 
-    HostState& state;
-    Callbacks& callbacks;
+    HostState& state_;
+    Callbacks& callbacks_;
 };
 
 } // namespace quelm

@@ -14,7 +14,7 @@ constexpr std::string_view directoryTable = "ubqSvcMonServiceDetailTableLDAP";
 } // namespace
 
 DeviceSession::DeviceSession(const DeviceSettings& given, Report to)
-    : settings(given), report(std::move(to)), session(given)
+    : settings_(given), report_(std::move(to)), session_(given)
 {
 }
 
@@ -22,7 +22,7 @@ std::optional<std::string> DeviceSession::tableEntry(std::string_view table, int
 {
     if (table != directoryTable || index < 0 || index > 1)
         return std::nullopt;
-    auto text = object(index == 0 ? settings.directoryServerObject : settings.directoryBaseObject);
+    auto text = object(index == 0 ? settings_.directoryServerObject : settings_.directoryBaseObject);
     if (index == 0 && text && text->empty())
         return std::nullopt;
     return text;
@@ -33,14 +33,14 @@ std::optional<std::string> DeviceSession::object(std::string_view name)
     const auto numbers = parseObjectIdentifier(name);
     if (!numbers || failedInAction())
         return std::nullopt;
-    SnmpAnswer answer = session.get(*numbers);
+    SnmpAnswer answer = session_.get(*numbers);
     if (answer.kind == SnmpAnswer::Kind::deviceFailed) {
-        ++failuresInRow;
+        ++failuresInRow_;
     } else {
-        failuresInRow = 0;
-        answersInAction = true;
+        failuresInRow_ = 0;
+        answersInAction_ = true;
     }
-    report(answer.trouble, failedInAction());
+    report_(answer.trouble, failedInAction());
     if (answer.kind != SnmpAnswer::Kind::value)
         return std::nullopt;
     return std::move(answer.text);

@@ -31,8 +31,8 @@ public:
     /// Another user action begins: the device is asked again though it failed before.
     void startAction()
     {
-        answersInAction = false;
-        failuresInRow = 0;
+        answersInAction_ = false;
+        failuresInRow_ = 0;
     }
 
     /// One entry of a table. "ubqSvcMonServiceDetailTableLDAP" is the only one: index 0 is the address
@@ -44,17 +44,17 @@ public:
     std::optional<std::string> object(std::string_view name);
 
     /// Where the text of the latest table entry lies for the component.
-    std::string& keptEntry() { return entry; }
+    std::string& keptEntry() { return entry_; }
 
 private:
-    DeviceSettings settings;
-    Report report;
-    SnmpSession session;
-    bool failedInAction() const { return failuresInRow >= (answersInAction ? 2 : 1); }
+    DeviceSettings settings_;
+    Report report_;
+    SnmpSession session_;
+    bool failedInAction() const { return failuresInRow_ >= (answersInAction_ ? 2 : 1); }
 
-    bool answersInAction = false; ///< it has answered since the action began
-    int failuresInRow = 0;        ///< since it answered last, or the action began
-    std::string entry;
+    bool answersInAction_ = false; ///< it has answered since the action began
+    int failuresInRow_ = 0;        ///< since it answered last, or the action began
+    std::string entry_;
 };
 
 } // namespace quelm

@@ -34,15 +34,15 @@ using Pdu = std::unique_ptr<netsnmp_pdu, decltype(&snmp_free_pdu)>;
 /// of the process only.
 class ReadSet {
 public:
-    ReadSet() { netsnmp_large_fd_set_init(&set, FD_SETSIZE); }
-    ~ReadSet() { netsnmp_large_fd_set_cleanup(&set); }
+    ReadSet() { netsnmp_large_fd_set_init(&set_, FD_SETSIZE); }
+    ~ReadSet() { netsnmp_large_fd_set_cleanup(&set_); }
     ReadSet(const ReadSet&) = delete;
     ReadSet& operator=(const ReadSet&) = delete;
 
-    netsnmp_large_fd_set* get() { return &set; }
+    netsnmp_large_fd_set* get() { return &set_; }
 
 private:
-    netsnmp_large_fd_set set{};
+    netsnmp_large_fd_set set_{};
 };
 
 /// The request on its way, which the library's callback fills in.
@@ -289,7 +289,7 @@ struct SnmpConnection::Impl {
 };
 
 SnmpConnection::SnmpConnection(const DeviceSettings& settings, const SocketAddress& device)
-    : impl(std::make_unique<Impl>(settings, device))
+    : impl_(std::make_unique<Impl>(settings, device))
 {
 }
 
@@ -297,17 +297,17 @@ SnmpConnection::~SnmpConnection() = default;
 
 SnmpReply SnmpConnection::get(const ObjectIdentifier& object, Deadline deadline)
 {
-    if (impl->handle == nullptr)
-        return {SnmpReply::Kind::refused, "", impl->openError};
-    if (!impl->engineKnown) {
-        SnmpReply reply = impl->learnEngine(deadline);
-        if (!impl->engineKnown)
+    if (impl_->handle == nullptr)
+        return {SnmpReply::Kind::refused, "", impl_->openError};
+    if (!impl_->engineKnown) {
+        SnmpReply reply = impl_->learnEngine(deadline);
+        if (!impl_->engineKnown)
             return reply;
     }
     Pdu pdu(snmp_pdu_create(SNMP_MSG_GET), &snmp_free_pdu);
     const std::vector<oid> name(object.begin(), object.end());
     snmp_add_null_var(pdu.get(), name.data(), name.size());
-    return impl->ask(std::move(pdu), &object, deadline);
+    return impl_->ask(std::move(pdu), &object, deadline);
 }
 
 } // namespace quelm

@@ -30,20 +30,20 @@ std::string inSeconds(std::chrono::milliseconds time)
 } // namespace
 
 SnmpSession::SnmpSession(DeviceSettings given)
-    : settings(std::move(given)), address(parseNetworkAddress(settings.address, snmpPort))
+    : settings_(std::move(given)), address_(parseNetworkAddress(settings_.address, snmpPort))
 {
 }
 
 SnmpReply SnmpSession::connectAndAsk(const ObjectIdentifier& object, Deadline deadline)
 {
-    const auto addresses = findDevice(address, deadline);
+    const auto addresses = findDevice(address_, deadline);
     SnmpReply worst;
     worst.kind = SnmpReply::Kind::refused;
     for (std::size_t next = 0; next < addresses.size(); ++next) {
         const auto share = (deadline - Clock::now()) / static_cast<int>(addresses.size() - next);
-        connection.reset(); // before another one is made
-        connection = std::make_unique<SnmpConnection>(settings, addresses[next]);
-        SnmpReply reply = connection->get(object, Clock::now() + share);
+        connection_.reset(); // before another one is made
+        connection_ = std::make_unique<SnmpConnection>(settings_, addresses[next]);
+        SnmpReply reply = connection_->get(object, Clock::now() + share);
         if (reply.answered())
             return reply;
         if (worst.kind != SnmpReply::Kind::silent)
@@ -54,9 +54,9 @@ SnmpReply SnmpSession::connectAndAsk(const ObjectIdentifier& object, Deadline de
 
 SnmpReply SnmpSession::ask(const ObjectIdentifier& object, Deadline deadline)
 {
-    if (connection != nullptr) {
+    if (connection_ != nullptr) {
         const auto now = Clock::now();
-        SnmpReply reply = connection->get(object, now + (deadline - now) / 2);
+        SnmpReply reply = connection_->get(object, now + (deadline - now) / 2);
         if (reply.answered() && reply.kind != SnmpReply::Kind::report)
             return reply;
         // Perhaps it has another address by now; or it was exchanged, and version 3's users are
@@ -67,14 +67,14 @@ SnmpReply SnmpSession::ask(const ObjectIdentifier& object, Deadline deadline)
 
 std::string SnmpSession::silence() const
 {
-    const std::string seconds = inSeconds(settings.timeout);
-    if (settings.version == SnmpVersion::v3)
+    const std::string seconds = inSeconds(settings_.timeout);
+    if (settings_.version == SnmpVersion::v3)
         return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
                          "switched on, and the user's passphrases",
-                         toText(address), seconds);
+                         toText(address_), seconds);
     return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
                      "switched on, and the community",
-                     toText(address), seconds);
+                     toText(address_), seconds);
 }
 
 std::string SnmpSession::refusal(long systemError) const
@@ -82,15 +82,15 @@ std::string SnmpSession::refusal(long systemError) const
     if (systemError == ECONNREFUSED)
         return localized("The device %s does not serve SNMP on that port; switch SNMP on at the device, or "
                          "check the port",
-                         toText(address));
+                         toText(address_));
     return localized("The device %s cannot be reached: %s; check its address and the network",
-                     toText(address), systemReason(static_cast<int>(systemError)));
+                     toText(address_), systemReason(static_cast<int>(systemError)));
 }
 
 std::string SnmpSession::userTrouble(long report) const
 {
-    const std::string device = toText(address);
-    const std::string& user = settings.user.name;
+    const std::string device = toText(address_);
+    const std::string& user = settings_.user.name;
     switch (report) {
     case UserReport::unknownUser:
         return localized("The device %s does not know the SNMP user \"%s\"; check the user's name", device,
@@ -119,11 +119,11 @@ std::string SnmpSession::troubleWith(const SnmpReply& reply, const ObjectIdentif
     switch (reply.kind) {
     case SnmpReply::Kind::error:
         return localized("The device %s does not tell the object %s: %s; check its access rights",
-                         toText(address), dotted(object), snmp_errstring(static_cast<int>(reply.number)));
+                         toText(address_), dotted(object), snmp_errstring(static_cast<int>(reply.number)));
     case SnmpReply::Kind::rubbish:
         return localized("The device %s does not answer what it was asked; check that it is a device that "
                          "serves SNMP",
-                         toText(address));
+                         toText(address_));
     case SnmpReply::Kind::report:
         return userTrouble(reply.number);
     case SnmpReply::Kind::refused:
@@ -138,9 +138,9 @@ SnmpAnswer SnmpSession::get(const ObjectIdentifier& object)
     using Kind = SnmpAnswer::Kind;
     SnmpReply reply;
     try {
-        reply = ask(object, Clock::now() + settings.timeout);
+        reply = ask(object, Clock::now() + settings_.timeout);
     } catch (const Error& error) {
-        connection.reset();
+        connection_.reset();
         return {Kind::deviceFailed, "", error.what()};
     }
     switch (reply.kind) {
@@ -156,7 +156,7 @@ SnmpAnswer SnmpSession::get(const ObjectIdentifier& object)
     default:
         break;
     }
-    connection.reset();
+    connection_.reset();
     return {Kind::deviceFailed, "", troubleWith(reply, object)};
 }
 

@@ -45,9 +45,9 @@ private:
     std::string refusal(long systemError) const;
     std::string userTrouble(long report) const;
 
-    DeviceSettings settings;
-    NetworkAddress address;
-    std::unique_ptr<SnmpConnection> connection;
+    DeviceSettings settings_;
+    NetworkAddress address_;
+    std::unique_ptr<SnmpConnection> connection_;
 };
 
 } // namespace quelm

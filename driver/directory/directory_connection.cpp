@@ -70,13 +70,13 @@ timeval serversTimeLimit(Deadline deadline)
 
 DirectoryConnection::DirectoryConnection(DirectoryAddress address, const DirectorySettings& settings,
                                          Deadline deadline)
-    : server(std::move(address))
+    : server_(std::move(address))
 {
     const BrokenPipeGuard guard;
-    handle = std::make_unique<LdapHandle>(connectedSocket(server, deadline), server, deadline);
-    if (!server.tls && settings.startTls)
+    handle_ = std::make_unique<LdapHandle>(connectedSocket(server_, deadline), server_, deadline);
+    if (!server_.tls && settings.startTls)
         requestTls(deadline);
-    if (server.tls || settings.startTls)
+    if (server_.tls || settings.startTls)
         setUpTls(settings, deadline);
 }
 
@@ -85,12 +85,12 @@ DirectoryConnection::~DirectoryConnection() = default;
 void DirectoryConnection::requestTls(Deadline deadline)
 {
     int id = 0;
-    const int error = ldap_start_tls(handle->get(), nullptr, nullptr, &id);
-    const DirectoryOutcome outcome = handle->outcomeOf(error, id, deadline);
+    const int error = ldap_start_tls(handle_->get(), nullptr, nullptr, &id);
+    const DirectoryOutcome outcome = handle_->outcomeOf(error, id, deadline);
     if (outcome.code == ldap_code::timeout)
-        throw DirectoryError(outcome.code, directory_messages::tlsTimedOut(server.shown()));
+        throw DirectoryError(outcome.code, directory_messages::tlsTimedOut(server_.shown()));
     if (outcome.code != ldap_code::success)
-        throw DirectoryError(outcome.code, directory_messages::tlsRefused(server.shown(), outcome.message));
+        throw DirectoryError(outcome.code, directory_messages::tlsRefused(server_.shown(), outcome.message));
 }
 
 void DirectoryConnection::setUpTls(const DirectorySettings& settings, Deadline deadline)
@@ -102,19 +102,19 @@ void DirectoryConnection::setUpTls(const DirectorySettings& settings, Deadline d
     const int demand = LDAP_OPT_X_TLS_DEMAND;
     const int oldestVersion = LDAP_OPT_X_TLS_PROTOCOL_TLS1_2;
     const int client = 0;
-    if (!handle->set(LDAP_OPT_X_TLS_REQUIRE_CERT, &demand) ||
-        !handle->set(LDAP_OPT_X_TLS_CACERTDIR, nullptr) ||
-        !handle->set(LDAP_OPT_X_TLS_CACERTFILE, authorities.c_str()) ||
-        !handle->set(LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldestVersion) ||
-        !handle->set(LDAP_OPT_X_TLS_NEWCTX, &client))
+    if (!handle_->set(LDAP_OPT_X_TLS_REQUIRE_CERT, &demand) ||
+        !handle_->set(LDAP_OPT_X_TLS_CACERTDIR, nullptr) ||
+        !handle_->set(LDAP_OPT_X_TLS_CACERTFILE, authorities.c_str()) ||
+        !handle_->set(LDAP_OPT_X_TLS_PROTOCOL_MIN, &oldestVersion) ||
+        !handle_->set(LDAP_OPT_X_TLS_NEWCTX, &client))
         throw DirectoryError(ldap_code::connectError, directory_messages::authoritiesUseless(authorities));
-    if (handle->installTls(deadline))
+    if (handle_->installTls(deadline))
         return;
     if (Clock::now() >= deadline)
-        throw DirectoryError(ldap_code::timeout, directory_messages::tlsTimedOut(server.shown()));
+        throw DirectoryError(ldap_code::timeout, directory_messages::tlsTimedOut(server_.shown()));
     // What of it is wrong, the library does not tell.
     throw DirectoryError(ldap_code::connectError,
-                         directory_messages::notTrusted(server.shown(), settings.certificateAuthorities));
+                         directory_messages::notTrusted(server_.shown(), settings.certificateAuthorities));
 }
 
 void DirectoryConnection::bindAnonymously(Deadline deadline)
@@ -122,12 +122,13 @@ void DirectoryConnection::bindAnonymously(Deadline deadline)
     const BrokenPipeGuard guard;
     berval noPassword{};
     int id = 0;
-    const int error = ldap_sasl_bind(handle->get(), "", LDAP_SASL_SIMPLE, &noPassword, nullptr, nullptr, &id);
-    const DirectoryOutcome outcome = handle->outcomeOf(error, id, deadline);
+    const int error =
+        ldap_sasl_bind(handle_->get(), "", LDAP_SASL_SIMPLE, &noPassword, nullptr, nullptr, &id);
+    const DirectoryOutcome outcome = handle_->outcomeOf(error, id, deadline);
     if (outcome.code == ldap_code::success)
         return;
-    usable = false;
-    throw DirectoryError(outcome.code, directory_messages::bindFailed(server.shown(), outcome));
+    usable_ = false;
+    throw DirectoryError(outcome.code, directory_messages::bindFailed(server_.shown(), outcome));
 }
 
 DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int sizeLimit, Deadline deadline,
@@ -140,32 +141,32 @@ DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int si
     attributes.push_back(nullptr);
     timeval serversLimit = serversTimeLimit(deadline);
     int id = 0;
-    int error = ldap_search_ext(handle->get(), query.base.c_str(), query.scope, query.filter.c_str(),
+    int error = ldap_search_ext(handle_->get(), query.base.c_str(), query.scope, query.filter.c_str(),
                                 query.attributes.empty() ? nullptr : attributes.data(),
                                 query.namesOnly ? 1 : 0, nullptr, nullptr, &serversLimit, sizeLimit, &id);
     if (error != LDAP_SUCCESS) {
-        usable = error == LDAP_FILTER_ERROR; // then nothing was sent
+        usable_ = error == LDAP_FILTER_ERROR; // then nothing was sent
         return {ldapResultCode(error), ldap_err2string(error)};
     }
     for (;;) {
-        const LdapMessage message = handle->receive(id, deadline, error);
+        const LdapMessage message = handle_->receive(id, deadline, error);
         if (!message) {
-            usable = false;
+            usable_ = false;
             return {ldapResultCode(error), ldap_err2string(error)};
         }
         const int kind = ldap_msgtype(message.get());
         if (kind == LDAP_RES_SEARCH_RESULT)
-            return handle->outcomeOf(message.get());
+            return handle_->outcomeOf(message.get());
         if (kind == LDAP_RES_SEARCH_ENTRY) {
             if (found.size() >= static_cast<std::size_t>(sizeLimit)) {
-                usable = false; // the server goes on sending what nobody wants
+                usable_ = false; // the server goes on sending what nobody wants
                 return {ldap_code::sizeLimitExceeded, ldap_err2string(LDAP_SIZELIMIT_EXCEEDED)};
             }
-            found.push_back(handle->entryOf(message.get()));
+            found.push_back(handle_->entryOf(message.get()));
         }
         // Otherwise a reference to another server, which is not followed.
         if (Clock::now() >= deadline) {
-            usable = false;
+            usable_ = false;
             return {ldap_code::timeout, ldap_err2string(LDAP_TIMEOUT)};
         }
     }
@@ -173,14 +174,14 @@ DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int si
 
 bool DirectoryConnection::isUsable()
 {
-    if (!usable)
+    if (!usable_)
         return false;
     // Between requests a server has nothing to say but goodbye.
     const BrokenPipeGuard guard;
     int error = LDAP_SUCCESS;
-    const LdapMessage message = handle->receive(LDAP_RES_ANY, Clock::now(), error);
-    usable = !message && error == LDAP_TIMEOUT;
-    return usable;
+    const LdapMessage message = handle_->receive(LDAP_RES_ANY, Clock::now(), error);
+    usable_ = !message && error == LDAP_TIMEOUT;
+    return usable_;
 }
 
 } // namespace quelm

@@ -43,15 +43,15 @@ public:
     /// answer was given up.
     bool isUsable();
 
-    const DirectoryAddress& address() const { return server; }
+    const DirectoryAddress& address() const { return server_; }
 
 private:
     void requestTls(Deadline deadline);
     void setUpTls(const DirectorySettings& settings, Deadline deadline);
 
-    DirectoryAddress server;
-    std::unique_ptr<LdapHandle> handle;
-    bool usable = true;
+    DirectoryAddress server_;
+    std::unique_ptr<LdapHandle> handle_;
+    bool usable_ = true;
 };
 
 } // namespace quelm

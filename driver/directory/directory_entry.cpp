@@ -43,13 +43,13 @@ std::string directoryText(std::string_view bytes)
 
 void DirectoryEntry::add(std::string_view name, std::string_view value)
 {
-    attributes.emplace_back(name, directoryText(value));
+    attributes_.emplace_back(name, directoryText(value));
 }
 
 const std::string* DirectoryEntry::find(std::string_view name) const
 {
     const std::string* withOptions = nullptr;
-    for (const auto& [attribute, value] : attributes) {
+    for (const auto& [attribute, value] : attributes_) {
         const std::string_view own = attribute;
         if (sameAttribute(own, name))
             return &value;

@@ -28,7 +28,7 @@ public:
     const std::string* find(std::string_view name) const;
 
 private:
-    std::vector<std::pair<std::string, std::string>> attributes;
+    std::vector<std::pair<std::string, std::string>> attributes_;
 };
 
 } // namespace quelm

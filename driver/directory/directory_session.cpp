@@ -46,19 +46,19 @@ int refusalOf(const DirectoryQuery& query)
 
 void DirectorySession::setAddress(const std::string& text)
 {
-    connection.reset();
-    addressText = text;
+    connection_.reset();
+    addressText_ = text;
 }
 
-void DirectorySession::setBase(const std::string& text) { base = std::string(trimmed(text)); }
+void DirectorySession::setBase(const std::string& text) { base_ = std::string(trimmed(text)); }
 
 void DirectorySession::connect(const DirectorySettings& settings, Deadline deadline)
 {
-    connection.reset();
-    const auto address = parseDirectoryAddress(addressText);
+    connection_.reset();
+    const auto address = parseDirectoryAddress(addressText_);
     if (!address)
-        throw DirectoryError(ldap_code::parameterError, directory_messages::noAddress(addressText));
-    connection.emplace(*address, settings, deadline);
+        throw DirectoryError(ldap_code::parameterError, directory_messages::noAddress(addressText_));
+    connection_.emplace(*address, settings, deadline);
 }
 
 bool DirectorySession::open(const DirectorySettings& settings)
@@ -68,63 +68,63 @@ bool DirectorySession::open(const DirectorySettings& settings)
     try {
         connect(settings, start + limit);
     } catch (const DirectoryError& error) {
-        report.failed(error.what());
+        report_.failed(error.what());
         return false;
     }
-    leftForBind = limit - std::chrono::floor<milliseconds>(Clock::now() - start);
-    report.succeeded();
+    leftForBind_ = limit - std::chrono::floor<milliseconds>(Clock::now() - start);
+    report_.succeeded();
     return true;
 }
 
 bool DirectorySession::bind(const DirectorySettings& settings)
 {
-    binds = true;
-    if (!connection)
+    binds_ = true;
+    if (!connection_)
         return false; // what went wrong was said when it was opened
-    const milliseconds limit = std::exchange(leftForBind, bounded(settings.connectTimeout));
+    const milliseconds limit = std::exchange(leftForBind_, bounded(settings.connectTimeout));
     try {
-        connection->bindAnonymously(Clock::now() + limit);
+        connection_->bindAnonymously(Clock::now() + limit);
     } catch (const DirectoryError& error) {
-        connection.reset();
-        report.failed(error.what());
+        connection_.reset();
+        report_.failed(error.what());
         return false;
     }
-    report.succeeded();
+    report_.succeeded();
     return true;
 }
 
 DirectoryOutcome DirectorySession::attempt(const DirectoryQuery& query, const DirectorySettings& settings,
                                            Deadline deadline)
 {
-    const bool reused = connection && connection->isUsable();
+    const bool reused = connection_ && connection_->isUsable();
     const auto openAnew = [&] {
         const Deadline ready = std::min(deadline, Clock::now() + bounded(settings.connectTimeout));
         connect(settings, ready);
-        if (binds)
-            connection->bindAnonymously(ready);
+        if (binds_)
+            connection_->bindAnonymously(ready);
     };
     if (!reused)
         openAnew();
     const int limit = std::max(1, settings.sizeLimit);
-    DirectoryOutcome outcome = connection->search(query, limit, deadline, results);
+    DirectoryOutcome outcome = connection_->search(query, limit, deadline, results_);
     // A server that was restarted without a goodbye is noticed only now.
-    if (reused && results.empty() && outcome.code == ldap_code::serverDown) {
+    if (reused && results_.empty() && outcome.code == ldap_code::serverDown) {
         openAnew();
-        outcome = connection->search(query, limit, deadline, results);
+        outcome = connection_->search(query, limit, deadline, results_);
     }
     return outcome;
 }
 
 bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& settings)
 {
-    results.clear();
-    position = 0;
-    report.searched(SearchExtent::none);
-    query.base = base;
+    results_.clear();
+    position_ = 0;
+    report_.searched(SearchExtent::none);
+    query.base = base_;
     query.filter = withoutDoubledStars(query.filter);
     if (const int refusal = refusalOf(query); refusal != ldap_code::success) {
-        lastCode = refusal;
-        report.failed(directory_messages::noSearch(query));
+        lastCode_ = refusal;
+        report_.failed(directory_messages::noSearch(query));
         return false;
     }
     const Deadline deadline = Clock::now() + bounded(settings.searchTimeout);
@@ -132,9 +132,9 @@ bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& set
         const DirectoryOutcome outcome = attempt(query, settings, deadline);
         return conclude(outcome, query, settings);
     } catch (const DirectoryError& error) {
-        connection.reset();
-        lastCode = error.code;
-        report.failed(error.what());
+        connection_.reset();
+        lastCode_ = error.code;
+        report_.failed(error.what());
         return false;
     }
 }
@@ -142,29 +142,29 @@ bool DirectorySession::search(DirectoryQuery query, const DirectorySettings& set
 bool DirectorySession::conclude(const DirectoryOutcome& outcome, const DirectoryQuery& query,
                                 const DirectorySettings& settings)
 {
-    lastCode = outcome.code;
-    const std::string server = connection->address().shown();
-    if (!connection->isUsable())
-        connection.reset();
+    lastCode_ = outcome.code;
+    const std::string server = connection_->address().shown();
+    if (!connection_->isUsable())
+        connection_.reset();
     if (outcome.code == ldap_code::success || outcome.code == ldap_code::sizeLimitExceeded) {
-        report.succeeded();
-        report.searched(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
+        report_.succeeded();
+        report_.searched(outcome.code == ldap_code::success ? SearchExtent::whole : SearchExtent::upToLimit);
         if (outcome.code != ldap_code::success && count() < static_cast<std::size_t>(settings.sizeLimit))
-            report.noticed(directory_messages::serversLimit(server, count()));
+            report_.noticed(directory_messages::serversLimit(server, count()));
         return true;
     }
-    report.failed(directory_messages::searchFailed(server, outcome, query, settings, count()));
-    if (results.empty())
+    report_.failed(directory_messages::searchFailed(server, outcome, query, settings, count()));
+    if (results_.empty())
         return false;
-    report.searched(SearchExtent::upToFailure);
+    report_.searched(SearchExtent::upToFailure);
     return true;
 }
 
 std::optional<DirectoryEntry> DirectorySession::next()
 {
-    if (position == results.size())
+    if (position_ == results_.size())
         return std::nullopt;
-    return std::move(results[position++]);
+    return std::move(results_[position_++]);
 }
 
 } // namespace quelm

@@ -17,7 +17,7 @@ namespace quelm {
 class DirectorySession {
 public:
     /// What goes wrong is said to `to`, which outlives the session.
-    explicit DirectorySession(DirectoryReport& to) : report(to) {}
+    explicit DirectorySession(DirectoryReport& to) : report_(to) {}
 
     /// The server's address, as `parseDirectoryAddress` takes it. An open connection is closed.
     void setAddress(const std::string& text);
@@ -44,8 +44,8 @@ public:
     /// The next result of the last search, or nothing. Every result is given once.
     std::optional<DirectoryEntry> next();
 
-    std::size_t count() const { return results.size(); }
-    int code() const { return lastCode; }
+    std::size_t count() const { return results_.size(); }
+    int code() const { return lastCode_; }
 
 private:
     void connect(const DirectorySettings& settings, Deadline deadline);
@@ -54,16 +54,16 @@ private:
     bool conclude(const DirectoryOutcome& outcome, const DirectoryQuery& query,
                   const DirectorySettings& settings);
 
-    DirectoryReport& report;
-    std::string addressText;
-    std::string base;
-    std::optional<DirectoryConnection> connection;
-    bool binds = false; ///< the session is to be bound whenever it is opened
-    std::chrono::milliseconds leftForBind{0};
+    DirectoryReport& report_;
+    std::string addressText_;
+    std::string base_;
+    std::optional<DirectoryConnection> connection_;
+    bool binds_ = false; ///< the session is to be bound whenever it is opened
+    std::chrono::milliseconds leftForBind_{0};
 
-    std::vector<DirectoryEntry> results;
-    std::size_t position = 0;
-    int lastCode = ldap_code::success;
+    std::vector<DirectoryEntry> results_;
+    std::size_t position_ = 0;
+    int lastCode_ = ldap_code::success;
 };
 
 } // namespace quelm

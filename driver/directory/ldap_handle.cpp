@@ -54,11 +54,11 @@ int ldapResultCode(int libraryCode)
 }
 
 LdapHandle::LdapHandle(FileHandle connected, const DirectoryAddress& server, Deadline deadline)
-    : socket(connected.get())
+    : socket_(connected.get())
 {
     if (!isInitialized(deadline))
         throw DirectoryError(ldap_code::timeout, directory_messages::nameServiceSilent(server.shown()));
-    const int error = ldap_init_fd(socket, LDAP_PROTO_TCP, server.uri().c_str(), &handle);
+    const int error = ldap_init_fd(socket_, LDAP_PROTO_TCP, server.uri().c_str(), &handle_);
     if (error != LDAP_SUCCESS)
         throw DirectoryError(ldapResultCode(error),
                              directory_messages::noLibrary(server.shown(), ldap_err2string(error)));
@@ -72,25 +72,25 @@ LdapHandle::LdapHandle(FileHandle connected, const DirectoryAddress& server, Dea
     // A length that a broken server claims is not believed, let alone allocated.
     Sockbuf* buffer = nullptr;
     ber_len_t longestMessage = ber_len_t{16} << 20U;
-    if (ldap_get_option(handle, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS)
+    if (ldap_get_option(handle_, LDAP_OPT_SOCKBUF, &buffer) == LDAP_OPT_SUCCESS)
         ber_sockbuf_ctrl(buffer, LBER_SB_OPT_SET_MAX_INCOMING, &longestMessage);
 }
 
 LdapHandle::~LdapHandle()
 {
     const BrokenPipeGuard guard;
-    ldap_unbind_ext(handle, nullptr, nullptr);
+    ldap_unbind_ext(handle_, nullptr, nullptr);
 }
 
 bool LdapHandle::set(int option, const void* value) const
 {
-    return ldap_set_option(handle, option, value) == LDAP_OPT_SUCCESS;
+    return ldap_set_option(handle_, option, value) == LDAP_OPT_SUCCESS;
 }
 
 void LdapHandle::setBlocking(bool blocking) const
 {
-    const int flags = fcntl(socket, F_GETFL);
-    fcntl(socket, F_SETFL, blocking ? flags & ~O_NONBLOCK : flags | O_NONBLOCK);
+    const int flags = fcntl(socket_, F_GETFL);
+    fcntl(socket_, F_SETFL, blocking ? flags & ~O_NONBLOCK : flags | O_NONBLOCK);
 }
 
 bool LdapHandle::installTls(Deadline deadline) const
@@ -100,13 +100,13 @@ bool LdapHandle::installTls(Deadline deadline) const
     set(LDAP_OPT_NETWORK_TIMEOUT, nullptr); // one from ldap.conf would make the socket non-blocking
     setBlocking(true);
     std::promise<void> finished;
-    auto watchdog = startCall([socket = socket, deadline, finish = finished.get_future()] {
+    auto watchdog = startCall([socket = socket_, deadline, finish = finished.get_future()] {
         const bool late = finish.wait_until(deadline) != std::future_status::ready;
         if (late)
             shutdown(socket, SHUT_RDWR);
         return late;
     });
-    const int error = ldap_install_tls(handle);
+    const int error = ldap_install_tls(handle_);
     finished.set_value();
     const bool late = watchdog.get();
     setBlocking(false);
@@ -119,11 +119,11 @@ LdapMessage LdapHandle::receive(int id, Deadline deadline, int& error) const
     int kind = 0;
     do { // the library counts in milliseconds, and may be one too early
         timeval left = timeLeft(deadline);
-        kind = ldap_result(handle, id, LDAP_MSG_ONE, &left, &message);
+        kind = ldap_result(handle_, id, LDAP_MSG_ONE, &left, &message);
     } while (kind == 0 && Clock::now() < deadline);
     error = LDAP_TIMEOUT;
     if (kind < 0) {
-        ldap_get_option(handle, LDAP_OPT_RESULT_CODE, &error);
+        ldap_get_option(handle_, LDAP_OPT_RESULT_CODE, &error);
         if (error == LDAP_SUCCESS || error == LDAP_TIMEOUT)
             error = LDAP_SERVER_DOWN;
     }
@@ -144,7 +144,7 @@ DirectoryOutcome LdapHandle::outcomeOf(LDAPMessage* answer) const
 {
     int code = LDAP_SUCCESS;
     char* message = nullptr;
-    const int error = ldap_parse_result(handle, answer, &code, nullptr, &message, nullptr, nullptr, 0);
+    const int error = ldap_parse_result(handle_, answer, &code, nullptr, &message, nullptr, nullptr, 0);
     if (error != LDAP_SUCCESS)
         code = error;
     DirectoryOutcome outcome{ldapResultCode(code), directoryText(message != nullptr ? message : "")};
@@ -158,9 +158,9 @@ DirectoryEntry LdapHandle::entryOf(LDAPMessage* result) const
 {
     DirectoryEntry entry;
     BerElement* position = nullptr;
-    for (char* name = ldap_first_attribute(handle, result, &position); name != nullptr;
-         name = ldap_next_attribute(handle, result, position)) {
-        berval** const values = ldap_get_values_len(handle, result, name);
+    for (char* name = ldap_first_attribute(handle_, result, &position); name != nullptr;
+         name = ldap_next_attribute(handle_, result, position)) {
+        berval** const values = ldap_get_values_len(handle_, result, name);
         if (values != nullptr && values[0] != nullptr)
             entry.add(name, {values[0]->bv_val, values[0]->bv_len});
         else

@@ -36,7 +36,7 @@ public:
     LdapHandle(const LdapHandle&) = delete;
     LdapHandle& operator=(const LdapHandle&) = delete;
 
-    LDAP* get() const { return handle; }
+    LDAP* get() const { return handle_; }
 
     /// Sets an option of this connection; false when the library refuses it.
     bool set(int option, const void* value) const;
@@ -60,8 +60,8 @@ public:
 private:
     void setBlocking(bool blocking) const;
 
-    LDAP* handle = nullptr;
-    int socket; ///< the library's, which closes it
+    LDAP* handle_ = nullptr;
+    int socket_; ///< the library's, which closes it
 };
 
 } // namespace quelm

@@ -64,14 +64,14 @@ Keys readKeys(const std::string& path)
 class FolderLock {
 public:
     explicit FolderLock(const std::string& path)
-        : folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+        : folder_(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
-        while (folder.isOpen() && ::flock(folder.get(), LOCK_EX) != 0 && errno == EINTR) {
+        while (folder_.isOpen() && ::flock(folder_.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
 
 private:
-    FileHandle folder; // whose lock goes when it is closed
+    FileHandle folder_; // whose lock goes when it is closed
 };
 
 std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string& path)
@@ -100,25 +100,28 @@ void setValue(GKeyFile* keys, const std::string& name, const FeatureValue& value
 
 } // namespace
 
-std::map<std::string, std::string> FeatureFile::read() const { return valuesOf(readKeys(ownPath), ownPath); }
+std::map<std::string, std::string> FeatureFile::read() const
+{
+    return valuesOf(readKeys(ownPath_), ownPath_);
+}
 
 void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
 {
-    const std::filesystem::path folder = std::filesystem::path(ownPath).parent_path();
+    const std::filesystem::path folder = std::filesystem::path(ownPath_).parent_path();
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     if (failure)
-        throw unwritable(ownPath, systemReason(failure.value()));
+        throw unwritable(ownPath_, systemReason(failure.value()));
     const FolderLock lock(folder.string());
-    const Keys keys = readKeys(ownPath);
-    valuesOf(keys, ownPath); // what cannot be read is not written over
+    const Keys keys = readKeys(ownPath_);
+    valuesOf(keys, ownPath_); // what cannot be read is not written over
     for (const auto& [name, value] : values)
         setValue(keys.get(), name, value);
     gsize length = 0;
     const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
-    AtomicFile file(ownPath);
+    AtomicFile file(ownPath_);
     if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0)
-        throw unwritable(ownPath, systemReason(errno));
+        throw unwritable(ownPath_, systemReason(errno));
     file.write(std::string_view(text.get(), length));
     file.commit();
 }

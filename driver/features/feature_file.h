@@ -20,9 +20,9 @@ using FeatureValue = std::variant<int, std::string>;
 /// It may hold a credit card number, so only its owner can read it.
 class FeatureFile {
 public:
-    explicit FeatureFile(std::string filePath) : ownPath(std::move(filePath)) {}
+    explicit FeatureFile(std::string filePath) : ownPath_(std::move(filePath)) {}
 
-    const std::string& path() const { return ownPath; }
+    const std::string& path() const { return ownPath_; }
 
     /// All values as texts; none when there is no such file. Throws quelm::Error when the file
     /// cannot be read or is damaged.
@@ -35,7 +35,7 @@ public:
     void write(const std::map<std::string, FeatureValue>& values) const;
 
 private:
-    std::string ownPath;
+    std::string ownPath_;
 };
 
 } // namespace quelm

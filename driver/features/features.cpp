@@ -164,7 +164,7 @@ bool takeKept(Widget& widget, const std::string& kept)
 
 std::optional<int> Features::number(std::string_view name) const
 {
-    const Widget* widget = tree.find(name);
+    const Widget* widget = tree_.find(name);
     if (widget == nullptr)
         return std::nullopt;
     if (widget->hasFlag())
@@ -174,7 +174,7 @@ std::optional<int> Features::number(std::string_view name) const
 
 int Features::setDefaults(std::string_view tokenList)
 {
-    return forEachFeature(tree, tokenList, [](Widget& widget) {
+    return forEachFeature(tree_, tokenList, [](Widget& widget) {
         const std::optional<FeatureValue> value = defaultOf(widget);
         return value && setValue(widget, *value);
     });
@@ -182,19 +182,19 @@ int Features::setDefaults(std::string_view tokenList)
 
 int Features::save(std::string_view tokenList)
 {
-    return forEachFeature(tree, tokenList, [this](Widget& widget) {
+    return forEachFeature(tree_, tokenList, [this](Widget& widget) {
         const std::optional<FeatureValue> value = valueOf(widget);
         if (value)
-            saved[&widget] = *value;
+            saved_[&widget] = *value;
         return value.has_value();
     });
 }
 
 int Features::restore(std::string_view tokenList)
 {
-    return forEachFeature(tree, tokenList, [this](Widget& widget) {
-        const auto found = saved.find(&widget);
-        return found != saved.end() && setValue(widget, found->second);
+    return forEachFeature(tree_, tokenList, [this](Widget& widget) {
+        const auto found = saved_.find(&widget);
+        return found != saved_.end() && setValue(widget, found->second);
     });
 }
 
@@ -202,9 +202,9 @@ void Features::setAllDefaults()
 {
     // All other defaults are what widgets are built with.
     for (const Default& entry : defaults)
-        if (Widget* widget = tree.find(entry.name))
+        if (Widget* widget = tree_.find(entry.name))
             setValue(*widget, entry.value);
-    written = keptValues();
+    written_ = keptValues();
 }
 
 void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
@@ -220,7 +220,7 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
         values.clear();
     for (const std::string_view name : keptNames) {
         const auto kept = values.find(std::string(name));
-        Widget* widget = tree.find(name);
+        Widget* widget = tree_.find(name);
         if (kept != values.end() && widget != nullptr && !takeKept(*widget, kept->second)) {
             log(Severity::warning,
                 // Translators: a value, the name of its option and the file that keeps it.
@@ -228,32 +228,32 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
                           kept->first, source.path()));
         }
     }
-    written = keptValues();
+    written_ = keptValues();
     if (keepChanges)
-        file = source;
+        file_ = source;
 }
 
 void Features::keep()
 {
-    if (!file)
+    if (!file_)
         return;
     const std::map<std::string, FeatureValue> now = keptValues();
     std::map<std::string, FeatureValue> changed;
     for (const auto& [name, value] : now) {
-        const auto before = written.find(name);
-        if (before == written.end() || before->second != value)
+        const auto before = written_.find(name);
+        if (before == written_.end() || before->second != value)
             changed.emplace(name, value);
     }
     if (changed.empty())
         return;
     try {
-        file->write(changed);
-        written = now;
-        lastFailure.clear();
+        file_->write(changed);
+        written_ = now;
+        lastFailure_.clear();
     } catch (const Error& error) {
-        if (lastFailure != error.what()) {
-            lastFailure = error.what();
-            log(Severity::error, lastFailure);
+        if (lastFailure_ != error.what()) {
+            lastFailure_ = error.what();
+            log(Severity::error, lastFailure_);
         }
     }
 }
@@ -262,7 +262,7 @@ std::map<std::string, FeatureValue> Features::keptValues() const
 {
     std::map<std::string, FeatureValue> values;
     for (const std::string_view name : keptNames) {
-        const Widget* widget = tree.find(name);
+        const Widget* widget = tree_.find(name);
         if (widget != nullptr) {
             if (std::optional<FeatureValue> value = valueOf(*widget))
                 values.emplace(name, std::move(*value));

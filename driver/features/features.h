@@ -19,7 +19,7 @@ namespace quelm {
 /// Names in token lists (",A,B,C,") that name no such widget are passed over.
 class Features {
 public:
-    explicit Features(WidgetTree& widgetTree) : tree(widgetTree) {}
+    explicit Features(WidgetTree& widgetTree) : tree_(widgetTree) {}
 
     /// The number that a feature has: an index, 0 or 1 of a box or radio item, a spin box's number,
     /// a list's selected row. Nothing for an unknown feature or one that is a text.
@@ -47,11 +47,11 @@ public:
 private:
     std::map<std::string, FeatureValue> keptValues() const;
 
-    WidgetTree& tree;
-    std::map<const Widget*, FeatureValue> saved;
-    std::optional<FeatureFile> file;             // where changes go
-    std::map<std::string, FeatureValue> written; // what the file, or the defaults, say
-    std::string lastFailure;
+    WidgetTree& tree_;
+    std::map<const Widget*, FeatureValue> saved_;
+    std::optional<FeatureFile> file_;             // where changes go
+    std::map<std::string, FeatureValue> written_; // what the file, or the defaults, say
+    std::string lastFailure_;
 };
 
 } // namespace quelm

@@ -14,22 +14,22 @@ namespace {
 /// Counts the calls that stand within each other.
 class Nesting {
 public:
-    explicit Nesting(int& counted) : depth(counted) { ++depth; }
-    ~Nesting() { --depth; }
+    explicit Nesting(int& counted) : depth_(counted) { ++depth_; }
+    ~Nesting() { --depth_; }
     Nesting(const Nesting&) = delete;
     Nesting& operator=(const Nesting&) = delete;
 
 private:
-    int& depth;
+    int& depth_;
 };
 
 } // namespace
 
 bool CallGuard::run(std::string_view what, const std::function<void()>& call)
 {
-    if (depth == 0 && beforeCall)
-        beforeCall();
-    const Nesting nesting(depth);
+    if (depth_ == 0 && beforeCall_)
+        beforeCall_();
+    const Nesting nesting(depth_);
     std::string reason;
     try {
         call();
@@ -40,7 +40,7 @@ bool CallGuard::run(std::string_view what, const std::function<void()>& call)
         // Anything may be thrown; the name of what was called is all that is known then.
         reason = localized("an exception of an unknown kind");
     }
-    ++failureCount;
+    ++failureCount_;
     // Translators: %s is the function that was called, or "the answer to a question".
     log(Severity::error, localized("the component failed in %s: %s", what, reason));
     return false;

@@ -16,16 +16,16 @@ public:
     bool run(std::string_view what, const std::function<void()>& call);
 
     /// How many calls ended in an exception.
-    int failures() const { return failureCount; }
+    int failures() const { return failureCount_; }
 
     /// `action` runs ahead of each call from now on, but not ahead of calls within a call: once for
     /// each thing that a user does. An empty one is none.
-    void setBeforeCall(std::function<void()> action) { beforeCall = std::move(action); }
+    void setBeforeCall(std::function<void()> action) { beforeCall_ = std::move(action); }
 
 private:
-    int failureCount = 0;
-    int depth = 0;
-    std::function<void()> beforeCall;
+    int failureCount_ = 0;
+    int depth_ = 0;
+    std::function<void()> beforeCall_;
 };
 
 } // namespace quelm

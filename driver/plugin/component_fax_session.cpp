@@ -32,11 +32,12 @@ void* job() { return pFaxSession; }
 // Tarvik40Fax::setFaxParameter(char*, void*), getFaxParameter(char*, void*), CheckFaxInfo(),
 // serializeFaxJob(AbstractPDLWriter*), serializeFaxCoverSheet(AbstractPDLWriter*).
 ComponentFaxSession::ComponentFaxSession(const ComponentLibrary& library, CallGuard& callGuard)
-    : guard(callGuard), setFaxParameter(member<Parameter>(library, "_ZN11Tarvik40Fax15setFaxParameterEPcPv")),
-      getFaxParameter(member<Parameter>(library, "_ZN11Tarvik40Fax15getFaxParameterEPcPv")),
-      checkFaxInfo(member<Check>(library, "_ZN11Tarvik40Fax12CheckFaxInfoEv")),
-      serializeFaxJob(member<Serialize>(library, "_ZN11Tarvik40Fax15serializeFaxJobEP17AbstractPDLWriter")),
-      serializeFaxCoverSheet(
+    : guard_(callGuard),
+      setFaxParameter_(member<Parameter>(library, "_ZN11Tarvik40Fax15setFaxParameterEPcPv")),
+      getFaxParameter_(member<Parameter>(library, "_ZN11Tarvik40Fax15getFaxParameterEPcPv")),
+      checkFaxInfo_(member<Check>(library, "_ZN11Tarvik40Fax12CheckFaxInfoEv")),
+      serializeFaxJob_(member<Serialize>(library, "_ZN11Tarvik40Fax15serializeFaxJobEP17AbstractPDLWriter")),
+      serializeFaxCoverSheet_(
           member<Serialize>(library, "_ZN11Tarvik40Fax22serializeFaxCoverSheetEP17AbstractPDLWriter"))
 {
     if (job() == nullptr)
@@ -45,19 +46,19 @@ ComponentFaxSession::ComponentFaxSession(const ComponentLibrary& library, CallGu
 
 void ComponentFaxSession::setPdl(Pdl pdl)
 {
-    guard.run("setFaxParameter", [&] {
+    guard_.run("setFaxParameter", [&] {
         std::string key = "PDLMode";
         std::string mode = pdl == Pdl::pjl ? "PJL" : "DSC";
-        setFaxParameter(job(), key.data(), mode.data());
+        setFaxParameter_(job(), key.data(), mode.data());
     });
 }
 
 bool ComponentFaxSession::coverPageChosen()
 {
     unsigned char chosen = 0; // the component writes one byte
-    guard.run("getFaxParameter", [&] {
+    guard_.run("getFaxParameter", [&] {
         std::string key = "flFaxCoverPage";
-        if (!getFaxParameter(job(), key.data(), &chosen))
+        if (!getFaxParameter_(job(), key.data(), &chosen))
             chosen = 0;
     });
     return chosen != 0;
@@ -66,24 +67,24 @@ bool ComponentFaxSession::coverPageChosen()
 bool ComponentFaxSession::checkInfo()
 {
     bool complete = false;
-    guard.run("CheckFaxInfo", [&] { complete = checkFaxInfo(job()) != 0; });
+    guard_.run("CheckFaxInfo", [&] { complete = checkFaxInfo_(job()) != 0; });
     return complete;
 }
 
 bool ComponentFaxSession::serializeJob(AbstractPDLWriter& writer)
 {
-    return write("serializeFaxJob", serializeFaxJob, writer);
+    return write("serializeFaxJob", serializeFaxJob_, writer);
 }
 
 bool ComponentFaxSession::serializeCoverSheet(AbstractPDLWriter& writer)
 {
-    return write("serializeFaxCoverSheet", serializeFaxCoverSheet, writer);
+    return write("serializeFaxCoverSheet", serializeFaxCoverSheet_, writer);
 }
 
 bool ComponentFaxSession::write(const char* what, Serialize function, AbstractPDLWriter& writer)
 {
     bool written = false;
-    guard.run(what, [&] { written = function(job(), &writer) != 0; });
+    guard_.run(what, [&] { written = function(job(), &writer) != 0; });
     return written;
 }
 

@@ -31,12 +31,12 @@ private:
 
     bool write(const char* what, Serialize function, AbstractPDLWriter& writer);
 
-    CallGuard& guard;
-    Parameter setFaxParameter;
-    Parameter getFaxParameter;
-    Check checkFaxInfo;
-    Serialize serializeFaxJob;
-    Serialize serializeFaxCoverSheet;
+    CallGuard& guard_;
+    Parameter setFaxParameter_;
+    Parameter getFaxParameter_;
+    Check checkFaxInfo_;
+    Serialize serializeFaxJob_;
+    Serialize serializeFaxCoverSheet_;
 };
 
 } // namespace quelm

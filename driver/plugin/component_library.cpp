@@ -44,13 +44,13 @@ std::string loaderMessage(const std::string& file)
 void ComponentLibrary::Unloader::operator()(void* handle) const { ::dlclose(handle); }
 
 ComponentLibrary::ComponentLibrary(const std::string& givenFile)
-    : file(std::filesystem::absolute(givenFile).string())
+    : file_(std::filesystem::absolute(givenFile).string())
 {
-    if (const std::string problem = problemOfSharedObject(file); !problem.empty())
-        throw cannotLoad(file, problem);
-    library.reset(::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL));
-    if (library == nullptr)
-        throw cannotLoad(file, loaderMessage(file));
+    if (const std::string problem = problemOfSharedObject(file_); !problem.empty())
+        throw cannotLoad(file_, problem);
+    library_.reset(::dlopen(file_.c_str(), RTLD_NOW | RTLD_LOCAL));
+    if (library_ == nullptr)
+        throw cannotLoad(file_, loaderMessage(file_));
     checkDescriptors();
     readExportList();
 }
@@ -61,7 +61,7 @@ bool ComponentLibrary::start(CallGuard& guard)
 {
     // Marks the library as one that stays. There is no entry that takes back what starting did, and
     // objects of the component would be lost, or call into nowhere, without its code and data.
-    static_cast<void>(::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD | RTLD_NODELETE));
+    static_cast<void>(::dlopen(file_.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD | RTLD_NODELETE));
     const auto entryPoint = reinterpret_cast<host::EntryPoint>(symbol(host::entryPointSymbol));
     bool ready = false;
     guard.run(host::entryPointSymbol, [&] { ready = entryPoint() != 0; });
@@ -79,37 +79,37 @@ const char* ComponentLibrary::version() const { return text(host::versionSymbol)
 
 void* ComponentLibrary::exported(std::string_view name) const
 {
-    const auto found = std::find(exports.begin(), exports.end(), name);
-    return found == exports.end() ? nullptr : symbol(found->c_str());
+    const auto found = std::find(exports_.begin(), exports_.end(), name);
+    return found == exports_.end() ? nullptr : symbol(found->c_str());
 }
 
-void* ComponentLibrary::symbol(const char* name) const { return ::dlsym(library.get(), name); }
+void* ComponentLibrary::symbol(const char* name) const { return ::dlsym(library_.get(), name); }
 
 void ComponentLibrary::checkDescriptors() const
 {
     for (const char* name : descriptorObjects) {
         if (symbol(name) == nullptr)
-            throw notAComponent(file, localized("it lacks the descriptor object %s", name));
+            throw notAComponent(file_, localized("it lacks the descriptor object %s", name));
         if (text(name) == nullptr)
-            throw notAComponent(file, localized("its descriptor object %s is empty", name));
+            throw notAComponent(file_, localized("its descriptor object %s is empty", name));
     }
     if (symbol(host::entryPointSymbol) == nullptr)
-        throw notAComponent(file, localized("it lacks the entry point %s", host::entryPointSymbol));
+        throw notAComponent(file_, localized("it lacks the entry point %s", host::entryPointSymbol));
 }
 
 void ComponentLibrary::readExportList()
 {
     const std::string_view list = text(host::exportListSymbol);
     if (list.size() < 2 || list.front() != ',' || list.back() != ',') {
-        throw notAComponent(file, localized("its export list %s does not begin and end with a comma",
-                                            host::exportListSymbol));
+        throw notAComponent(file_, localized("its export list %s does not begin and end with a comma",
+                                             host::exportListSymbol));
     }
     for (std::size_t start = 1; start < list.size();) {
         const std::size_t end = list.find(',', start);
-        exports.emplace_back(list.substr(start, end - start));
-        if (symbol(exports.back().c_str()) == nullptr) {
+        exports_.emplace_back(list.substr(start, end - start));
+        if (symbol(exports_.back().c_str()) == nullptr) {
             throw notAComponent(
-                file, localized("it lacks the entry point %s that its export list names", exports.back()));
+                file_, localized("it lacks the entry point %s that its export list names", exports_.back()));
         }
         start = end + 1;
     }

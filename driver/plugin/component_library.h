@@ -33,7 +33,7 @@ public:
     /// Calls the entry point; false when the component is not ready or threw.
     bool start(CallGuard& guard);
 
-    const std::string& path() const { return file; }
+    const std::string& path() const { return file_; }
 
     /// The text of a descriptor object ("_QuelmSOVersion"). It belongs to the library.
     const char* text(const char* descriptorObject) const;
@@ -41,7 +41,7 @@ public:
     const char* version() const;
 
     /// The functions that a host may call by name, in the component's order.
-    const std::vector<std::string>& exportList() const { return exports; }
+    const std::vector<std::string>& exportList() const { return exports_; }
     /// A function of the export list, null when `name` does not stand there.
     void* exported(std::string_view name) const;
 
@@ -56,9 +56,9 @@ private:
     void checkDescriptors() const;
     void readExportList();
 
-    std::string file;
-    std::unique_ptr<void, Unloader> library;
-    std::vector<std::string> exports;
+    std::string file_;
+    std::unique_ptr<void, Unloader> library_;
+    std::vector<std::string> exports_;
 };
 
 } // namespace quelm

@@ -19,23 +19,23 @@ _GtkDialog* dialogHandle(const int& number)
 
 void Questions::ask(int kind, host::ResponseCallback response, std::string text)
 {
-    open.push_back({++lastNumber, kind, response, std::move(text)});
+    open_.push_back({++lastNumber_, kind, response, std::move(text)});
     tell();
 }
 
-const Question* Questions::top() const { return open.empty() ? nullptr : &open.back(); }
+const Question* Questions::top() const { return open_.empty() ? nullptr : &open_.back(); }
 
 bool Questions::answerTop(bool yes)
 {
-    if (open.empty())
+    if (open_.empty())
         return false;
-    const int number = open.back().number;
-    const host::ResponseCallback response = open.back().response;
+    const int number = open_.back().number;
+    const host::ResponseCallback response = open_.back().response;
     if (response != nullptr) {
-        const std::optional<int> before = std::exchange(answering, number);
-        guard.run(localized("the answer to a question"),
-                  [&] { response(dialogHandle(number), yes ? host::responseYes : host::responseNo); });
-        answering = before;
+        const std::optional<int> before = std::exchange(answering_, number);
+        guard_.run(localized("the answer to a question"),
+                   [&] { response(dialogHandle(number), yes ? host::responseYes : host::responseNo); });
+        answering_ = before;
     }
     close(number);
     return true;
@@ -43,24 +43,24 @@ bool Questions::answerTop(bool yes)
 
 void Questions::closeCurrent()
 {
-    if (answering)
-        close(*answering);
-    else if (!open.empty())
-        close(open.back().number);
+    if (answering_)
+        close(*answering_);
+    else if (!open_.empty())
+        close(open_.back().number);
 }
 
 void Questions::close(int number)
 {
     const auto removed =
-        std::erase_if(open, [number](const Question& question) { return question.number == number; });
+        std::erase_if(open_, [number](const Question& question) { return question.number == number; });
     if (removed != 0)
         tell();
 }
 
 void Questions::tell() const
 {
-    if (changed)
-        changed();
+    if (changed_)
+        changed_();
 }
 
 } // namespace quelm

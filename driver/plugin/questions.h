@@ -25,7 +25,7 @@ class Questions {
 public:
     static constexpr int yesNoKind = 3;
 
-    explicit Questions(CallGuard& callGuard) : guard(callGuard) {}
+    explicit Questions(CallGuard& callGuard) : guard_(callGuard) {}
 
     /// Puts a question on top.
     void ask(int kind, host::ResponseCallback response, std::string text);
@@ -43,17 +43,17 @@ public:
     void closeCurrent();
 
     /// Called whenever a question was asked or closed; for front ends.
-    void setObserver(std::function<void()> observer) { changed = std::move(observer); }
+    void setObserver(std::function<void()> observer) { changed_ = std::move(observer); }
 
 private:
     void close(int number);
     void tell() const;
 
-    CallGuard& guard;
-    std::vector<Question> open;
-    std::optional<int> answering; // the number of the question whose callback is running
-    int lastNumber = 0;
-    std::function<void()> changed;
+    CallGuard& guard_;
+    std::vector<Question> open_;
+    std::optional<int> answering_; // the number of the question whose callback is running
+    int lastNumber_ = 0;
+    std::function<void()> changed_;
 };
 
 } // namespace quelm

@@ -63,7 +63,7 @@ struct RecordStore::Change {
     Record record; ///< for `remove` the key alone
 };
 
-RecordStore::RecordStore(const std::string& path, Access wanted) : file(path), access(wanted)
+RecordStore::RecordStore(const std::string& path, Access wanted) : file_(path), access_(wanted)
 {
     // A file size limit is to be reported like a full disk, not to end the program.
     struct sigaction present {};
@@ -91,24 +91,24 @@ void RecordStore::create(const std::string& path)
 
 void RecordStore::reconnect()
 {
-    connection.reset();
-    inTransaction = false;
-    pending.clear();
-    index.clear();
-    list.clear();
-    wording(file, Action::open, [&] {
-        const std::string absolute = phonebook_file::requirePhonebook(file);
+    connection_.reset();
+    inTransaction_ = false;
+    pending_.clear();
+    index_.clear();
+    list_.clear();
+    wording(file_, Action::open, [&] {
+        const std::string absolute = phonebook_file::requirePhonebook(file_);
         std::unique_ptr<Connection> made;
         const auto connect = [&](int flags) { made = std::make_unique<Connection>(absolute, flags); };
-        connect(access == Access::read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-        if (access == Access::readWrite && sqlite3_db_readonly(made->database.get(), "main") != 0)
+        connect(access_ == Access::read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+        if (access_ == Access::readWrite && sqlite3_db_readonly(made->database.get(), "main") != 0)
             throw sqlite::Failure{SQLITE_READONLY, 0, ""};
         try {
             if (!phonebook_file::holdsPhonebook(made->database))
                 throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};
         } catch (const sqlite::Failure& failure) {
             // A writer died in the middle of saving. Undoing that takes a writable connection.
-            if (access == Access::readWrite || failure.code != SQLITE_READONLY_ROLLBACK)
+            if (access_ == Access::readWrite || failure.code != SQLITE_READONLY_ROLLBACK)
                 throw;
             connect(SQLITE_OPEN_READWRITE);
             if (!phonebook_file::holdsPhonebook(made->database))
@@ -116,15 +116,15 @@ void RecordStore::reconnect()
             connect(SQLITE_OPEN_READONLY);
         }
         load(*made);
-        connection = std::move(made);
+        connection_ = std::move(made);
     });
 }
 
 void RecordStore::load(Connection& from)
 {
-    pending.clear();
-    index.clear();
-    list.clear();
+    pending_.clear();
+    index_.clear();
+    list_.clear();
     sqlite::run(from.database, "BEGIN");
     sqlite::Statement version(from.database, "PRAGMA data_version");
     version.step();
@@ -132,7 +132,7 @@ void RecordStore::load(Connection& from)
     version.reset();
     sqlite::Statement records(from.database, "SELECT key, data FROM record ORDER BY position");
     while (records.step())
-        list.push_back({records.bytes(0), records.bytes(1)});
+        list_.push_back({records.bytes(0), records.bytes(1)});
     records.reset();
     sqlite::run(from.database, "COMMIT");
     indexRecords();
@@ -140,10 +140,10 @@ void RecordStore::load(Connection& from)
 
 void RecordStore::indexRecords()
 {
-    index.clear();
-    index.reserve(list.size());
-    for (std::size_t at = 0; at < list.size(); ++at)
-        index.emplace(list[at].key, at);
+    index_.clear();
+    index_.reserve(list_.size());
+    for (std::size_t at = 0; at < list_.size(); ++at)
+        index_.emplace(list_[at].key, at);
 }
 
 void RecordStore::refresh()
@@ -152,15 +152,15 @@ void RecordStore::refresh()
         reconnect();
         return;
     }
-    const bool dropped = inTransaction || !pending.empty();
-    connection->rollBack();
-    inTransaction = false;
+    const bool dropped = inTransaction_ || !pending_.empty();
+    connection_->rollBack();
+    inTransaction_ = false;
     try {
-        sqlite::Statement version(connection->database, "PRAGMA data_version");
-        if (version.step() && version.number(0) == connection->version && !dropped)
+        sqlite::Statement version(connection_->database, "PRAGMA data_version");
+        if (version.step() && version.number(0) == connection_->version && !dropped)
             return;
         version.reset();
-        load(*connection);
+        load(*connection_);
     } catch (const sqlite::Failure&) {
         // Another program may have died in the middle of saving: opening the file undoes that.
         reconnect();
@@ -169,41 +169,41 @@ void RecordStore::refresh()
 
 std::optional<std::size_t> RecordStore::find(std::string_view key) const
 {
-    const auto found = index.find(key);
-    return found == index.end() ? std::nullopt : std::optional(found->second);
+    const auto found = index_.find(key);
+    return found == index_.end() ? std::nullopt : std::optional(found->second);
 }
 
 bool RecordStore::isSameFile() const
 {
     struct stat present {};
-    return connection && stat(file.c_str(), &present) == 0 && present.st_dev == connection->identity.st_dev &&
-           present.st_ino == connection->identity.st_ino;
+    return connection_ && stat(file_.c_str(), &present) == 0 &&
+           present.st_dev == connection_->identity.st_dev && present.st_ino == connection_->identity.st_ino;
 }
 
 void RecordStore::beginChange()
 {
-    if (access == Access::read)
-        fail(file, Action::save, localized("it was opened for reading only"));
+    if (access_ == Access::read)
+        fail(file_, Action::save, localized("it was opened for reading only"));
     if (!isSameFile())
-        fail(file, Action::save, localized("the file was removed or replaced; open it again"));
-    if (inTransaction)
+        fail(file_, Action::save, localized("the file was removed or replaced; open it again"));
+    if (inTransaction_)
         return;
-    sqlite::run(connection->database, "BEGIN IMMEDIATE");
-    inTransaction = true;
-    for (const Change& change : pending)
+    sqlite::run(connection_->database, "BEGIN IMMEDIATE");
+    inTransaction_ = true;
+    for (const Change& change : pending_)
         apply(change);
 }
 
 /// Makes the change in the open transaction. True when it touched a record.
 bool RecordStore::apply(const Change& change)
 {
-    const sqlite::Database& database = connection->database;
+    const sqlite::Database& database = connection_->database;
     switch (change.kind) {
     case Change::Kind::save: {
-        if (!connection->upsert)
-            connection->upsert.emplace(database, "INSERT INTO record(key, data) VALUES(?1, ?2) "
-                                                 "ON CONFLICT(key) DO UPDATE SET data = excluded.data");
-        sqlite::Statement& upsert = *connection->upsert;
+        if (!connection_->upsert)
+            connection_->upsert.emplace(database, "INSERT INTO record(key, data) VALUES(?1, ?2) "
+                                                  "ON CONFLICT(key) DO UPDATE SET data = excluded.data");
+        sqlite::Statement& upsert = *connection_->upsert;
         upsert.reset();
         upsert.bind(1, change.record.key);
         upsert.bind(2, change.record.data);
@@ -226,11 +226,11 @@ bool RecordStore::apply(const Change& change)
 
 bool RecordStore::make(Change change)
 {
-    return wording(file, Action::save, [&] {
+    return wording(file_, Action::save, [&] {
         try {
             beginChange();
             const bool touched = apply(change);
-            pending.push_back(std::move(change));
+            pending_.push_back(std::move(change));
             return touched;
         } catch (...) {
             giveUpTransaction();
@@ -242,33 +242,33 @@ bool RecordStore::make(Change change)
 /// Lets others save again. What is pending goes into the next transaction.
 void RecordStore::giveUpTransaction()
 {
-    if (connection) {
-        if (connection->upsert)
-            connection->upsert->reset();
-        connection->rollBack();
+    if (connection_) {
+        if (connection_->upsert)
+            connection_->upsert->reset();
+        connection_->rollBack();
     }
-    inTransaction = false;
+    inTransaction_ = false;
 }
 
 void RecordStore::save(Record record)
 {
     if (record.key.empty())
-        fail(file, Action::save, localized("a record has no key; give it a name"));
+        fail(file_, Action::save, localized("a record has no key; give it a name"));
     make({Change::Kind::save, record});
     if (const auto at = find(record.key)) {
-        list[*at].data = std::move(record.data);
+        list_[*at].data = std::move(record.data);
         return;
     }
-    list.push_back(std::move(record));
-    index.emplace(list.back().key, list.size() - 1);
+    list_.push_back(std::move(record));
+    index_.emplace(list_.back().key, list_.size() - 1);
 }
 
 bool RecordStore::remove(const std::string& key)
 {
     const bool removed = make({Change::Kind::remove, {key, ""}});
     if (const auto at = find(key)) {
-        index.clear();
-        list.erase(list.begin() + static_cast<std::ptrdiff_t>(*at));
+        index_.clear();
+        list_.erase(list_.begin() + static_cast<std::ptrdiff_t>(*at));
         indexRecords();
     }
     return removed;
@@ -277,25 +277,25 @@ bool RecordStore::remove(const std::string& key)
 void RecordStore::clear()
 {
     make({Change::Kind::clear, {}});
-    index.clear();
-    list.clear();
+    index_.clear();
+    list_.clear();
 }
 
 void RecordStore::commit()
 {
-    if (pending.empty())
+    if (pending_.empty())
         return;
-    wording(file, Action::save, [&] {
+    wording(file_, Action::save, [&] {
         try {
             beginChange();
-            sqlite::run(connection->database, "COMMIT");
+            sqlite::run(connection_->database, "COMMIT");
         } catch (...) {
             giveUpTransaction();
             throw;
         }
     });
-    inTransaction = false;
-    pending.clear();
+    inTransaction_ = false;
+    pending_.clear();
 }
 
 void setDatabasePatience(std::chrono::milliseconds longest) { patience = longest; }

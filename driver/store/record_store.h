@@ -44,7 +44,7 @@ public:
 
     /// In the order in which the keys were first saved. References stay valid until `refresh`,
     /// `remove` or `clear`; a text until its record is saved again.
-    const std::deque<Record>& records() const { return list; }
+    const std::deque<Record>& records() const { return list_; }
 
     /// The index in `records` of the record with that key.
     std::optional<std::size_t> find(std::string_view key) const;
@@ -63,7 +63,7 @@ public:
     /// failure they are kept and go into the file with the next `commit`.
     void commit();
 
-    const std::string& path() const { return file; }
+    const std::string& path() const { return file_; }
 
 private:
     struct Connection;
@@ -78,13 +78,13 @@ private:
     bool make(Change change);
     void giveUpTransaction();
 
-    std::string file;
-    Access access;
-    std::unique_ptr<Connection> connection;
-    std::deque<Record> list;
-    std::unordered_map<std::string_view, std::size_t> index; ///< keys are those of `list`
-    std::vector<Change> pending;                             ///< since the last commit
-    bool inTransaction = false;
+    std::string file_;
+    Access access_;
+    std::unique_ptr<Connection> connection_;
+    std::deque<Record> list_;
+    std::unordered_map<std::string_view, std::size_t> index_; ///< keys are those of `list`
+    std::vector<Change> pending_;                             ///< since the last commit
+    bool inTransaction_ = false;
 };
 
 /// How long opening and saving wait for another driver that is saving to the same file; 5 s unless

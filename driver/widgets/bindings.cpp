@@ -61,14 +61,14 @@ void apply(const WidgetTree& tree, const Rule& rule)
 
 } // namespace
 
-Bindings::Bindings(WidgetTree& widgetTree) : tree(widgetTree) { tree.addObserver(*this); }
+Bindings::Bindings(WidgetTree& widgetTree) : tree_(widgetTree) { tree_.addObserver(*this); }
 
-Bindings::~Bindings() { tree.removeObserver(*this); }
+Bindings::~Bindings() { tree_.removeObserver(*this); }
 
 void Bindings::applyAll()
 {
     for (const Rule& rule : rules)
-        apply(tree, rule);
+        apply(tree_, rule);
 }
 
 void Bindings::changed(Widget& widget, WidgetChange what)
@@ -81,7 +81,7 @@ void Bindings::changed(Widget& widget, WidgetChange what)
                 return !condition.option.empty() && condition.option == widget.name();
             });
         if (dependsOnIt)
-            apply(tree, rule);
+            apply(tree_, rule);
     }
 }
 

@@ -21,7 +21,7 @@ public:
     void changed(Widget& widget, WidgetChange what) override;
 
 private:
-    WidgetTree& tree;
+    WidgetTree& tree_;
 };
 
 } // namespace quelm

@@ -41,7 +41,7 @@ Widget::Attributes attributesOf(const pugi::xml_node& element)
 /// Builds widgets with all that stands in them.
 class DefinitionReader {
 public:
-    explicit DefinitionReader(WidgetListener& changeListener) : listener(changeListener) {}
+    explicit DefinitionReader(WidgetListener& changeListener) : listener_(changeListener) {}
 
     std::unique_ptr<Widget> widget(const pugi::xml_node& element, Widget* parent, int depth) const
     {
@@ -55,16 +55,16 @@ public:
                                       ? localized("%s stands outside a DialogWindow", describe(element))
                                       : localized("%s stands inside another widget", describe(element)));
         }
-        auto built = std::make_unique<Widget>(listener, *kind, element.attribute("Name").value(),
+        auto built = std::make_unique<Widget>(listener_, *kind, element.attribute("Name").value(),
                                               attributesOf(element), parent);
         for (const pugi::xml_node& child : element.children())
             if (child.type() == pugi::node_element)
-                built->ownChildren.push_back(widget(child, built.get(), depth + 1));
+                built->ownChildren_.push_back(widget(child, built.get(), depth + 1));
         return built;
     }
 
 private:
-    WidgetListener& listener;
+    WidgetListener& listener_;
 };
 
 std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetListener& listener,
@@ -80,7 +80,7 @@ std::vector<std::unique_ptr<Widget>> windowsOfDefinition(WidgetListener& listene
     const pugi::xml_node root = document.document_element();
     if (std::strcmp(root.name(), "XmlGuiDefinition") != 0)
         throw definitionError(localized("its root element is \"%s\", not \"XmlGuiDefinition\"", root.name()));
-    if (root.next_sibling())
+    if (!root.next_sibling().empty())
         throw definitionError(localized("something stands behind its root element"));
     std::vector<std::unique_ptr<Widget>> windows;
     const DefinitionReader reader(listener);

@@ -7,29 +7,29 @@ namespace quelm {
 
 void Rows::add(const char* const* cells)
 {
-    const std::size_t startsBefore = starts.size();
-    const std::size_t textsBefore = texts.size();
+    const std::size_t startsBefore = starts_.size();
+    const std::size_t textsBefore = texts_.size();
     try {
         bool ended = cells == nullptr;
-        for (std::size_t column = 0; column < columnTotal; ++column) {
+        for (std::size_t column = 0; column < columnTotal_; ++column) {
             ended = ended || cells[column] == nullptr;
             const char* text = ended ? "" : cells[column];
-            starts.push_back(texts.size());
-            texts.insert(texts.end(), text, text + std::strlen(text) + 1);
+            starts_.push_back(texts_.size());
+            texts_.insert(texts_.end(), text, text + std::strlen(text) + 1);
         }
     } catch (...) {
-        starts.resize(startsBefore);
-        texts.resize(textsBefore);
+        starts_.resize(startsBefore);
+        texts_.resize(textsBefore);
         throw;
     }
-    ++rowTotal;
+    ++rowTotal_;
 }
 
 void Rows::clear()
 {
-    rowTotal = 0;
-    texts.clear();
-    starts.clear();
+    rowTotal_ = 0;
+    texts_.clear();
+    starts_.clear();
 }
 
 } // namespace quelm

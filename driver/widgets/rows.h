@@ -12,10 +12,10 @@ namespace quelm {
 /// texts behind those of the row before and, once the blocks have grown, allocates nothing.
 class Rows {
 public:
-    explicit Rows(std::size_t columnCount) : columnTotal(columnCount) {}
+    explicit Rows(std::size_t columnCount) : columnTotal_(columnCount) {}
 
-    std::size_t columnCount() const { return columnTotal; }
-    std::size_t count() const { return rowTotal; }
+    std::size_t columnCount() const { return columnTotal_; }
+    std::size_t count() const { return rowTotal_; }
 
     /// Appends a row. Reads as many entries of `cells` as there are columns, or stops at the first
     /// null entry; missing cells are empty. On an exception the rows are as before.
@@ -28,14 +28,14 @@ public:
     /// and are in range.
     const char* cell(std::size_t row, std::size_t column) const
     {
-        return texts.data() + starts[row * columnTotal + column];
+        return texts_.data() + starts_[row * columnTotal_ + column];
     }
 
 private:
-    std::size_t columnTotal;
-    std::size_t rowTotal = 0;
-    std::vector<char> texts;         // cells one after the other, each with its terminator
-    std::vector<std::size_t> starts; // where each cell begins in `texts`, row by row
+    std::size_t columnTotal_;
+    std::size_t rowTotal_ = 0;
+    std::vector<char> texts_;         // cells one after the other, each with its terminator
+    std::vector<std::size_t> starts_; // where each cell begins in `texts`, row by row
 };
 
 } // namespace quelm

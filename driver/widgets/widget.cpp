@@ -77,31 +77,31 @@ const char* kindName(WidgetKind kind)
 
 Widget::Widget(WidgetListener& changeListener, WidgetKind widgetKind, std::string widgetName,
                Attributes widgetAttributes, Widget* parentWidget)
-    : listener(changeListener), ownKind(widgetKind), ownName(std::move(widgetName)),
-      ownAttributes(std::move(widgetAttributes)), ownParent(parentWidget)
+    : listener_(changeListener), ownKind_(widgetKind), ownName_(std::move(widgetName)),
+      ownAttributes_(std::move(widgetAttributes)), ownParent_(parentWidget)
 {
     const auto is = [this](std::string_view key, std::string_view value) {
         const std::string* given = attribute(key);
         return given != nullptr && *given == value;
     };
-    isVisible = !is("Visibility", "false");
-    isSensitive = !is("Sensitivity", "false");
-    if (const std::string* given = attribute(ownKind == WidgetKind::dialogWindow ? "Title" : "Text"))
-        ownText = *given;
-    if (ownKind == WidgetKind::dialogWindow) {
+    isVisible_ = !is("Visibility", "false");
+    isSensitive_ = !is("Sensitivity", "false");
+    if (const std::string* given = attribute(ownKind_ == WidgetKind::dialogWindow ? "Title" : "Text"))
+        ownText_ = *given;
+    if (ownKind_ == WidgetKind::dialogWindow) {
         // A dialog is never built on the screen: the component shows it, also one without the attribute.
-        isVisible = false;
+        isVisible_ = false;
     }
-    ownNumber = initialNumber();
-    multiple = is("SelectionMode", "Multiple");
-    listRows = std::make_unique<Rows>(isList() ? countColumns(*this) : 0);
+    ownNumber_ = initialNumber();
+    multiple_ = is("SelectionMode", "Multiple");
+    listRows_ = std::make_unique<Rows>(isList() ? countColumns(*this) : 0);
 }
 
 Widget::~Widget() = default;
 
 const std::string* Widget::attribute(std::string_view key) const
 {
-    for (const auto& [name, value] : ownAttributes)
+    for (const auto& [name, value] : ownAttributes_)
         if (name == key)
             return &value;
     return nullptr;
@@ -116,44 +116,44 @@ int Widget::integerAttribute(std::string_view key, int fallback) const
     return value;
 }
 
-void Widget::changed(WidgetChange what) { listener.widgetChanged(*this, what); }
+void Widget::changed(WidgetChange what) { listener_.widgetChanged(*this, what); }
 
 void Widget::setVisible(bool visible)
 {
-    if (isVisible != visible) {
-        isVisible = visible;
+    if (isVisible_ != visible) {
+        isVisible_ = visible;
         changed(WidgetChange::visibility);
     }
 }
 
 void Widget::setSensitive(bool sensitive)
 {
-    if (isSensitive != sensitive) {
-        isSensitive = sensitive;
+    if (isSensitive_ != sensitive) {
+        isSensitive_ = sensitive;
         changed(WidgetChange::sensitivity);
     }
 }
 
 bool Widget::onScreen() const
 {
-    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent)
-        if (!widget->isVisible)
+    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent_)
+        if (!widget->isVisible_)
             return false;
     return true;
 }
 
 bool Widget::active() const
 {
-    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent)
-        if (!widget->isSensitive)
+    for (const Widget* widget = this; widget != nullptr; widget = widget->ownParent_)
+        if (!widget->isSensitive_)
             return false;
     return true;
 }
 
 void Widget::setText(std::string_view text)
 {
-    if (ownText != text) {
-        ownText = text;
+    if (ownText_ != text) {
+        ownText_ = text;
         changed(WidgetChange::text);
     }
 }
@@ -166,32 +166,32 @@ std::size_t Widget::maximumLength() const
 
 bool Widget::hasFlag() const
 {
-    return ownKind == WidgetKind::checkBox || ownKind == WidgetKind::radioButtonItem;
+    return ownKind_ == WidgetKind::checkBox || ownKind_ == WidgetKind::radioButtonItem;
 }
 
 bool Widget::flag() const
 {
-    if (ownKind == WidgetKind::radioButtonItem)
-        return ownParent != nullptr && ownParent->ownNumber == positionAmongItems();
-    return ownNumber != 0;
+    if (ownKind_ == WidgetKind::radioButtonItem)
+        return ownParent_ != nullptr && ownParent_->ownNumber_ == positionAmongItems();
+    return ownNumber_ != 0;
 }
 
 void Widget::setFlag(bool on)
 {
-    if (ownKind == WidgetKind::radioButtonItem) {
-        if (on && ownParent != nullptr)
-            ownParent->setNumber(positionAmongItems());
+    if (ownKind_ == WidgetKind::radioButtonItem) {
+        if (on && ownParent_ != nullptr)
+            ownParent_->setNumber(positionAmongItems());
         return;
     }
-    if (ownKind == WidgetKind::checkBox && flag() != on) {
-        ownNumber = on ? 1 : 0;
+    if (ownKind_ == WidgetKind::checkBox && flag() != on) {
+        ownNumber_ = on ? 1 : 0;
         changed(WidgetChange::value);
     }
 }
 
 bool Widget::hasNumber() const
 {
-    switch (ownKind) {
+    switch (ownKind_) {
     case WidgetKind::notebookSet:
     case WidgetKind::radioButton:
     case WidgetKind::comboBoxMain:
@@ -206,21 +206,21 @@ bool Widget::hasNumber() const
 int Widget::number() const
 {
     if (isList()) {
-        const auto lowest = std::min_element(selectedRows.begin(), selectedRows.end());
-        return lowest == selectedRows.end() ? -1 : *lowest;
+        const auto lowest = std::min_element(selectedRows_.begin(), selectedRows_.end());
+        return lowest == selectedRows_.end() ? -1 : *lowest;
     }
-    return ownNumber;
+    return ownNumber_;
 }
 
 std::optional<std::pair<int, int>> Widget::numberRange() const
 {
-    if (ownKind == WidgetKind::spinBox) {
+    if (ownKind_ == WidgetKind::spinBox) {
         const int lowest = integerAttribute("AdjLowerLimit", 0);
         return std::pair(
             lowest, std::max(lowest, integerAttribute("AdjUpperLimit", std::numeric_limits<int>::max())));
     }
     if (isList())
-        return std::pair(-1, static_cast<int>(listRows->count()) - 1);
+        return std::pair(-1, static_cast<int>(listRows_->count()) - 1);
     const std::size_t count = items().size();
     if (!hasNumber() || count == 0)
         return std::nullopt;
@@ -229,7 +229,7 @@ std::optional<std::pair<int, int>> Widget::numberRange() const
 
 int Widget::initialNumber() const
 {
-    if (ownKind != WidgetKind::spinBox)
+    if (ownKind_ != WidgetKind::spinBox)
         return 0;
     const auto range = numberRange();
     return std::clamp(integerAttribute("AdjDefaultValue", 0), range->first, range->second);
@@ -242,8 +242,8 @@ bool Widget::setNumber(int number)
         return false;
     if (isList()) {
         setSelection(number < 0 ? std::vector<int>{} : std::vector<int>{number});
-    } else if (ownNumber != number) {
-        ownNumber = number;
+    } else if (ownNumber_ != number) {
+        ownNumber_ = number;
         changed(WidgetChange::value);
     }
     return true;
@@ -252,8 +252,8 @@ bool Widget::setNumber(int number)
 std::vector<Widget*> Widget::items() const
 {
     std::vector<Widget*> found;
-    for (const auto& child : ownChildren)
-        if (isItem(child->ownKind))
+    for (const auto& child : ownChildren_)
+        if (isItem(child->ownKind_))
             found.push_back(child.get());
     return found;
 }
@@ -261,50 +261,50 @@ std::vector<Widget*> Widget::items() const
 int Widget::positionAmongItems() const
 {
     int position = 0;
-    for (const auto& sibling : ownParent->ownChildren) {
+    for (const auto& sibling : ownParent_->ownChildren_) {
         if (sibling.get() == this)
             return position;
-        position += isItem(sibling->ownKind) ? 1 : 0;
+        position += isItem(sibling->ownKind_) ? 1 : 0;
     }
     return -1;
 }
 
 void Widget::rowsChanged()
 {
-    if (rowsFrozen)
-        rowsChangedWhileFrozen = true;
+    if (rowsFrozen_)
+        rowsChangedWhileFrozen_ = true;
     else
-        listener.rowsChanged(*this);
+        listener_.rowsChanged(*this);
 }
 
 void Widget::addRow(const char* const* cells)
 {
-    listRows->add(cells);
+    listRows_->add(cells);
     rowsChanged();
 }
 
 void Widget::clearRows()
 {
-    listRows->clear();
-    selectedRows.clear();
-    selectionCursor = 0;
+    listRows_->clear();
+    selectedRows_.clear();
+    selectionCursor_ = 0;
     rowsChanged();
 }
 
 void Widget::freeze(bool frozen)
 {
-    rowsFrozen = frozen;
-    if (!frozen && rowsChangedWhileFrozen) {
-        rowsChangedWhileFrozen = false;
-        listener.rowsChanged(*this);
+    rowsFrozen_ = frozen;
+    if (!frozen && rowsChangedWhileFrozen_) {
+        rowsChangedWhileFrozen_ = false;
+        listener_.rowsChanged(*this);
     }
 }
 
 void Widget::setSelection(std::vector<int> rows)
 {
-    selectionCursor = 0;
-    if (selectedRows != rows) {
-        selectedRows = std::move(rows);
+    selectionCursor_ = 0;
+    if (selectedRows_ != rows) {
+        selectedRows_ = std::move(rows);
         changed(WidgetChange::value);
     }
 }
@@ -312,18 +312,18 @@ void Widget::setSelection(std::vector<int> rows)
 void Widget::sortSelection(bool ascending)
 {
     if (ascending)
-        std::sort(selectedRows.begin(), selectedRows.end());
+        std::sort(selectedRows_.begin(), selectedRows_.end());
     else
-        std::sort(selectedRows.rbegin(), selectedRows.rend());
+        std::sort(selectedRows_.rbegin(), selectedRows_.rend());
 }
 
 std::optional<int> Widget::nextSelected(bool first)
 {
     if (first)
-        selectionCursor = 0;
-    if (selectionCursor >= selectedRows.size())
+        selectionCursor_ = 0;
+    if (selectionCursor_ >= selectedRows_.size())
         return std::nullopt;
-    return selectedRows[selectionCursor++];
+    return selectedRows_[selectionCursor_++];
 }
 
 } // namespace quelm

@@ -73,24 +73,24 @@ public:
     Widget(const Widget&) = delete;
     Widget& operator=(const Widget&) = delete;
 
-    WidgetKind kind() const { return ownKind; }
-    const std::string& name() const { return ownName; }
-    void rename(std::string newName) { ownName = std::move(newName); }
+    WidgetKind kind() const { return ownKind_; }
+    const std::string& name() const { return ownName_; }
+    void rename(std::string newName) { ownName_ = std::move(newName); }
 
     /// An attribute as the definition gives it, null when it does not.
     const std::string* attribute(std::string_view key) const;
 
-    Widget* parent() const { return ownParent; }
-    const std::vector<std::unique_ptr<Widget>>& children() const { return ownChildren; }
+    Widget* parent() const { return ownParent_; }
+    const std::vector<std::unique_ptr<Widget>>& children() const { return ownChildren_; }
     bool isWindow() const
     {
-        return ownKind == WidgetKind::dialogWindow || ownKind == WidgetKind::fileSelection;
+        return ownKind_ == WidgetKind::dialogWindow || ownKind_ == WidgetKind::fileSelection;
     }
 
     // --- State of every widget -----------------------------------------------------------------
 
-    bool visible() const { return isVisible; }
-    bool sensitive() const { return isSensitive; }
+    bool visible() const { return isVisible_; }
+    bool sensitive() const { return isSensitive_; }
     void setVisible(bool visible);
     void setSensitive(bool sensitive);
 
@@ -102,7 +102,7 @@ public:
     // --- Texts ---------------------------------------------------------------------------------
 
     /// A label's or button's text, a window's title, what a text field or file chooser holds.
-    const std::string& text() const { return ownText; }
+    const std::string& text() const { return ownText_; }
     void setText(std::string_view text);
     /// The most characters (not bytes) that a user can type into a text field.
     std::size_t maximumLength() const;
@@ -134,10 +134,10 @@ public:
 
     // --- Lists ---------------------------------------------------------------------------------
 
-    bool isList() const { return ownKind == WidgetKind::listBox; }
-    bool isMultipleSelection() const { return multiple; }
+    bool isList() const { return ownKind_ == WidgetKind::listBox; }
+    bool isMultipleSelection() const { return multiple_; }
     /// The rows of a list; empty and without columns on any other widget.
-    const Rows& rows() const { return *listRows; }
+    const Rows& rows() const { return *listRows_; }
     /// Appends a row, as `Rows::add` does.
     void addRow(const char* const* cells);
     /// Removes all rows and the selection.
@@ -146,7 +146,7 @@ public:
     void freeze(bool frozen);
 
     /// The selected rows in the order in which they were selected, or sorted.
-    const std::vector<int>& selection() const { return selectedRows; }
+    const std::vector<int>& selection() const { return selectedRows_; }
     /// Selects these rows, which exist and are distinct.
     void setSelection(std::vector<int> rows);
     void sortSelection(bool ascending);
@@ -161,24 +161,24 @@ private:
     int positionAmongItems() const;
     int integerAttribute(std::string_view key, int fallback) const;
 
-    WidgetListener& listener;
-    WidgetKind ownKind;
-    std::string ownName;
-    Attributes ownAttributes;
-    Widget* ownParent;
-    std::vector<std::unique_ptr<Widget>> ownChildren;
+    WidgetListener& listener_;
+    WidgetKind ownKind_;
+    std::string ownName_;
+    Attributes ownAttributes_;
+    Widget* ownParent_;
+    std::vector<std::unique_ptr<Widget>> ownChildren_;
 
-    bool isVisible = true;
-    bool isSensitive = true;
-    std::string ownText;
-    int ownNumber = 0; // index, page, number; 0 or 1 of a check box
+    bool isVisible_ = true;
+    bool isSensitive_ = true;
+    std::string ownText_;
+    int ownNumber_ = 0; // index, page, number; 0 or 1 of a check box
 
-    std::unique_ptr<Rows> listRows;
-    bool multiple = false;
-    bool rowsFrozen = false;
-    bool rowsChangedWhileFrozen = false;
-    std::vector<int> selectedRows;
-    std::size_t selectionCursor = 0;
+    std::unique_ptr<Rows> listRows_;
+    bool multiple_ = false;
+    bool rowsFrozen_ = false;
+    bool rowsChangedWhileFrozen_ = false;
+    std::vector<int> selectedRows_;
+    std::size_t selectionCursor_ = 0;
 };
 
 } // namespace quelm

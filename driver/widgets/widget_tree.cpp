@@ -23,7 +23,7 @@ bool WidgetTree::build(std::string_view definition)
         const auto hasThisName = [&window](const std::unique_ptr<Widget>& other) {
             return other->isWindow() && other->name() == window->name();
         };
-        if (std::none_of(topLevel.begin(), topLevel.end(), hasThisName)) {
+        if (std::none_of(topLevel_.begin(), topLevel_.end(), hasThisName)) {
             addWindow(std::move(window));
             added = true;
         }
@@ -36,42 +36,42 @@ Widget& WidgetTree::addFileChooser(const Widget& owner, const std::string& title
     Widget::Attributes attributes{{"Title", title}, {"Parent", owner.name()}, {"Visibility", "false"}};
     addWindow(
         std::make_unique<Widget>(listener(), WidgetKind::fileSelection, "", std::move(attributes), nullptr));
-    return *topLevel.back();
+    return *topLevel_.back();
 }
 
 void WidgetTree::removeFileChooser(Widget& chooser)
 {
-    for (WidgetObserver* observer : observers)
+    for (WidgetObserver* observer : observers_)
         observer->windowRemoved(chooser);
-    std::erase_if(names, [&chooser](const auto& entry) { return entry.second == &chooser; });
-    std::erase_if(topLevel, [&chooser](const auto& window) { return window.get() == &chooser; });
+    std::erase_if(names_, [&chooser](const auto& entry) { return entry.second == &chooser; });
+    std::erase_if(topLevel_, [&chooser](const auto& window) { return window.get() == &chooser; });
 }
 
 void WidgetTree::registerName(const std::string& name, Widget& widget)
 {
     if (!name.empty())
-        names.emplace(name, &widget);
+        names_.emplace(name, &widget);
 }
 
 Widget* WidgetTree::find(std::string_view name) const
 {
-    const auto found = names.find(name);
-    return found == names.end() ? nullptr : found->second;
+    const auto found = names_.find(name);
+    return found == names_.end() ? nullptr : found->second;
 }
 
-void WidgetTree::addObserver(WidgetObserver& observer) { observers.push_back(&observer); }
+void WidgetTree::addObserver(WidgetObserver& observer) { observers_.push_back(&observer); }
 
-void WidgetTree::removeObserver(WidgetObserver& observer) { std::erase(observers, &observer); }
+void WidgetTree::removeObserver(WidgetObserver& observer) { std::erase(observers_, &observer); }
 
 void WidgetTree::widgetChanged(Widget& widget, WidgetChange what)
 {
-    for (WidgetObserver* observer : observers)
+    for (WidgetObserver* observer : observers_)
         observer->changed(widget, what);
 }
 
 void WidgetTree::rowsChanged(Widget& list)
 {
-    for (WidgetObserver* observer : observers)
+    for (WidgetObserver* observer : observers_)
         observer->rowsChanged(list);
 }
 
@@ -84,10 +84,10 @@ void WidgetTree::registerNames(Widget& widget)
 
 void WidgetTree::addWindow(std::unique_ptr<Widget> window)
 {
-    topLevel.push_back(std::move(window));
-    registerNames(*topLevel.back());
-    for (WidgetObserver* observer : observers)
-        observer->windowAdded(*topLevel.back());
+    topLevel_.push_back(std::move(window));
+    registerNames(*topLevel_.back());
+    for (WidgetObserver* observer : observers_)
+        observer->windowAdded(*topLevel_.back());
 }
 
 } // namespace quelm

@@ -59,7 +59,7 @@ public:
     Widget* find(std::string_view name) const;
 
     /// The main window, then dialogs and file choosers in the order in which they came.
-    const std::vector<std::unique_ptr<Widget>>& windows() const { return topLevel; }
+    const std::vector<std::unique_ptr<Widget>>& windows() const { return topLevel_; }
 
     /// The observers stay the caller's and outlive the tree or are removed.
     void addObserver(WidgetObserver& observer);
@@ -78,9 +78,9 @@ private:
     void registerNames(Widget& widget);
     void addWindow(std::unique_ptr<Widget> window);
 
-    std::vector<std::unique_ptr<Widget>> topLevel;
-    Names names;
-    std::vector<WidgetObserver*> observers;
+    std::vector<std::unique_ptr<Widget>> topLevel_;
+    Names names_;
+    std::vector<WidgetObserver*> observers_;
 };
 
 } // namespace quelm

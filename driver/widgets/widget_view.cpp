@@ -47,7 +47,7 @@ WidgetView viewOf(const Widget& widget)
         view.title = widget.text();
     } else if (widget.kind() == WidgetKind::fileSelection) {
         const std::string* title = widget.attribute("Title");
-        view.title = title ? *title : "";
+        view.title = title != nullptr ? *title : "";
     }
     if (widget.hasFlag())
         view.ticked = widget.flag();

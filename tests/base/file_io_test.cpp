@@ -26,8 +26,8 @@ protected:
     FileIoTest() { ::setenv("TMPDIR", folder.path().c_str(), 1); }
     ~FileIoTest() override
     {
-        if (before)
-            ::setenv("TMPDIR", before->c_str(), 1);
+        if (before_)
+            ::setenv("TMPDIR", before_->c_str(), 1);
         else
             ::unsetenv("TMPDIR");
     }
@@ -38,10 +38,10 @@ private:
     static std::optional<std::string> temporaryFolder()
     {
         const char* value = std::getenv("TMPDIR");
-        return value ? std::optional<std::string>(value) : std::nullopt;
+        return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
     }
 
-    std::optional<std::string> before = temporaryFolder();
+    std::optional<std::string> before_ = temporaryFolder();
 };
 
 TEST_F(FileIoTest, AnUnnamedFileLeavesNoName)

@@ -106,7 +106,7 @@ const Row* rowOf(std::string_view file)
 {
     const Row* best = nullptr;
     for (const auto& row : table())
-        if (liesIn(file, row.folder) && (!best || row.folder.size() > best->folder.size()))
+        if (liesIn(file, row.folder) && ((best == nullptr) || row.folder.size() > best->folder.size()))
             best = &row;
     return best;
 }
@@ -236,7 +236,7 @@ private:
         ++findings_.files;
         const std::string file = path.lexically_relative(root_).generic_string();
         const Row* row = rowOf(file);
-        if (!row) {
+        if (row == nullptr) {
             findings_.violations.push_back(file + " lies in a folder without a row: add one");
             return;
         }

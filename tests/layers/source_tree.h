@@ -16,7 +16,7 @@ protected:
     SourceTree()
     {
         std::string name = (std::filesystem::temp_directory_path() / "layers.XXXXXX").string();
-        if (!mkdtemp(name.data()))
+        if (mkdtemp(name.data()) == nullptr)
             throw std::runtime_error("cannot create a folder like " + name);
         root_ = name;
     }

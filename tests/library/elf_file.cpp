@@ -32,13 +32,13 @@ std::pair<std::string, std::string> nameAndVersion(const std::string& text)
 
 } // namespace
 
-ElfFile::ElfFile(std::string file) : path(std::move(file)) {}
+ElfFile::ElfFile(std::string file) : path_(std::move(file)) {}
 
 std::vector<std::string> ElfFile::readelf(const std::string& option) const
 {
-    const std::string command = "LC_ALL=C '" READELF "' --wide " + option + " '" + path + "' 2>&1";
+    const std::string command = "LC_ALL=C '" READELF "' --wide " + option + " '" + path_ + "' 2>&1";
     FILE* output = popen(command.c_str(), "r");
-    if (!output)
+    if (output == nullptr)
         throw std::runtime_error("cannot run " + command);
     std::string text;
     for (int c; (c = std::fgetc(output)) != EOF;)
@@ -111,7 +111,7 @@ std::string ElfFile::stackFlags() const
             flags += word[i];
         return flags;
     }
-    throw std::runtime_error(path + " has no stack header");
+    throw std::runtime_error(path_ + " has no stack header");
 }
 
 std::string demangled(const std::string& name)

@@ -40,7 +40,7 @@ public:
 private:
     std::vector<std::string> readelf(const std::string& option) const;
 
-    std::string path;
+    std::string path_;
 };
 
 /// The C++ declaration behind a mangled name, or the name itself when it is a C one.

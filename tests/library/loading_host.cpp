@@ -10,7 +10,7 @@ int main(int argc, char* argv[])
     if (argc != 3)
         return 2;
     const int binding = std::strcmp(argv[2], "now") == 0 ? RTLD_NOW : RTLD_LAZY;
-    if (!dlopen(argv[1], binding | RTLD_LOCAL)) {
+    if (dlopen(argv[1], binding | RTLD_LOCAL) == nullptr) {
         std::puts(dlerror());
         return 1;
     }

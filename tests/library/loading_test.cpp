@@ -20,7 +20,7 @@ Outcome load(const std::string& host, const std::string& binding)
     const std::string command =
         "unset LD_BIND_NOW; '" + host + "' '" + build_paths::componentLibrary() + "' " + binding + " 2>&1";
     FILE* output = popen(command.c_str(), "r");
-    if (!output)
+    if (output == nullptr)
         return {-1, "cannot run " + command};
     std::string text;
     for (int c; (c = std::fgetc(output)) != EOF;)

@@ -23,30 +23,30 @@ constexpr const char* newKey = " -newkey ec -pkeyopt ec_paramgen_curve:prime256v
 } // namespace
 
 CertificateAuthority::CertificateAuthority(std::string folderOfFiles, std::string nameOfFiles)
-    : folder(std::move(folderOfFiles)),
-      name(std::move(nameOfFiles)), own{folder + "/" + name + ".pem", folder + "/" + name + ".key"}
+    : folder_(std::move(folderOfFiles)),
+      name_(std::move(nameOfFiles)), own_{folder_ + "/" + name_ + ".pem", folder_ + "/" + name_ + ".key"}
 {
     // What `openssl ca` keeps books in, and how it issues.
-    write(folder + "/" + name + ".index", "");
-    write(folder + "/" + name + ".cnf", "[req]\ndistinguished_name = subject\n[subject]\n"
-                                        "[ca]\ndefault_ca = authority\n"
-                                        "[authority]\ndatabase = " +
-                                            folder + "/" + name + ".index\nnew_certs_dir = " + folder +
-                                            "\nrand_serial = yes\ndefault_md = sha256\npolicy = any\n"
-                                            "unique_subject = no\n"
-                                            "[any]\ncommonName = supplied\n");
-    openssl("req -x509" + std::string(newKey) + " -keyout " + own.key + " -out " + own.certificate +
-            " -days 2 -subj /CN=" + name + " -addext basicConstraints=critical,CA:TRUE");
+    write(folder_ + "/" + name_ + ".index", "");
+    write(folder_ + "/" + name_ + ".cnf", "[req]\ndistinguished_name = subject\n[subject]\n"
+                                          "[ca]\ndefault_ca = authority\n"
+                                          "[authority]\ndatabase = " +
+                                              folder_ + "/" + name_ + ".index\nnew_certs_dir = " + folder_ +
+                                              "\nrand_serial = yes\ndefault_md = sha256\npolicy = any\n"
+                                              "unique_subject = no\n"
+                                              "[any]\ncommonName = supplied\n");
+    openssl("req -x509" + std::string(newKey) + " -keyout " + own_.key + " -out " + own_.certificate +
+            " -days 2 -subj /CN=" + name_ + " -addext basicConstraints=critical,CA:TRUE");
 }
 
 Certificate CertificateAuthority::issue(const std::string& file, const std::string& names, bool expired) const
 {
-    const std::string stem = folder + "/" + file;
+    const std::string stem = folder_ + "/" + file;
     write(stem + ".ext", "subjectAltName = " + names + "\n");
     openssl("req -new" + std::string(newKey) + " -keyout " + stem + ".key -out " + stem +
             ".csr -subj /CN=server");
-    openssl("ca -batch -notext -in " + stem + ".csr -out " + stem + ".pem -cert " + own.certificate +
-            " -keyfile " + own.key + " -extfile " + stem + ".ext" +
+    openssl("ca -batch -notext -in " + stem + ".csr -out " + stem + ".pem -cert " + own_.certificate +
+            " -keyfile " + own_.key + " -extfile " + stem + ".ext" +
             (expired ? " -startdate 20200101000000Z -enddate 20200102000000Z" : " -days 2"));
     return {stem + ".pem", stem + ".key"};
 }
@@ -56,7 +56,7 @@ void CertificateAuthority::openssl(const std::string& arguments) const
     std::istringstream words(arguments);
     std::vector<std::string> command{systemProgram("openssl")};
     command.insert(command.end(), std::istream_iterator<std::string>(words), {});
-    runProgram({command, folder + "/" + name + ".log", {"OPENSSL_CONF=" + folder + "/" + name + ".cnf"}});
+    runProgram({command, folder_ + "/" + name_ + ".log", {"OPENSSL_CONF=" + folder_ + "/" + name_ + ".cnf"}});
 }
 
 } // namespace servers

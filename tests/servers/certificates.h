@@ -20,7 +20,7 @@ public:
     CertificateAuthority(std::string folder, std::string name);
 
     /// The authority's own certificate: what clients are told to trust.
-    const std::string& certificate() const { return own.certificate; }
+    const std::string& certificate() const { return own_.certificate; }
 
     /// Issues a certificate for the names, such as "DNS:localhost,IP:127.0.0.1". With `expired` it
     /// held for one day in the past.
@@ -29,9 +29,9 @@ public:
 private:
     void openssl(const std::string& arguments) const;
 
-    std::string folder;
-    std::string name;
-    Certificate own;
+    std::string folder_;
+    std::string name_;
+    Certificate own_;
 };
 
 } // namespace servers

@@ -80,52 +80,52 @@ std::string printerSection(const PrinterQueue& queue)
 
 } // namespace
 
-CupsdServer::CupsdServer(const CupsdSettings& settings) : number(unusedPort(Transport::tcp))
+CupsdServer::CupsdServer(const CupsdSettings& settings) : number_(unusedPort(Transport::tcp))
 {
     configure(settings);
     ServerCommand command;
     command.arguments = {systemProgram("cupsd"), "-f", "-c",
-                         folder / "cupsd.conf",  "-s", folder / "cups-files.conf"};
-    command.outputFile = folder / "log";
-    server = std::make_unique<ServerProcess>(
-        command, [this] { return servesPort(number) && servesSocket(socketPath()); });
+                         folder_ / "cupsd.conf", "-s", folder_ / "cups-files.conf"};
+    command.outputFile = folder_ / "log";
+    server_ = std::make_unique<ServerProcess>(
+        command, [this] { return servesPort(number_) && servesSocket(socketPath()); });
 }
 
 void CupsdServer::configure(const CupsdSettings& settings) const
 {
     for (const auto* name : {"root", "cache", "state", "spool", "temporary", "kept", "bin/backend",
                              "bin/daemon", "bin/filter", "data/banners", "root/ppd"})
-        fs::create_directories(folder / name);
-    fs::create_symlink("/usr/lib/cups/daemon/cups-exec", folder / "bin/daemon/cups-exec");
+        fs::create_directories(folder_ / name);
+    fs::create_symlink("/usr/lib/cups/daemon/cups-exec", folder_ / "bin/daemon/cups-exec");
 
     // The device of all queues. Its permissions make the server run it as its own user, root included.
     const std::string device =
-        writeFile(folder / "bin/backend/keep", "#!/bin/sh\n"
-                                               "[ $# -gt 0 ] || exit 0\n"
-                                               "cd '" +
-                                                   (folder / "kept") +
-                                                   "' || exit 1\n"
-                                                   "printf %s \"$2\" >user$1\n"
-                                                   "printf %s \"$3\" >title$1\n"
-                                                   "cat -- \"${6:--}\" >content$1.part\n"
-                                                   "mv content$1.part content$1\n");
+        writeFile(folder_ / "bin/backend/keep", "#!/bin/sh\n"
+                                                "[ $# -gt 0 ] || exit 0\n"
+                                                "cd '" +
+                                                    (folder_ / "kept") +
+                                                    "' || exit 1\n"
+                                                    "printf %s \"$2\" >user$1\n"
+                                                    "printf %s \"$3\" >title$1\n"
+                                                    "cat -- \"${6:--}\" >content$1.part\n"
+                                                    "mv content$1.part content$1\n");
     fs::permissions(device, fs::perms::owner_all);
 
-    std::string files = "ServerRoot " + (folder / "root") + "\nCacheDir " + (folder / "cache") +
-                        "\nStateDir " + (folder / "state") + "\nRequestRoot " + (folder / "spool") +
-                        "\nTempDir " + (folder / "temporary") + "\nServerBin " + (folder / "bin") +
-                        "\nDataDir " + (folder / "data") + "\nServerKeychain " + (folder / "root/ssl") +
-                        "\nAccessLog " + (folder / "log") + "\nErrorLog " + (folder / "log") + "\nPageLog " +
-                        (folder / "log") + "\nPrintcap\n";
+    std::string files = "ServerRoot " + (folder_ / "root") + "\nCacheDir " + (folder_ / "cache") +
+                        "\nStateDir " + (folder_ / "state") + "\nRequestRoot " + (folder_ / "spool") +
+                        "\nTempDir " + (folder_ / "temporary") + "\nServerBin " + (folder_ / "bin") +
+                        "\nDataDir " + (folder_ / "data") + "\nServerKeychain " + (folder_ / "root/ssl") +
+                        "\nAccessLog " + (folder_ / "log") + "\nErrorLog " + (folder_ / "log") +
+                        "\nPageLog " + (folder_ / "log") + "\nPrintcap\n";
     if (geteuid() == 0) // the server wants another user for what is not its own
         files += "User lp\nGroup lp\nSystemGroup root\nLogFileGroup root\n";
-    writeFile(folder / "cups-files.conf", files);
+    writeFile(folder_ / "cups-files.conf", files);
 
     const std::string guard = settings.guarded.empty()
                                   ? ""
                                   : "<Limit " + settings.guarded +
                                         ">\nAuthType Basic\nRequire valid-user\nOrder deny,allow\n</Limit>\n";
-    writeFile(folder / "cupsd.conf",
+    writeFile(folder_ / "cupsd.conf",
               "LogLevel debug\nMaxLogSize 0\nBrowsing No\nWebInterface No\n"
               "Listen " +
                   address() + "\nListen " + socketPath() +
@@ -138,23 +138,23 @@ void CupsdServer::configure(const CupsdSettings& settings) const
                   "</Policy>\n");
     // What a driver makes of PostScript.
     const std::string filter =
-        writeFile(folder / "bin/filter/mark", "#!/bin/sh\necho marked\ncat -- \"${6:--}\"\n");
+        writeFile(folder_ / "bin/filter/mark", "#!/bin/sh\necho marked\ncat -- \"${6:--}\"\n");
     fs::permissions(filter, fs::perms::owner_all);
-    writeFile(folder / "data/banners/standard", "%!PS-Adobe-3.0\n% a banner\nshowpage\n");
-    fs::create_symlink("/usr/share/cups/mime", folder / "data/mime");
+    writeFile(folder_ / "data/banners/standard", "%!PS-Adobe-3.0\n% a banner\nshowpage\n");
+    fs::create_symlink("/usr/share/cups/mime", folder_ / "data/mime");
 
     std::string printers;
     for (const auto& queue : settings.queues) {
         printers += printerSection(queue);
         if (queue.filters)
-            writeFile(folder / ("root/ppd/" + queue.name + ".ppd"), driverDescription);
+            writeFile(folder_ / ("root/ppd/" + queue.name + ".ppd"), driverDescription);
     }
-    writeFile(folder / "root/printers.conf", printers);
+    writeFile(folder_ / "root/printers.conf", printers);
 }
 
 std::string CupsdServer::keptBy(int job, const std::string& what) const
 {
-    return folder / ("kept/" + what + std::to_string(job));
+    return folder_ / ("kept/" + what + std::to_string(job));
 }
 
 bool CupsdServer::wasPrinted(int job) const { return fs::exists(keptBy(job, "user")); }
@@ -164,7 +164,7 @@ PrintedJob CupsdServer::printed(int job) const
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!fs::exists(keptBy(job, "content"))) {
         if (std::chrono::steady_clock::now() > deadline)
-            throw std::runtime_error("the print server did not print:\n" + contentOf(folder / "log"));
+            throw std::runtime_error("the print server did not print:\n" + contentOf(folder_ / "log"));
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return {contentOf(keptBy(job, "user")), contentOf(keptBy(job, "title")),

@@ -44,11 +44,11 @@ public:
     /// when that fails.
     explicit CupsdServer(const CupsdSettings& settings);
 
-    int port() const { return number; }
+    int port() const { return number_; }
     /// "127.0.0.1:PORT", for CUPS_SERVER.
-    std::string address() const { return "127.0.0.1:" + std::to_string(number); }
+    std::string address() const { return "127.0.0.1:" + std::to_string(number_); }
     /// The path of its socket, for CUPS_SERVER.
-    std::string socketPath() const { return folder / "socket"; }
+    std::string socketPath() const { return folder_ / "socket"; }
 
     /// Waits until the job is printed and returns what the device was given. Throws std::runtime_error
     /// when that takes longer than ten seconds.
@@ -56,15 +56,15 @@ public:
     /// True when something was printed for the job up to now.
     bool wasPrinted(int job) const;
 
-    ServerProcess& process() { return *server; }
+    ServerProcess& process() { return *server_; }
 
 private:
     void configure(const CupsdSettings& settings) const;
     std::string keptBy(int job, const std::string& what) const;
 
-    TemporaryFolder folder;
-    int number = 0;
-    std::unique_ptr<ServerProcess> server;
+    TemporaryFolder folder_;
+    int number_ = 0;
+    std::unique_ptr<ServerProcess> server_;
 };
 
 } // namespace servers

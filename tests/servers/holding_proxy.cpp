@@ -34,17 +34,17 @@ std::size_t passOn(int from, int to, std::size_t most)
 } // namespace
 
 HoldingProxy::HoldingProxy(int port, std::size_t bytes)
-    : serverPort(port), mostBytes(bytes), listener([this](int client, int stop) { serve(client, stop); })
+    : serverPort_(port), mostBytes_(bytes), listener_([this](int client, int stop) { serve(client, stop); })
 {
 }
 
 void HoldingProxy::serve(int client, int stop)
 {
     const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    std::size_t left = mostBytes;
-    for (bool open = connectTo(server, serverPort); open;) {
-        holding = holding || left == 0;
-        const bool held = left == 0 && !released;
+    std::size_t left = mostBytes_;
+    for (bool open = connectTo(server, serverPort_); open;) {
+        holding_ = holding_ || left == 0;
+        const bool held = left == 0 && !released_;
         constexpr int untilNextLook = 10; // milliseconds
         std::array<pollfd, 3> waits{
             {{held ? -1 : client, POLLIN, 0}, {server, POLLIN, 0}, {stop, POLLIN, 0}}};
@@ -52,7 +52,7 @@ void HoldingProxy::serve(int client, int stop)
         if (waits[2].revents != 0)
             break;
         if (waits[0].revents != 0) {
-            const auto passed = passOn(client, server, released ? static_cast<std::size_t>(-1) : left);
+            const auto passed = passOn(client, server, released_ ? static_cast<std::size_t>(-1) : left);
             left -= std::min(left, passed);
             open = passed > 0;
         }

@@ -17,20 +17,20 @@ public:
     HoldingProxy(int port, std::size_t bytes);
 
     /// "127.0.0.1:PORT"
-    std::string address() const { return listener.address(); }
+    std::string address() const { return listener_.address(); }
 
     /// True from when the bytes were passed on.
-    bool isHolding() const { return holding; }
-    void goOn() { released = true; }
+    bool isHolding() const { return holding_; }
+    void goOn() { released_ = true; }
 
 private:
     void serve(int client, int stop);
 
-    int serverPort;
-    std::size_t mostBytes;
-    std::atomic<bool> holding{false};
-    std::atomic<bool> released{false};
-    ServingListener listener; // last: its thread uses what stands above
+    int serverPort_;
+    std::size_t mostBytes_;
+    std::atomic<bool> holding_{false};
+    std::atomic<bool> released_{false};
+    ServingListener listener_; // last: its thread uses what stands above
 };
 
 } // namespace servers

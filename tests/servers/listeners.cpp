@@ -81,26 +81,26 @@ bool passOn(int from, int to, std::size_t& left)
 
 SilentListener::SilentListener() : SilentListener(SOMAXCONN) {}
 
-SilentListener::SilentListener(int backlog) : listening(newSocket())
+SilentListener::SilentListener(int backlog) : listening_(newSocket())
 {
     sockaddr_in address = loopback(0);
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (bind(listening, generic, size) != 0 || listen(listening, backlog) != 0 ||
-        getsockname(listening, generic, &size) != 0) {
-        close(listening);
+    if (bind(listening_, generic, size) != 0 || listen(listening_, backlog) != 0 ||
+        getsockname(listening_, generic, &size) != 0) {
+        close(listening_);
         throw std::system_error(errno, std::generic_category(), "listen");
     }
-    number = ntohs(address.sin_port);
+    number_ = ntohs(address.sin_port);
 }
 
-SilentListener::~SilentListener() { close(listening); }
+SilentListener::~SilentListener() { close(listening_); }
 
 FullListener::FullListener() : SilentListener(0)
 {
     for (int established = 0;;) {
         const int client = newSocket(SOCK_NONBLOCK);
-        waiting.push_back(client);
+        waiting_.push_back(client);
         connectTo(client, port());
         pollfd ready{client, POLLOUT, 0};
         // On the loopback address a connection is there at once, or never.
@@ -115,31 +115,31 @@ FullListener::FullListener() : SilentListener(0)
 
 FullListener::~FullListener()
 {
-    for (const int client : waiting)
+    for (const int client : waiting_)
         close(client);
 }
 
 ServingListener::ServingListener(Service service)
-    : serviceOfEach(std::move(service)), stopped(eventfd(0, EFD_CLOEXEC)), thread([this] { serve(); })
+    : serviceOfEach_(std::move(service)), stopped_(eventfd(0, EFD_CLOEXEC)), thread_([this] { serve(); })
 {
 }
 
 ServingListener::~ServingListener()
 {
     const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t written = write(stopped, &one, sizeof one);
-    thread.join();
-    close(stopped);
+    [[maybe_unused]] const ssize_t written = write(stopped_, &one, sizeof one);
+    thread_.join();
+    close(stopped_);
 }
 
 void ServingListener::serve()
 {
-    while (readable(socket(), stopped)) {
+    while (readable(socket(), stopped_)) {
         const int connection = accept4(socket(), nullptr, nullptr, SOCK_CLOEXEC);
         if (connection < 0)
             continue;
-        ++accepted;
-        serviceOfEach(connection, stopped);
+        ++accepted_;
+        serviceOfEach_(connection, stopped_);
         close(connection);
     }
 }

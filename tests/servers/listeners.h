@@ -20,17 +20,17 @@ public:
     SilentListener(const SilentListener&) = delete;
     SilentListener& operator=(const SilentListener&) = delete;
 
-    int port() const { return number; }
+    int port() const { return number_; }
     /// "127.0.0.1:PORT"
-    std::string address() const { return "127.0.0.1:" + std::to_string(number); }
+    std::string address() const { return "127.0.0.1:" + std::to_string(number_); }
 
 protected:
     explicit SilentListener(int backlog);
-    int socket() const { return listening; }
+    int socket() const { return listening_; }
 
 private:
-    int listening = -1;
-    int number = 0;
+    int listening_ = -1;
+    int number_ = 0;
 };
 
 /// A listener whose backlog is full: a further connection is neither established nor refused.
@@ -40,7 +40,7 @@ public:
     ~FullListener();
 
 private:
-    std::vector<int> waiting;
+    std::vector<int> waiting_;
 };
 
 /// What a connection is put to. `connection` is an open socket, closed by the caller afterwards;
@@ -55,15 +55,15 @@ public:
     ~ServingListener();
 
     /// How many connections were accepted up to now.
-    int connections() const { return accepted; }
+    int connections() const { return accepted_; }
 
 private:
     void serve();
 
-    Service serviceOfEach;
-    int stopped;
-    std::atomic<int> accepted{0};
-    std::thread thread;
+    Service serviceOfEach_;
+    int stopped_;
+    std::atomic<int> accepted_{0};
+    std::thread thread_;
 };
 
 /// Hangs up as soon as a connection is there.

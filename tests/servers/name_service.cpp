@@ -40,12 +40,12 @@ constexpr std::array<Failure, 5> failures{{{"unknown.test", EAI_NONAME},
 SilentNameService::SilentNameService()
 {
     const std::lock_guard lock(changing);
-    answerable() = over.get_future().share();
+    answerable() = over_.get_future().share();
 }
 
 SilentNameService::~SilentNameService()
 {
-    over.set_value();
+    over_.set_value();
     const std::lock_guard lock(changing);
     answerable() = {};
 }

@@ -23,7 +23,7 @@ public:
     SilentNameService& operator=(const SilentNameService&) = delete;
 
 private:
-    std::promise<void> over;
+    std::promise<void> over_;
 };
 
 } // namespace servers

@@ -59,79 +59,79 @@ void resetOnClose(int connection)
 } // namespace
 
 PrintListener::PrintListener(Manner how, std::size_t bytes, bool ipv6)
-    : manner(how), mostBytes(bytes), onIpv6(ipv6), listening(listenOnLoopback(ipv6, number)),
-      stopped(eventfd(0, EFD_CLOEXEC)), thread([this] { serve(); })
+    : manner_(how), mostBytes_(bytes), onIpv6_(ipv6), listening_(listenOnLoopback(ipv6, number_)),
+      stopped_(eventfd(0, EFD_CLOEXEC)), thread_([this] { serve(); })
 {
 }
 
 PrintListener::~PrintListener()
 {
     stop();
-    close(listening);
-    close(stopped);
+    close(listening_);
+    close(stopped_);
 }
 
 void PrintListener::stop()
 {
     const std::uint64_t one = 1;
-    [[maybe_unused]] const auto written = write(stopped, &one, sizeof one);
-    if (thread.joinable())
-        thread.join();
+    [[maybe_unused]] const auto written = write(stopped_, &one, sizeof one);
+    if (thread_.joinable())
+        thread_.join();
 }
 
 std::string PrintListener::address() const
 {
-    return (onIpv6 ? "[::1]:" : "127.0.0.1:") + std::to_string(number);
+    return (onIpv6_ ? "[::1]:" : "127.0.0.1:") + std::to_string(number_);
 }
 
 std::string PrintListener::received()
 {
-    const std::lock_guard lock(mutex);
-    return content;
+    const std::lock_guard lock(mutex_);
+    return content_;
 }
 
 bool PrintListener::waitForBytes(std::size_t count)
 {
-    std::unique_lock lock(mutex);
-    return changed.wait_for(lock, patience, [&] { return content.size() >= count; });
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, patience, [&] { return content_.size() >= count; });
 }
 
 Ending PrintListener::waitForEnding()
 {
-    std::unique_lock lock(mutex);
-    changed.wait_for(lock, patience, [&] { return ending != Ending::open; });
-    return ending;
+    std::unique_lock lock(mutex_);
+    changed_.wait_for(lock, patience, [&] { return ending_ != Ending::open; });
+    return ending_;
 }
 
 int PrintListener::connections()
 {
-    const std::lock_guard lock(mutex);
-    return accepted;
+    const std::lock_guard lock(mutex_);
+    return accepted_;
 }
 
 void PrintListener::note(Ending how)
 {
-    const std::lock_guard lock(mutex);
-    ending = how;
-    changed.notify_all();
+    const std::lock_guard lock(mutex_);
+    ending_ = how;
+    changed_.notify_all();
 }
 
 void PrintListener::serve()
 {
     for (;;) {
-        std::array<pollfd, 2> waits{{{listening, POLLIN, 0}, {stopped, POLLIN, 0}}};
+        std::array<pollfd, 2> waits{{{listening_, POLLIN, 0}, {stopped_, POLLIN, 0}}};
         while (poll(waits.data(), waits.size(), -1) < 0 && errno == EINTR) {
         }
         if (waits[1].revents != 0)
             return;
-        const int connection = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+        const int connection = accept4(listening_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
         if (connection < 0)
             continue;
         {
-            const std::lock_guard lock(mutex);
-            content.clear();
-            ending = Ending::open;
-            ++accepted;
+            const std::lock_guard lock(mutex_);
+            content_.clear();
+            ending_ = Ending::open;
+            ++accepted_;
         }
         take(connection);
         close(connection);
@@ -144,7 +144,7 @@ bool PrintListener::readOn(int connection, std::size_t most)
 {
     constexpr std::size_t little = 16384;
     constexpr int pause = 10; // milliseconds
-    const bool slow = manner == Manner::slow;
+    const bool slow = manner_ == Manner::slow;
     std::array<char, 65536> block;
     std::size_t total = 0;
     while (total < most) {
@@ -159,9 +159,9 @@ bool PrintListener::readOn(int connection, std::size_t most)
             return count == 0;
         }
         total += static_cast<std::size_t>(count);
-        const std::lock_guard lock(mutex);
-        content.append(block.data(), static_cast<std::size_t>(count));
-        changed.notify_all();
+        const std::lock_guard lock(mutex_);
+        content_.append(block.data(), static_cast<std::size_t>(count));
+        changed_.notify_all();
     }
     return true;
 }
@@ -185,7 +185,7 @@ bool PrintListener::answer(int connection)
 /// Waits for the connection; false when the device is to end.
 bool PrintListener::waitFor(int connection, short events) const
 {
-    std::array<pollfd, 2> waits{{{connection, events, 0}, {stopped, POLLIN, 0}}};
+    std::array<pollfd, 2> waits{{{connection, events, 0}, {stopped_, POLLIN, 0}}};
     while (poll(waits.data(), waits.size(), -1) < 0 && errno == EINTR) {
     }
     return waits[1].revents == 0;
@@ -193,26 +193,26 @@ bool PrintListener::waitFor(int connection, short events) const
 
 bool PrintListener::isStopped(int milliseconds) const
 {
-    pollfd wait{stopped, POLLIN, 0};
+    pollfd wait{stopped_, POLLIN, 0};
     return poll(&wait, 1, milliseconds) > 0;
 }
 
 void PrintListener::take(int connection)
 {
     constexpr auto everything = static_cast<std::size_t>(-1);
-    const bool partly = manner == Manner::stalls || manner == Manner::closes || manner == Manner::resets ||
-                        manner == Manner::halfClosesThenResets;
-    if (manner == Manner::answersFirst && !answer(connection))
+    const bool partly = manner_ == Manner::stalls || manner_ == Manner::closes || manner_ == Manner::resets ||
+                        manner_ == Manner::halfClosesThenResets;
+    if (manner_ == Manner::answersFirst && !answer(connection))
         return;
-    if (manner == Manner::halfClosesThenResets) {
+    if (manner_ == Manner::halfClosesThenResets) {
         constexpr int untilItIsSeen = 200; // milliseconds
         shutdown(connection, SHUT_WR);
         if (isStopped(untilItIsSeen))
             return;
     }
-    if (!readOn(connection, partly ? mostBytes : everything))
+    if (!readOn(connection, partly ? mostBytes_ : everything))
         return;
-    switch (manner) {
+    switch (manner_) {
     case Manner::resets:
     case Manner::resetsAtTheEnd:
     case Manner::halfClosesThenResets:

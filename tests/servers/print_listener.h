@@ -38,7 +38,7 @@ public:
     PrintListener(const PrintListener&) = delete;
     PrintListener& operator=(const PrintListener&) = delete;
 
-    int port() const { return number; }
+    int port() const { return number_; }
     /// "127.0.0.1:PORT" or "[::1]:PORT"
     std::string address() const;
 
@@ -62,20 +62,20 @@ private:
     bool isStopped(int milliseconds) const;
     void note(Ending how);
 
-    Manner manner;
-    std::size_t mostBytes;
-    bool onIpv6;
-    int number = 0;
-    int listening = -1;
-    int stopped = -1; ///< readable when the device is to end
+    Manner manner_;
+    std::size_t mostBytes_;
+    bool onIpv6_;
+    int number_ = 0;
+    int listening_ = -1;
+    int stopped_ = -1; ///< readable when the device is to end
 
-    std::mutex mutex;
-    std::condition_variable changed;
-    std::string content;
-    Ending ending = Ending::open;
-    int accepted = 0;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::string content_;
+    Ending ending_ = Ending::open;
+    int accepted_ = 0;
 
-    std::thread thread;
+    std::thread thread_;
 };
 
 } // namespace servers

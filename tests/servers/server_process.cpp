@@ -74,7 +74,7 @@ bool isFree(int port, int type)
 std::vector<std::string> changedEnvironment(const std::vector<std::string>& changes)
 {
     std::vector<std::string> result = changes;
-    for (char** entry = environ; *entry; ++entry) {
+    for (char** entry = environ; *entry != nullptr; ++entry) {
         const std::string_view text = *entry;
         const std::string_view name = text.substr(0, text.find('=') + 1);
         if (std::ranges::none_of(changes, [&](const auto& change) { return change.starts_with(name); }))
@@ -179,7 +179,7 @@ int unusedPort(Transport transport)
 std::string systemProgram(const std::string& name)
 {
     const char* path = std::getenv("PATH");
-    std::istringstream folders(std::string(path ? path : "") +
+    std::istringstream folders(std::string(path != nullptr ? path : "") +
                                ":/usr/local/sbin:/usr/sbin:/sbin:/usr/bin:/bin");
     for (std::string folder; std::getline(folders, folder, ':');) {
         const std::string program = folder + "/" + name;
@@ -206,11 +206,11 @@ void runProgram(const ServerCommand& command)
 
 ServerProcess::ServerProcess(const ServerCommand& command, const std::function<bool()>& ready)
 {
-    child = start(command);
-    childDescriptor = openProcess(child);
-    if (childDescriptor < 0) {
-        ::kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+    child_ = start(command);
+    childDescriptor_ = openProcess(child_);
+    if (childDescriptor_ < 0) {
+        ::kill(child_, SIGKILL);
+        waitpid(child_, nullptr, 0);
         failWithErrno("cannot watch " + command.arguments.front());
     }
 
@@ -235,57 +235,57 @@ ServerProcess::ServerProcess(const ServerCommand& command, const std::function<b
 
 ServerProcess::~ServerProcess() { stop(); }
 
-bool ServerProcess::waitForEnd(int milliseconds) { return endsWithin(milliseconds, childDescriptor); }
+bool ServerProcess::waitForEnd(int milliseconds) { return endsWithin(milliseconds, childDescriptor_); }
 
 void ServerProcess::reap()
 {
-    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    while (waitpid(child_, nullptr, 0) < 0 && errno == EINTR) {
     }
-    close(childDescriptor);
-    childDescriptor = -1;
+    close(childDescriptor_);
+    childDescriptor_ = -1;
 }
 
 void ServerProcess::stop()
 {
-    if (childDescriptor < 0)
+    if (childDescriptor_ < 0)
         return;
-    ::kill(child, SIGTERM);
-    ::kill(child, SIGCONT); // a frozen one could not heed the request
+    ::kill(child_, SIGTERM);
+    ::kill(child_, SIGCONT); // a frozen one could not heed the request
     constexpr int patience = 5000;
     if (!waitForEnd(patience))
-        ::kill(child, SIGKILL);
+        ::kill(child_, SIGKILL);
     reap();
 }
 
 void ServerProcess::kill()
 {
-    if (childDescriptor < 0)
+    if (childDescriptor_ < 0)
         return;
-    ::kill(child, SIGKILL);
+    ::kill(child_, SIGKILL);
     reap();
 }
 
 void ServerProcess::freeze()
 {
-    if (childDescriptor < 0)
+    if (childDescriptor_ < 0)
         return;
-    ::kill(child, SIGSTOP);
+    ::kill(child_, SIGSTOP);
     // Until every thread of it stands still.
     int word = 0;
-    while (waitpid(child, &word, WUNTRACED) < 0 && errno == EINTR) {
+    while (waitpid(child_, &word, WUNTRACED) < 0 && errno == EINTR) {
     }
     if (!WIFSTOPPED(word)) { // it had ended by itself, and is reaped now
-        close(childDescriptor);
-        childDescriptor = -1;
+        close(childDescriptor_);
+        childDescriptor_ = -1;
     }
 }
 
 void ServerProcess::thaw()
 {
-    if (childDescriptor >= 0)
-        ::kill(child, SIGCONT);
+    if (childDescriptor_ >= 0)
+        ::kill(child_, SIGCONT);
 }
 
-bool ServerProcess::running() { return childDescriptor >= 0 && !waitForEnd(0); }
+bool ServerProcess::running() { return childDescriptor_ >= 0 && !waitForEnd(0); }
 
 } // namespace servers

@@ -59,14 +59,14 @@ public:
     /// False once it ended.
     bool running();
     /// Its process id; of no use once it ended.
-    pid_t id() const { return child; }
+    pid_t id() const { return child_; }
 
 private:
     bool waitForEnd(int milliseconds);
     void reap();
 
-    pid_t child = -1;
-    int childDescriptor = -1; ///< readable once the child ended
+    pid_t child_ = -1;
+    int childDescriptor_ = -1; ///< readable once the child ended
 };
 
 } // namespace servers

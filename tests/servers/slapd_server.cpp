@@ -113,15 +113,15 @@ std::vector<DirectoryRecord> persons(int count)
 
 SlapdServer::SlapdServer(const SlapdSettings& settings)
 {
-    std::filesystem::create_directory(folder / "data");
+    std::filesystem::create_directory(folder_ / "data");
     configure(settings);
     fill(settings);
     // The socket in our own folder tells our server from any other that took the port first.
-    for (int attempt = 0; !server; ++attempt) {
-        plainPort = unusedPort(Transport::tcp);
+    for (int attempt = 0; !server_; ++attempt) {
+        plainPort_ = unusedPort(Transport::tcp);
         do {
-            securePort = settings.certificate ? unusedPort(Transport::tcp) : 0;
-        } while (securePort == plainPort);
+            securePort_ = settings.certificate ? unusedPort(Transport::tcp) : 0;
+        } while (securePort_ == plainPort_);
         try {
             start();
         } catch (const std::runtime_error&) {
@@ -134,10 +134,10 @@ SlapdServer::SlapdServer(const SlapdSettings& settings)
 
 void SlapdServer::configure(const SlapdSettings& settings) const
 {
-    std::ofstream file(folder / "slapd.conf");
+    std::ofstream file(folder_ / "slapd.conf");
     for (const char* schema : {"core", "cosine", "inetorgperson"})
         file << "include \"" << schemaFolder() << "/" << schema << ".schema\"\n";
-    file << "pidfile \"" << folder / "slapd.pid"
+    file << "pidfile \"" << folder_ / "slapd.pid"
          << "\"\n"
          << "modulepath \"" << moduleFolder() << "\"\nmoduleload back_mdb\n"
          << "sizelimit " << (settings.sizeLimit == 0 ? "unlimited" : std::to_string(settings.sizeLimit))
@@ -148,14 +148,14 @@ void SlapdServer::configure(const SlapdSettings& settings) const
         file << "TLSCertificateFile \"" << settings.certificate->certificate << "\"\n"
              << "TLSCertificateKeyFile \"" << settings.certificate->key << "\"\n";
     file << settings.configuration << "\n"
-         << "database mdb\nsuffix \"" << base() << "\"\ndirectory \"" << folder / "data"
+         << "database mdb\nsuffix \"" << base() << "\"\ndirectory \"" << folder_ / "data"
          << "\"\n"
          << "maxsize 67108864\ndbnosync\n";
 }
 
 void SlapdServer::fill(const SlapdSettings& settings) const
 {
-    std::ofstream file(folder / "data.ldif");
+    std::ofstream file(folder_ / "data.ldif");
     file << "dn: " << base()
          << "\nobjectClass: dcObject\nobjectClass: organization\ndc: example\no: Example\n\n";
     for (const DirectoryRecord& record : settings.records) {
@@ -165,14 +165,14 @@ void SlapdServer::fill(const SlapdSettings& settings) const
         file << "\n";
     }
     file.close();
-    runProgram({{systemProgram("slapadd"), "-q", "-f", folder / "slapd.conf", "-l", folder / "data.ldif"},
-                folder / "slapadd.log",
+    runProgram({{systemProgram("slapadd"), "-q", "-f", folder_ / "slapd.conf", "-l", folder_ / "data.ldif"},
+                folder_ / "slapadd.log",
                 {}});
 }
 
 void SlapdServer::start()
 {
-    const std::string socketPath = folder / "ldapi";
+    const std::string socketPath = folder_ / "ldapi";
     std::string encoded;
     for (const char character : socketPath)
         encoded += character == '/' ? "%2F" : std::string(1, character);
@@ -180,18 +180,18 @@ void SlapdServer::start()
     for (const std::string host : {"127.0.0.1", "[::1]"}) {
         if (host != "127.0.0.1" && !hasIpv6())
             continue;
-        urls += "ldap://" + host + ":" + std::to_string(plainPort) + " ";
-        if (securePort != 0)
-            urls += "ldaps://" + host + ":" + std::to_string(securePort) + " ";
+        urls += "ldap://" + host + ":" + std::to_string(plainPort_) + " ";
+        if (securePort_ != 0)
+            urls += "ldaps://" + host + ":" + std::to_string(securePort_) + " ";
     }
     // slapd begins to listen in the order of the addresses: when the socket takes connections, all do.
     urls += "ldapi://" + encoded;
     std::filesystem::remove(socketPath);
-    server.reset();
+    server_.reset();
     // A debug level, 0 too, keeps it in the foreground.
-    server = std::make_unique<ServerProcess>(
-        ServerCommand{{systemProgram("slapd"), "-f", folder / "slapd.conf", "-h", urls, "-d", "0"},
-                      folder / "slapd.log",
+    server_ = std::make_unique<ServerProcess>(
+        ServerCommand{{systemProgram("slapd"), "-f", folder_ / "slapd.conf", "-h", urls, "-d", "0"},
+                      folder_ / "slapd.log",
                       {}},
         [&] { return accepts(socketPath); });
 }

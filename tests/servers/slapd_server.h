@@ -52,28 +52,28 @@ public:
     explicit SlapdServer(const SlapdSettings& settings);
 
     /// Where it listens in plain and, with a certificate, under TLS from the first byte.
-    int port() const { return plainPort; }
-    int tlsPort() const { return securePort; }
+    int port() const { return plainPort_; }
+    int tlsPort() const { return securePort_; }
     /// "127.0.0.1:PORT"
-    std::string address() const { return "127.0.0.1:" + std::to_string(plainPort); }
+    std::string address() const { return "127.0.0.1:" + std::to_string(plainPort_); }
     /// "ldaps://localhost:PORT"
-    std::string tlsAddress() const { return "ldaps://localhost:" + std::to_string(securePort); }
+    std::string tlsAddress() const { return "ldaps://localhost:" + std::to_string(securePort_); }
 
     /// The entry below which the records lie.
     static std::string base() { return "dc=example"; }
 
     /// Starts it again after `process().stop()` or `kill()`: the same ports, the same directory.
     void start();
-    ServerProcess& process() { return *server; }
+    ServerProcess& process() { return *server_; }
 
 private:
     void configure(const SlapdSettings& settings) const;
     void fill(const SlapdSettings& settings) const;
 
-    TemporaryFolder folder;
-    int plainPort = 0;
-    int securePort = 0;
-    std::unique_ptr<ServerProcess> server;
+    TemporaryFolder folder_;
+    int plainPort_ = 0;
+    int securePort_ = 0;
+    std::unique_ptr<ServerProcess> server_;
 };
 
 /// True when this machine has the IPv6 loopback address.

@@ -68,11 +68,11 @@ std::vector<DeviceObject> directorySettings(const std::string& server, const std
             {settingsRoot + "384.91", "facsimileTelephoneNumber"}};
 }
 
-SnmpdServer::SnmpdServer(SnmpdSettings given) : settings(std::move(given))
+SnmpdServer::SnmpdServer(SnmpdSettings given) : settings_(std::move(given))
 {
     // Somebody else may take the port between its choice and the server's start.
     for (int attemptsLeft = 3;; --attemptsLeft) {
-        number = unusedPort(Transport::udp);
+        number_ = unusedPort(Transport::udp);
         try {
             start();
             return;
@@ -86,44 +86,44 @@ SnmpdServer::SnmpdServer(SnmpdSettings given) : settings(std::move(given))
 void SnmpdServer::configure() const
 {
     std::ostringstream lines;
-    lines << "agentaddress udp:127.0.0.1:" << number;
+    lines << "agentaddress udp:127.0.0.1:" << number_;
     if (hasIpv6())
-        lines << ",udp6:[::1]:" << number;
-    lines << "\nrocommunity " << settings.community << " 127.0.0.1\n";
+        lines << ",udp6:[::1]:" << number_;
+    lines << "\nrocommunity " << settings_.community << " 127.0.0.1\n";
     if (hasIpv6())
-        lines << "rocommunity6 " << settings.community << " ::1\n";
-    lines << "sysDescr " << settings.description << "\n";
-    for (const DeviceUser& user : settings.users)
+        lines << "rocommunity6 " << settings_.community << " ::1\n";
+    lines << "sysDescr " << settings_.description << "\n";
+    for (const DeviceUser& user : settings_.users)
         lines << userLines(user);
-    for (const DeviceObject& object : settings.objects)
+    for (const DeviceObject& object : settings_.objects)
         lines << "override " << object.name << " " << object.type << " " << valueOf(object) << "\n";
-    writeFile(folder / "snmpd.conf", lines.str());
+    writeFile(folder_ / "snmpd.conf", lines.str());
 }
 
 void SnmpdServer::start()
 {
-    server.reset();
+    server_.reset();
     configure();
-    const std::string output = folder / ("output" + std::to_string(incarnation));
+    const std::string output = folder_ / ("output" + std::to_string(incarnation_));
     std::filesystem::remove(output);
     ServerCommand command;
     command.arguments = {systemProgram("snmpd"), "-f", "-Le", "-I", "-smux"};
     command.outputFile = output;
-    const std::string state = folder / ("state" + std::to_string(incarnation));
+    const std::string state = folder_ / ("state" + std::to_string(incarnation_));
     // Its configuration and its state are here alone (told to read one file only, it would forget its
     // state), and it gets no descriptions of objects, which it would only read and complain about.
-    command.environment = {"HOME=" + folder.path().string(),
-                           "SNMPCONFPATH=" + folder.path().string() + ":" + state,
-                           "SNMP_PERSISTENT_DIR=" + state, "MIBS=", "MIBDIRS=" + folder / "none"};
+    command.environment = {"HOME=" + folder_.path().string(),
+                           "SNMPCONFPATH=" + folder_.path().string() + ":" + state,
+                           "SNMP_PERSISTENT_DIR=" + state, "MIBS=", "MIBDIRS=" + folder_ / "none"};
     // It says its version when its sockets are open.
-    server = std::make_unique<ServerProcess>(
+    server_ = std::make_unique<ServerProcess>(
         command, [&] { return contentOf(output).find("NET-SNMP version") != std::string::npos; });
 }
 
 void SnmpdServer::startAnother(SnmpdSettings other)
 {
-    settings = std::move(other);
-    ++incarnation;
+    settings_ = std::move(other);
+    ++incarnation_;
     start();
 }
 

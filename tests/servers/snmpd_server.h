@@ -50,9 +50,9 @@ public:
     /// words when that fails.
     explicit SnmpdServer(SnmpdSettings settings);
 
-    int port() const { return number; }
+    int port() const { return number_; }
     /// "127.0.0.1:PORT"
-    std::string address() const { return "127.0.0.1:" + std::to_string(number); }
+    std::string address() const { return "127.0.0.1:" + std::to_string(number_); }
 
     /// Starts it again after `process().stop()` or `kill()`, on the same port. It remembers who it
     /// was (version 3's engine) and counts that it was started once more.
@@ -60,16 +60,16 @@ public:
     /// The same for another device that took its place: another engine, and these settings.
     void startAnother(SnmpdSettings other);
     /// The process; frozen, it is a device that does not answer.
-    ServerProcess& process() { return *server; }
+    ServerProcess& process() { return *server_; }
 
 private:
     void configure() const;
 
-    TemporaryFolder folder;
-    SnmpdSettings settings;
-    int number = 0;
-    int incarnation = 0;
-    std::unique_ptr<ServerProcess> server;
+    TemporaryFolder folder_;
+    SnmpdSettings settings_;
+    int number_ = 0;
+    int incarnation_ = 0;
+    std::unique_ptr<ServerProcess> server_;
 };
 
 } // namespace servers

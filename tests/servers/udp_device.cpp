@@ -28,13 +28,13 @@ const sockaddr* general(const sockaddr_in& address) { return reinterpret_cast<co
 /// A client's socket, connected to a server on the loopback address.
 class Client {
 public:
-    explicit Client(int port) : number(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+    explicit Client(int port) : number_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
     {
         const sockaddr_in address = loopback(port);
-        if (number < 0 || connect(number, general(address), sizeof address) != 0)
+        if (number_ < 0 || connect(number_, general(address), sizeof address) != 0)
             fail("cannot reach the server behind");
     }
-    ~Client() { close(number); }
+    ~Client() { close(number_); }
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
 
@@ -43,48 +43,48 @@ public:
     {
         constexpr int patience = 5000;
         std::string answer(largestDatagram, '\0');
-        pollfd waiting{number, POLLIN, 0};
-        send(number, datagram.data(), datagram.size(), 0);
+        pollfd waiting{number_, POLLIN, 0};
+        send(number_, datagram.data(), datagram.size(), 0);
         if (poll(&waiting, 1, patience) <= 0)
             return "";
-        const ssize_t size = recv(number, answer.data(), answer.size(), 0);
+        const ssize_t size = recv(number_, answer.data(), answer.size(), 0);
         answer.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
         return answer;
     }
 
 private:
-    int number;
+    int number_;
 };
 
 } // namespace
 
 UdpDevice::UdpDevice(DatagramHandler handler)
-    : handle(std::move(handler)), bound(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)),
-      stopped(eventfd(0, EFD_CLOEXEC))
+    : handle_(std::move(handler)), bound_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)),
+      stopped_(eventfd(0, EFD_CLOEXEC))
 {
     sockaddr_in address = loopback(0);
     socklen_t size = sizeof address;
-    if (bound < 0 || stopped < 0 || bind(bound, general(address), size) != 0 ||
-        getsockname(bound, reinterpret_cast<sockaddr*>(&address), &size) != 0)
+    if (bound_ < 0 || stopped_ < 0 || bind(bound_, general(address), size) != 0 ||
+        getsockname(bound_, reinterpret_cast<sockaddr*>(&address), &size) != 0)
         fail("cannot bind a UDP socket");
-    number = ntohs(address.sin_port);
-    thread = std::thread([this] { serve(); });
+    number_ = ntohs(address.sin_port);
+    thread_ = std::thread([this] { serve(); });
 }
 
 UdpDevice::~UdpDevice()
 {
-    ending = true;
-    eventfd_write(stopped, 1);
-    thread.join();
-    close(bound);
-    close(stopped);
+    ending_ = true;
+    eventfd_write(stopped_, 1);
+    thread_.join();
+    close(bound_);
+    close(stopped_);
 }
 
 void UdpDevice::serve()
 {
     std::string datagram;
     for (;;) {
-        std::array<pollfd, 2> waiting{{{bound, POLLIN, 0}, {stopped, POLLIN, 0}}};
+        std::array<pollfd, 2> waiting{{{bound_, POLLIN, 0}, {stopped_, POLLIN, 0}}};
         poll(waiting.data(), waiting.size(), -1);
         if (waiting[1].revents != 0)
             return;
@@ -92,14 +92,14 @@ void UdpDevice::serve()
         sockaddr_in from{};
         socklen_t size = sizeof from;
         const ssize_t got =
-            recvfrom(bound, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&from), &size);
+            recvfrom(bound_, datagram.data(), datagram.size(), 0, reinterpret_cast<sockaddr*>(&from), &size);
         if (got < 0)
             continue; // a refusal of an earlier answer
         datagram.resize(static_cast<std::size_t>(got));
-        ++count;
-        handle(datagram, [&](const std::string& answer) {
-            sendto(bound, answer.data(), answer.size(), 0, general(from), sizeof from);
-            return !ending;
+        ++count_;
+        handle_(datagram, [&](const std::string& answer) {
+            sendto(bound_, answer.data(), answer.size(), 0, general(from), sizeof from);
+            return !ending_;
         });
     }
 }

@@ -23,22 +23,22 @@ public:
     UdpDevice(const UdpDevice&) = delete;
     UdpDevice& operator=(const UdpDevice&) = delete;
 
-    int port() const { return number; }
+    int port() const { return number_; }
     /// "127.0.0.1:PORT"
-    std::string address() const { return "127.0.0.1:" + std::to_string(number); }
+    std::string address() const { return "127.0.0.1:" + std::to_string(number_); }
     /// How many datagrams came up to now.
-    int received() const { return count; }
+    int received() const { return count_; }
 
 private:
     void serve();
 
-    DatagramHandler handle;
-    int bound = -1;
-    int stopped = -1;
-    int number = 0;
-    std::atomic<int> count{0};
-    std::atomic<bool> ending{false};
-    std::thread thread;
+    DatagramHandler handle_;
+    int bound_ = -1;
+    int stopped_ = -1;
+    int number_ = 0;
+    std::atomic<int> count_{0};
+    std::atomic<bool> ending_{false};
+    std::thread thread_;
 };
 
 /// Answers nothing.

@@ -32,7 +32,7 @@ void destroy(T*& object)
 
 void unloadComponent()
 {
-    if (pFaxSession) {
+    if (pFaxSession != nullptr) {
         pFaxSession->clearAllFaxRecipients(GROUP_MEMBER_LIST);
         pFaxSession->removeAllFaxRecipients(RECIPIENT_LIST);
         pFaxSession->removeAllFaxRecipients(CUR_RECIPIENT_LIST);
@@ -116,7 +116,7 @@ StartedComponentTest::StartedComponentTest()
 std::string field(Tarvik40FaxRecipient* recipient, const char* key)
 {
     const char* text = recipient->getRecipientData(key);
-    return text ? text : "(none)";
+    return text != nullptr ? text : "(none)";
 }
 
 std::string dialledNumber(Tarvik40FaxRecipient* recipient)

@@ -27,11 +27,11 @@ protected:
 
     void start()
     {
-        running.reset();
-        running = std::make_unique<quelm::Driver>(options);
+        running_.reset();
+        running_ = std::make_unique<quelm::Driver>(options);
     }
 
-    quelm::Driver& driver() { return *running; }
+    quelm::Driver& driver() { return *running_; }
 
     /// What the test component noted since the test began: one "NAME;" per callback.
     std::string journal() { return *driver().show("Journal").text; }
@@ -52,7 +52,7 @@ protected:
     quelm::DriverOptions options;
 
 private:
-    std::unique_ptr<quelm::Driver> running;
+    std::unique_ptr<quelm::Driver> running_;
 };
 
 #endif

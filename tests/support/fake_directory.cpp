@@ -90,7 +90,7 @@ void LDAPSession::appendAttribute(char* attribute)
 bool LDAPSession::requestSearch(std::string& filter, int scope, char** attributes, bool flag)
 {
     effect("requestSearch " + fake::quoted(filter) + " scope " + std::to_string(scope) +
-           (attributes ? " with attributes" : "") + (flag ? " flag" : ""));
+           (attributes != nullptr ? " with attributes" : "") + (flag ? " flag" : ""));
     impl->next = 0;
     return !fakeHost().faults.hits(Op::requestSearch, filter);
 }

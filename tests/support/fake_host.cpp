@@ -136,13 +136,13 @@ GTKObject* Host::handleOf(std::string_view name)
     if (registered != registeredObjects.end())
         return registered->second;
     Widget* found = tree.find(name);
-    return found ? found->handle.get() : nullptr;
+    return found != nullptr ? found->handle.get() : nullptr;
 }
 
 Widget* Host::lookUp(std::string_view name)
 {
     GTKObject* handle = handleOf(name);
-    return handle ? GTKObject::Impl::of(*handle).widget : nullptr;
+    return handle != nullptr ? GTKObject::Impl::of(*handle).widget : nullptr;
 }
 
 bool Host::translate(const std::string& text, char* out) const
@@ -168,7 +168,7 @@ Widget& Host::widget(std::string_view name)
     auto registered = registeredObjects.find(std::string(name));
     Widget* found = registered != registeredObjects.end() ? GTKObject::Impl::of(*registered->second).widget
                                                           : tree.find(name);
-    if (!found)
+    if (found == nullptr)
         throw std::out_of_range("there is no widget \"" + std::string(name) + "\"");
     return *found;
 }
@@ -327,7 +327,7 @@ void Host::fire(const std::string& callback, Widget* widget)
 {
     auto found = callbacks.find(callback);
     if (found != callbacks.end())
-        found->second(nullptr, widget ? widget->handle.get() : nullptr);
+        found->second(nullptr, widget != nullptr ? widget->handle.get() : nullptr);
     else if (callback == "ProcessPushButtonHelpInvocation")
         journal.add(Journal::Kind::effect, "help");
     else

@@ -105,7 +105,7 @@ void CloseCurrentPopupDialog()
 {
     effect("closeQuestion");
     auto& questions = fakeHost().questions;
-    if (fakeHost().runningQuestion) {
+    if (fakeHost().runningQuestion != nullptr) {
         fakeHost().runningQuestion->open = false;
         return;
     }
@@ -164,7 +164,8 @@ float GetFeatureOptValue(char* feature, int* value)
     fake::Host& host = fakeHost();
     const Widget* widget = host.tree.find(feature);
     const auto fixed = host.featureValues.find(feature);
-    if (host.unknownFeatures.contains(feature) || (!widget && fixed == host.featureValues.end())) {
+    if (host.unknownFeatures.contains(feature) ||
+        ((widget == nullptr) && fixed == host.featureValues.end())) {
         read("feature " + quoted(feature) + " -> unknown");
         return 0.0F;
     }

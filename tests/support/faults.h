@@ -37,17 +37,17 @@ enum class Op {
 class Faults {
 public:
     /// Every call of `op` fails from now on.
-    void fail(Op op) { faults.push_back({op, {}, 0, 0}); }
+    void fail(Op op) { faults_.push_back({op, {}, 0, 0}); }
     /// Every call of `op` on `target` (a widget's name, a path, a key) fails from now on.
-    void failOn(Op op, std::string target) { faults.push_back({op, std::move(target), 0, 0}); }
+    void failOn(Op op, std::string target) { faults_.push_back({op, std::move(target), 0, 0}); }
     /// Only the `nth` call of `op` fails, counted from 1.
-    void failNth(Op op, int nth) { faults.push_back({op, {}, nth, 0}); }
+    void failNth(Op op, int nth) { faults_.push_back({op, {}, nth, 0}); }
 
     /// The operation's own question: does this call fail?
     bool hits(Op op, std::string_view target)
     {
         bool hit = false;
-        for (Fault& fault : faults) {
+        for (Fault& fault : faults_) {
             if (fault.op != op || (!fault.target.empty() && fault.target != target))
                 continue;
             ++fault.calls;
@@ -56,7 +56,7 @@ public:
         return hit;
     }
 
-    void clear() { faults.clear(); }
+    void clear() { faults_.clear(); }
 
 private:
     struct Fault {
@@ -66,7 +66,7 @@ private:
         int calls;
     };
 
-    std::vector<Fault> faults;
+    std::vector<Fault> faults_;
 };
 
 } // namespace fake

@@ -33,7 +33,7 @@ std::string quoted(std::string_view text)
     return result + '"';
 }
 
-std::string quoted(const char* text) { return text ? quoted(std::string_view(text)) : "null"; }
+std::string quoted(const char* text) { return text != nullptr ? quoted(std::string_view(text)) : "null"; }
 
 std::string lines(std::initializer_list<std::string> entries)
 {
@@ -43,12 +43,12 @@ std::string lines(std::initializer_list<std::string> entries)
     return result;
 }
 
-void Journal::add(Kind kind, std::string entry) { entries.push_back({kind, std::move(entry)}); }
+void Journal::add(Kind kind, std::string entry) { entries_.push_back({kind, std::move(entry)}); }
 
 std::string Journal::upTo(Kind last) const
 {
     std::string result;
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries_)
         if (entry.kind <= last)
             result += entry.text + '\n';
     return result;
@@ -61,7 +61,7 @@ std::string Journal::all() const { return upTo(Kind::lookup); }
 int Journal::count(std::string_view beginning) const
 {
     int n = 0;
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries_)
         if (std::string_view(entry.text).substr(0, beginning.size()) == beginning)
             ++n;
     return n;

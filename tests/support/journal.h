@@ -28,7 +28,7 @@ public:
     };
 
     void add(Kind kind, std::string entry);
-    void clear() { entries.clear(); }
+    void clear() { entries_.clear(); }
 
     /// Only the effects, a line each.
     std::string effects() const;
@@ -47,7 +47,7 @@ private:
 
     std::string upTo(Kind last) const;
 
-    std::vector<Entry> entries;
+    std::vector<Entry> entries_;
 };
 
 } // namespace fake

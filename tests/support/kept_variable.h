@@ -9,24 +9,24 @@
 /// Puts an environment variable back when a test ends.
 class KeptVariable {
 public:
-    explicit KeptVariable(const char* variable) : name(variable)
+    explicit KeptVariable(const char* variable) : name_(variable)
     {
-        if (const char* given = std::getenv(name))
-            value = given;
+        if (const char* given = std::getenv(name_))
+            value_ = given;
     }
     ~KeptVariable()
     {
-        if (value)
-            setenv(name, value->c_str(), 1);
+        if (value_)
+            setenv(name_, value_->c_str(), 1);
         else
-            unsetenv(name);
+            unsetenv(name_);
     }
     KeptVariable(const KeptVariable&) = delete;
     KeptVariable& operator=(const KeptVariable&) = delete;
 
 private:
-    const char* name;
-    std::optional<std::string> value;
+    const char* name_;
+    std::optional<std::string> value_;
 };
 
 #endif

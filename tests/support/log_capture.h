@@ -11,13 +11,13 @@
 class LogCapture {
 public:
     LogCapture()
-        : before(quelm::setLogSink([this](quelm::Severity severity, const std::string& message) {
+        : before_(quelm::setLogSink([this](quelm::Severity severity, const std::string& message) {
               severities.push_back(severity);
               messages.push_back(message);
           }))
     {
     }
-    ~LogCapture() { quelm::setLogSink(std::move(before)); }
+    ~LogCapture() { quelm::setLogSink(std::move(before_)); }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
@@ -25,7 +25,7 @@ public:
     std::vector<std::string> messages;
 
 private:
-    quelm::LogSink before;
+    quelm::LogSink before_;
 };
 
 #endif

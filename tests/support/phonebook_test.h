@@ -100,12 +100,12 @@ private:
         QuelmLegacyDatabase* before = database;
         host.press(button);
         host.chooseFile(chooser, path);
-        if (before && database != before)
-            closedDatabases.emplace_back(before);
+        if ((before != nullptr) && database != before)
+            closedDatabases_.emplace_back(before);
         host.journal.clear();
     }
 
-    std::vector<std::unique_ptr<QuelmLegacyDatabase>> closedDatabases;
+    std::vector<std::unique_ptr<QuelmLegacyDatabase>> closedDatabases_;
 };
 
 #endif

@@ -12,15 +12,15 @@ bool RecordingWriter::add(const char* operation, const std::string& text)
     writes.push_back({operation, text});
     fakeHost().journal.add(Journal::Kind::effect, std::string(operation) + " " + fake::quoted(text));
     const int number = static_cast<int>(writes.size());
-    succeeded.push_back(number != failAt && (failFrom == 0 || number < failFrom));
-    return succeeded.back();
+    succeeded_.push_back(number != failAt && (failFrom == 0 || number < failFrom));
+    return succeeded_.back();
 }
 
 std::string RecordingWriter::stream() const
 {
     std::string result;
     for (std::size_t i = 0; i < writes.size(); ++i)
-        if (succeeded[i])
+        if (succeeded_[i])
             result += writes[i].text;
     return result;
 }

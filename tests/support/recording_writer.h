@@ -32,7 +32,7 @@ public:
 private:
     bool add(const char* operation, const std::string& text);
 
-    std::vector<bool> succeeded;
+    std::vector<bool> succeeded_;
 };
 
 /// Prints a write in a failed comparison.

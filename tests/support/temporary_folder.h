@@ -21,36 +21,36 @@ public:
         std::string pattern = std::filesystem::temp_directory_path() / "quelm-test-XXXXXX";
         if (mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
-        folder = pattern;
+        folder_ = pattern;
         // Tests that give up root's rights still need to get in.
-        std::filesystem::permissions(folder, std::filesystem::perms::all);
+        std::filesystem::permissions(folder_, std::filesystem::perms::all);
     }
     ~TemporaryFolder()
     {
         std::error_code ignored;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, ignored))
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_, ignored))
             if (entry.symlink_status(ignored).type() == std::filesystem::file_type::directory)
                 std::filesystem::permissions(entry, std::filesystem::perms::owner_all, ignored);
-        std::filesystem::remove_all(folder, ignored);
+        std::filesystem::remove_all(folder_, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string operator/(const std::string& name) const { return folder / name; }
-    const std::filesystem::path& path() const { return folder; }
+    std::string operator/(const std::string& name) const { return folder_ / name; }
+    const std::filesystem::path& path() const { return folder_; }
 
     /// The names in the folder, sorted.
     std::vector<std::string> names() const
     {
         std::vector<std::string> found;
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
+        for (const auto& entry : std::filesystem::directory_iterator(folder_))
             found.push_back(entry.path().filename());
         std::sort(found.begin(), found.end());
         return found;
     }
 
 private:
-    std::filesystem::path folder;
+    std::filesystem::path folder_;
 };
 
 /// The bytes of a file; none of a folder.

@@ -18,7 +18,7 @@ std::unique_ptr<Widget> buildWidget(const rapidxml::xml_node<>& element, Widget*
     auto widget = std::make_unique<Widget>();
     widget->kind.assign(element.name(), element.name_size());
     widget->parent = parent;
-    for (const auto* a = element.first_attribute(); a; a = a->next_attribute())
+    for (const auto* a = element.first_attribute(); a != nullptr; a = a->next_attribute())
         widget->attributes[std::string(a->name(), a->name_size())] = std::string(a->value(), a->value_size());
 
     auto attribute = [&widget](const char* key, const char* otherwise) {
@@ -47,7 +47,7 @@ std::unique_ptr<Widget> buildWidget(const rapidxml::xml_node<>& element, Widget*
     widget->initial = widget->state;
     widget->handle = GTKObject::Impl::handleFor(*widget);
 
-    for (const auto* child = element.first_node(); child; child = child->next_sibling())
+    for (const auto* child = element.first_node(); child != nullptr; child = child->next_sibling())
         if (child->type() == rapidxml::node_element)
             widget->children.push_back(buildWidget(*child, widget.get()));
     return widget;
@@ -86,8 +86,8 @@ int Widget::indexInParent() const
     return -1;
 }
 
-bool Widget::isShown() const { return visible && (!parent || parent->isShown()); }
-bool Widget::isOperable() const { return state.sensitive && (!parent || parent->isOperable()); }
+bool Widget::isShown() const { return visible && ((parent == nullptr) || parent->isShown()); }
+bool Widget::isOperable() const { return state.sensitive && ((parent == nullptr) || parent->isOperable()); }
 
 Slot slotOf(const Widget& widget, std::string_view property)
 {
@@ -120,20 +120,20 @@ bool WidgetTree::build(const std::string& definition)
         return false;
     }
     const auto* root = document.first_node("XmlGuiDefinition");
-    if (!root)
+    if (root == nullptr)
         return false;
-    roots.clear();
-    for (const auto* window = root->first_node(); window; window = window->next_sibling())
+    roots_.clear();
+    for (const auto* window = root->first_node(); window != nullptr; window = window->next_sibling())
         if (window->type() == rapidxml::node_element)
-            roots.push_back(buildWidget(*window, nullptr));
+            roots_.push_back(buildWidget(*window, nullptr));
     return true;
 }
 
 Widget* WidgetTree::find(std::string_view name) const
 {
     Widget* found = nullptr;
-    visit(roots, [&](Widget& widget) {
-        if (!found && widget.name == name)
+    visit(roots_, [&](Widget& widget) {
+        if ((found == nullptr) && widget.name == name)
             found = &widget;
     });
     return found;
@@ -142,7 +142,7 @@ Widget* WidgetTree::find(std::string_view name) const
 int WidgetTree::countNamed(std::string_view name) const
 {
     int count = 0;
-    visit(roots, [&](Widget& widget) { count += widget.name == name ? 1 : 0; });
+    visit(roots_, [&](Widget& widget) { count += widget.name == name ? 1 : 0; });
     return count;
 }
 

@@ -71,10 +71,10 @@ public:
     Widget* find(std::string_view name) const;
     /// How many widgets bear the name.
     int countNamed(std::string_view name) const;
-    const std::vector<std::unique_ptr<Widget>>& windows() const { return roots; }
+    const std::vector<std::unique_ptr<Widget>>& windows() const { return roots_; }
 
 private:
-    std::vector<std::unique_ptr<Widget>> roots;
+    std::vector<std::unique_ptr<Widget>> roots_;
 };
 
 /// The text with the character references of line breaks resolved, as a label shows it.

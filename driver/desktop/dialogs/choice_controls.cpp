@@ -12,49 +12,49 @@
 namespace quelm {
 
 CheckBoxControl::CheckBoxControl(Widget& treeWidget, DesktopContext& desktopContext)
-    : Control(treeWidget, desktopContext), box(*Gtk::make_managed<Gtk::CheckButton>())
+    : Control(treeWidget, desktopContext), box_(*Gtk::make_managed<Gtk::CheckButton>())
 {
-    box.set_use_underline(true);
-    box.signal_toggled().connect([this] {
-        act([&ticked = tree, on = box.get_active()](UserActions& actions) { actions.tick(ticked, on); });
+    box_.set_use_underline(true);
+    box_.signal_toggled().connect([this] {
+        act([&ticked = tree, on = box_.get_active()](UserActions& actions) { actions.tick(ticked, on); });
     });
-    describe(box, tree.name(), accessibleName(tree));
+    describe(box_, tree.name(), accessibleName(tree));
 }
 
 void CheckBoxControl::show()
 {
-    box.set_label(shownText(tree));
-    box.set_active(tree.flag());
-    showState(box);
+    box_.set_label(shownText(tree));
+    box_.set_active(tree.flag());
+    showState(box_);
 }
 
 RadioItemControl::RadioItemControl(Widget& treeWidget, DesktopContext& desktopContext,
                                    RadioItemControl* firstOfGroup)
-    : Control(treeWidget, desktopContext), button(*Gtk::make_managed<Gtk::RadioButton>())
+    : Control(treeWidget, desktopContext), button_(*Gtk::make_managed<Gtk::RadioButton>())
 {
     if (firstOfGroup != nullptr)
-        button.join_group(firstOfGroup->button);
-    button.set_use_underline(true);
-    button.signal_toggled().connect([this] {
-        if (button.get_active())
+        button_.join_group(firstOfGroup->button_);
+    button_.set_use_underline(true);
+    button_.signal_toggled().connect([this] {
+        if (button_.get_active())
             act([&chosen = tree](UserActions& actions) { actions.tick(chosen, true); });
     });
-    describe(button, tree.name(), accessibleName(tree));
+    describe(button_, tree.name(), accessibleName(tree));
 }
 
 void RadioItemControl::show()
 {
-    button.set_label(shownText(tree));
+    button_.set_label(shownText(tree));
     if (tree.flag())
-        button.set_active(true);
+        button_.set_active(true);
     const Widget& group = *tree.parent();
-    button.set_visible(tree.visible() && group.visible());
-    button.set_sensitive(tree.sensitive() && group.sensitive());
+    button_.set_visible(tree.visible() && group.visible());
+    button_.set_sensitive(tree.sensitive() && group.sensitive());
 }
 
 void RadioGroupControl::show()
 {
-    for (Control* item : items)
+    for (Control* item : items_)
         item->refresh();
 }
 
@@ -66,35 +66,35 @@ ComboBoxControl::Columns::Columns()
 }
 
 ComboBoxControl::ComboBoxControl(Widget& treeWidget, DesktopContext& desktopContext)
-    : Control(treeWidget, desktopContext), items(Gtk::ListStore::create(columns)),
-      combo(*Gtk::make_managed<Gtk::ComboBox>())
+    : Control(treeWidget, desktopContext), items_(Gtk::ListStore::create(columns_)),
+      combo_(*Gtk::make_managed<Gtk::ComboBox>())
 {
-    combo.set_model(items);
+    combo_.set_model(items_);
     auto* cell = Gtk::make_managed<Gtk::CellRendererText>();
-    combo.pack_start(*cell);
-    combo.add_attribute(*cell, "text", columns.text);
-    combo.add_attribute(*cell, "sensitive", columns.sensitive);
-    combo.signal_changed().connect([this] {
-        if (const auto chosen = combo.get_active()) {
-            const int index = (*chosen)[columns.index];
+    combo_.pack_start(*cell);
+    combo_.add_attribute(*cell, "text", columns_.text);
+    combo_.add_attribute(*cell, "sensitive", columns_.sensitive);
+    combo_.signal_changed().connect([this] {
+        if (const auto chosen = combo_.get_active()) {
+            const int index = (*chosen)[columns_.index];
             act([&changed = tree, index](UserActions& actions) { actions.choose(changed, index); });
         }
     });
-    describe(combo, tree.name(), accessibleName(tree));
+    describe(combo_, tree.name(), accessibleName(tree));
 }
 
 void ComboBoxControl::show()
 {
     showItems();
-    const auto rows = items->children();
+    const auto rows = items_->children();
     const auto chosen = std::find_if(rows.begin(), rows.end(), [this](const Gtk::TreeRow& row) {
-        return row[columns.index] == tree.number();
+        return row[columns_.index] == tree.number();
     });
     if (chosen == rows.end())
-        combo.unset_active();
+        combo_.unset_active();
     else
-        combo.set_active(chosen);
-    showState(combo);
+        combo_.set_active(chosen);
+    showState(combo_);
 }
 
 void ComboBoxControl::showItems()
@@ -106,44 +106,44 @@ void ComboBoxControl::showItems()
             wanted.push_back({shownText(*item), item->sensitive(), index});
         ++index;
     }
-    if (wanted == shownItems)
+    if (wanted == shownItems_)
         return;
-    shownItems = wanted;
-    items->clear();
-    for (const Item& item : shownItems) {
-        Gtk::TreeRow row = *items->append();
-        row[columns.text] = item.text;
-        row[columns.sensitive] = item.sensitive;
-        row[columns.index] = item.index;
+    shownItems_ = wanted;
+    items_->clear();
+    for (const Item& item : shownItems_) {
+        Gtk::TreeRow row = *items_->append();
+        row[columns_.text] = item.text;
+        row[columns_.sensitive] = item.sensitive;
+        row[columns_.index] = item.index;
     }
 }
 
 SpinBoxControl::SpinBoxControl(Widget& treeWidget, DesktopContext& desktopContext)
-    : Control(treeWidget, desktopContext), spin(*Gtk::make_managed<Gtk::SpinButton>())
+    : Control(treeWidget, desktopContext), spin_(*Gtk::make_managed<Gtk::SpinButton>())
 {
     const auto range = tree.numberRange();
     const int increment = std::max(definedNumber(tree, "AdjIncrement", 1), 1);
-    spin.set_adjustment(
+    spin_.set_adjustment(
         Gtk::Adjustment::create(tree.number(), range->first, range->second, increment, 10.0 * increment));
-    spin.set_numeric(true);
-    spin.set_alignment(1);
+    spin_.set_numeric(true);
+    spin_.set_alignment(1);
     const auto digits =
         static_cast<int>(std::max(std::to_string(range->first).size(), std::to_string(range->second).size()));
-    spin.set_width_chars(digits);
-    spin.set_max_width_chars(digits);
-    spin.set_activates_default(true);
-    spin.signal_value_changed().connect([this] {
-        act([&changed = tree, number = spin.get_value_as_int()](UserActions& actions) {
+    spin_.set_width_chars(digits);
+    spin_.set_max_width_chars(digits);
+    spin_.set_activates_default(true);
+    spin_.signal_value_changed().connect([this] {
+        act([&changed = tree, number = spin_.get_value_as_int()](UserActions& actions) {
             actions.choose(changed, number);
         });
     });
-    describe(spin, tree.name(), accessibleName(tree));
+    describe(spin_, tree.name(), accessibleName(tree));
 }
 
 void SpinBoxControl::show()
 {
-    spin.set_value(tree.number());
-    showState(spin);
+    spin_.set_value(tree.number());
+    showState(spin_);
 }
 
 } // namespace quelm

@@ -18,13 +18,13 @@ namespace quelm {
 class CheckBoxControl : public Control {
 public:
     CheckBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &box; }
+    Gtk::Widget* onScreen() override { return &box_; }
 
 protected:
     void show() override;
 
 private:
-    Gtk::CheckButton& box;
+    Gtk::CheckButton& box_;
 };
 
 /// One choice of a radio group; the group itself has nothing on the screen. Groups are told apart by their
@@ -32,13 +32,13 @@ private:
 class RadioItemControl : public Control {
 public:
     RadioItemControl(Widget& treeWidget, DesktopContext& desktopContext, RadioItemControl* firstOfGroup);
-    Gtk::Widget* onScreen() override { return &button; }
+    Gtk::Widget* onScreen() override { return &button_; }
 
 protected:
     void show() override;
 
 private:
-    Gtk::RadioButton& button;
+    Gtk::RadioButton& button_;
 };
 
 /// A radio group: it shows itself through its items.
@@ -46,23 +46,23 @@ class RadioGroupControl : public Control {
 public:
     /// The items' controls live as long as this one.
     RadioGroupControl(Widget& treeWidget, DesktopContext& desktopContext, std::vector<Control*> itemControls)
-        : Control(treeWidget, desktopContext), items(std::move(itemControls))
+        : Control(treeWidget, desktopContext), items_(std::move(itemControls))
     {
     }
     /// The first item's; there is nothing else.
-    Gtk::Widget* onScreen() override { return items.empty() ? nullptr : items.front()->onScreen(); }
+    Gtk::Widget* onScreen() override { return items_.empty() ? nullptr : items_.front()->onScreen(); }
 
 protected:
     void show() override;
 
 private:
-    std::vector<Control*> items;
+    std::vector<Control*> items_;
 };
 
 class ComboBoxControl : public Control {
 public:
     ComboBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &combo; }
+    Gtk::Widget* onScreen() override { return &combo_; }
 
 protected:
     void show() override;
@@ -84,22 +84,22 @@ private:
 
     void showItems();
 
-    Columns columns;
-    Glib::RefPtr<Gtk::ListStore> items;
-    std::vector<Item> shownItems;
-    Gtk::ComboBox& combo;
+    Columns columns_;
+    Glib::RefPtr<Gtk::ListStore> items_;
+    std::vector<Item> shownItems_;
+    Gtk::ComboBox& combo_;
 };
 
 class SpinBoxControl : public Control {
 public:
     SpinBoxControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &spin; }
+    Gtk::Widget* onScreen() override { return &spin_; }
 
 protected:
     void show() override;
 
 private:
-    Gtk::SpinButton& spin;
+    Gtk::SpinButton& spin_;
 };
 
 } // namespace quelm

@@ -19,19 +19,19 @@ void hideTabsAtItsEnd(Gtk::Notebook& notebook)
 } // namespace
 
 ContainerControl::ContainerControl(Widget& treeWidget, DesktopContext& desktopContext, Gtk::Widget& container)
-    : Control(treeWidget, desktopContext), widget(container)
+    : Control(treeWidget, desktopContext), widget_(container)
 {
-    describe(widget, tree.name());
+    describe(widget_, tree.name());
 }
 
 NotebookControl::NotebookControl(Widget& treeWidget, DesktopContext& desktopContext)
-    : Control(treeWidget, desktopContext), notebook(*Gtk::make_managed<Gtk::Notebook>())
+    : Control(treeWidget, desktopContext), notebook_(*Gtk::make_managed<Gtk::Notebook>())
 {
-    notebook.signal_switch_page().connect([this](Gtk::Widget*, guint page) {
+    notebook_.signal_switch_page().connect([this](Gtk::Widget*, guint page) {
         act([&set = tree, page](UserActions& actions) { actions.choose(set, static_cast<int>(page)); });
     });
-    describe(notebook, tree.name());
-    hideTabsAtItsEnd(notebook);
+    describe(notebook_, tree.name());
+    hideTabsAtItsEnd(notebook_);
 }
 
 void NotebookControl::addPage(Widget& page, Gtk::Widget& content)
@@ -40,13 +40,13 @@ void NotebookControl::addPage(Widget& page, Gtk::Widget& content)
     describe(*tab, page.name());
     // The set turns to its first visible page as pages come.
     content.set_visible(page.visible());
-    notebook.append_page(content, *tab);
-    pages.push_back({&page, &content, tab});
+    notebook_.append_page(content, *tab);
+    pages_.push_back({&page, &content, tab});
 }
 
 void NotebookControl::show()
 {
-    for (const Page& page : pages) {
+    for (const Page& page : pages_) {
         const std::string text = shownText(*page.tree);
         page.tab->set_text_with_mnemonic(text);
         page.tab->get_accessible()->set_name(withoutMnemonic(text));
@@ -54,8 +54,8 @@ void NotebookControl::show()
         page.content->set_visible(page.tree->visible());
         page.content->set_sensitive(page.tree->sensitive());
     }
-    notebook.set_current_page(tree.number());
-    showState(notebook);
+    notebook_.set_current_page(tree.number());
+    showState(notebook_);
 }
 
 } // namespace quelm

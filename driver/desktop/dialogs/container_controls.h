@@ -15,20 +15,20 @@ namespace quelm {
 class ContainerControl : public Control {
 public:
     ContainerControl(Widget& treeWidget, DesktopContext& desktopContext, Gtk::Widget& container);
-    Gtk::Widget* onScreen() override { return &widget; }
+    Gtk::Widget* onScreen() override { return &widget_; }
 
 protected:
-    void show() override { showState(widget); }
+    void show() override { showState(widget_); }
 
 private:
-    Gtk::Widget& widget;
+    Gtk::Widget& widget_;
 };
 
 /// A set of tabs with their pages.
 class NotebookControl : public Control {
 public:
     NotebookControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &notebook; }
+    Gtk::Widget* onScreen() override { return &notebook_; }
 
     /// Adds the page of the set's next item.
     void addPage(Widget& page, Gtk::Widget& content);
@@ -43,8 +43,8 @@ private:
         Gtk::Label* tab;
     };
 
-    Gtk::Notebook& notebook;
-    std::vector<Page> pages;
+    Gtk::Notebook& notebook_;
+    std::vector<Page> pages_;
 };
 
 } // namespace quelm

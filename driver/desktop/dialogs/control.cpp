@@ -10,9 +10,9 @@ namespace quelm {
 
 void Control::refresh()
 {
-    const bool before = std::exchange(updating, true);
+    const bool before = std::exchange(updating_, true);
     show();
-    updating = before;
+    updating_ = before;
 }
 
 void Control::showState(Gtk::Widget& widget) const

@@ -38,7 +38,7 @@ public:
     void refresh() final;
 
     /// Takes no more notice of the toolkit, which is about to take the control from the screen.
-    void mute() { muted = true; }
+    void mute() { muted_ = true; }
 
 protected:
     /// Brings the screen up to date. Signals of the toolkit that this sets off are no user's.
@@ -50,14 +50,14 @@ protected:
     /// Queues a user action, unless the screen is only being brought up to date.
     void act(std::function<void(UserActions&)> action);
 
-    bool isUsersDoing() const { return !updating && !muted; }
+    bool isUsersDoing() const { return !updating_ && !muted_; }
 
     Widget& tree;
     DesktopContext& context;
 
 private:
-    bool updating = false;
-    bool muted = false;
+    bool updating_ = false;
+    bool muted_ = false;
 };
 
 /// Takes over what is still being typed in the window that `widget` stands in: a spin button only does so

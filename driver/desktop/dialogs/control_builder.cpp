@@ -76,10 +76,10 @@ PlacedChild placingOf(const Widget& widget)
 template <class Made, class... Arguments>
 Made& ControlBuilder::make(Widget& widget, Arguments&&... arguments)
 {
-    auto made = std::make_unique<Made>(widget, context, std::forward<Arguments>(arguments)...);
+    auto made = std::make_unique<Made>(widget, context_, std::forward<Arguments>(arguments)...);
     Made& control = *made;
-    set.controls.push_back(std::move(made));
-    set.shownBy[&widget] = &control;
+    set_.controls.push_back(std::move(made));
+    set_.shownBy[&widget] = &control;
     return control;
 }
 
@@ -115,7 +115,7 @@ Gtk::Widget& ControlBuilder::control(Widget& widget, PlacedSize frame)
     case WidgetKind::comboBoxMain: {
         ComboBoxControl& combo = make<ComboBoxControl>(widget);
         for (const Widget* item : widget.items())
-            set.shownBy[item] = &combo;
+            set_.shownBy[item] = &combo;
         return *combo.onScreen();
     }
     default:
@@ -222,7 +222,7 @@ void ControlBuilder::alignColumn(const Widget& row, std::size_t column, Gtk::Wid
     const std::string* x = row.attribute("XPos");
     if (x == nullptr || row.parent() == nullptr)
         return;
-    auto& group = columns[row.parent()->name() + '\n' + *x + '\n' + std::to_string(column)];
+    auto& group = columns_[row.parent()->name() + '\n' + *x + '\n' + std::to_string(column)];
     if (!group)
         group = Gtk::SizeGroup::create(Gtk::SIZE_GROUP_HORIZONTAL);
     group->add_widget(cell);
@@ -246,7 +246,7 @@ Gtk::Widget& ControlBuilder::notebook(Widget& widget, PlacedSize frame)
         around->pack_start(*content);
         describe(*around, item->name());
         tabs.addPage(*item, *around);
-        set.shownBy[item] = &tabs;
+        set_.shownBy[item] = &tabs;
     }
     return *tabs.onScreen();
 }

@@ -30,7 +30,7 @@ struct ControlSet {
 class ControlBuilder {
 public:
     ControlBuilder(DesktopContext& desktopContext, ControlSet& controlSet)
-        : context(desktopContext), set(controlSet)
+        : context_(desktopContext), set_(controlSet)
     {
     }
 
@@ -50,10 +50,10 @@ private:
     template <class Made, class... Arguments>
     Made& make(Widget& widget, Arguments&&... arguments);
 
-    DesktopContext& context;
-    ControlSet& set;
+    DesktopContext& context_;
+    ControlSet& set_;
     /// Rows of side-by-side widgets that begin at one place have their columns in line.
-    std::map<std::string, Glib::RefPtr<Gtk::SizeGroup>> columns;
+    std::map<std::string, Glib::RefPtr<Gtk::SizeGroup>> columns_;
 };
 
 } // namespace quelm

@@ -56,37 +56,37 @@ DialogWindow::DialogWindow(Widget& treeWidget, DesktopContext& desktopContext)
     : TopLevel(treeWidget, desktopContext)
 {
     const PlacedSize size{definedNumber(tree, "Width"), definedNumber(tree, "Height")};
-    ControlBuilder builder(context, set);
+    ControlBuilder builder(context, set_);
     Gtk::Widget& content = builder.contentOf(tree, size);
-    troubleText.set_line_wrap(true);
-    troubleText.set_max_width_chars(40);
-    troubleText.set_xalign(0);
-    troubleText.show();
-    dynamic_cast<Gtk::Container&>(*trouble.get_content_area()).add(troubleText);
-    trouble.set_message_type(Gtk::MESSAGE_WARNING);
-    trouble.get_style_context()->add_class("trouble");
-    describe(troubleText, "Dialog Message");
-    box.pack_start(trouble, Gtk::PACK_SHRINK);
-    box.pack_start(content, Gtk::PACK_EXPAND_WIDGET);
-    box.show();
-    window.add(box);
-    window.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
-    window.set_resizable(holdsList(tree));
-    window.signal_delete_event().connect([this](GdkEventAny*) {
+    troubleText_.set_line_wrap(true);
+    troubleText_.set_max_width_chars(40);
+    troubleText_.set_xalign(0);
+    troubleText_.show();
+    dynamic_cast<Gtk::Container&>(*trouble_.get_content_area()).add(troubleText_);
+    trouble_.set_message_type(Gtk::MESSAGE_WARNING);
+    trouble_.get_style_context()->add_class("trouble");
+    describe(troubleText_, "Dialog Message");
+    box_.pack_start(trouble_, Gtk::PACK_SHRINK);
+    box_.pack_start(content, Gtk::PACK_EXPAND_WIDGET);
+    box_.show();
+    window_.add(box_);
+    window_.set_type_hint(Gdk::WINDOW_TYPE_HINT_DIALOG);
+    window_.set_resizable(holdsList(tree));
+    window_.signal_delete_event().connect([this](GdkEventAny*) {
         close();
         return true; // the tree decides whether it goes
     });
-    window.escaped = [this] { close(); };
-    window.helpAsked = [this] { askForHelp(); };
-    describe(window, tree.name());
-    window.get_accessible()->set_role(Atk::ROLE_DIALOG);
+    window_.escaped = [this] { close(); };
+    window_.helpAsked = [this] { askForHelp(); };
+    describe(window_, tree.name());
+    window_.get_accessible()->set_role(Atk::ROLE_DIALOG);
 
-    for (const auto& control : set.controls)
+    for (const auto& control : set_.controls)
         control->refresh();
     if (const Widget* preset = defaultButton(tree)) {
         Gtk::Widget& button = *controlOf(*preset)->onScreen();
         button.set_can_default(true);
-        window.set_default(button);
+        window_.set_default(button);
     }
     refresh();
 }
@@ -95,15 +95,15 @@ DialogWindow::~DialogWindow()
 {
     // What the toolkit tells while the window goes is no user's doing.
     mute();
-    for (const auto& control : set.controls)
+    for (const auto& control : set_.controls)
         control->mute();
 }
 
 void DialogWindow::show()
 {
-    window.set_title(shownText(tree));
-    window.get_accessible()->set_name(shownText(tree));
-    window.set_sensitive(tree.sensitive());
+    window_.set_title(shownText(tree));
+    window_.get_accessible()->set_name(shownText(tree));
+    window_.set_sensitive(tree.sensitive());
 }
 
 void DialogWindow::present(Gtk::Window& over)
@@ -117,10 +117,10 @@ void DialogWindow::focusFirst()
 {
     if (const Widget* field = firstField(tree))
         controlOf(*field)->onScreen()->grab_focus();
-    else if (Gtk::Widget* preset = holdsList(tree) ? nullptr : window.get_default_widget())
+    else if (Gtk::Widget* preset = holdsList(tree) ? nullptr : window_.get_default_widget())
         preset->grab_focus();
     else
-        window.unset_focus();
+        window_.unset_focus();
 }
 
 void DialogWindow::close()
@@ -148,16 +148,16 @@ void DialogWindow::askForHelp()
 
 void DialogWindow::showTrouble(const std::string& message)
 {
-    troubleText.set_text(drawable(message));
-    trouble.show();
+    troubleText_.set_text(drawable(message));
+    trouble_.show();
 }
 
-void DialogWindow::clearTrouble() { trouble.hide(); }
+void DialogWindow::clearTrouble() { trouble_.hide(); }
 
 Control* DialogWindow::controlOf(const Widget& widget) const
 {
-    const auto found = set.shownBy.find(&widget);
-    return found == set.shownBy.end() ? nullptr : found->second;
+    const auto found = set_.shownBy.find(&widget);
+    return found == set_.shownBy.end() ? nullptr : found->second;
 }
 
 } // namespace quelm

@@ -18,7 +18,7 @@ public:
     DialogWindow(Widget& treeWidget, DesktopContext& desktopContext);
     ~DialogWindow() override;
 
-    Gtk::Window* onScreen() override { return &window; }
+    Gtk::Window* onScreen() override { return &window_; }
     void present(Gtk::Window& over) override;
     void showTrouble(const std::string& message) override;
     void clearTrouble() override;
@@ -46,11 +46,11 @@ private:
     Widget* helpButtonIn(const Widget& widget) const;
     void focusFirst();
 
-    ControlSet set;
-    KeyedWindow window; // behind the controls: its end is the end of their toolkit widgets
-    Gtk::Box box{Gtk::ORIENTATION_VERTICAL};
-    Gtk::InfoBar trouble;
-    Gtk::Label troubleText;
+    ControlSet set_;
+    KeyedWindow window_; // behind the controls: its end is the end of their toolkit widgets
+    Gtk::Box box_{Gtk::ORIENTATION_VERTICAL};
+    Gtk::InfoBar trouble_;
+    Gtk::Label troubleText_;
 };
 
 } // namespace quelm

@@ -18,21 +18,21 @@ namespace quelm {
 class DialogWindows::Parts : public WidgetObserver, public Refreshable {
 public:
     Parts(Driver& driverOfDialogs, Gtk::Window& windowBehind)
-        : driver(driverOfDialogs), mainWindow(windowBehind),
-          pictures(driver.home()), context{driver, turns, pictures},
-          questions(context, [this]() -> Gtk::Window& { return topWindow(); })
+        : driver_(driverOfDialogs), mainWindow_(windowBehind),
+          pictures_(driver_.home()), context_{driver_, turns, pictures_},
+          questions_(context_, [this]() -> Gtk::Window& { return topWindow(); })
     {
-        useProgramIcon(pictures);
-        driver.widgets().addObserver(*this);
-        for (const auto& window : driver.widgets().windows())
+        useProgramIcon(pictures_);
+        driver_.widgets().addObserver(*this);
+        for (const auto& window : driver_.widgets().windows())
             if (window->isWindow() && window->visible())
-                wanted.push_back(window.get());
+                wanted_.push_back(window.get());
         turns.touch(*this);
         turns.setTrouble([this](const std::string& message) { showTrouble(message); });
         turns.setSettled([this] {
             // A message stays until something was done that succeeded.
-            if (!std::exchange(troubled, false) && !shown.empty())
-                shown.back().window->clearTrouble();
+            if (!std::exchange(troubled_, false) && !shown_.empty())
+                shown_.back().window->clearTrouble();
             if (settled)
                 settled();
         });
@@ -40,7 +40,7 @@ public:
 
     ~Parts() override
     {
-        driver.widgets().removeObserver(*this);
+        driver_.widgets().removeObserver(*this);
         turns.forget(*this);
     }
 
@@ -52,9 +52,9 @@ public:
     void changed(Widget& widget, WidgetChange what) override
     {
         if (widget.isWindow() && what == WidgetChange::visibility) {
-            std::erase(wanted, &widget);
+            std::erase(wanted_, &widget);
             if (widget.visible())
-                wanted.push_back(&widget);
+                wanted_.push_back(&widget);
             turns.touch(*this);
         } else if (Control* control = controlOf(widget)) {
             turns.touch(*control);
@@ -71,9 +71,9 @@ public:
 
     void windowRemoved(Widget& window) override
     {
-        std::erase(wanted, &window);
-        std::erase_if(shown, [&window](const Shown& entry) { return entry.tree == &window; });
-        windows.erase(&window);
+        std::erase(wanted_, &window);
+        std::erase_if(shown_, [&window](const Shown& entry) { return entry.tree == &window; });
+        windows_.erase(&window);
     }
 
     // --- The screen follows ----------------------------------------------------------------------
@@ -81,30 +81,30 @@ public:
     void refresh() override
     {
         const auto isWanted = [this](const Shown& entry) {
-            return std::find(wanted.begin(), wanted.end(), entry.tree) != wanted.end();
+            return std::find(wanted_.begin(), wanted_.end(), entry.tree) != wanted_.end();
         };
-        for (const Shown& entry : shown)
+        for (const Shown& entry : shown_)
             if (!isWanted(entry))
                 entry.window->withdraw();
-        std::erase_if(shown, [&](const Shown& entry) { return !isWanted(entry); });
-        for (Widget* tree : wanted) {
-            const bool isShown = std::any_of(shown.begin(), shown.end(),
+        std::erase_if(shown_, [&](const Shown& entry) { return !isWanted(entry); });
+        for (Widget* tree : wanted_) {
+            const bool isShown = std::any_of(shown_.begin(), shown_.end(),
                                              [tree](const Shown& entry) { return entry.tree == tree; });
             if (!isShown) {
                 TopLevel& window = windowFor(*tree);
                 Gtk::Window& over = topWindow();
-                shown.push_back({tree, &window});
+                shown_.push_back({tree, &window});
                 window.present(over);
             }
         }
     }
 
-    Gtk::Window& topWindow() { return shown.empty() ? mainWindow : *shown.back().window->onScreen(); }
+    Gtk::Window& topWindow() { return shown_.empty() ? mainWindow_ : *shown_.back().window->onScreen(); }
 
     Gtk::Widget* onScreen(const Widget& widget)
     {
-        const auto window = windows.find(&widget);
-        if (window != windows.end())
+        const auto window = windows_.find(&widget);
+        if (window != windows_.end())
             return window->second->onScreen();
         const bool isItem = widget.kind() == WidgetKind::comboBoxItem;
         Control* control = isItem ? nullptr : controlOf(widget);
@@ -116,8 +116,8 @@ public:
         const Widget* top = &widget;
         while (top->parent() != nullptr)
             top = top->parent();
-        const auto window = windows.find(top);
-        if (window == windows.end())
+        const auto window = windows_.find(top);
+        if (window == windows_.end())
             return nullptr; // never shown: it is built from the tree as it is then
         if (top == &widget)
             return window->second.get();
@@ -139,57 +139,57 @@ private:
 
     TopLevel& windowFor(Widget& tree)
     {
-        std::unique_ptr<TopLevel>& window = windows[&tree];
+        std::unique_ptr<TopLevel>& window = windows_[&tree];
         if (!window) {
             if (tree.kind() == WidgetKind::fileSelection)
-                window = std::make_unique<FileChooserWindow>(tree, context);
+                window = std::make_unique<FileChooserWindow>(tree, context_);
             else
-                window = std::make_unique<DialogWindow>(tree, context);
+                window = std::make_unique<DialogWindow>(tree, context_);
         }
         return *window;
     }
 
     void showTrouble(const std::string& message)
     {
-        troubled = true;
-        if (!shown.empty())
-            shown.back().window->showTrouble(message);
+        troubled_ = true;
+        if (!shown_.empty())
+            shown_.back().window->showTrouble(message);
         else if (trouble)
             trouble(message);
         else
             log(Severity::warning, message);
     }
 
-    bool troubled = false;
-    Driver& driver;
-    Gtk::Window& mainWindow;
-    Pictures pictures;
-    DesktopContext context;
-    std::unordered_map<const Widget*, std::unique_ptr<TopLevel>> windows;
-    std::vector<Widget*> wanted; // visible windows of the tree, the one shown last behind
-    std::vector<Shown> shown;    // those on the screen, the one on top behind
-    QuestionDialogs questions;
+    bool troubled_ = false;
+    Driver& driver_;
+    Gtk::Window& mainWindow_;
+    Pictures pictures_;
+    DesktopContext context_;
+    std::unordered_map<const Widget*, std::unique_ptr<TopLevel>> windows_;
+    std::vector<Widget*> wanted_; // visible windows of the tree, the one shown last behind
+    std::vector<Shown> shown_;    // those on the screen, the one on top behind
+    QuestionDialogs questions_;
 };
 
 DialogWindows::DialogWindows(Driver& driver, Gtk::Window& mainWindow)
 {
     useDriverStyle();
-    parts = std::make_unique<Parts>(driver, mainWindow);
+    parts_ = std::make_unique<Parts>(driver, mainWindow);
 }
 
 DialogWindows::~DialogWindows() = default;
 
-void DialogWindows::act(std::function<void()> action) { parts->act(std::move(action)); }
+void DialogWindows::act(std::function<void()> action) { parts_->act(std::move(action)); }
 
-void DialogWindows::setSettled(std::function<void()> settled) { parts->settled = std::move(settled); }
+void DialogWindows::setSettled(std::function<void()> settled) { parts_->settled = std::move(settled); }
 
 void DialogWindows::setTrouble(std::function<void(const std::string&)> show)
 {
-    parts->trouble = std::move(show);
+    parts_->trouble = std::move(show);
 }
 
-Gtk::Window& DialogWindows::topWindow() { return parts->topWindow(); }
+Gtk::Window& DialogWindows::topWindow() { return parts_->topWindow(); }
 
-Gtk::Widget* DialogWindows::onScreen(const Widget& widget) { return parts->onScreen(widget); }
+Gtk::Widget* DialogWindows::onScreen(const Widget& widget) { return parts_->onScreen(widget); }
 
 } // namespace quelm

@@ -59,7 +59,7 @@ public:
 
 private:
     class Parts;
-    std::unique_ptr<Parts> parts;
+    std::unique_ptr<Parts> parts_;
 };
 
 } // namespace quelm

@@ -45,33 +45,33 @@ std::string withEnding(const std::string& path, const std::string& pattern)
 
 FileChooserWindow::FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext)
     : TopLevel(treeWidget, desktopContext),
-      dialog("", takesNewFiles(treeWidget) ? Gtk::FILE_CHOOSER_ACTION_SAVE : Gtk::FILE_CHOOSER_ACTION_OPEN)
+      dialog_("", takesNewFiles(treeWidget) ? Gtk::FILE_CHOOSER_ACTION_SAVE : Gtk::FILE_CHOOSER_ACTION_OPEN)
 {
-    Gtk::Button& cancel = *dialog.add_button(localized("_Cancel"), Gtk::RESPONSE_CANCEL);
-    Gtk::Button& open = *dialog.add_button(localized("_Open"), Gtk::RESPONSE_ACCEPT);
-    dialog.set_default_response(Gtk::RESPONSE_ACCEPT);
-    dialog.set_create_folders(false);
-    dialog.set_local_only(true);
-    trouble.set_line_wrap(true);
-    trouble.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
-    trouble.set_max_width_chars(60);
-    trouble.set_xalign(0);
-    dialog.set_extra_widget(trouble);
-    dialog.signal_response().connect([this](int response) { respond(response); });
-    dialog.signal_delete_event().connect([](GdkEventAny*) { return true; }, false);
-    describe(dialog, tree.name());
+    Gtk::Button& cancel = *dialog_.add_button(localized("_Cancel"), Gtk::RESPONSE_CANCEL);
+    Gtk::Button& open = *dialog_.add_button(localized("_Open"), Gtk::RESPONSE_ACCEPT);
+    dialog_.set_default_response(Gtk::RESPONSE_ACCEPT);
+    dialog_.set_create_folders(false);
+    dialog_.set_local_only(true);
+    trouble_.set_line_wrap(true);
+    trouble_.set_line_wrap_mode(Pango::WRAP_WORD_CHAR);
+    trouble_.set_max_width_chars(60);
+    trouble_.set_xalign(0);
+    dialog_.set_extra_widget(trouble_);
+    dialog_.signal_response().connect([this](int response) { respond(response); });
+    dialog_.signal_delete_event().connect([](GdkEventAny*) { return true; }, false);
+    describe(dialog_, tree.name());
     describe(cancel, tree.name() + " Cancel");
     describe(open, tree.name() + " Open");
-    describe(trouble, "Dialog Message");
+    describe(trouble_, "Dialog Message");
     refresh();
 }
 
 void FileChooserWindow::show()
 {
-    dialog.set_title(shownText(tree));
+    dialog_.set_title(shownText(tree));
     const FileStart start = fileStartOf(tree.text());
-    if (!start.pattern.empty() && start.pattern != pattern) {
-        pattern = start.pattern;
+    if (!start.pattern.empty() && start.pattern != pattern_) {
+        pattern_ = start.pattern;
         addFilters();
     }
 }
@@ -79,16 +79,16 @@ void FileChooserWindow::show()
 void FileChooserWindow::addFilters()
 {
     const auto matching = Gtk::FileFilter::create();
-    matching->set_name(localized("Phonebooks (%s)", drawable(pattern)));
-    matching->add_pattern(pattern);
+    matching->set_name(localized("Phonebooks (%s)", drawable(pattern_)));
+    matching->add_pattern(pattern_);
     const auto all = Gtk::FileFilter::create();
     all->set_name(localized("All Files"));
     all->add_pattern("*");
-    for (const auto& filter : dialog.list_filters())
-        dialog.remove_filter(filter);
-    dialog.add_filter(matching);
-    dialog.add_filter(all);
-    dialog.set_filter(matching);
+    for (const auto& filter : dialog_.list_filters())
+        dialog_.remove_filter(filter);
+    dialog_.add_filter(matching);
+    dialog_.add_filter(all);
+    dialog_.set_filter(matching);
 }
 
 void FileChooserWindow::present(Gtk::Window& over)
@@ -96,14 +96,14 @@ void FileChooserWindow::present(Gtk::Window& over)
     clearTrouble();
     const FileStart start = fileStartOf(tree.text());
     if (!start.file.empty())
-        dialog.set_filename(start.file);
+        dialog_.set_filename(start.file);
     else if (!start.folder.empty())
-        dialog.set_current_folder(start.folder);
-    const bool isNew = !dialog.get_realized();
+        dialog_.set_current_folder(start.folder);
+    const bool isNew = !dialog_.get_realized();
     TopLevel::present(over);
     if (isNew) {
         // The toolkit would make it as large as most of the screen, and centres it by that size.
-        dialog.resize(usualWidth, usualHeight);
+        dialog_.resize(usualWidth, usualHeight);
         centre(over);
     }
 }
@@ -116,7 +116,7 @@ void FileChooserWindow::centre(Gtk::Window& over)
     int height = 0;
     over.get_position(left, top);
     over.get_size(width, height);
-    dialog.move(std::max(0, left + (width - usualWidth) / 2), std::max(0, top + (height - usualHeight) / 2));
+    dialog_.move(std::max(0, left + (width - usualWidth) / 2), std::max(0, top + (height - usualHeight) / 2));
 }
 
 void FileChooserWindow::respond(int response)
@@ -126,8 +126,8 @@ void FileChooserWindow::respond(int response)
         return;
     }
     const bool mayBeNew = takesNewFiles(tree);
-    const std::string chosen = dialog.get_filename();
-    const std::string path = mayBeNew ? withEnding(chosen, pattern) : chosen;
+    const std::string chosen = dialog_.get_filename();
+    const std::string path = mayBeNew ? withEnding(chosen, pattern_) : chosen;
     act([&chooser = tree, mayBeNew, path](UserActions& actions) {
         if (!mayBeNew && !path.empty()) {
             // The component would take it all the same, and list nothing.
@@ -140,10 +140,10 @@ void FileChooserWindow::respond(int response)
 
 void FileChooserWindow::showTrouble(const std::string& message)
 {
-    trouble.set_text(drawable(message));
-    trouble.show();
+    trouble_.set_text(drawable(message));
+    trouble_.show();
 }
 
-void FileChooserWindow::clearTrouble() { trouble.hide(); }
+void FileChooserWindow::clearTrouble() { trouble_.hide(); }
 
 } // namespace quelm

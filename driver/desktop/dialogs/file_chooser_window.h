@@ -29,7 +29,7 @@ public:
     FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext);
     ~FileChooserWindow() override { mute(); }
 
-    Gtk::Window* onScreen() override { return &dialog; }
+    Gtk::Window* onScreen() override { return &dialog_; }
     void present(Gtk::Window& over) override;
     void showTrouble(const std::string& message) override;
     void clearTrouble() override;
@@ -42,9 +42,9 @@ private:
     void addFilters();
     void centre(Gtk::Window& over);
 
-    Gtk::FileChooserDialog dialog;
-    Gtk::Label trouble;
-    std::string pattern;
+    Gtk::FileChooserDialog dialog_;
+    Gtk::Label trouble_;
+    std::string pattern_;
 };
 
 } // namespace quelm

@@ -50,25 +50,25 @@ std::vector<int> columnWidths(const std::vector<int>& needed, int available)
 }
 
 ListControl::ListControl(Widget& treeWidget, DesktopContext& desktopContext, int width)
-    : Control(treeWidget, desktopContext), view(*Gtk::make_managed<Gtk::TreeView>()),
-      model(RowsModel::create(treeWidget.rows())), frameWidth(width)
+    : Control(treeWidget, desktopContext), view_(*Gtk::make_managed<Gtk::TreeView>()),
+      model_(RowsModel::create(treeWidget.rows())), frameWidth_(width)
 {
     addColumns();
-    view.set_fixed_height_mode(true);
-    view.set_enable_search(true);
-    view.set_search_column(0);
-    view.set_model(model);
-    view.get_selection()->set_mode(tree.isMultipleSelection() ? Gtk::SELECTION_MULTIPLE
-                                                              : Gtk::SELECTION_SINGLE);
-    view.get_selection()->signal_changed().connect([this] { select(); });
-    view.signal_row_activated().connect(
+    view_.set_fixed_height_mode(true);
+    view_.set_enable_search(true);
+    view_.set_search_column(0);
+    view_.set_model(model_);
+    view_.get_selection()->set_mode(tree.isMultipleSelection() ? Gtk::SELECTION_MULTIPLE
+                                                               : Gtk::SELECTION_SINGLE);
+    view_.get_selection()->signal_changed().connect([this] { select(); });
+    view_.signal_row_activated().connect(
         [this](const Gtk::TreePath&, Gtk::TreeViewColumn*) { press(openingButton(tree)); });
-    view.signal_key_press_event().connect([this](GdkEventKey* event) { return onKey(event); }, false);
-    view.signal_style_updated().connect([this] { layOutColumns(); });
-    describe(view, tree.name(), accessibleName(tree));
+    view_.signal_key_press_event().connect([this](GdkEventKey* event) { return onKey(event); }, false);
+    view_.signal_style_updated().connect([this] { layOutColumns(); });
+    describe(view_, tree.name(), accessibleName(tree));
 }
 
-ListControl::~ListControl() { model->detach(); }
+ListControl::~ListControl() { model_->detach(); }
 
 void ListControl::addColumns()
 {
@@ -79,28 +79,28 @@ void ListControl::addColumns()
         column->add_attribute(*cell, "text", static_cast<int>(index));
         column->set_sizing(Gtk::TREE_VIEW_COLUMN_FIXED);
         column->set_resizable(true);
-        view.append_column(*column);
+        view_.append_column(*column);
     }
 }
 
 /// Fits the columns to their titles and texts, until a person has dragged one.
 void ListControl::layOutColumns()
 {
-    const std::vector<Gtk::TreeViewColumn*> columns = view.get_columns();
+    const std::vector<Gtk::TreeViewColumn*> columns = view_.get_columns();
     std::vector<int> now;
     now.reserve(columns.size());
     for (const Gtk::TreeViewColumn* column : columns)
         now.push_back(column->get_fixed_width());
-    if (!laidOutWidths.empty() && now != laidOutWidths)
+    if (!laidOutWidths_.empty() && now != laidOutWidths_)
         return;
     std::vector<int> needed;
     needed.reserve(columns.size());
     for (int column = 0; column < static_cast<int>(columns.size()); ++column)
         needed.push_back(neededWidth(column));
-    laidOutWidths = columnWidths(needed, frameWidth - scrollBarWidth);
+    laidOutWidths_ = columnWidths(needed, frameWidth_ - scrollBarWidth);
     for (std::size_t index = 0; index < columns.size(); ++index) {
         columns[index]->set_min_width(narrowestByHand);
-        columns[index]->set_fixed_width(laidOutWidths[index]);
+        columns[index]->set_fixed_width(laidOutWidths_[index]);
     }
 }
 
@@ -108,11 +108,11 @@ int ListControl::neededWidth(int column) const
 {
     int least = 0;
     int title = 0;
-    const_cast<Gtk::TreeViewColumn*>(view.get_column(column))
+    const_cast<Gtk::TreeViewColumn*>(view_.get_column(column))
         ->get_button()
         ->get_preferred_width(least, title);
     int widest = 0;
-    const auto layout = const_cast<Gtk::TreeView&>(view).create_pango_layout("");
+    const auto layout = const_cast<Gtk::TreeView&>(view_).create_pango_layout("");
     const std::size_t rows = std::min(tree.rows().count(), rowsMeasured);
     for (std::size_t row = 0; row < rows; ++row) {
         layout->set_text(drawable(tree.rows().cell(row, static_cast<std::size_t>(column))));
@@ -126,8 +126,8 @@ int ListControl::neededWidth(int column) const
 
 void ListControl::show()
 {
-    showState(view);
-    if (std::exchange(rowsChanged, false))
+    showState(view_);
+    if (std::exchange(rowsChanged_, false))
         showRows();
     showSelection();
 }
@@ -135,13 +135,13 @@ void ListControl::show()
 void ListControl::showRows()
 {
     const int now = static_cast<int>(tree.rows().count());
-    if (std::max(now, model->rowCount()) > rowsToldOneByOne) {
-        view.unset_model();
-        model->followQuietly();
-        view.set_model(model);
-        view.set_search_column(0);
+    if (std::max(now, model_->rowCount()) > rowsToldOneByOne) {
+        view_.unset_model();
+        model_->followQuietly();
+        view_.set_model(model_);
+        view_.set_search_column(0);
     } else {
-        model->follow();
+        model_->follow();
     }
     layOutColumns();
 }
@@ -152,7 +152,7 @@ void ListControl::showSelection()
     std::sort(wanted.begin(), wanted.end());
     if (wanted == selectedRows())
         return;
-    const Glib::RefPtr<Gtk::TreeSelection> selection = view.get_selection();
+    const Glib::RefPtr<Gtk::TreeSelection> selection = view_.get_selection();
     selection->unselect_all();
     for (const int row : wanted) {
         Gtk::TreePath path;
@@ -164,7 +164,7 @@ void ListControl::showSelection()
 std::vector<int> ListControl::selectedRows() const
 {
     std::vector<int> rows;
-    for (const Gtk::TreePath& path : view.get_selection()->get_selected_rows())
+    for (const Gtk::TreePath& path : view_.get_selection()->get_selected_rows())
         rows.push_back(path[0]);
     return rows;
 }
@@ -172,10 +172,10 @@ std::vector<int> ListControl::selectedRows() const
 /// A click that selects another row first unselects the old one, and says so; only the outcome counts.
 void ListControl::select()
 {
-    if (!isUsersDoing() || std::exchange(selectionQueued, true))
+    if (!isUsersDoing() || std::exchange(selectionQueued_, true))
         return;
     act([this](UserActions& actions) {
-        selectionQueued = false;
+        selectionQueued_ = false;
         actions.select(tree, selectedRows());
     });
 }

@@ -20,10 +20,10 @@ public:
     /// `width` is what the definition gives the frame that the list scrolls in; columns are laid out for it.
     ListControl(Widget& treeWidget, DesktopContext& desktopContext, int width);
     ~ListControl() override;
-    Gtk::Widget* onScreen() override { return &view; }
+    Gtk::Widget* onScreen() override { return &view_; }
 
     /// The rows have changed; to be called ahead of the next refresh.
-    void noteRows() { rowsChanged = true; }
+    void noteRows() { rowsChanged_ = true; }
 
 protected:
     void show() override;
@@ -39,12 +39,12 @@ private:
     void press(Widget* button);
     bool onKey(GdkEventKey* event);
 
-    Gtk::TreeView& view;
-    Glib::RefPtr<RowsModel> model;
-    int frameWidth;
-    bool rowsChanged = false;
-    bool selectionQueued = false;
-    std::vector<int> laidOutWidths; // empty before the first time
+    Gtk::TreeView& view_;
+    Glib::RefPtr<RowsModel> model_;
+    int frameWidth_;
+    bool rowsChanged_ = false;
+    bool selectionQueued_ = false;
+    std::vector<int> laidOutWidths_; // empty before the first time
 };
 
 } // namespace quelm

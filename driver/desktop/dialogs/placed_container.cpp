@@ -6,7 +6,7 @@
 
 namespace quelm {
 
-PlacedContainer::PlacedContainer(PlacedSize size) : asked(size)
+PlacedContainer::PlacedContainer(PlacedSize size) : asked_(size)
 {
     set_has_window(false);
     set_redraw_on_allocate(false);
@@ -14,13 +14,13 @@ PlacedContainer::PlacedContainer(PlacedSize size) : asked(size)
 
 PlacedContainer::~PlacedContainer()
 {
-    while (!children.empty())
-        remove(*children.back().widget);
+    while (!children_.empty())
+        remove(*children_.back().widget);
 }
 
 void PlacedContainer::put(Gtk::Widget& child, const PlacedChild& placing)
 {
-    children.push_back({&child, placing});
+    children_.push_back({&child, placing});
     child.set_parent(*this);
 }
 
@@ -28,11 +28,11 @@ void PlacedContainer::on_add(Gtk::Widget* child) { put(*child, {}); }
 
 void PlacedContainer::on_remove(Gtk::Widget* child)
 {
-    const auto found = std::find_if(children.begin(), children.end(),
+    const auto found = std::find_if(children_.begin(), children_.end(),
                                     [child](const Child& entry) { return entry.widget == child; });
-    if (found != children.end()) {
+    if (found != children_.end()) {
         const bool wasVisible = child->get_visible();
-        children.erase(found);
+        children_.erase(found);
         child->unparent();
         if (wasVisible)
             queue_resize();
@@ -42,7 +42,7 @@ void PlacedContainer::on_remove(Gtk::Widget* child)
 void PlacedContainer::forall_vfunc(gboolean /*includeInternals*/, GtkCallback callback, gpointer data)
 {
     // The callback may remove the child it is called with.
-    const std::vector<Child> all = children;
+    const std::vector<Child> all = children_;
     for (const Child& child : all)
         callback(child.widget->gobj(), data);
 }
@@ -57,7 +57,7 @@ Gtk::SizeRequestMode PlacedContainer::get_request_mode_vfunc() const
 Placement PlacedContainer::placed(PlacedSize available) const
 {
     std::vector<PlacementItem> items;
-    for (const Child& child : children) {
+    for (const Child& child : children_) {
         if (!child.widget->get_visible())
             continue;
         Gtk::Requisition least;
@@ -69,7 +69,7 @@ Placement PlacedContainer::placed(PlacedSize available) const
                          child.placing.heightens,
                          child.placing.isButton});
     }
-    return placeWidgets(items, asked, available);
+    return placeWidgets(items, asked_, available);
 }
 
 void PlacedContainer::get_preferred_width_vfunc(int& minimum, int& natural) const
@@ -88,7 +88,7 @@ void PlacedContainer::on_size_allocate(Gtk::Allocation& allocation)
     const bool mirrored = get_direction() == Gtk::TEXT_DIR_RTL;
     const Placement placement = placed({allocation.get_width(), allocation.get_height()});
     auto place = placement.places.begin();
-    for (const Child& child : children) {
+    for (const Child& child : children_) {
         if (!child.widget->get_visible())
             continue;
         const int x = mirrored ? allocation.get_width() - place->x - place->width : place->x;
@@ -104,7 +104,7 @@ bool PlacedContainer::on_focus(Gtk::DirectionType direction)
     if (direction != Gtk::DIR_TAB_FORWARD && direction != Gtk::DIR_TAB_BACKWARD)
         return Gtk::Container::on_focus(direction);
     std::vector<Gtk::Widget*> order;
-    for (const Child& child : children)
+    for (const Child& child : children_)
         order.push_back(child.widget);
     if (direction == Gtk::DIR_TAB_BACKWARD)
         std::reverse(order.begin(), order.end());

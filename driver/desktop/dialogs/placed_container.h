@@ -48,8 +48,8 @@ private:
 
     Placement placed(PlacedSize available) const;
 
-    PlacedSize asked;
-    std::vector<Child> children;
+    PlacedSize asked_;
+    std::vector<Child> children_;
 };
 
 } // namespace quelm

@@ -41,24 +41,24 @@ public:
     {
         for (const AxisItem& item : items)
             if (item.stretches && item.plannedEnd > item.span.begin)
-                spans.push_back({item.span.begin, item.plannedEnd});
-        std::sort(spans.begin(), spans.end(),
+                spans_.push_back({item.span.begin, item.plannedEnd});
+        std::sort(spans_.begin(), spans_.end(),
                   [](const Span& one, const Span& other) { return one.begin < other.begin; });
         int end = 0;
-        for (Span& span : spans) {
+        for (Span& span : spans_) {
             // What stands below each other stretches together.
-            merged.push_back({std::max(span.begin, end), std::max(span.end, end)});
-            end = merged.back().end;
+            merged_.push_back({std::max(span.begin, end), std::max(span.end, end)});
+            end = merged_.back().end;
         }
     }
 
-    bool isEmpty() const { return spans.empty(); }
+    bool isEmpty() const { return spans_.empty(); }
 
     double before(int position) const
     {
         int total = 0;
         int passed = 0;
-        for (const Span& span : merged) {
+        for (const Span& span : merged_) {
             total += span.end - span.begin;
             passed += std::clamp(position, span.begin, span.end) - span.begin;
         }
@@ -67,13 +67,13 @@ public:
 
     bool beginsAt(int position) const
     {
-        return std::any_of(spans.begin(), spans.end(),
+        return std::any_of(spans_.begin(), spans_.end(),
                            [position](const Span& span) { return span.begin == position; });
     }
 
 private:
-    std::vector<Span> spans;
-    std::vector<Span> merged;
+    std::vector<Span> spans_;
+    std::vector<Span> merged_;
 };
 
 int shareOf(int spare, double share) { return static_cast<int>(std::lround(spare * share)); }
@@ -203,42 +203,42 @@ class Layout {
 public:
     Layout(const std::vector<PlacementItem>& allItems, const std::vector<PlacementUnit>& allUnits,
            const Untangling& untangledUnits)
-        : items(allItems), units(allUnits), untangled(untangledUnits), places(untangled.places())
+        : items_(allItems), units_(allUnits), untangled_(untangledUnits), places_(untangled_.places())
     {
-        for (std::size_t unit = 0; unit < units.size(); ++unit) {
-            columns.push_back({places[unit].x, places[unit].x + places[unit].width});
-            rows.push_back({places[unit].y, places[unit].y + places[unit].height});
-            across.push_back(&untangled.boxes()[unit].x);
-            down.push_back(&untangled.boxes()[unit].y);
+        for (std::size_t unit = 0; unit < units_.size(); ++unit) {
+            columns_.push_back({places_[unit].x, places_[unit].x + places_[unit].width});
+            rows_.push_back({places_[unit].y, places_[unit].y + places_[unit].height});
+            across_.push_back(&untangled_.boxes()[unit].x);
+            down_.push_back(&untangled_.boxes()[unit].y);
         }
     }
 
     /// With `anchored`, buttons go where their row belongs; else they move with what surrounds them.
     Placement in(PlacedSize asked, PlacedSize available, bool anchored) const
     {
-        std::vector<AxisItem> horizontal = axisItems(columns, across, untangled.columns(), asked.width);
+        std::vector<AxisItem> horizontal = axisItems(columns_, across_, untangled_.columns(), asked.width);
         const Sharing widths(horizontal);
         takeShares(horizontal, widths);
-        int right = untangled.columns().movedEnd(asked.width);
+        int right = untangled_.columns().movedEnd(asked.width);
         right = anchored && asked.width > 0 ? anchorButtons(horizontal, widths, right)
                                             : endForMovers(horizontal, right);
-        std::vector<AxisItem> vertical = axisItems(rows, down, untangled.rows(), asked.height);
+        std::vector<AxisItem> vertical = axisItems(rows_, down_, untangled_.rows(), asked.height);
         takeShares(vertical, Sharing(vertical));
-        const int bottom = endForMovers(vertical, untangled.rows().movedEnd(asked.height));
+        const int bottom = endForMovers(vertical, untangled_.rows().movedEnd(asked.height));
 
         Placement result;
-        result.places.resize(items.size());
+        result.places.resize(items_.size());
         result.size = {right + neededSpare(horizontal, right), bottom + neededSpare(vertical, bottom)};
         const int spareWidth = std::max(result.size.width, available.width) - right;
         const int spareHeight = std::max(result.size.height, available.height) - bottom;
-        for (std::size_t unit = 0; unit < units.size(); ++unit) {
+        for (std::size_t unit = 0; unit < units_.size(); ++unit) {
             const Span column = spreadSpan(horizontal[unit], spareWidth);
             const Span row = spreadSpan(vertical[unit], spareHeight);
             const PlacedRectangle place{column.begin, row.begin, column.end - column.begin,
                                         row.end - row.begin};
-            const std::vector<PlacedRectangle> members = placesInUnit(units[unit], items, place);
+            const std::vector<PlacedRectangle> members = placesInUnit(units_[unit], items_, place);
             for (std::size_t member = 0; member < members.size(); ++member)
-                result.places[units[unit].members[member]] = members[member];
+                result.places[units_[unit].members[member]] = members[member];
         }
         return result;
     }
@@ -247,11 +247,11 @@ private:
     /// Returns where the container ends then.
     int anchorButtons(std::vector<AxisItem>& horizontal, const Sharing& widths, int end) const
     {
-        for (std::size_t unit = 0; unit < units.size(); ++unit)
-            horizontal[unit].isPlaced = !units[unit].item.isButton;
+        for (std::size_t unit = 0; unit < units_.size(); ++unit)
+            horizontal[unit].isPlaced = !units_[unit].item.isButton;
         const int endOfOthers = endForMovers(horizontal, end);
-        std::vector<PlacedRectangle> now = places;
-        for (std::size_t unit = 0; unit < units.size(); ++unit) {
+        std::vector<PlacedRectangle> now = places_;
+        for (std::size_t unit = 0; unit < units_.size(); ++unit) {
             AxisItem& item = horizontal[unit];
             if (!item.isPlaced) {
                 const Anchor anchor = anchorOf(item.span, widths, end);
@@ -268,14 +268,14 @@ private:
         return endForMovers(horizontal, endOfOthers);
     }
 
-    const std::vector<PlacementItem>& items;
-    const std::vector<PlacementUnit>& units;
-    const Untangling& untangled;
-    const std::vector<PlacedRectangle>& places;
-    std::vector<Span> columns;
-    std::vector<Span> rows;
-    std::vector<const PlacementExtent*> across;
-    std::vector<const PlacementExtent*> down;
+    const std::vector<PlacementItem>& items_;
+    const std::vector<PlacementUnit>& units_;
+    const Untangling& untangled_;
+    const std::vector<PlacedRectangle>& places_;
+    std::vector<Span> columns_;
+    std::vector<Span> rows_;
+    std::vector<const PlacementExtent*> across_;
+    std::vector<const PlacementExtent*> down_;
 };
 
 bool anyOverlap(const std::vector<PlacedRectangle>& places)

@@ -23,26 +23,26 @@ std::string questionText(const std::string& text)
 }
 
 QuestionDialogs::QuestionDialogs(DesktopContext& desktopContext, std::function<Gtk::Window&()> findTopWindow)
-    : context(desktopContext), topWindow(std::move(findTopWindow))
+    : context_(desktopContext), topWindow_(std::move(findTopWindow))
 {
-    context.driver.questions().setObserver([this] { context.turns.touch(*this); });
-    context.turns.touch(*this);
+    context_.driver.questions().setObserver([this] { context_.turns.touch(*this); });
+    context_.turns.touch(*this);
 }
 
 QuestionDialogs::~QuestionDialogs()
 {
-    context.driver.questions().setObserver({});
-    context.turns.forget(*this);
+    context_.driver.questions().setObserver({});
+    context_.turns.forget(*this);
 }
 
 void QuestionDialogs::refresh()
 {
-    const Question* question = context.driver.questions().top();
+    const Question* question = context_.driver.questions().top();
     const int wanted = question == nullptr ? 0 : question->number;
-    if (wanted == shown)
+    if (wanted == shown_)
         return;
-    dialog.reset();
-    shown = wanted;
+    dialog_.reset();
+    shown_ = wanted;
     if (question != nullptr)
         ask(*question);
 }
@@ -51,34 +51,34 @@ void QuestionDialogs::ask(const Question& question)
 {
     const bool isYesNo = question.kind == Questions::yesNoKind;
     // As markup, or the toolkit makes all of it bold.
-    dialog = std::make_unique<Gtk::MessageDialog>(
-        topWindow(), Glib::Markup::escape_text(questionText(question.text)), true,
+    dialog_ = std::make_unique<Gtk::MessageDialog>(
+        topWindow_(), Glib::Markup::escape_text(questionText(question.text)), true,
         isYesNo ? Gtk::MESSAGE_QUESTION : Gtk::MESSAGE_INFO, Gtk::BUTTONS_NONE, true);
-    dialog->set_title(topWindow().get_title());
+    dialog_->set_title(topWindow_().get_title());
     if (isYesNo) {
-        Gtk::Button& no = *dialog->add_button(localized("_No"), Gtk::RESPONSE_NO);
-        Gtk::Button& yes = *dialog->add_button(localized("_Yes"), Gtk::RESPONSE_YES);
+        Gtk::Button& no = *dialog_->add_button(localized("_No"), Gtk::RESPONSE_NO);
+        Gtk::Button& yes = *dialog_->add_button(localized("_Yes"), Gtk::RESPONSE_YES);
         describe(no, "Question No");
         describe(yes, "Question Yes");
-        dialog->set_default_response(Gtk::RESPONSE_YES);
+        dialog_->set_default_response(Gtk::RESPONSE_YES);
     } else {
-        describe(*dialog->add_button(localized("_Close"), Gtk::RESPONSE_NO), "Question Close");
+        describe(*dialog_->add_button(localized("_Close"), Gtk::RESPONSE_NO), "Question Close");
     }
-    dialog->get_style_context()->add_class("question");
-    dialog->get_message_area()->property_margin() = marginOfQuestion;
-    describe(*dialog, "Question");
-    dialog->signal_response().connect([this](int response) { answer(response == Gtk::RESPONSE_YES); });
-    dialog->present();
+    dialog_->get_style_context()->add_class("question");
+    dialog_->get_message_area()->property_margin() = marginOfQuestion;
+    describe(*dialog_, "Question");
+    dialog_->signal_response().connect([this](int response) { answer(response == Gtk::RESPONSE_YES); });
+    dialog_->present();
 }
 
 void QuestionDialogs::answer(bool yes)
 {
     // A second click must not answer the next question.
-    dialog->set_sensitive(false);
-    context.turns.act([this, yes, number = shown] {
-        const Question* question = context.driver.questions().top();
+    dialog_->set_sensitive(false);
+    context_.turns.act([this, yes, number = shown_] {
+        const Question* question = context_.driver.questions().top();
         if (question != nullptr && question->number == number)
-            context.driver.actions().answer(yes);
+            context_.driver.actions().answer(yes);
     });
 }
 

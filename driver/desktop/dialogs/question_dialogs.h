@@ -29,16 +29,16 @@ public:
     void refresh() override;
 
     /// The dialog on the screen, null without a question.
-    Gtk::MessageDialog* onScreen() { return dialog.get(); }
+    Gtk::MessageDialog* onScreen() { return dialog_.get(); }
 
 private:
     void ask(const Question& question);
     void answer(bool yes);
 
-    DesktopContext& context;
-    std::function<Gtk::Window&()> topWindow;
-    std::unique_ptr<Gtk::MessageDialog> dialog;
-    int shown = 0; // the number of the question on the screen
+    DesktopContext& context_;
+    std::function<Gtk::Window&()> topWindow_;
+    std::unique_ptr<Gtk::MessageDialog> dialog_;
+    int shown_ = 0; // the number of the question on the screen
 };
 
 } // namespace quelm

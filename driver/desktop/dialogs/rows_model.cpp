@@ -23,13 +23,13 @@ Glib::RefPtr<RowsModel> RowsModel::create(const Rows& rows)
 }
 
 RowsModel::RowsModel(const Rows& rows)
-    : Glib::ObjectBase(typeid(RowsModel)), source(&rows), known(static_cast<int>(rows.count()))
+    : Glib::ObjectBase(typeid(RowsModel)), source_(&rows), known_(static_cast<int>(rows.count()))
 {
 }
 
 void RowsModel::follow()
 {
-    const int wanted = source == nullptr ? 0 : static_cast<int>(source->count());
+    const int wanted = source_ == nullptr ? 0 : static_cast<int>(source_->count());
     const auto tell = [this](int number, auto signal) {
         iterator row;
         Path path;
@@ -37,25 +37,25 @@ void RowsModel::follow()
         if (pointAt(number, row))
             (this->*signal)(path, row);
     };
-    const int kept = std::min(known, wanted);
-    while (known > wanted) {
-        --known;
+    const int kept = std::min(known_, wanted);
+    while (known_ > wanted) {
+        --known_;
         Path path;
-        path.push_back(known);
+        path.push_back(known_);
         row_deleted(path);
     }
     for (int number = 0; number < kept; ++number)
         tell(number, static_cast<void (RowsModel::*)(const Path&, const iterator&)>(&RowsModel::row_changed));
-    while (known < wanted) {
-        ++known;
-        tell(known - 1,
+    while (known_ < wanted) {
+        ++known_;
+        tell(known_ - 1,
              static_cast<void (RowsModel::*)(const Path&, const iterator&)>(&RowsModel::row_inserted));
     }
 }
 
-void RowsModel::followQuietly() { known = source == nullptr ? 0 : static_cast<int>(source->count()); }
+void RowsModel::followQuietly() { known_ = source_ == nullptr ? 0 : static_cast<int>(source_->count()); }
 
-void RowsModel::detach() { source = nullptr; }
+void RowsModel::detach() { source_ = nullptr; }
 
 Gtk::TreeModelFlags RowsModel::get_flags_vfunc() const
 {
@@ -64,7 +64,7 @@ Gtk::TreeModelFlags RowsModel::get_flags_vfunc() const
 
 int RowsModel::get_n_columns_vfunc() const
 {
-    return source == nullptr ? 0 : static_cast<int>(source->columnCount());
+    return source_ == nullptr ? 0 : static_cast<int>(source_->columnCount());
 }
 
 GType RowsModel::get_column_type_vfunc(int /*index*/) const { return G_TYPE_STRING; }
@@ -75,8 +75,8 @@ void RowsModel::get_value_vfunc(const iterator& row, int column, Glib::ValueBase
     text.init(Glib::Value<Glib::ustring>::value_type());
     const auto number = static_cast<std::size_t>(numberOf(row));
     const auto cell = static_cast<std::size_t>(column);
-    if (source != nullptr && number < source->count() && cell < source->columnCount())
-        text.set(drawable(source->cell(number, cell)));
+    if (source_ != nullptr && number < source_->count() && cell < source_->columnCount())
+        text.set(drawable(source_->cell(number, cell)));
     value.init(Glib::Value<Glib::ustring>::value_type());
     value = text;
 }
@@ -107,7 +107,7 @@ bool RowsModel::iter_has_child_vfunc(const iterator& /*row*/) const { return fal
 
 int RowsModel::iter_n_children_vfunc(const iterator& /*row*/) const { return 0; }
 
-int RowsModel::iter_n_root_children_vfunc() const { return known; }
+int RowsModel::iter_n_root_children_vfunc() const { return known_; }
 
 Gtk::TreePath RowsModel::get_path_vfunc(const iterator& row) const
 {
@@ -118,7 +118,7 @@ Gtk::TreePath RowsModel::get_path_vfunc(const iterator& row) const
 
 bool RowsModel::pointAt(int number, iterator& row) const
 {
-    if (number < 0 || number >= known)
+    if (number < 0 || number >= known_)
         return false;
     row.set_stamp(stamp);
     row.gobj()->user_data = GINT_TO_POINTER(number);

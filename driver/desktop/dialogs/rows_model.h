@@ -27,7 +27,7 @@ public:
     /// Reads nothing any more: a view may outlive the rows by a moment.
     void detach();
 
-    int rowCount() const { return known; }
+    int rowCount() const { return known_; }
 
 protected:
     explicit RowsModel(const Rows& rows);
@@ -51,8 +51,8 @@ private:
     [[nodiscard]] bool pointAt(int number, iterator& row) const;
     static int numberOf(const iterator& row);
 
-    const Rows* source;
-    int known = 0;
+    const Rows* source_;
+    int known_ = 0;
 };
 
 } // namespace quelm

@@ -13,39 +13,39 @@ namespace quelm {
 class LabelControl : public Control {
 public:
     LabelControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &label; }
+    Gtk::Widget* onScreen() override { return &label_; }
 
 protected:
     void show() override;
 
 private:
-    Gtk::Label& label;
+    Gtk::Label& label_;
 };
 
 /// Decoration: what it shows, a label says as well.
 class PictureControl : public Control {
 public:
     PictureControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &image; }
+    Gtk::Widget* onScreen() override { return &image_; }
 
 protected:
-    void show() override { showState(image); }
+    void show() override { showState(image_); }
 
 private:
-    Gtk::Image& image;
+    Gtk::Image& image_;
 };
 
 /// A push button, or a toolbar's large button with a picture.
 class ButtonControl : public Control {
 public:
     ButtonControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &button; }
+    Gtk::Widget* onScreen() override { return &button_; }
 
 protected:
     void show() override;
 
 private:
-    Gtk::Button& button;
+    Gtk::Button& button_;
 };
 
 } // namespace quelm

@@ -11,7 +11,7 @@ namespace quelm {
 class TextFieldControl : public Control {
 public:
     TextFieldControl(Widget& treeWidget, DesktopContext& desktopContext);
-    Gtk::Widget* onScreen() override { return &entry; }
+    Gtk::Widget* onScreen() override { return &entry_; }
 
 protected:
     void show() override;
@@ -20,7 +20,7 @@ private:
     void typed();
     void activated();
 
-    Gtk::Entry& entry;
+    Gtk::Entry& entry_;
 };
 
 } // namespace quelm

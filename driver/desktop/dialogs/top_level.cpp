@@ -8,8 +8,8 @@ void TopLevel::present(Gtk::Window& over)
     Gtk::Window& window = *onScreen();
     window.set_transient_for(over);
     window.set_modal(true);
-    if (hasPosition)
-        window.move(x, y);
+    if (hasPosition_)
+        window.move(x_, y_);
     else
         window.set_position(Gtk::WIN_POS_CENTER_ON_PARENT);
     window.present();
@@ -19,8 +19,8 @@ void TopLevel::withdraw()
 {
     Gtk::Window& window = *onScreen();
     if (window.get_visible()) {
-        window.get_position(x, y);
-        hasPosition = true;
+        window.get_position(x_, y_);
+        hasPosition_ = true;
         window.hide();
     }
 }

@@ -28,9 +28,9 @@ public:
     virtual void clearTrouble() = 0;
 
 private:
-    bool hasPosition = false;
-    int x = 0;
-    int y = 0;
+    bool hasPosition_ = false;
+    int x_ = 0;
+    int y_ = 0;
 };
 
 } // namespace quelm

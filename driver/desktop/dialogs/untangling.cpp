@@ -38,14 +38,14 @@ int plannedSize(const PlacementExtent& extent, int ofText)
 
 int GuideLines::movedEnd(int edge) const
 {
-    const auto next = shifts.lower_bound(edge);
-    return edge + (next == shifts.begin() ? 0 : std::prev(next)->second);
+    const auto next = shifts_.lower_bound(edge);
+    return edge + (next == shifts_.begin() ? 0 : std::prev(next)->second);
 }
 
 void GuideLines::moveTo(int position, int target)
 {
     const int shift = target - position;
-    for (auto line = shifts.find(position); line != shifts.end(); ++line)
+    for (auto line = shifts_.find(position); line != shifts_.end(); ++line)
         line->second = std::max(line->second, shift);
 }
 
@@ -57,17 +57,17 @@ Untangling::Untangling(const std::vector<PlacementItem>& items)
             {within(item.asked.x), within(item.asked.width), within(item.needed.width), item.widens},
             {within(item.asked.y), within(item.asked.height), within(item.needed.height), item.heightens}};
         // Lines tell widgets apart by where they begin.
-        while (std::any_of(allBoxes.begin(), allBoxes.end(), [&box](const Box& other) {
+        while (std::any_of(allBoxes_.begin(), allBoxes_.end(), [&box](const Box& other) {
             return other.x.begin == box.x.begin && other.y.begin == box.y.begin;
         }))
             ++box.x.begin;
-        allBoxes.push_back(box);
-        columnLines.add(box.x.begin);
-        rowLines.add(box.y.begin);
+        allBoxes_.push_back(box);
+        columnLines_.add(box.x.begin);
+        rowLines_.add(box.y.begin);
     }
     // A line only ever moves on, and never past what it was pushed by, so this ends by itself; the bound
     // keeps a window from freezing should that ever be wrong.
-    const std::size_t most = 16 * (allBoxes.size() + 1) * (allBoxes.size() + 1);
+    const std::size_t most = 16 * (allBoxes_.size() + 1) * (allBoxes_.size() + 1);
     for (std::size_t round = 0; round < most && separateOne(); ++round) {
     }
     stretch();
@@ -75,41 +75,41 @@ Untangling::Untangling(const std::vector<PlacementItem>& items)
 
 PlacedRectangle Untangling::place(const Box& box) const
 {
-    return {columnLines.moved(box.x.begin), rowLines.moved(box.y.begin), sizeOf(box.x), sizeOf(box.y)};
+    return {columnLines_.moved(box.x.begin), rowLines_.moved(box.y.begin), sizeOf(box.x), sizeOf(box.y)};
 }
 
 /// Growing comes last, and ends at the next neighbour: it must not push what it follows.
 void Untangling::stretch()
 {
-    for (const Box& box : allBoxes)
-        finalPlaces.push_back(place(box));
-    for (std::size_t index = 0; index < allBoxes.size(); ++index) {
-        PlacedRectangle& own = finalPlaces[index];
+    for (const Box& box : allBoxes_)
+        finalPlaces_.push_back(place(box));
+    for (std::size_t index = 0; index < allBoxes_.size(); ++index) {
+        PlacedRectangle& own = finalPlaces_[index];
         const auto grow = [&](const PlacementExtent& extent, const GuideLines& lines,
                               int PlacedRectangle::*begin, int PlacedRectangle::*size,
                               int PlacedRectangle::*crossBegin, int PlacedRectangle::*crossSize) {
             if (!extent.stretches || extent.asked == 0)
                 return;
             int end = lines.movedEnd(extent.begin + extent.asked);
-            for (const PlacedRectangle& other : finalPlaces)
+            for (const PlacedRectangle& other : finalPlaces_)
                 if (other.*begin >= own.*begin + own.*size &&
                     overlap(own.*crossBegin, own.*crossSize, other.*crossBegin, other.*crossSize))
                     end = std::min(end, other.*begin);
             own.*size = std::max(own.*size, end - own.*begin);
         };
-        grow(allBoxes[index].x, columnLines, &PlacedRectangle::x, &PlacedRectangle::width,
+        grow(allBoxes_[index].x, columnLines_, &PlacedRectangle::x, &PlacedRectangle::width,
              &PlacedRectangle::y, &PlacedRectangle::height);
-        grow(allBoxes[index].y, rowLines, &PlacedRectangle::y, &PlacedRectangle::height, &PlacedRectangle::x,
-             &PlacedRectangle::width);
+        grow(allBoxes_[index].y, rowLines_, &PlacedRectangle::y, &PlacedRectangle::height,
+             &PlacedRectangle::x, &PlacedRectangle::width);
     }
 }
 
 bool Untangling::separateOne()
 {
-    for (std::size_t later = 1; later < allBoxes.size(); ++later) {
+    for (std::size_t later = 1; later < allBoxes_.size(); ++later) {
         for (std::size_t earlier = 0; earlier < later; ++earlier) {
-            if (tooClose(allBoxes[earlier], allBoxes[later])) {
-                separate(allBoxes[earlier], allBoxes[later]);
+            if (tooClose(allBoxes_[earlier], allBoxes_[later])) {
+                separate(allBoxes_[earlier], allBoxes_[later]);
                 return true;
             }
         }
@@ -134,11 +134,11 @@ void Untangling::separate(const Box& one, const Box& other)
     if (meantSideBySide(one, other)) {
         const bool inOrder = one.x.begin < other.x.begin;
         const PlacedRectangle left = place(inOrder ? one : other);
-        columnLines.moveTo((inOrder ? other : one).x.begin, left.x + left.width + gapWhenPushed);
+        columnLines_.moveTo((inOrder ? other : one).x.begin, left.x + left.width + gapWhenPushed);
     } else {
         const bool inOrder = one.y.begin < other.y.begin;
         const PlacedRectangle upper = place(inOrder ? one : other);
-        rowLines.moveTo((inOrder ? other : one).y.begin, upper.y + upper.height);
+        rowLines_.moveTo((inOrder ? other : one).y.begin, upper.y + upper.height);
     }
 }
 

@@ -13,10 +13,10 @@ namespace quelm {
 /// as those before it.
 class GuideLines {
 public:
-    void add(int position) { shifts.emplace(position, 0); }
+    void add(int position) { shifts_.emplace(position, 0); }
 
     /// Where the line of `position`, which was added, has come to lie.
-    int moved(int position) const { return position + shifts.at(position); }
+    int moved(int position) const { return position + shifts_.at(position); }
 
     /// Where something that reached up to `edge`, before the lines moved, ends now.
     int movedEnd(int edge) const;
@@ -25,7 +25,7 @@ public:
     void moveTo(int position, int target);
 
 private:
-    std::map<int, int> shifts;
+    std::map<int, int> shifts_;
 };
 
 /// One axis of a widget.
@@ -46,11 +46,11 @@ public:
         PlacementExtent y;
     };
 
-    const std::vector<Box>& boxes() const { return allBoxes; }
+    const std::vector<Box>& boxes() const { return allBoxes_; }
     /// Where the widgets stand, those that stretch reaching as far among the others as they asked to.
-    const std::vector<PlacedRectangle>& places() const { return finalPlaces; }
-    const GuideLines& columns() const { return columnLines; }
-    const GuideLines& rows() const { return rowLines; }
+    const std::vector<PlacedRectangle>& places() const { return finalPlaces_; }
+    const GuideLines& columns() const { return columnLines_; }
+    const GuideLines& rows() const { return rowLines_; }
 
 private:
     PlacedRectangle place(const Box& box) const;
@@ -60,10 +60,10 @@ private:
     void separate(const Box& one, const Box& other);
     bool meantSideBySide(const Box& one, const Box& other) const;
 
-    std::vector<Box> allBoxes;
-    std::vector<PlacedRectangle> finalPlaces;
-    GuideLines columnLines;
-    GuideLines rowLines;
+    std::vector<Box> allBoxes_;
+    std::vector<PlacedRectangle> finalPlaces_;
+    GuideLines columnLines_;
+    GuideLines rowLines_;
 };
 
 } // namespace quelm

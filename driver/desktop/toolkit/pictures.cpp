@@ -14,10 +14,10 @@ Glib::RefPtr<Gdk::Pixbuf> Pictures::load(const std::string& file)
 {
     if (file.empty())
         return {};
-    const auto [place, isNew] = loaded.emplace(file, Glib::RefPtr<Gdk::Pixbuf>());
+    const auto [place, isNew] = loaded_.emplace(file, Glib::RefPtr<Gdk::Pixbuf>());
     if (isNew) {
         try {
-            place->second = Gdk::Pixbuf::create_from_file(home + "/" + file);
+            place->second = Gdk::Pixbuf::create_from_file(home_ + "/" + file);
         } catch (const Glib::Error& error) {
             log(Severity::warning, "a picture is missing: " + std::string(error.what()));
         }

@@ -13,15 +13,15 @@ namespace quelm {
 class Pictures {
 public:
     /// The folder that holds icon/.
-    explicit Pictures(std::string homeFolder) : home(std::move(homeFolder)) {}
+    explicit Pictures(std::string homeFolder) : home_(std::move(homeFolder)) {}
 
     /// A picture by its path below the home folder. Null when it cannot be loaded, which is logged once
     /// a picture, or when `file` is empty.
     [[nodiscard]] Glib::RefPtr<Gdk::Pixbuf> load(const std::string& file);
 
 private:
-    std::string home;
-    std::map<std::string, Glib::RefPtr<Gdk::Pixbuf>> loaded;
+    std::string home_;
+    std::map<std::string, Glib::RefPtr<Gdk::Pixbuf>> loaded_;
 };
 
 /// Gives every window of the program its icon, from the pictures below `home`.

@@ -11,35 +11,35 @@
 
 namespace quelm {
 
-UserTurns::~UserTurns() { scheduled.disconnect(); }
+UserTurns::~UserTurns() { scheduled_.disconnect(); }
 
 void UserTurns::act(std::function<void()> action, Refreshable* origin)
 {
-    actions.push_back({std::move(action), origin});
+    actions_.push_back({std::move(action), origin});
     schedule();
 }
 
 void UserTurns::touch(Refreshable& view)
 {
-    if (!std::exchange(view.isTouched, true)) {
-        touched.push_back(&view);
+    if (!std::exchange(view.isTouched_, true)) {
+        touched_.push_back(&view);
         schedule();
     }
 }
 
 void UserTurns::forget(Refreshable& view)
 {
-    view.isTouched = false;
-    std::replace(touched.begin(), touched.end(), &view, static_cast<Refreshable*>(nullptr));
-    for (Action& action : actions)
+    view.isTouched_ = false;
+    std::replace(touched_.begin(), touched_.end(), &view, static_cast<Refreshable*>(nullptr));
+    for (Action& action : actions_)
         if (action.origin == &view)
             action.origin = nullptr;
 }
 
 void UserTurns::schedule()
 {
-    if (!running && !scheduled.connected()) {
-        scheduled = Glib::signal_idle().connect(
+    if (!running_ && !scheduled_.connected()) {
+        scheduled_ = Glib::signal_idle().connect(
             [this] {
                 runNow();
                 return false;
@@ -50,24 +50,24 @@ void UserTurns::schedule()
 
 void UserTurns::runNow()
 {
-    scheduled.disconnect();
-    if (std::exchange(running, true))
+    scheduled_.disconnect();
+    if (std::exchange(running_, true))
         return;
-    const bool acted = !actions.empty();
+    const bool acted = !actions_.empty();
     // Drawing may make a control speak up again; what that queues belongs to the same turn.
-    while (!actions.empty() || !touched.empty()) {
+    while (!actions_.empty() || !touched_.empty()) {
         runActions();
         refreshTouched();
     }
-    running = false;
-    if (acted && settled)
-        settled();
+    running_ = false;
+    if (acted && settled_)
+        settled_();
 }
 
 void UserTurns::runActions()
 {
-    while (!actions.empty()) {
-        const std::function<void()> run = actions.front().run;
+    while (!actions_.empty()) {
+        const std::function<void()> run = actions_.front().run;
         std::string message;
         try {
             run();
@@ -75,13 +75,13 @@ void UserTurns::runActions()
             message = exception.what();
         }
         // The action stays queued until here, so that an origin that left the screen meanwhile is forgotten.
-        Refreshable* origin = actions.front().origin;
-        actions.erase(actions.begin());
+        Refreshable* origin = actions_.front().origin;
+        actions_.erase(actions_.begin());
         if (!message.empty()) {
             if (origin != nullptr)
                 touch(*origin);
-            if (trouble)
-                trouble(message);
+            if (trouble_)
+                trouble_(message);
         }
     }
 }
@@ -90,13 +90,13 @@ void UserTurns::refreshTouched()
 {
     // A window that appears for the first time touches its controls, which come behind it.
     std::size_t next = 0;
-    while (next < touched.size()) {
-        if (Refreshable* view = std::exchange(touched[next++], nullptr)) {
-            view->isTouched = false;
+    while (next < touched_.size()) {
+        if (Refreshable* view = std::exchange(touched_[next++], nullptr)) {
+            view->isTouched_ = false;
             view->refresh();
         }
     }
-    touched.clear();
+    touched_.clear();
 }
 
 } // namespace quelm

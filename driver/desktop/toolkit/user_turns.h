@@ -19,7 +19,7 @@ public:
 
 private:
     friend class UserTurns;
-    bool isTouched = false;
+    bool isTouched_ = false;
 };
 
 /// Actions run from the main loop, never from within a signal of the toolkit: assistive tools wait for
@@ -42,10 +42,10 @@ public:
     /// Forgets something that leaves the screen.
     void forget(Refreshable& view);
 
-    void setTrouble(std::function<void(const std::string& message)> show) { trouble = std::move(show); }
+    void setTrouble(std::function<void(const std::string& message)> show) { trouble_ = std::move(show); }
 
     /// Called when a turn with actions in it is over.
-    void setSettled(std::function<void()> told) { settled = std::move(told); }
+    void setSettled(std::function<void()> told) { settled_ = std::move(told); }
 
     /// Runs what is queued at once; for tests and for the end of the program.
     void runNow();
@@ -60,12 +60,12 @@ private:
     void runActions();
     void refreshTouched();
 
-    std::vector<Action> actions;
-    std::vector<Refreshable*> touched;
-    bool running = false;
-    sigc::connection scheduled;
-    std::function<void(const std::string&)> trouble;
-    std::function<void()> settled;
+    std::vector<Action> actions_;
+    std::vector<Refreshable*> touched_;
+    bool running_ = false;
+    sigc::connection scheduled_;
+    std::function<void(const std::string&)> trouble_;
+    std::function<void()> settled_;
 };
 
 } // namespace quelm

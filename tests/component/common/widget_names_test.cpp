@@ -17,7 +17,7 @@ namespace {
 
 void addNames(const rapidxml::xml_node<>& node, std::set<std::string>& names)
 {
-    for (const auto* child = node.first_node(); child; child = child->next_sibling()) {
+    for (const auto* child = node.first_node(); child != nullptr; child = child->next_sibling()) {
         names.insert(child->first_attribute("Name")->value());
         addNames(*child, names);
     }

@@ -86,7 +86,8 @@ Row describe(const rapidxml::xml_node<>& node, int depth)
     Row row;
     row.depth = depth;
     row.element = node.name();
-    for (const auto* attribute = node.first_attribute(); attribute; attribute = attribute->next_attribute()) {
+    for (const auto* attribute = node.first_attribute(); attribute != nullptr;
+         attribute = attribute->next_attribute()) {
         const bool fresh = attributes.emplace(attribute->name(), attribute->value()).second;
         EXPECT_TRUE(fresh) << "repeated attribute " << attribute->name();
     }
@@ -107,7 +108,7 @@ Row describe(const rapidxml::xml_node<>& node, int depth)
 
 void describeChildren(const rapidxml::xml_node<>& node, int depth, std::vector<Row>& rows)
 {
-    for (const auto* child = node.first_node(); child; child = child->next_sibling()) {
+    for (const auto* child = node.first_node(); child != nullptr; child = child->next_sibling()) {
         EXPECT_EQ(child->type(), rapidxml::node_element);
         rows.push_back(describe(*child, depth));
         describeChildren(*child, depth + 1, rows);
@@ -117,9 +118,9 @@ void describeChildren(const rapidxml::xml_node<>& node, int depth, std::vector<R
 class DialogDefinition : public testing::Test {
 protected:
     /// Keeps character references as they are written.
-    DialogDefinition() { document.parse<rapidxml::parse_no_entity_translation>(buffer.data()); }
+    DialogDefinition() { document_.parse<rapidxml::parse_no_entity_translation>(buffer_.data()); }
 
-    const rapidxml::xml_node<>& root() const { return *document.first_node(); }
+    const rapidxml::xml_node<>& root() const { return *document_.first_node(); }
 
     std::vector<Row> rows() const
     {
@@ -131,8 +132,8 @@ protected:
     const std::string text = dialogDefinitionText;
 
 private:
-    std::vector<char> buffer{dialogDefinitionText, dialogDefinitionText + sizeof dialogDefinitionText};
-    rapidxml::xml_document<> document;
+    std::vector<char> buffer_{dialogDefinitionText, dialogDefinitionText + sizeof dialogDefinitionText};
+    rapidxml::xml_document<> document_;
 };
 
 TEST_F(DialogDefinition, HasTheSizeThatHostsRelyOn)
@@ -191,7 +192,7 @@ TEST_F(DialogDefinition, HasOneRootOfVersionZeroPointOne)
 TEST_F(DialogDefinition, HoldsTheNineWindowsInOrder)
 {
     std::vector<std::string> windows;
-    for (const auto* window = root().first_node(); window; window = window->next_sibling()) {
+    for (const auto* window = root().first_node(); window != nullptr; window = window->next_sibling()) {
         EXPECT_STREQ(window->name(), "DialogWindow");
         windows.emplace_back(window->first_attribute("Name")->value());
     }

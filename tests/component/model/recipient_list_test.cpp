@@ -22,7 +22,8 @@ protected:
     static std::vector<Tarvik40FaxRecipient*> walk(Tarvik40FaxRecipientList& walked)
     {
         std::vector<Tarvik40FaxRecipient*> found;
-        for (auto* r = walked.walkFaxRecipientList(true); r; r = walked.walkFaxRecipientList(false))
+        for (auto* r = walked.walkFaxRecipientList(true); r != nullptr;
+             r = walked.walkFaxRecipientList(false))
             found.push_back(r);
         return found;
     }

@@ -30,20 +30,20 @@ public:
         std::string pattern = (std::filesystem::temp_directory_path() / "rendering-XXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("no temporary folder at " + pattern);
-        path = pattern;
+        path_ = pattern;
     }
     ~TemporaryFolder()
     {
         std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
+        std::filesystem::remove_all(path_, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::string file(const std::string& name) const { return (path / name).string(); }
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
 
 private:
-    std::filesystem::path path;
+    std::filesystem::path path_;
 };
 
 std::string readFile(const std::string& path)
@@ -91,7 +91,7 @@ Text readSpan(const rapidxml::xml_node<>& span)
     text.y = pointsHigh - fromTop;
     text.font = span.first_attribute("font")->value();
     text.size = std::stod(span.first_attribute("size")->value());
-    for (const auto* character = span.first_node("char"); character;
+    for (const auto* character = span.first_node("char"); character != nullptr;
          character = character->next_sibling("char"))
         text.text += character->first_attribute("c")->value();
     return text;
@@ -108,19 +108,19 @@ Picture::Picture(const std::string& pgm)
     in >> magic >> std::ws;
     while (in.peek() == '#')
         std::getline(in, comment);
-    in >> width >> height >> most;
+    in >> width_ >> height_ >> most;
     in.get();
-    pixels.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-    if (magic != "P5" || most != 255 || width != pointsWide * pixelsPerPoint ||
-        pixels.size() != static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
+    pixels_.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    if (magic != "P5" || most != 255 || width_ != pointsWide * pixelsPerPoint ||
+        pixels_.size() != static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_))
         throw std::runtime_error("not the picture of a letter-size page");
 }
 
 bool Picture::isInk(int column, int row) const
 {
     const std::size_t index =
-        static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + static_cast<std::size_t>(column);
-    return static_cast<unsigned char>(pixels[index]) < 128;
+        static_cast<std::size_t>(row) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(column);
+    return static_cast<unsigned char>(pixels_[index]) < 128;
 }
 
 namespace {
@@ -148,13 +148,13 @@ std::vector<Ink> collect(int count, InkAt inkAt)
 std::vector<Ink> Picture::alongVertical(double x) const
 {
     const int column = static_cast<int>(x * pixelsPerPoint);
-    return collect(height, [&](int fromBottom) { return isInk(column, height - 1 - fromBottom); });
+    return collect(height_, [&](int fromBottom) { return isInk(column, height_ - 1 - fromBottom); });
 }
 
 std::vector<Ink> Picture::alongHorizontal(double y) const
 {
-    const int row = height - 1 - static_cast<int>(y * pixelsPerPoint);
-    return collect(width, [&](int column) { return isInk(column, row); });
+    const int row = height_ - 1 - static_cast<int>(y * pixelsPerPoint);
+    return collect(width_, [&](int column) { return isInk(column, row); });
 }
 
 std::string output(const std::string& program)
@@ -172,7 +172,7 @@ std::vector<Page> texts(const std::string& program)
         rapidxml::xml_document<> document;
         document.parse<rapidxml::parse_default>(xml.data());
         Page page;
-        for (const auto* span = document.first_node("page")->first_node("span"); span;
+        for (const auto* span = document.first_node("page")->first_node("span"); span != nullptr;
              span = span->next_sibling("span"))
             page.push_back(readSpan(*span));
         pages.push_back(page);

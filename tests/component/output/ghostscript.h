@@ -38,9 +38,9 @@ public:
 private:
     bool isInk(int column, int row) const;
 
-    int width = 0;
-    int height = 0;
-    std::string pixels;
+    int width_ = 0;
+    int height_ = 0;
+    std::string pixels_;
 };
 
 /// Each throws std::runtime_error with Ghostscript's words when the program does not run to its end.

@@ -38,7 +38,10 @@ constexpr OptionLine speedLines[] = {
     {-1, nullptr},
 };
 
-std::string withPrefix(const std::string& prefix, const char* line) { return line ? prefix + line : ""; }
+std::string withPrefix(const std::string& prefix, const char* line)
+{
+    return line != nullptr ? prefix + line : "";
+}
 
 } // namespace
 

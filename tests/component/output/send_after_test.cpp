@@ -19,7 +19,7 @@ extern "C" std::time_t time(std::time_t* out) noexcept
     std::timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     const std::time_t result = stoppedClock.value_or(now.tv_sec);
-    if (out)
+    if (out != nullptr)
         *out = result;
     return result;
 }

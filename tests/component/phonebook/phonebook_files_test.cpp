@@ -69,7 +69,7 @@ protected:
         host.journal.clear();
         QuelmLegacyDatabase* before = chooser.database;
         host.chooseFile(chooser.name, path);
-        if (before && chooser.database != before)
+        if ((before != nullptr) && chooser.database != before)
             closed.reset(before);
         return host.journal.all();
     }
@@ -264,18 +264,18 @@ public:
     Installation()
     {
         std::string pattern = std::filesystem::temp_directory_path() / "quelm-test-XXXXXX";
-        if (!mkdtemp(pattern.data()))
+        if (mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("no temporary folder");
-        folder = pattern;
-        std::ofstream(folder / "fennodial")
+        folder_ = pattern;
+        std::ofstream(folder_ / "fennodial")
             << "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"" << argumentFile().string() << "\"\nexit 3\n";
-        std::filesystem::permissions(folder / "fennodial", std::filesystem::perms::owner_all);
+        std::filesystem::permissions(folder_ / "fennodial", std::filesystem::perms::owner_all);
     }
-    ~Installation() { std::filesystem::remove_all(folder); }
+    ~Installation() { std::filesystem::remove_all(folder_); }
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
 
-    std::string path() const { return folder; }
+    std::string path() const { return folder_; }
 
     /// What the program was called with; "not called" when it was not.
     std::string arguments() const
@@ -285,9 +285,9 @@ public:
     }
 
 private:
-    std::filesystem::path argumentFile() const { return folder / "arguments"; }
+    std::filesystem::path argumentFile() const { return folder_ / "arguments"; }
 
-    std::filesystem::path folder;
+    std::filesystem::path folder_;
 };
 
 } // namespace

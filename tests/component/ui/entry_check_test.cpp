@@ -29,8 +29,8 @@ protected:
     bool check(const char* nameWidget, const char* numberWidget, bool required)
     {
         return ValidateFaxEntry(host::in(nameWidget), host::in(numberWidget),
-                                nameWidget ? name.text : nullptr, numberWidget ? number.text : nullptr,
-                                required);
+                                nameWidget != nullptr ? name.text : nullptr,
+                                numberWidget != nullptr ? number.text : nullptr, required);
     }
 
     void type(const std::string& typedName, const std::string& typedNumber)

@@ -26,13 +26,13 @@ protected:
 /// The umask for the rest of a test.
 class Umask {
 public:
-    explicit Umask(mode_t mask) : before(umask(mask)) {}
-    ~Umask() { umask(before); }
+    explicit Umask(mode_t mask) : before_(umask(mask)) {}
+    ~Umask() { umask(before_); }
     Umask(const Umask&) = delete;
     Umask& operator=(const Umask&) = delete;
 
 private:
-    mode_t before;
+    mode_t before_;
 };
 
 } // namespace

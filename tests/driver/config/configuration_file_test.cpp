@@ -16,25 +16,25 @@ namespace {
 /// Gives an environment variable a value for the time of a test.
 class Variable {
 public:
-    Variable(const char* variable, const std::string& value) : name(variable)
+    Variable(const char* variable, const std::string& value) : name_(variable)
     {
         if (const char* present = std::getenv(variable))
-            before = present;
+            before_ = present;
         setenv(variable, value.c_str(), 1);
     }
     ~Variable()
     {
-        if (before)
-            setenv(name, before->c_str(), 1);
+        if (before_)
+            setenv(name_, before_->c_str(), 1);
         else
-            unsetenv(name);
+            unsetenv(name_);
     }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
 
 private:
-    const char* name;
-    std::optional<std::string> before;
+    const char* name_;
+    std::optional<std::string> before_;
 };
 
 class ConfigurationTest : public testing::Test {

@@ -21,8 +21,8 @@ class WindowLogTest : public testing::Test {
 protected:
     void open()
     {
-        log_->showWith([this](Severity, const std::string& line) { waited_.push_back(line); },
-                       [this](Severity, const std::string& line) { later_.push_back(line); });
+        windowLog->showWith([this](Severity, const std::string& line) { waited.push_back(line); },
+                            [this](Severity, const std::string& line) { later.push_back(line); });
     }
 
     static std::string errorsOf(const std::function<void()>& work)
@@ -32,10 +32,10 @@ protected:
         return testing::internal::GetCapturedStderr();
     }
 
-    LogCapture before_;
-    std::optional<WindowLog> log_{std::in_place};
-    std::vector<std::string> waited_;
-    std::vector<std::string> later_;
+    LogCapture before;
+    std::optional<WindowLog> windowLog{std::in_place};
+    std::vector<std::string> waited;
+    std::vector<std::string> later;
 };
 
 TEST_F(WindowLogTest, MessagesWaitForTheWindow)
@@ -47,30 +47,30 @@ TEST_F(WindowLogTest, MessagesWaitForTheWindow)
               }),
               "warning: first\nsecond\n");
     open();
-    EXPECT_THAT(waited_, ElementsAre("first", "second"));
+    EXPECT_THAT(waited, ElementsAre("first", "second"));
     loopUntilIdle();
-    EXPECT_THAT(later_, IsEmpty());
+    EXPECT_THAT(later, IsEmpty());
 }
 
 TEST_F(WindowLogTest, WhileThereIsAWindowMessagesComeFromTheMainLoop)
 {
     open();
     EXPECT_EQ(errorsOf([] { std::thread([] { log(Severity::error, "from afar"); }).join(); }), "from afar\n");
-    EXPECT_THAT(later_, IsEmpty());
+    EXPECT_THAT(later, IsEmpty());
     loopUntilIdle();
-    EXPECT_THAT(later_, ElementsAre("from afar"));
-    EXPECT_THAT(waited_, IsEmpty());
+    EXPECT_THAT(later, ElementsAre("from afar"));
+    EXPECT_THAT(waited, IsEmpty());
 }
 
 TEST_F(WindowLogTest, BehindItsEndNothingIsShown)
 {
     open();
     errorsOf([] { log(Severity::error, "too late"); });
-    log_.reset();
+    windowLog.reset();
     log(Severity::error, "elsewhere");
     loopUntilIdle();
-    EXPECT_THAT(later_, IsEmpty());
-    EXPECT_THAT(before_.messages, ElementsAre("elsewhere"));
+    EXPECT_THAT(later, IsEmpty());
+    EXPECT_THAT(before.messages, ElementsAre("elsewhere"));
 }
 
 } // namespace

@@ -28,19 +28,19 @@ inline std::string element(unsigned char tag, const std::string& content)
 /// Takes the elements of a request, all of which are shorter than 128 bytes, one by one.
 class Elements {
 public:
-    explicit Elements(std::string_view bytes) : rest(bytes) {}
+    explicit Elements(std::string_view bytes) : rest_(bytes) {}
 
     std::string_view next()
     {
-        if (rest.size() < 2 || rest.size() < 2U + static_cast<unsigned char>(rest[1]))
+        if (rest_.size() < 2 || rest_.size() < 2U + static_cast<unsigned char>(rest_[1]))
             throw std::runtime_error("no such element in the request");
-        const std::string_view content = rest.substr(2, static_cast<unsigned char>(rest[1]));
-        rest.remove_prefix(2 + content.size());
+        const std::string_view content = rest_.substr(2, static_cast<unsigned char>(rest_[1]));
+        rest_.remove_prefix(2 + content.size());
         return content;
     }
 
 private:
-    std::string_view rest;
+    std::string_view rest_;
 };
 
 /// What an answer says.

@@ -199,7 +199,7 @@ public:
     {
         struct sigaction counting = {};
         counting.sa_handler = [](int) {}; // without SA_RESTART: every wait is interrupted
-        sigaction(SIGALRM, &counting, &before);
+        sigaction(SIGALRM, &counting, &before_);
         const itimerval everyMillisecond{{0, 1000}, {0, 1000}};
         setitimer(ITIMER_REAL, &everyMillisecond, nullptr);
     }
@@ -207,13 +207,13 @@ public:
     {
         const itimerval never{};
         setitimer(ITIMER_REAL, &never, nullptr);
-        sigaction(SIGALRM, &before, nullptr);
+        sigaction(SIGALRM, &before_, nullptr);
     }
     Interruptions(const Interruptions&) = delete;
     Interruptions& operator=(const Interruptions&) = delete;
 
 private:
-    struct sigaction before = {};
+    struct sigaction before_ = {};
 };
 
 TEST_F(DirectorySessionTest, SignalsDoNotEndASearch)

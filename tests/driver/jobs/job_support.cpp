@@ -33,7 +33,7 @@ std::string trimmed(const std::string& text)
 JobTest::JobTest()
 {
     const char* before = std::getenv("TMPDIR");
-    temporaryFolderBefore_ = before ? before : "";
+    temporaryFolderBefore_ = before != nullptr ? before : "";
     folder_ = (fs::temp_directory_path() / "quelm-jobs-XXXXXX").string();
     if (::mkdtemp(folder_.data()) == nullptr)
         throw std::runtime_error("no temporary folder");

@@ -11,8 +11,8 @@ using quelm::WidgetKind;
 
 class Notes : public quelm::WidgetObserver {
 public:
-    explicit Notes(quelm::WidgetTree& widgets) : tree(widgets) { tree.addObserver(*this); }
-    ~Notes() override { tree.removeObserver(*this); }
+    explicit Notes(quelm::WidgetTree& widgets) : tree_(widgets) { tree_.addObserver(*this); }
+    ~Notes() override { tree_.removeObserver(*this); }
     void changed(Widget& widget, WidgetChange what) override
     {
         static constexpr const char* names[] = {"text", "value", "visibility", "sensitivity"};
@@ -23,7 +23,7 @@ public:
     std::string text;
 
 private:
-    quelm::WidgetTree& tree;
+    quelm::WidgetTree& tree_;
 };
 
 class WidgetTest : public HostTest {

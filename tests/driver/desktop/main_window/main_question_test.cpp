@@ -14,15 +14,15 @@ class MainQuestionTest : public testing::Test {
 protected:
     MainQuestionTest()
     {
-        window_.add(messages_);
-        window_.set_title("letter.ps");
-        window_.present();
-        EXPECT_TRUE(loopUntil([this] { return window_.get_mapped(); }));
+        window.add(messages);
+        window.set_title("letter.ps");
+        window.present();
+        EXPECT_TRUE(loopUntil([this] { return window.get_mapped(); }));
     }
 
     void ask(const std::string& name = "Test Question")
     {
-        question_.ask({name, "Really?", "It is lost then.", "_No", "_Yes"}, [this] { ++yeses_; });
+        question.ask({name, "Really?", "It is lost then.", "_No", "_Yes"}, [this] { ++yeses; });
         ASSERT_TRUE(loopUntil([&] { return onScreen(name + " Yes") != nullptr; }));
     }
 
@@ -33,11 +33,11 @@ protected:
         EXPECT_EQ(onScreen("Test Question"), nullptr);
     }
 
-    Toolkit toolkit_;
-    Gtk::Window window_;
-    MessageBar messages_;
-    MainQuestion question_{window_, messages_};
-    int yeses_ = 0;
+    Toolkit toolkit;
+    Gtk::Window window;
+    MessageBar messages;
+    MainQuestion question{window, messages};
+    int yeses = 0;
 };
 
 TEST_F(MainQuestionTest, YesIsTold)
@@ -45,7 +45,7 @@ TEST_F(MainQuestionTest, YesIsTold)
     ask();
     EXPECT_STREQ(gtk_window_get_title(GTK_WINDOW(onScreen("Test Question"))), "letter.ps");
     press("Test Question Yes");
-    EXPECT_EQ(yeses_, 1);
+    EXPECT_EQ(yeses, 1);
 }
 
 TEST_F(MainQuestionTest, AnythingElseIsANo)
@@ -56,29 +56,29 @@ TEST_F(MainQuestionTest, AnythingElseIsANo)
     gtk_window_close(GTK_WINDOW(onScreen("Test Question")));
     ASSERT_TRUE(loopUntil([] { return onScreen("Test Question") == nullptr; }));
     ask();
-    question_.withdraw();
+    question.withdraw();
     EXPECT_EQ(onScreen("Test Question"), nullptr);
-    EXPECT_EQ(yeses_, 0);
+    EXPECT_EQ(yeses, 0);
 }
 
 TEST_F(MainQuestionTest, TheAnswerComesFirstWhileTheQuestionStands)
 {
-    EXPECT_FALSE(question_.comesFirst());
+    EXPECT_FALSE(question.comesFirst());
     EXPECT_EQ(shownText("Main Message"), "");
     ask();
-    EXPECT_TRUE(question_.comesFirst());
+    EXPECT_TRUE(question.comesFirst());
     EXPECT_EQ(shownText("Main Message"), "Answer the question first.");
     press("Test Question No");
     EXPECT_EQ(shownText("Main Message"), "");
-    EXPECT_FALSE(question_.comesFirst());
+    EXPECT_FALSE(question.comesFirst());
 }
 
 TEST_F(MainQuestionTest, AnAnswerTakesNoOtherMessageWithIt)
 {
     ask();
-    EXPECT_TRUE(question_.comesFirst());
-    question_.withdraw();
-    messages_.tell(Gtk::MESSAGE_INFO, "It was sent.");
+    EXPECT_TRUE(question.comesFirst());
+    question.withdraw();
+    messages.tell(Gtk::MESSAGE_INFO, "It was sent.");
     ask();
     press("Test Question No");
     EXPECT_EQ(shownText("Main Message"), "It was sent.");

@@ -18,76 +18,76 @@ class WindowHeightTest : public testing::Test {
 protected:
     WindowHeightTest()
     {
-        body_.set_size_request(300, bodyHeight);
-        part_.set_size_request(-1, partHeight);
-        box_.pack_start(part_, Gtk::PACK_SHRINK);
-        box_.pack_start(body_, Gtk::PACK_EXPAND_WIDGET);
-        window_.add(box_);
-        height_.addPassing(part_);
-        body_.show();
-        box_.show();
-        window_.present();
-        EXPECT_TRUE(loopUntil([this] { return window_.get_mapped() && isHigh(bodyHeight); }));
+        body.set_size_request(300, bodyHeight);
+        part.set_size_request(-1, partHeight);
+        box.pack_start(part, Gtk::PACK_SHRINK);
+        box.pack_start(body, Gtk::PACK_EXPAND_WIDGET);
+        window.add(box);
+        height.addPassing(part);
+        body.show();
+        box.show();
+        window.present();
+        EXPECT_TRUE(loopUntil([this] { return window.get_mapped() && isHigh(bodyHeight); }));
     }
 
-    bool isHigh(int height) const { return window_.get_allocated_height() == height; }
+    bool isHigh(int pixels) const { return window.get_allocated_height() == pixels; }
 
-    Toolkit toolkit_;
-    Gtk::Window window_;
-    Gtk::Box box_{Gtk::ORIENTATION_VERTICAL};
-    Gtk::DrawingArea part_;
-    Gtk::DrawingArea body_;
-    WindowHeight height_{window_};
+    Toolkit toolkit;
+    Gtk::Window window;
+    Gtk::Box box{Gtk::ORIENTATION_VERTICAL};
+    Gtk::DrawingArea part;
+    Gtk::DrawingArea body;
+    WindowHeight height{window};
 };
 
 TEST_F(WindowHeightTest, APartTakesTheHeightWithItThatItNeeded)
 {
-    part_.show();
+    part.show();
     ASSERT_TRUE(loopUntil([this] { return isHigh(bodyHeight + partHeight); }));
-    EXPECT_EQ(height_.atRest(), bodyHeight);
-    part_.hide();
+    EXPECT_EQ(height.atRest(), bodyHeight);
+    part.hide();
     EXPECT_TRUE(loopUntil([this] { return isHigh(bodyHeight); }));
-    EXPECT_EQ(height_.atRest(), bodyHeight);
+    EXPECT_EQ(height.atRest(), bodyHeight);
 }
 
 TEST_F(WindowHeightTest, AHeightThatTheUserChoosesMeanwhileStays)
 {
     constexpr int chosen = 400;
-    part_.show();
+    part.show();
     ASSERT_TRUE(loopUntil([this] { return isHigh(bodyHeight + partHeight); }));
-    window_.resize(300, chosen);
+    window.resize(300, chosen);
     ASSERT_TRUE(loopUntil([this] { return isHigh(chosen); }));
-    EXPECT_EQ(height_.atRest(), chosen);
-    part_.hide();
+    EXPECT_EQ(height.atRest(), chosen);
+    part.hide();
     // What the window is asked for now comes behind anything that the part's end asked for.
-    window_.resize(340, chosen);
-    ASSERT_TRUE(loopUntil([this] { return window_.get_allocated_width() == 340; }));
+    window.resize(340, chosen);
+    ASSERT_TRUE(loopUntil([this] { return window.get_allocated_width() == 340; }));
     EXPECT_TRUE(isHigh(chosen));
 }
 
 TEST_F(WindowHeightTest, AWindowWithRoomStaysAsItIs)
 {
     constexpr int roomy = 400;
-    window_.resize(300, roomy);
+    window.resize(300, roomy);
     ASSERT_TRUE(loopUntil([this] { return isHigh(roomy); }));
-    part_.show();
-    ASSERT_TRUE(loopUntil([this] { return part_.get_mapped(); }));
-    EXPECT_EQ(height_.atRest(), roomy);
-    part_.hide();
-    window_.resize(340, roomy);
-    ASSERT_TRUE(loopUntil([this] { return window_.get_allocated_width() == 340; }));
+    part.show();
+    ASSERT_TRUE(loopUntil([this] { return part.get_mapped(); }));
+    EXPECT_EQ(height.atRest(), roomy);
+    part.hide();
+    window.resize(340, roomy);
+    ASSERT_TRUE(loopUntil([this] { return window.get_allocated_width() == 340; }));
     EXPECT_TRUE(isHigh(roomy));
 }
 
 TEST_F(WindowHeightTest, AMaximizedWindowsHeightIsNotTheUsers)
 {
-    window_.maximize();
-    ASSERT_TRUE(loopUntil([this] { return window_.is_maximized() && window_.get_allocated_height() > 500; }));
-    part_.show();
-    ASSERT_TRUE(loopUntil([this] { return part_.get_mapped(); }));
-    part_.hide();
+    window.maximize();
+    ASSERT_TRUE(loopUntil([this] { return window.is_maximized() && window.get_allocated_height() > 500; }));
+    part.show();
+    ASSERT_TRUE(loopUntil([this] { return part.get_mapped(); }));
+    part.hide();
     loopUntilIdle();
-    EXPECT_EQ(height_.atRest(), bodyHeight);
+    EXPECT_EQ(height.atRest(), bodyHeight);
 }
 
 } // namespace

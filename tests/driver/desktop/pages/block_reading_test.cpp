@@ -29,96 +29,96 @@ protected:
     {
         std::array<int, 2> pipe{};
         ASSERT_EQ(::pipe(pipe.data()), 0);
-        writer_ = pipe[1];
+        writer = pipe[1];
         read(owned<GInputStream>(g_unix_input_stream_new(pipe[0], TRUE)));
     }
 
-    void readText(const std::string& text)
+    void readText(const std::string& written)
     {
-        read(owned<GInputStream>(
-            g_memory_input_stream_new_from_data(text.data(), static_cast<gssize>(text.size()), nullptr)));
+        read(owned<GInputStream>(g_memory_input_stream_new_from_data(
+            written.data(), static_cast<gssize>(written.size()), nullptr)));
     }
 
     void read(const std::shared_ptr<GInputStream>& stream)
     {
-        readBlocks(stream.get(), cancellation_.get(), [this, lives = lives_](std::string_view block) {
-            text_ += block;
-            ends_ += block.empty() ? 1 : 0;
-            if (text_.size() >= enough_)
-                g_cancellable_cancel(cancellation_.get());
+        readBlocks(stream.get(), cancellation.get(), [this, lives = lives](std::string_view block) {
+            text += block;
+            ends += block.empty() ? 1 : 0;
+            if (text.size() >= enough)
+                g_cancellable_cancel(cancellation.get());
         });
-        EXPECT_EQ(text_, "");
-        EXPECT_EQ(ends_, 0);
+        EXPECT_EQ(text, "");
+        EXPECT_EQ(ends, 0);
     }
 
-    void write(const std::string& text) const
+    void write(const std::string& bytes) const
     {
-        EXPECT_EQ(::write(writer_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
+        EXPECT_EQ(::write(writer, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     }
 
     void closeWriter()
     {
-        if (writer_ >= 0)
-            ::close(writer_);
-        writer_ = -1;
+        if (writer >= 0)
+            ::close(writer);
+        writer = -1;
     }
 
-    int writer_ = -1;
-    std::shared_ptr<GCancellable> cancellation_ = owned<GCancellable>(g_cancellable_new());
-    std::shared_ptr<int> lives_ = std::make_shared<int>(); ///< shared with what receives the blocks
-    std::string text_;
-    int ends_ = 0;
-    std::size_t enough_ = std::string::npos; ///< the bytes behind which reading is cancelled
+    int writer = -1;
+    std::shared_ptr<GCancellable> cancellation = owned<GCancellable>(g_cancellable_new());
+    std::shared_ptr<int> lives = std::make_shared<int>(); ///< shared with what receives the blocks
+    std::string text;
+    int ends = 0;
+    std::size_t enough = std::string::npos; ///< the bytes behind which reading is cancelled
 };
 
 TEST_F(BlockReadingTest, BlocksComeAsTheyAreWritten)
 {
     readPipe();
     write("one ");
-    ASSERT_TRUE(loopUntil([this] { return text_ == "one "; }));
+    ASSERT_TRUE(loopUntil([this] { return text == "one "; }));
     write("two");
-    ASSERT_TRUE(loopUntil([this] { return text_ == "one two"; }));
-    EXPECT_EQ(ends_, 0);
+    ASSERT_TRUE(loopUntil([this] { return text == "one two"; }));
+    EXPECT_EQ(ends, 0);
     closeWriter();
-    EXPECT_TRUE(loopUntil([this] { return ends_ == 1; }));
-    EXPECT_EQ(text_, "one two");
+    EXPECT_TRUE(loopUntil([this] { return ends == 1; }));
+    EXPECT_EQ(text, "one two");
 }
 
 TEST_F(BlockReadingTest, ManyBlocksAreOneText)
 {
-    std::string text(300'000, 'x');
-    text += "end";
-    readText(text);
-    ASSERT_TRUE(loopUntil([this] { return ends_ == 1; }));
-    EXPECT_EQ(text_, text);
+    std::string written(300'000, 'x');
+    written += "end";
+    readText(written);
+    ASSERT_TRUE(loopUntil([this] { return ends == 1; }));
+    EXPECT_EQ(text, written);
 }
 
 TEST_F(BlockReadingTest, CancellationEndsTheWaiting)
 {
     readPipe();
     loopUntilIdle();
-    g_cancellable_cancel(cancellation_.get());
-    ASSERT_TRUE(loopUntil([this] { return ends_ > 0; }));
+    g_cancellable_cancel(cancellation.get());
+    ASSERT_TRUE(loopUntil([this] { return ends > 0; }));
     loopUntilIdle();
-    EXPECT_EQ(ends_, 1);
+    EXPECT_EQ(ends, 1);
 }
 
 TEST_F(BlockReadingTest, NothingComesBehindTheBlockThatCancelled)
 {
-    enough_ = 1;
+    enough = 1;
     const std::string text(300'000, 'x');
     readText(text);
-    ASSERT_TRUE(loopUntil([this] { return ends_ == 1; }));
-    EXPECT_LT(text_.size(), text.size());
+    ASSERT_TRUE(loopUntil([this] { return ends == 1; }));
+    EXPECT_LT(text.size(), text.size());
 }
 
 TEST_F(BlockReadingTest, TheReceiverIsGoneBehindTheEnd)
 {
     readPipe();
-    EXPECT_EQ(lives_.use_count(), 2);
+    EXPECT_EQ(lives.use_count(), 2);
     closeWriter();
-    ASSERT_TRUE(loopUntil([this] { return ends_ == 1; }));
-    EXPECT_EQ(lives_.use_count(), 1);
+    ASSERT_TRUE(loopUntil([this] { return ends == 1; }));
+    EXPECT_EQ(lives.use_count(), 1);
 }
 
 } // namespace

@@ -16,12 +16,12 @@ namespace {
 
 class Drawing : public quelm::Refreshable {
 public:
-    explicit Drawing(std::string& journal, std::string text) : log(journal), name(std::move(text)) {}
-    void refresh() override { log += name + ";"; }
+    explicit Drawing(std::string& journal, std::string text) : log_(journal), name_(std::move(text)) {}
+    void refresh() override { log_ += name_ + ";"; }
 
 private:
-    std::string& log;
-    std::string name;
+    std::string& log_;
+    std::string name_;
 };
 
 class UserTurns : public testing::Test {

@@ -87,7 +87,7 @@ public:
     int serializeFaxCoverSheet(AbstractPDLWriter* writer);
 
 private:
-    std::string parameters;
+    std::string parameters_;
 };
 
 namespace {
@@ -207,7 +207,7 @@ COMPONENT_EXPORT int InitializeFaxComponent()
 
 bool Tarvik40Fax::setFaxParameter(char* key, void* value)
 {
-    parameters += std::string(key) + "=" + static_cast<char*>(value) + ";";
+    parameters_ += std::string(key) + "=" + static_cast<char*>(value) + ";";
     return true;
 }
 
@@ -223,7 +223,7 @@ int Tarvik40Fax::CheckFaxInfo() { return 1; }
 
 int Tarvik40Fax::serializeFaxJob(AbstractPDLWriter* writer)
 {
-    return writer->writeText(("job " + parameters).c_str()) ? 1 : 0;
+    return writer->writeText(("job " + parameters_).c_str()) ? 1 : 0;
 }
 
 int Tarvik40Fax::serializeFaxCoverSheet(AbstractPDLWriter* writer)
