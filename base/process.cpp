@@ -28,7 +28,7 @@ using std::chrono::milliseconds;
 
 [[noreturn]] void cannotRun(const std::string& program, const std::string& reason)
 {
-    throw Error(localized("The program \"%s\" cannot be run: %s", program, reason));
+    throw Error(localized("the program \"%s\" cannot be run: %s", program, reason));
 }
 
 struct Pipe {
@@ -81,7 +81,7 @@ public:
             id_ = -1;
             if (error == ENOENT)
                 throw Error(
-                    localized("The program \"%s\" is not installed; install it and try again", program));
+                    localized("the program \"%s\" is not installed; install it and try again", program));
             cannotRun(program, systemReason(error));
         }
     }
@@ -173,7 +173,7 @@ void startAtLine(std::string& errors)
 ProcessResult runProcess(const ProcessRequest& request)
 {
     if (request.arguments.empty() || request.arguments.front().empty())
-        throw Error(localized("No program was named to run"));
+        throw Error(localized("no program was named to run"));
     const std::string& program = request.arguments.front();
     const FileHandle input = openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
                                       O_RDONLY, forTranslation("\"%s\" cannot be read: %s"));
@@ -199,16 +199,16 @@ ProcessResult runProcess(const ProcessRequest& request)
     for (milliseconds pause(1);; pause = std::min(pause * 2, milliseconds(50))) {
         const bool ended = child.ended(result.exitStatus);
         if (!drain(outputPipe.readEnd, result.output, request.outputLimit, false))
-            throw Error(localized("The program \"%s\" was ended: it wrote more than %d bytes", program,
+            throw Error(localized("the program \"%s\" was ended: it wrote more than %d bytes", program,
                                   request.outputLimit));
         drain(errorPipe.readEnd, result.errors, mostErrorBytes, true);
         if (ended)
             break;
         if (request.stop.stop_requested())
-            throw Error(localized("The program \"%s\" was stopped", program));
+            throw Error(localized("the program \"%s\" was stopped", program));
         if (Clock::now() >= deadline)
             throw Error(
-                localized("The program \"%s\" was ended: it ran longer than %d ms; try a smaller document",
+                localized("the program \"%s\" was ended: it ran longer than %d ms; try a smaller document",
                           program, request.timeLimit.count()));
         const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
         waitForPipes(outputPipe.readEnd, errorPipe.readEnd, std::clamp(left, milliseconds(0), pause));

@@ -57,7 +57,7 @@ bool attempt(Action action) noexcept
         try {
             return action();
         } catch (const std::exception& error) {
-            Report().failed(quelm::localized("The directory cannot be asked (%s); try again", error.what()));
+            Report().failed(quelm::localized("the directory cannot be asked (%s); try again", error.what()));
             return false;
         }
     });

@@ -43,7 +43,7 @@ bool guarded(Operation operation) noexcept
 
 [[noreturn]] void failWithoutFile()
 {
-    throw Error(localized("No phonebook is open: choose a file and open it first"));
+    throw Error(localized("no phonebook is open: choose a file and open it first"));
 }
 
 } // namespace
@@ -82,7 +82,7 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
         const bool writes = mode != nullptr && std::strcmp(mode, "r+") == 0;
         if (path == nullptr || (!reads && !writes))
             throw quelm::Error(
-                quelm::localized("A phonebook is opened by its file name and with the mode \"r\" or \"r+\""));
+                quelm::localized("a phonebook is opened by its file name and with the mode \"r\" or \"r+\""));
         // Remembered for `createDatabase`, which is asked next.
         impl->missing = FileObject::doesPathExist(path) ? "" : path;
         using Access = quelm::RecordStore::Access;
@@ -97,7 +97,7 @@ bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
     return quelm::guarded([&] {
         impl->slot->store.reset();
         if (path == nullptr)
-            throw quelm::Error(quelm::localized("A phonebook is created under a file name; name a file"));
+            throw quelm::Error(quelm::localized("a phonebook is created under a file name; name a file"));
         using Store = quelm::RecordStore;
         constexpr int neverOverwrite = 2;
         const bool empties = flags != neverOverwrite && FileObject::doesPathExist(path);
@@ -141,7 +141,7 @@ bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* record)
     return quelm::guarded([&] {
         if (record == nullptr || record->key == nullptr || record->data == nullptr)
             throw quelm::Error(
-                quelm::localized("A phonebook takes records with a key and a text; nothing was saved"));
+                quelm::localized("a phonebook takes records with a key and a text; nothing was saved"));
         impl->store().save({record->key, record->data});
         return true;
     });

@@ -1,5 +1,6 @@
 // The command `directory`: searches the device's directory through the component.
 #include "base/file_io.h"
+#include "base/log.h"
 #include "base/terminal/columns.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
@@ -9,7 +10,6 @@
 
 #include <unistd.h>
 
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -37,8 +37,7 @@ void runDirectoryCommand(const CommandLine& line)
     const auto people = DirectoryDialog(driver).search(line.directoryPrefix);
     driver.releaseFailures();
     if (people.empty())
-        std::cerr << "quelm-driver: "
-                  << localized("nobody in the directory has a surname that begins like this") << std::endl;
+        writeUnderProgramName(localized("nobody in the directory has a surname that begins like this"));
     writeAll(STDOUT_FILENO, asColumns(people), "standard output");
 }
 

@@ -12,8 +12,6 @@
 
 #include <unistd.h>
 
-#include <iostream>
-
 namespace quelm {
 namespace {
 
@@ -48,7 +46,7 @@ void import(const PhonebookPlace& place, const PhonebookRequest& request)
         report = importFile(place, request.file, options);
     }
     for (const auto& refusal : refusalLines(report))
-        std::cerr << "quelm-driver: " << refusal << "\n" << std::flush;
+        writeUnderProgramName(refusal);
     if (!report.written)
         throw Error(importFailure(report));
     print({importSummary(report), report.strayMembers});

@@ -29,7 +29,7 @@ namespace {
 [[noreturn]] void fail(const std::string& file, const std::string& problem)
 {
     // Translators: %s is the file's name, and what is wrong with it: "has no value at ...".
-    throw Error(localized("The configuration file \"%s\" %s", file, problem));
+    throw Error(localized("the configuration file \"%s\" %s", file, problem));
 }
 
 struct Freer {

@@ -15,17 +15,17 @@ std::string troubleOf(const NetworkAddress& device, const HostAnswer& answer)
 {
     switch (answer.kind) {
     case HostAnswer::Kind::unknown:
-        return localized("The device %s is not known to the name service; check its name", toText(device));
+        return localized("the device %s is not known to the name service; check its name", toText(device));
     case HostAnswer::Kind::unavailable:
-        return localized("The device %s cannot be looked up: the name service does not answer; try again "
+        return localized("the device %s cannot be looked up: the name service does not answer; try again "
                          "later, or give its IP address",
                          toText(device));
     case HostAnswer::Kind::late:
-        return localized("The device %s cannot be looked up: the name service does not answer in time; "
+        return localized("the device %s cannot be looked up: the name service does not answer in time; "
                          "try again later, or give its IP address",
                          toText(device));
     default:
-        return localized("The device %s cannot be looked up: %s; give its IP address", toText(device),
+        return localized("the device %s cannot be looked up: %s; give its IP address", toText(device),
                          answer.reason);
     }
 }

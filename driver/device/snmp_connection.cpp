@@ -120,7 +120,7 @@ void makeKey(const netsnmp_session& session, const std::string& method, const st
     if (session.securityAuthProto == nullptr ||
         generate_Ku(session.securityAuthProto, static_cast<u_int>(session.securityAuthProtoLen), text,
                     passphrase.size(), key, &size) != SNMPERR_SUCCESS)
-        throw Error(localized("The device cannot be asked with %s, which this system does not have; choose "
+        throw Error(localized("the device cannot be asked with %s, which this system does not have; choose "
                               "another method",
                               method));
 }

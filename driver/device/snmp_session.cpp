@@ -69,10 +69,10 @@ std::string SnmpSession::silence() const
 {
     const std::string seconds = inSeconds(settings_.timeout);
     if (settings_.version == SnmpVersion::v3)
-        return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
+        return localized("the device %s did not answer over SNMP within %s s; check its address, that it is "
                          "switched on, and the user's passphrases",
                          toText(address_), seconds);
-    return localized("The device %s did not answer over SNMP within %s s; check its address, that it is "
+    return localized("the device %s did not answer over SNMP within %s s; check its address, that it is "
                      "switched on, and the community",
                      toText(address_), seconds);
 }
@@ -80,10 +80,10 @@ std::string SnmpSession::silence() const
 std::string SnmpSession::refusal(long systemError) const
 {
     if (systemError == ECONNREFUSED)
-        return localized("The device %s does not serve SNMP on that port; switch SNMP on at the device, or "
+        return localized("the device %s does not serve SNMP on that port; switch SNMP on at the device, or "
                          "check the port",
                          toText(address_));
-    return localized("The device %s cannot be reached: %s; check its address and the network",
+    return localized("the device %s cannot be reached: %s; check its address and the network",
                      toText(address_), systemReason(static_cast<int>(systemError)));
 }
 
@@ -93,23 +93,23 @@ std::string SnmpSession::userTrouble(long report) const
     const std::string& user = settings_.user.name;
     switch (report) {
     case UserReport::unknownUser:
-        return localized("The device %s does not know the SNMP user \"%s\"; check the user's name", device,
+        return localized("the device %s does not know the SNMP user \"%s\"; check the user's name", device,
                          user);
     case UserReport::wrongPassphrase:
-        return localized("The device %s refuses the SNMP user \"%s\"; check authentication and "
+        return localized("the device %s refuses the SNMP user \"%s\"; check authentication and "
                          "authentication-passphrase",
                          device, user);
     case UserReport::undecryptable:
-        return localized("The device %s cannot decrypt what the SNMP user \"%s\" asks; check privacy and "
+        return localized("the device %s cannot decrypt what the SNMP user \"%s\" asks; check privacy and "
                          "privacy-passphrase",
                          device, user);
     case UserReport::unsupportedSecurity:
         return localized(
-            "The device %s does not offer that authentication or privacy to the SNMP user \"%s\"; "
+            "the device %s does not offer that authentication or privacy to the SNMP user \"%s\"; "
             "check authentication and privacy",
             device, user);
     default:
-        return localized("The device %s refuses the SNMP user \"%s\"; check user, authentication and privacy",
+        return localized("the device %s refuses the SNMP user \"%s\"; check user, authentication and privacy",
                          device, user);
     }
 }
@@ -118,10 +118,10 @@ std::string SnmpSession::troubleWith(const SnmpReply& reply, const ObjectIdentif
 {
     switch (reply.kind) {
     case SnmpReply::Kind::error:
-        return localized("The device %s does not tell the object %s: %s; check its access rights",
+        return localized("the device %s does not tell the object %s: %s; check its access rights",
                          toText(address_), dotted(object), snmp_errstring(static_cast<int>(reply.number)));
     case SnmpReply::Kind::rubbish:
-        return localized("The device %s does not answer what it was asked; check that it is a device that "
+        return localized("the device %s does not answer what it was asked; check that it is a device that "
                          "serves SNMP",
                          toText(address_));
     case SnmpReply::Kind::report:

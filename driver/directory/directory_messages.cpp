@@ -19,24 +19,24 @@ std::string searchProblem(const std::string& server, const DirectoryOutcome& out
     switch (outcome.code) {
     case ldap_code::timeout:
         return localized(
-            "The directory server %s did not answer a search within %s; search for a longer name, "
+            "the directory server %s did not answer a search within %s; search for a longer name, "
             "or raise the search timeout",
             server, durationText(settings.searchTimeout));
     case ldap_code::timeLimitExceeded:
         return localized(
-            "The directory server %s gave up a search that took too long; search for a longer name", server);
+            "the directory server %s gave up a search that took too long; search for a longer name", server);
     case ldap_code::serverDown:
-        return localized("The directory server %s ended the connection during a search; search again",
+        return localized("the directory server %s ended the connection during a search; search again",
                          server);
     case ldap_code::filterError:
-        return localized("The directory server %s was not asked: %s is no search filter; search for a name",
+        return localized("the directory server %s was not asked: %s is no search filter; search for a name",
                          server, directoryText(query.filter));
     case ldap_code::noSuchObject:
-        return localized("The directory server %s has no entry \"%s\" to search below; check the search root "
+        return localized("the directory server %s has no entry \"%s\" to search below; check the search root "
                          "that the device gives",
                          server, directoryText(query.base));
     default:
-        return localized("The directory server %s refused the search for %s (%s); ask its administrator",
+        return localized("the directory server %s refused the search for %s (%s); ask its administrator",
                          server, directoryText(query.filter), outcome.message);
     }
 }
@@ -53,7 +53,7 @@ std::string notFound(const std::string& server, const HostAnswer& answer)
 {
     if (answer.kind == HostAnswer::Kind::unavailable || answer.kind == HostAnswer::Kind::late)
         return nameServiceSilent(server);
-    return localized("The directory server %s cannot be found (%s); check the address that the device gives",
+    return localized("the directory server %s cannot be found (%s); check the address that the device gives",
                      server, answer.reason);
 }
 
@@ -64,11 +64,11 @@ std::string notReached(const std::string& server, const ConnectResult& result)
     const int error = result.errors.back();
     if (error == ECONNREFUSED)
         return localized(
-            "The directory server %s refuses connections; check that it runs, and the address that "
+            "the directory server %s refuses connections; check that it runs, and the address that "
             "the device gives",
             server);
     return localized(
-        "The directory server %s cannot be reached (%s); check the network, and the address that "
+        "the directory server %s cannot be reached (%s); check the network, and the address that "
         "the device gives",
         server, systemReason(error));
 }
@@ -76,7 +76,7 @@ std::string notReached(const std::string& server, const ConnectResult& result)
 std::string nameServiceSilent(const std::string& server)
 {
     return localized(
-        "The directory server %s cannot be found, because the name service does not answer; check "
+        "the directory server %s cannot be found, because the name service does not answer; check "
         "the network",
         server);
 }
@@ -84,7 +84,7 @@ std::string nameServiceSilent(const std::string& server)
 std::string timedOut(const std::string& server)
 {
     return localized(
-        "The directory server %s did not answer in time; check that it runs, and the address that "
+        "the directory server %s did not answer in time; check that it runs, and the address that "
         "the device gives",
         server);
 }
@@ -92,13 +92,13 @@ std::string timedOut(const std::string& server)
 std::string noLibrary(const std::string& server, const std::string& reason)
 {
     return localized(
-        "The directory server %s cannot be talked to (%s); check the address that the device gives", server,
+        "the directory server %s cannot be talked to (%s); check the address that the device gives", server,
         reason);
 }
 
 std::string tlsRefused(const std::string& server, const std::string& reason)
 {
-    return localized("The directory server %s does not start TLS (%s); give it a certificate, or do without "
+    return localized("the directory server %s does not start TLS (%s); give it a certificate, or do without "
                      "StartTLS",
                      server, reason);
 }
@@ -106,32 +106,32 @@ std::string tlsRefused(const std::string& server, const std::string& reason)
 std::string tlsTimedOut(const std::string& server)
 {
     return localized(
-        "The directory server %s did not answer in time while TLS was set up; check that it speaks "
+        "the directory server %s did not answer in time while TLS was set up; check that it speaks "
         "TLS there",
         server);
 }
 
 std::string authoritiesUnreadable(const std::string& file)
 {
-    return localized("The file of certificate authorities \"%s\" cannot be read; check its name and rights",
+    return localized("the file of certificate authorities \"%s\" cannot be read; check its name and rights",
                      file);
 }
 
 std::string authoritiesUseless(const std::string& file)
 {
     return localized(
-        "The file of certificate authorities \"%s\" cannot be used; it must hold certificates (PEM)", file);
+        "the file of certificate authorities \"%s\" cannot be used; it must hold certificates (PEM)", file);
 }
 
 std::string notTrusted(const std::string& server, const std::string& authorities)
 {
     if (authorities.empty())
         return localized(
-            "The directory server %s is not trusted; check that it speaks TLS there, and that its "
+            "the directory server %s is not trusted; check that it speaks TLS there, and that its "
             "certificate is valid, is for this name and comes from an authority that this system "
             "trusts",
             server);
-    return localized("The directory server %s is not trusted; check that it speaks TLS there, and that its "
+    return localized("the directory server %s is not trusted; check that it speaks TLS there, and that its "
                      "certificate is valid, is for this name and comes from an authority in \"%s\"",
                      server, authorities);
 }
@@ -141,16 +141,16 @@ std::string bindFailed(const std::string& server, const DirectoryOutcome& outcom
     if (outcome.code == ldap_code::timeout)
         return timedOut(server);
     if (outcome.code >= ldap_code::firstOfTheClient)
-        return localized("The directory server %s ended the connection; check that it is a directory server",
+        return localized("the directory server %s ended the connection; check that it is a directory server",
                          server);
-    return localized("The directory server %s refuses to be used without a login (%s); let it be searched "
+    return localized("the directory server %s refuses to be used without a login (%s); let it be searched "
                      "anonymously",
                      server, outcome.message);
 }
 
 std::string noSearch(const DirectoryQuery& query)
 {
-    return localized("The directory was not asked: \"%s\" within scope %d is no search; search for a name",
+    return localized("the directory was not asked: \"%s\" within scope %d is no search; search for a name",
                      directoryText(query.filter), query.scope);
 }
 
@@ -167,9 +167,9 @@ std::string searchFailed(const std::string& server, const DirectoryOutcome& outc
 std::string serversLimit(const std::string& server, std::size_t count)
 {
     return localizedCount(
-        "The directory server %s gives no more than one result; search for a longer name to "
+        "the directory server %s gives no more than one result; search for a longer name to "
         "see the others",
-        "The directory server %s gives no more than %d results; search for a longer name to "
+        "the directory server %s gives no more than %d results; search for a longer name to "
         "see the others",
         count, server, count);
 }

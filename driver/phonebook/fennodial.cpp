@@ -1,9 +1,9 @@
 // The program fennodial, which the fax dialog starts to open a phonebook.
 #include "base/error.h"
+#include "base/log.h"
 #include "base/program_end.h"
 #include "base/terminal/terminal_emulator.h"
 #include "base/terminal/terminal_window.h"
-#include "base/texts.h"
 #include "base/translation.h"
 #include "base/version.h"
 #include "driver/phonebook/actions.h"
@@ -67,7 +67,7 @@ void open(const quelm::PhonebookPlace& place)
     const auto list = quelm::listPhonebook(place, false);
     std::cout << list.done << std::flush;
     for (const auto& warning : list.warnings)
-        std::cerr << "fennodial: " << quelm::localized("warning: %s", quelm::oneLine(warning)) << std::endl;
+        quelm::log(quelm::Severity::warning, warning);
     if (!std::cout)
         throw quelm::Error(
             quelm::localized("standard output: the list cannot be written; make room, or read all of it"));

@@ -26,7 +26,7 @@ void makeFolders(const std::string& file)
     const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
     for (const auto& folder : {databases, phonebooks, user})
         if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0)
-            throw Error(localized("The folder %s cannot be made; check its permissions", folder));
+            throw Error(localized("the folder %s cannot be made; check its permissions", folder));
 }
 
 } // namespace

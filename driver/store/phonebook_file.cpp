@@ -103,13 +103,13 @@ const char* failureOf(Action action)
 {
     switch (action) {
     case Action::open:
-        return forTranslation("The phonebook \"%s\" cannot be opened: %s");
+        return forTranslation("the phonebook \"%s\" cannot be opened: %s");
     case Action::save:
-        return forTranslation("The phonebook \"%s\" cannot be saved: %s");
+        return forTranslation("the phonebook \"%s\" cannot be saved: %s");
     case Action::create:
         break;
     }
-    return forTranslation("The phonebook \"%s\" cannot be created: %s");
+    return forTranslation("the phonebook \"%s\" cannot be created: %s");
 }
 
 } // namespace

@@ -102,7 +102,7 @@ TEST_F(Process, OutputBeyondTheLimitEndsTheProgram)
 {
     auto request = shell("echo $$ > " + (folder / "id") + "; exec cat /dev/zero");
     request.outputLimit = 100000;
-    EXPECT_EQ(problemWith(request), "The program \"sh\" was ended: it wrote more than 100000 bytes");
+    EXPECT_EQ(problemWith(request), "the program \"sh\" was ended: it wrote more than 100000 bytes");
     EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
     EXPECT_EQ(errno, ESRCH);
 }
@@ -172,11 +172,11 @@ TEST_F(Process, ProgramThatIsNotInstalledIsNamed)
     quelm::ProcessRequest request;
     request.arguments = {"no-such-program-of-ours", "x"};
     EXPECT_EQ(problemWith(request),
-              "The program \"no-such-program-of-ours\" is not installed; install it and try again");
+              "the program \"no-such-program-of-ours\" is not installed; install it and try again");
     request.arguments = {writeFile(folder / "plain", "no program")};
     EXPECT_TRUE(mentions(problemWith(request), "cannot be run: permission denied"));
     request.arguments = {};
-    EXPECT_EQ(problemWith(request), "No program was named to run");
+    EXPECT_EQ(problemWith(request), "no program was named to run");
 }
 
 TEST_F(Process, FilesThatCannotBeOpenedAreNamed)

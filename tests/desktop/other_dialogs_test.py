@@ -195,7 +195,7 @@ class OtherDialogs(Journey):
     def test_why_a_phonebook_cannot_be_opened_is_told_in_the_dialog(self):
         self.fax.turn_to("LanFax Preferences Tab")
         self.fax.press("Open Shared PB Button")
-        self.eventually(lambda: "no shared phonebook is chosen" in self.told(self.fax), lambda: self.told(self.fax))
+        self.eventually(lambda: "No shared phonebook is chosen" in self.told(self.fax), lambda: self.told(self.fax))
 
     def test_a_group_is_saved_only_when_it_is_accepted(self):
         self.add_ann()

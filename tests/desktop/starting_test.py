@@ -20,13 +20,18 @@ class Starting(Journey):
         """What was said on standard error."""
         return desktop.errors().splitlines()
 
+    @staticmethod
+    def small(line):
+        """A line of the window as it stands behind the program's name."""
+        return line[0].lower() + line[1:]
+
     def test_options_that_cannot_be_read_are_told(self):
         self.options.write_text("garbage")
         desktop = self.start_with_letter()
         told = self.message_of(desktop)
         self.assertEqual(len(told), 1)
         self.assertIn(str(self.options), told[0])
-        self.assertEqual(self.lines(desktop), [f"quelm-desktop: {told[0]}"])
+        self.assertEqual(self.lines(desktop), [f"quelm-desktop: {self.small(told[0])}"])
         self.assertEqual(desktop.quit(), 0)
         self.assertEqual(self.options.read_text(), "garbage")
 
@@ -42,7 +47,7 @@ class Starting(Journey):
         self.assertIn(str(document), told[0])
         self.assertIn("1000", told[1])
         self.assertIn(str(choices), told[2])
-        self.assertEqual(self.lines(desktop), [f"quelm-desktop: warning: {line}" for line in told[1:]])
+        self.assertEqual(self.lines(desktop), [f"quelm-desktop: warning: {self.small(line)}" for line in told[1:]])
         self.assertEqual(desktop.quit(), 0)
 
 

@@ -94,7 +94,7 @@ TEST_F(DeviceInfoJourney, TheSettingsAreShownAlthoughTheDirectoryIsNotThere)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, settingsWith(noServer));
     EXPECT_THAT(result.errors,
-                HasSubstr(std::string("quelm-driver: warning: The directory server ") + noServer));
+                HasSubstr(std::string("quelm-driver: warning: the directory server ") + noServer));
 }
 
 TEST_F(DeviceInfoJourney, WhatTheDeviceDoesNotHaveIsEmpty)
@@ -147,7 +147,7 @@ TEST_F(DeviceInfoJourney, ASilentDeviceIsToldOnceAndCostsOneTimeout)
     const auto before = Clock::now();
     const auto result = driver({"--config", config, "--device-snmp", device.address(), "device", "info"});
     EXPECT_LT(Clock::now() - before, 2500ms);
-    expectFailure(result, 1, "The device " + device.address() + " did not answer over SNMP within 1 s");
+    expectFailure(result, 1, "the device " + device.address() + " did not answer over SNMP within 1 s");
 }
 
 TEST_F(DeviceInfoJourney, ADeviceThatIsNotThereIsNotWaitedFor)
@@ -158,7 +158,7 @@ TEST_F(DeviceInfoJourney, ADeviceThatIsNotThereIsNotWaitedFor)
         address = gone.address();
     }
     const auto before = Clock::now();
-    expectFailure(info(address), 1, "The device " + address + " does not serve SNMP on that port");
+    expectFailure(info(address), 1, "the device " + address + " does not serve SNMP on that port");
     EXPECT_LT(Clock::now() - before, 2500ms);
 }
 
@@ -182,7 +182,7 @@ TEST_F(DeviceInfoJourney, AJobIsWrittenAlthoughTheDeviceIsSilent)
                                 "attributes", "--to", "Ann=5551234"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr("5551234"));
-    EXPECT_THAT(result.errors, HasSubstr("warning: The device " + device.address() + " did not answer"));
+    EXPECT_THAT(result.errors, HasSubstr("warning: the device " + device.address() + " did not answer"));
 }
 
 TEST_F(DeviceInfoJourney, MoreInfoOpensTheDialogWithTheDevicesSettings)

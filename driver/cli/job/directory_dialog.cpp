@@ -112,7 +112,7 @@ void DirectoryDialog::add(const DirectoryPerson& person)
     const auto rows = driver_.rows(pickList);
     if (rows.size() != before + 1 || rows.back().at(0) != person.name)
         throw Error(
-            localized("The phonebook dialog did not pick %s; nothing is written.", oneLine(person.name)));
+            localized("the phonebook dialog did not pick %s; nothing is written", oneLine(person.name)));
 }
 
 void DirectoryDialog::confirm() { driver_.press(widget_names::lanFaxRcptPbOkButton); }

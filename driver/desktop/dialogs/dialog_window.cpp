@@ -148,7 +148,7 @@ void DialogWindow::askForHelp()
 
 void DialogWindow::showTrouble(const std::string& message)
 {
-    troubleText_.set_text(drawable(message));
+    troubleText_.set_text(shownMessage(message));
     trouble_.show();
 }
 

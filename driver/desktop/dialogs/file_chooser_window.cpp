@@ -140,7 +140,7 @@ void FileChooserWindow::respond(int response)
 
 void FileChooserWindow::showTrouble(const std::string& message)
 {
-    trouble_.set_text(drawable(message));
+    trouble_.set_text(shownMessage(message));
     trouble_.show();
 }
 

@@ -173,7 +173,7 @@ void HelpWindow::load(const std::string& topic)
     const std::string file = helpFile(folder_, topic, userLanguages());
     try {
         if (file.empty())
-            throw Error(localized("There is no help on \"%s\".", topic));
+            throw Error(localized("there is no help on \"%s\"", topic));
         page_ = parseHelpPage(readTextFile(file, largestPage));
     } catch (const Error& error) {
         page_ = {{HelpBlock::Kind::paragraph, {{oneLine(error.what()), false}}, {}, {}}};

@@ -111,7 +111,7 @@ void DocumentPanel::showCaption()
 
 void DocumentPanel::showTrouble(const std::string& trouble)
 {
-    trouble_.set_text(oneLine(drawable(trouble)));
+    trouble_.set_text(shownMessage(trouble));
     trouble_.set_visible(!trouble.empty());
 }
 

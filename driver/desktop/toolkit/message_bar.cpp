@@ -1,7 +1,6 @@
 // Shows and hides the lines.
 #include "driver/desktop/toolkit/message_bar.h"
 
-#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
@@ -46,7 +45,7 @@ void MessageBar::tellBeside(Gtk::MessageType type, const std::string& line)
     // The toolkit's types are in the order of their weight.
     const auto lighter =
         std::ranges::find_if(lines_, [type](const Line& other) { return other.type < type; });
-    lines_.insert(lighter, {type, oneLine(drawable(line))});
+    lines_.insert(lighter, {type, shownMessage(line)});
     std::string text;
     for (const auto& shown : lines_)
         text += (text.empty() ? "" : "\n") + shown.text;

@@ -1,6 +1,7 @@
 // Translates and cleans texts for the screen.
 #include "driver/desktop/toolkit/shown_text.h"
 
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/widgets/widget_names.h"
 
@@ -66,6 +67,19 @@ std::string drawable(std::string_view text)
         return std::string(text);
     const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text.data(), size), g_free);
     return valid.get();
+}
+
+std::string shownMessage(std::string_view message)
+{
+    std::string line = oneLine(drawable(message));
+    const char* end = line.c_str();
+    while (g_unichar_isalpha(g_utf8_get_char(end)) != FALSE)
+        end = g_utf8_next_char(end);
+    if (end == line.c_str() || *end != ' ')
+        return line;
+    std::array<char, 8> capital{};
+    const int size = g_unichar_to_utf8(g_unichar_toupper(g_utf8_get_char(line.c_str())), capital.data());
+    return std::string(capital.data(), static_cast<std::size_t>(size)) + g_utf8_next_char(line.c_str());
 }
 
 std::string withPlainLineEnds(std::string_view text)

@@ -13,6 +13,11 @@ namespace quelm {
 /// may hold anything.
 std::string drawable(std::string_view text);
 
+/// A message as a window shows it: drawable, on one line, and with a capital where it begins with a word.
+/// Messages begin with a small letter, as they stand behind a program's name elsewhere; what a file is called
+/// stays.
+std::string shownMessage(std::string_view message);
+
 /// `text` with every kind of line end ("\r\n", "\r") as "\n".
 std::string withPlainLineEnds(std::string_view text);
 

@@ -244,7 +244,7 @@ TEST_F(DeviceSessionTest, AllSettingsOfASilentDeviceCostOneTimeoutAndOneWarning)
     EXPECT_EQ(device.received(), quelm::DeviceSettings().retries + 1);
     ASSERT_EQ(log.messages.size(), 1U);
     EXPECT_EQ(log.severities[0], quelm::Severity::warning);
-    EXPECT_THAT(log.messages[0], HasSubstr("The device " + device.address() + " did not answer"));
+    EXPECT_THAT(log.messages[0], HasSubstr("the device " + device.address() + " did not answer"));
     EXPECT_EQ(lastFailure(), log.messages[0]);
 }
 
@@ -262,7 +262,7 @@ TEST_F(DeviceSessionTest, ADeviceThatIsSilentAboutOneObjectTellsTheOthers)
         EXPECT_EQ(object(description), "Quelm Fax 7");
     });
     ASSERT_EQ(log.messages.size(), 1U);
-    EXPECT_THAT(log.messages[0], HasSubstr("The device " + device.address() + " did not answer"));
+    EXPECT_THAT(log.messages[0], HasSubstr("the device " + device.address() + " did not answer"));
 }
 
 TEST_F(DeviceSessionTest, ADeviceThatIsSilentTwiceInARowIsNotAskedAgain)

@@ -299,7 +299,7 @@ TEST_F(DirectoryClientTest, AServersLowerLimitIsNoFailureButSaidInTheLog)
     EXPECT_EQ(read().size(), 7U);
     EXPECT_EQ(trouble(), "");
     EXPECT_EQ(log.messages,
-              (Names{"The directory server " + server->address() +
+              (Names{"the directory server " + server->address() +
                      " gives no more than 7 results; search for a longer name to see the others"}));
 }
 
@@ -353,7 +353,7 @@ TEST_F(DirectoryClientTest, ASearchRootThatDoesNotExistIsAFailureAndNoEmptyResul
     setBase("dc=elsewhere");
     EXPECT_FALSE(search());
     EXPECT_EQ(code(), 32);
-    EXPECT_EQ(trouble(), "The directory server " + server->address() +
+    EXPECT_EQ(trouble(), "the directory server " + server->address() +
                              " has no entry \"dc=elsewhere\" to search below; check the search root that the "
                              "device gives");
     setBase("this is no name");

@@ -166,7 +166,7 @@ TEST_F(RecordDatabaseTest, ErrorOfAFileInTheWaySaysWhatIsWrongWithIt)
     EXPECT_FALSE(host::openDatabase(other, path, "r+"));
     EXPECT_FALSE(host::createDatabase(other, path, 2));
     const std::string line = lastFailure();
-    EXPECT_EQ(line, "The phonebook \"" + path +
+    EXPECT_EQ(line, "the phonebook \"" + path +
                         "\" cannot be opened: the file is no phonebook; move it away or choose another file");
     EXPECT_EQ(contentOf(path), "no phonebook at all");
 }
@@ -182,7 +182,7 @@ TEST_F(RecordDatabaseTest, WithoutAFileEveryOperationFailsAndNothingBreaks)
     EXPECT_FALSE(none.getNumberOfRecords(number));
     EXPECT_EQ(number, 7);
     EXPECT_FALSE(save(none, "uAnne", "1"));
-    EXPECT_TRUE(mentions(lastFailure(), "No phonebook is open"));
+    EXPECT_TRUE(mentions(lastFailure(), "no phonebook is open"));
     EXPECT_EQ(iterator.getNextRecord(true), nullptr);
     EXPECT_EQ(iterator.getNextRecord(false), nullptr);
     EXPECT_EQ(iterator.getRecordN(1), nullptr);

@@ -73,7 +73,7 @@ protected:
 private:
     static std::string withoutFile(const std::string& line, const std::string& path)
     {
-        const std::string start = "The configuration file \"" + path + "\" ";
+        const std::string start = "the configuration file \"" + path + "\" ";
         EXPECT_EQ(line.find(start), 0U) << line;
         EXPECT_EQ(line.find('\n'), std::string::npos) << line;
         return line.substr(start.size());

@@ -45,7 +45,7 @@ TEST(DeviceAddressTest, WithoutTimeANameIsNotWaitedFor)
     const auto past = std::chrono::steady_clock::now() - std::chrono::seconds(1);
     EXPECT_NE(quelm::test::failureLine([&] {
                   quelm::findDevice(address, past);
-              }).find("The device " + toText(address)),
+              }).find("the device " + toText(address)),
               std::string::npos);
 }
 
@@ -57,21 +57,21 @@ TEST(DeviceAddressTest, ANameServiceThatIsSilentIsWaitedForUntilTheDeadline)
         return quelm::test::failureLine([&] { quelm::findDevice(deviceAt(host), deadline); });
     };
     EXPECT_EQ(line("silent.test", start + std::chrono::milliseconds(100)),
-              "The device silent.test:161 cannot be looked up: the name service does not answer in time; try "
+              "the device silent.test:161 cannot be looked up: the name service does not answer in time; try "
               "again later, or give its IP address");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(line("later.test", soon()),
-              "The device later.test:161 cannot be looked up: the name service does not answer; try again "
+              "the device later.test:161 cannot be looked up: the name service does not answer; try again "
               "later, or give its IP address");
     EXPECT_EQ(line("broken.test", soon()),
-              "The device broken.test:161 cannot be looked up: Too many open files; give its IP address");
+              "the device broken.test:161 cannot be looked up: Too many open files; give its IP address");
 }
 
 TEST(DeviceAddressTest, AnUnknownNameIsToldToBeUnknown)
 {
     const auto address = deviceAt(std::string(64, 'a') + ".invalid");
     EXPECT_EQ(quelm::test::failureLine([&] { quelm::findDevice(address, soon()); }),
-              "The device " + toText(address) + " is not known to the name service; check its name");
+              "the device " + toText(address) + " is not known to the name service; check its name");
 }
 
 } // namespace

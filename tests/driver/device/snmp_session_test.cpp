@@ -145,7 +145,7 @@ TEST_F(SnmpSessionTest, AWrongCommunityIsSilence)
     const SnmpdServer server(device);
     const SnmpAnswer answer = ask(impatientFor(server.address()));
     EXPECT_EQ(answer.kind, Kind::deviceFailed);
-    EXPECT_EQ(answer.trouble, "The device " + server.address() +
+    EXPECT_EQ(answer.trouble, "the device " + server.address() +
                                   " did not answer over SNMP within 0.3 s; check its address, that it is "
                                   "switched on, and the community");
 }
@@ -188,7 +188,7 @@ TEST_F(SnmpSessionTest, ARefusedPortIsNoticedAtOnce)
     const SnmpAnswer answer = ask(settingsFor(address));
     EXPECT_LT(Clock::now() - before, 4s);
     EXPECT_EQ(answer.kind, Kind::deviceFailed);
-    EXPECT_EQ(answer.trouble, "The device " + address +
+    EXPECT_EQ(answer.trouble, "the device " + address +
                                   " does not serve SNMP on that port; switch SNMP on at the device, or check "
                                   "the port");
 }
@@ -200,7 +200,7 @@ TEST_F(SnmpSessionTest, AnUnknownHostIsNoticedAtOnce)
     const SnmpAnswer answer = ask(settingsFor(name));
     EXPECT_LT(Clock::now() - before, 4s);
     EXPECT_EQ(answer.kind, Kind::deviceFailed);
-    EXPECT_EQ(answer.trouble, "The device " + name + ":161 is not known to the name service; check its name");
+    EXPECT_EQ(answer.trouble, "the device " + name + ":161 is not known to the name service; check its name");
 }
 
 TEST_F(SnmpSessionTest, AnAddressThatIsNoneIsRefusedFromTheStart)
@@ -261,7 +261,7 @@ TEST_F(SnmpSessionTest, AnErrorStatusIsToldWithItsObject)
     const UdpDevice device(replies::answering({.errorStatus = generalError}));
     const SnmpAnswer answer = ask(settingsFor(device.address()));
     EXPECT_EQ(answer.kind, Kind::objectRefused);
-    EXPECT_THAT(answer.trouble, HasSubstr("The device " + device.address() +
+    EXPECT_THAT(answer.trouble, HasSubstr("the device " + device.address() +
                                           " does not tell the object 1.3.6.1.2.1.1.1.0: (genError)"));
 }
 

@@ -34,7 +34,7 @@ TEST(DirectoryNameTest, AnUnknownNameIsNoServer)
 {
     const auto [code, line] = refusalOf("unknown.test");
     EXPECT_EQ(code, quelm::ldap_code::serverDown);
-    EXPECT_EQ(line.find("The directory server unknown.test:389 cannot be found ("), 0U) << line;
+    EXPECT_EQ(line.find("the directory server unknown.test:389 cannot be found ("), 0U) << line;
 }
 
 TEST(DirectoryNameTest, ANameServiceThatDoesNotAnswerIsALackOfTime)
@@ -43,7 +43,7 @@ TEST(DirectoryNameTest, ANameServiceThatDoesNotAnswerIsALackOfTime)
     for (const std::string host : {"later.test", "silent.test"}) {
         const auto [code, line] = refusalOf(host, milliseconds(200));
         EXPECT_EQ(code, quelm::ldap_code::timeout);
-        EXPECT_EQ(line, "The directory server " + host +
+        EXPECT_EQ(line, "the directory server " + host +
                             ":389 cannot be found, because the name service does not answer; check the "
                             "network");
     }
@@ -76,7 +76,7 @@ protected:
         const std::string address = where + ":" + std::to_string(server->tlsPort());
         settings.startTls = false;
         EXPECT_FALSE(open("ldaps://" + address));
-        EXPECT_EQ(trouble().find("The directory server " + address + " is not trusted"), 0U) << trouble();
+        EXPECT_EQ(trouble().find("the directory server " + address + " is not trusted"), 0U) << trouble();
         EXPECT_NE(trouble().find(reason), std::string::npos) << trouble();
         EXPECT_FALSE(search());
         EXPECT_EQ(code(), 91);
@@ -168,7 +168,7 @@ TEST_F(DirectoryTlsTest, AServerWithoutStartTlsIsGivenUp)
     settings.startTls = true;
     EXPECT_FALSE(open(server->address()));
     EXPECT_EQ(trouble(),
-              "The directory server " + server->address() +
+              "the directory server " + server->address() +
                   " does not start TLS (unsupported extended operation); give it a certificate, or do "
                   "without StartTLS");
     EXPECT_FALSE(session.bindAnonymousSession());
@@ -182,7 +182,7 @@ TEST_F(DirectoryTlsTest, AFileThatHoldsNoAuthoritiesIsSaidToBeUseless)
     serveWell();
     settings.certificateAuthorities = folder / "missing.pem";
     EXPECT_FALSE(open(secureAddress()));
-    EXPECT_EQ(trouble(), "The file of certificate authorities \"" + (folder / "missing.pem") +
+    EXPECT_EQ(trouble(), "the file of certificate authorities \"" + (folder / "missing.pem") +
                              "\" cannot be read; check its name and rights");
     settings.certificateAuthorities = writeFile(folder / "rubbish.pem", "rubbish\n");
     EXPECT_FALSE(open(secureAddress()));

@@ -82,7 +82,7 @@ protected:
     }
 
     /// How a message about the server at this address starts.
-    static std::string named(const std::string& address) { return "The directory server " + address; }
+    static std::string named(const std::string& address) { return "the directory server " + address; }
 
     /// How long an action takes.
     template <class Action>

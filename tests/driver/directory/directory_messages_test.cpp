@@ -30,22 +30,22 @@ protected:
 TEST_F(SearchMessageTest, SaysWhatToDo)
 {
     EXPECT_EQ(lineFor(85),
-              "The directory server ldap.example:389 did not answer a search within 15 s; search for "
+              "the directory server ldap.example:389 did not answer a search within 15 s; search for "
               "a longer name, or raise the search timeout");
     EXPECT_EQ(lineFor(3),
-              "The directory server ldap.example:389 gave up a search that took too long; search for "
+              "the directory server ldap.example:389 gave up a search that took too long; search for "
               "a longer name");
     EXPECT_EQ(lineFor(81),
-              "The directory server ldap.example:389 ended the connection during a search; search "
+              "the directory server ldap.example:389 ended the connection during a search; search "
               "again");
     EXPECT_EQ(lineFor(87),
-              "The directory server ldap.example:389 was not asked: (sn=Smi*) is no search filter; "
+              "the directory server ldap.example:389 was not asked: (sn=Smi*) is no search filter; "
               "search for a name");
     EXPECT_EQ(lineFor(32),
-              "The directory server ldap.example:389 has no entry \"dc=example\" to search below; "
+              "the directory server ldap.example:389 has no entry \"dc=example\" to search below; "
               "check the search root that the device gives");
     EXPECT_EQ(lineFor(50),
-              "The directory server ldap.example:389 refused the search for (sn=Smi*) (words); ask "
+              "the directory server ldap.example:389 refused the search for (sn=Smi*) (words); ask "
               "its administrator");
 }
 
@@ -58,10 +58,10 @@ TEST_F(SearchMessageTest, TimesBelowASecondAreInMilliseconds)
 TEST_F(SearchMessageTest, SaysHowMuchIsShownOfAnUnfinishedSearch)
 {
     EXPECT_EQ(lineFor(81, 1),
-              "The directory server ldap.example:389 ended the connection during a search; search "
+              "the directory server ldap.example:389 ended the connection during a search; search "
               "again. Shown is the one result before that");
     EXPECT_EQ(lineFor(81, 2),
-              "The directory server ldap.example:389 ended the connection during a search; search "
+              "the directory server ldap.example:389 ended the connection during a search; search "
               "again. Shown are the 2 results before that");
 }
 
@@ -75,11 +75,11 @@ TEST(DirectoryMessagesTest, ANameThatIsNotFoundSaysWhy)
 {
     using Kind = HostAnswer::Kind;
     const auto lineFor = [](Kind kind) { return notFound(server, {kind, "reason", {}}); };
-    const std::string unknown = "The directory server ldap.example:389 cannot be found (reason); check the "
+    const std::string unknown = "the directory server ldap.example:389 cannot be found (reason); check the "
                                 "address that the device gives";
     EXPECT_EQ(lineFor(Kind::unknown), unknown);
     EXPECT_EQ(lineFor(Kind::failed), unknown);
-    const std::string silent = "The directory server ldap.example:389 cannot be found, because the name "
+    const std::string silent = "the directory server ldap.example:389 cannot be found, because the name "
                                "service does not answer; check the network";
     EXPECT_EQ(lineFor(Kind::unavailable), silent);
     EXPECT_EQ(lineFor(Kind::late), silent);
@@ -92,12 +92,12 @@ TEST(DirectoryMessagesTest, AConnectionThatFailsSaysWhy)
         return notReached(server, {kind, {}, std::move(errors)});
     };
     EXPECT_EQ(lineFor(Kind::failed, {ENETUNREACH, ECONNREFUSED}),
-              "The directory server ldap.example:389 refuses connections; check "
+              "the directory server ldap.example:389 refuses connections; check "
               "that it runs, and the address that the device gives");
-    EXPECT_EQ(lineFor(Kind::late, {}), "The directory server ldap.example:389 did not answer in time; "
+    EXPECT_EQ(lineFor(Kind::late, {}), "the directory server ldap.example:389 did not answer in time; "
                                        "check that it runs, and the address that the device gives");
     EXPECT_EQ(lineFor(Kind::failed, {ECONNREFUSED, ENETUNREACH}),
-              "The directory server ldap.example:389 cannot be reached "
+              "the directory server ldap.example:389 cannot be reached "
               "(Network is unreachable); check the network, and the address that the device "
               "gives");
 }
@@ -105,18 +105,18 @@ TEST(DirectoryMessagesTest, AConnectionThatFailsSaysWhy)
 TEST(DirectoryMessagesTest, ABindThatIsNotAnsweredIsNoRefusal)
 {
     EXPECT_EQ(bindFailed(server, {48, "words"}),
-              "The directory server ldap.example:389 refuses to be used without "
+              "the directory server ldap.example:389 refuses to be used without "
               "a login (words); let it be searched anonymously");
     EXPECT_EQ(bindFailed(server, {85, "words"}), timedOut(server));
     EXPECT_EQ(bindFailed(server, {81, "words"}),
-              "The directory server ldap.example:389 ended the connection; check "
+              "the directory server ldap.example:389 ended the connection; check "
               "that it is a directory server");
 }
 
 TEST(DirectoryMessagesTest, OneResultIsOne)
 {
     EXPECT_EQ(serversLimit(server, 1),
-              "The directory server ldap.example:389 gives no more than one result; search "
+              "the directory server ldap.example:389 gives no more than one result; search "
               "for a longer name to see the others");
 }
 

@@ -134,7 +134,7 @@ TEST_F(PdfConversionTest, WithoutGhostscriptTheLineSaysSo)
     const std::string name = pdf("a.pdf");
     EXPECT_EQ(errorLine([&] { Document::open(name, conversion); }),
               name +
-                  ": the PDF cannot be turned into PostScript: The program \"quelm-no-such-program\" is not "
+                  ": the PDF cannot be turned into PostScript: the program \"quelm-no-such-program\" is not "
                   "installed; install it and try again");
 }
 

@@ -199,7 +199,7 @@ TEST_F(FileChooserTest, AReasonThatIsNoUtf8IsShown)
     openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
     dialogs->act([] { throw quelm::Error("no J\xF6rg"); });
     loopUntilIdle();
-    EXPECT_EQ(message("SharedPBSelectFileDialog"), "no J\xEF\xBF\xBDrg");
+    EXPECT_EQ(message("SharedPBSelectFileDialog"), "No J\xEF\xBF\xBDrg");
 }
 
 TEST_F(FileChooserTest, CancellingOrClosingItChangesNothing)
@@ -222,5 +222,5 @@ TEST_F(FileChooserTest, ShowsWhyAChoiceIsRefused)
     dialogs->act([this] { driver().press("PersonalPBSelectFileDialog"); });
     loopUntilIdle();
     EXPECT_TRUE(isOpen("PersonalPBSelectFileDialog"));
-    EXPECT_NE(message("PersonalPBSelectFileDialog").find("no file is chosen"), std::string::npos);
+    EXPECT_NE(message("PersonalPBSelectFileDialog").find("No file is chosen"), std::string::npos);
 }

@@ -67,7 +67,7 @@ TEST_F(PhonebookOpeningTest, WithoutATerminalProgramTheDialogSaysSo)
 {
     pressAndWait("Open Personal PB Button");
     EXPECT_EQ(message("Lan Fax Window"),
-              "no terminal program is installed to open the phonebook in; install xterm, or run "
+              "No terminal program is installed to open the phonebook in; install xterm, or run "
               "fennodial at a terminal");
     EXPECT_EQ(started(), "");
     installTerminal();
@@ -79,7 +79,7 @@ TEST_F(PhonebookOpeningTest, WithoutASharedPhonebookTheDialogSaysSo)
 {
     installTerminal();
     pressAndWait("Open Shared PB Button");
-    EXPECT_EQ(message("Lan Fax Window"), "no shared phonebook is chosen; choose one with \"Select File...\"");
+    EXPECT_EQ(message("Lan Fax Window"), "No shared phonebook is chosen; choose one with \"Select File...\"");
     EXPECT_EQ(started(), "");
 }
 

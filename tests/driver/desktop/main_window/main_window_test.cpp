@@ -223,7 +223,7 @@ TEST_F(MainWindowTest, ADeviceIsToldApartFromAnAddressThatIsNone)
     enterText("Main Destination Device", "a b:c");
     EXPECT_THAT(sendAndRead(), HasSubstr("\"a b:c\" is no address"));
     enterText("Main Destination Device", "127.0.0.1:1");
-    EXPECT_THAT(sendAndRead(), HasSubstr("device 127.0.0.1:1"));
+    EXPECT_THAT(sendAndRead(), HasSubstr("Device 127.0.0.1:1"));
 }
 
 TEST_F(MainWindowTest, AFileIsReplacedOnlyAfterAQuestion)
@@ -273,7 +273,7 @@ TEST_F(MainWindowTest, AFailureAfterTheQuestionIsToldInOneLine)
         press("Main Replace Question Yes");
         ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
     }
-    EXPECT_THAT(shownText("Main Message"), HasSubstr("the job cannot be put together"));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("The job cannot be put together"));
     EXPECT_EQ(job(), "precious");
     enterText("Main Destination File", folder / "another.job");
     EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
@@ -452,22 +452,22 @@ TEST_F(MainWindowTest, MessagesBesideOneAnotherStandInLinesTheWorstFirst)
     EXPECT_EQ(typeOfBar(), GTK_MESSAGE_WARNING);
     window->tellBeside(Gtk::MESSAGE_ERROR, "an error");
     window->tellBeside(Gtk::MESSAGE_WARNING, "another\nwarning");
-    EXPECT_EQ(shownText("Main Message"), "an error\na warning\nanother warning");
+    EXPECT_EQ(shownText("Main Message"), "An error\nA warning\nAnother warning");
     EXPECT_EQ(typeOfBar(), GTK_MESSAGE_ERROR);
     window->tell(Gtk::MESSAGE_INFO, "all of it again");
-    EXPECT_EQ(shownText("Main Message"), "all of it again");
+    EXPECT_EQ(shownText("Main Message"), "All of it again");
     EXPECT_EQ(typeOfBar(), GTK_MESSAGE_INFO);
     press("Main Message Close Button");
     window->tellBeside(Gtk::MESSAGE_WARNING, "a warning");
-    EXPECT_EQ(shownText("Main Message"), "a warning");
+    EXPECT_EQ(shownText("Main Message"), "A warning");
 }
 
 TEST_F(MainWindowTest, WhatWasToldWhileADocumentIsOpenedStaysBesideItsTrouble)
 {
     window->openDocument(writeFile(folder / "letter.txt", "Dear Ann\n"));
     window->tellBeside(Gtk::MESSAGE_WARNING, "a warning");
-    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "a warning"; }));
-    EXPECT_THAT(shownText("Main Message"), AllOf(HasSubstr("neither PostScript"), HasSubstr("\na warning")));
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "A warning"; }));
+    EXPECT_THAT(shownText("Main Message"), AllOf(HasSubstr("neither PostScript"), HasSubstr("\nA warning")));
 }
 
 // --- The window's height -----------------------------------------------------------------------------

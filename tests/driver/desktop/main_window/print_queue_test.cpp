@@ -70,7 +70,7 @@ TEST_F(MainWindowQueueTest, AnUnknownQueueIsToldBesideTheKnownOnesAndCanBePutRig
     start({{"fax", ""}});
     enterText("Main Destination Queue Name", "fox");
     EXPECT_EQ(sendAndRead(),
-              "queue fox: the print server " + cupsd->address() + " knows no such queue; it has fax");
+              "Queue fox: the print server " + cupsd->address() + " knows no such queue; it has fax");
     enterText("Main Destination Queue Name", "fax");
     EXPECT_THAT(sendAndRead(), HasSubstr("was handed over to queue fax, job 1."));
     EXPECT_EQ(cupsd->printed(1).content, expectedJob());
@@ -81,7 +81,7 @@ TEST_F(MainWindowQueueTest, AQueueThatTakesNoJobsIsOneLine)
     PrinterQueue refusing{"fax", ""};
     refusing.accepting = false;
     start({refusing});
-    EXPECT_EQ(sendAndRead(), "queue fax: takes no jobs at present; let it take them again with "
+    EXPECT_EQ(sendAndRead(), "Queue fax: takes no jobs at present; let it take them again with "
                              "cupsaccept, or choose another queue");
     EXPECT_FALSE(cupsd->wasPrinted(1));
 }
@@ -104,7 +104,7 @@ TEST_F(MainWindowQueueTest, WithoutAPrintServerTheReasonIsShown)
     EXPECT_THAT(shownText("Main Destination Hint"),
                 HasSubstr("the print server 127.0.0.1:1 cannot be reached"));
     enterText("Main Destination Queue Name", "fax");
-    EXPECT_THAT(sendAndRead(), HasSubstr("queue fax: the print server 127.0.0.1:1 cannot be reached"));
+    EXPECT_THAT(sendAndRead(), HasSubstr("Queue fax: the print server 127.0.0.1:1 cannot be reached"));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 namespace {
 
 using quelm::drawable;
+using quelm::shownMessage;
 using quelm::shownText;
 using quelm::withoutMnemonic;
 using quelm::withPlainLineEnds;
@@ -18,6 +19,22 @@ class ShownText : public HostTest {};
 TEST(Drawable, TextIsLeftAsItIs) { EXPECT_EQ(drawable("Jörg"), "Jörg"); }
 
 TEST(Drawable, BytesThatAreNoTextAreReplaced) { EXPECT_EQ(drawable("J\xF6rg"), "J\xEF\xBF\xBDrg"); }
+
+TEST(ShownMessage, BeginsWithACapitalWhereItBeginsWithAWord)
+{
+    EXPECT_EQ(shownMessage("the device did not answer"), "The device did not answer");
+    EXPECT_EQ(shownMessage("\u00fcber das Netz"), "\u00dcber das Netz");
+    EXPECT_EQ(shownMessage("The device"), "The device");
+}
+
+TEST(ShownMessage, LeavesNamesAsTheyAre)
+{
+    for (const char* message : {"letter.ps: cannot be read", "\"letter\" cannot be read",
+                                "letter: cannot be read", "/home/ann/letter.ps is empty", "", "word"})
+        EXPECT_EQ(shownMessage(message), message);
+}
+
+TEST(ShownMessage, IsOneDrawableLine) { EXPECT_EQ(shownMessage("a:\nb \xF6"), "a: b \xEF\xBF\xBD"); }
 
 TEST(LineEnds, OfEveryKindBecomeOne)
 {
