@@ -1,4 +1,5 @@
 # The commands of the house; `make help` lists them. Each is one script or one preset: nothing clever here.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 .DEFAULT_GOAL := help
 .PHONY: help demo check test build bench screenshots format tidy packages clean
 

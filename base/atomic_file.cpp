@@ -1,4 +1,5 @@
 // Temporary files that take their target's place when they are complete.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/atomic_file.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Writes files that appear whole or not at all.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_ATOMIC_FILE_H
 #define BASE_ATOMIC_FILE_H
 

@@ -1,4 +1,5 @@
 // Waits for a call that may block, and no longer than until a deadline.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_BOUNDED_CALL_H
 #define BASE_BOUNDED_CALL_H
 

@@ -1,4 +1,5 @@
 // Copies texts into buffers of a fixed size without cutting a character in two.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_BOUNDED_TEXT_H
 #define BASE_BOUNDED_TEXT_H
 

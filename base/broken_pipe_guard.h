@@ -1,4 +1,5 @@
 // Keeps a peer that went away from ending the process.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_BROKEN_PIPE_GUARD_H
 #define BASE_BROKEN_PIPE_GUARD_H
 

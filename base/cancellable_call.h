@@ -1,4 +1,5 @@
 // Calls what may block for long, and waits for it no longer than one wants to.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_CANCELLABLE_CALL_H
 #define BASE_CANCELLABLE_CALL_H
 

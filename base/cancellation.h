@@ -1,4 +1,5 @@
 // How the one who waits ends work that takes long.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_CANCELLATION_H
 #define BASE_CANCELLATION_H
 

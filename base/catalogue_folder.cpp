@@ -1,4 +1,5 @@
 // Finds the folder of catalogues.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/catalogue_folder.h"
 
 #include "base/environment.h"

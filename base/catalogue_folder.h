@@ -1,4 +1,5 @@
 // Where the programs' catalogues of translations lie.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_CATALOGUE_FOLDER_H
 #define BASE_CATALOGUE_FOLDER_H
 

@@ -1,4 +1,5 @@
 // Reads the clock, or stands for it when it was fixed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/clock.h"
 
 #include "base/error.h"

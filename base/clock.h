@@ -1,4 +1,5 @@
 // The driver's clock, which can be fixed so that a job can be written again byte for byte.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_CLOCK_H
 #define BASE_CLOCK_H
 

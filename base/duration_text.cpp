@@ -1,4 +1,5 @@
 // Whole seconds as such, all else in milliseconds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/duration_text.h"
 
 #include "base/translation.h"

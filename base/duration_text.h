@@ -1,4 +1,5 @@
 // How long something is waited for, in words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_DURATION_TEXT_H
 #define BASE_DURATION_TEXT_H
 

@@ -1,4 +1,5 @@
 // Asks the system about the running program and its environment.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/environment.h"
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
 // What the process is told from outside: where its program lies, variables, a display.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_ENVIRONMENT_H
 #define BASE_ENVIRONMENT_H
 

@@ -1,4 +1,5 @@
 // The driver's error: one line for the user.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_ERROR_H
 #define BASE_ERROR_H
 

@@ -1,4 +1,5 @@
 // Closes file descriptors.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/file_handle.h"
 
 #include <unistd.h>

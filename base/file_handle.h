@@ -1,4 +1,5 @@
 // The owner of a file descriptor.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_FILE_HANDLE_H
 #define BASE_FILE_HANDLE_H
 

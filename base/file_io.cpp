@@ -1,4 +1,5 @@
 // File descriptors of the print path: owned, written whole, and failing with a line instead of a signal.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/file_io.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Files of the print path: written and read whole, failing with a line instead of a signal.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_FILE_IO_H
 #define BASE_FILE_IO_H
 

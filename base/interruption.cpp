@@ -1,4 +1,5 @@
 // Notes signals.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/interruption.h"
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // Lets long work end in order when the user presses Ctrl-C.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_INTERRUPTION_H
 #define BASE_INTERRUPTION_H
 

@@ -1,4 +1,5 @@
 // Writes the log, and all that a program says under its name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/log.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // A program's log: what goes wrong without ending an action.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_LOG_H
 #define BASE_LOG_H
 

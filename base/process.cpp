@@ -1,4 +1,5 @@
 // Spawns a program, feeds and drains its pipes, and sees to it that it ends.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/process.h"
 
 #include "base/error.h"

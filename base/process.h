@@ -1,4 +1,5 @@
 // Runs another program to its end, without a shell and within bounds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_PROCESS_H
 #define BASE_PROCESS_H
 

@@ -1,4 +1,5 @@
 // Turns what a program threw into its line and its exit status.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/program_end.h"
 
 #include "base/catalogue_folder.h"

@@ -1,4 +1,5 @@
 // How a program of the driver ends: one line on standard error, and an exit status.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_PROGRAM_END_H
 #define BASE_PROGRAM_END_H
 

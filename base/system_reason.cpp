@@ -1,4 +1,5 @@
 // Words error numbers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/system_reason.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // What the system says of an error number.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_SYSTEM_REASON_H
 #define BASE_SYSTEM_REASON_H
 

@@ -1,4 +1,5 @@
 // Looks at texts byte by byte; GLib knows UTF-8.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/texts.h"
 
 #include <glib.h>

@@ -1,4 +1,5 @@
 // What programs ask of texts, and do to them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TEXTS_H
 #define BASE_TEXTS_H
 

@@ -1,4 +1,5 @@
 // Looks texts up in the gettext catalogues of the driver's text domain.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/translation.h"
 
 #include "base/bounded_text.h"

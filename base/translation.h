@@ -1,4 +1,5 @@
 // Translates the texts of the component and of the driver through the message catalogues.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TRANSLATION_H
 #define BASE_TRANSLATION_H
 

@@ -1,4 +1,5 @@
 // The version of the programs, as the project has it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_VERSION_H
 #define BASE_VERSION_H
 

@@ -1,4 +1,5 @@
 // Reads until the end, or until there is too much.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/whole_file.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Reading files whole, within a bound.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_WHOLE_FILE_H
 #define BASE_WHOLE_FILE_H
 

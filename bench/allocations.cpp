@@ -1,4 +1,5 @@
 // Replaces the program's allocation functions with ones that count.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/allocations.h"
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
 // Counts what the program allocates.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_ALLOCATIONS_H
 #define BENCH_ALLOCATIONS_H
 

@@ -1,4 +1,5 @@
 // Reads the thread's clock and reports medians.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 
 #include <algorithm>

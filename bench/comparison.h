@@ -1,4 +1,5 @@
 // Measures a piece of work beside its yardstick, turn by turn, and reports the ratio.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_COMPARISON_H
 #define BENCH_COMPARISON_H
 

@@ -1,4 +1,5 @@
 // Decoding records that grow: the time for a byte stays the same. The yardstick copies the same bytes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/samples.h"
 #include "phonebook/record_format.h"

@@ -1,4 +1,5 @@
 // Decoding phonebook records, beside libebook-contacts parsing vCards of the same entries.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/samples.h"
 #include "phonebook/record_format.h"

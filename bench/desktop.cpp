@@ -1,4 +1,5 @@
 // Starts the toolkit and drivers, and waits for the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/desktop.h"
 
 #include "bench/comparison.h"

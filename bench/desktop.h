@@ -1,4 +1,5 @@
 // The driver on a screen: its dialogs in windows, ready for what a person does.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_DESKTOP_H
 #define BENCH_DESKTOP_H
 

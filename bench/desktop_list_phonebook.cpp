@@ -1,4 +1,5 @@
 // Listing a large phonebook in its dialog on the screen, beside filling the widget tree alone.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/desktop_phonebook_dialog.h"
 #include "bench/samples.h"

@@ -1,4 +1,5 @@
 // Opening the fax dialog, beside a window with the same controls and nothing behind them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/desktop.h"
 #include "bench/desktop_plain_window.h"

@@ -1,4 +1,5 @@
 // Opens and uses the phonebook dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/desktop_phonebook_dialog.h"
 
 #include "bench/comparison.h"

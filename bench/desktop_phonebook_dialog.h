@@ -1,4 +1,5 @@
 // The dialog in which a person picks recipients from the phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_DESKTOP_PHONEBOOK_DIALOG_H
 #define BENCH_DESKTOP_PHONEBOOK_DIALOG_H
 

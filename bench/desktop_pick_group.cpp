@@ -1,4 +1,5 @@
 // Picking a group on the screen, beside the widget tree alone and beside a list that follows every call.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/desktop_phonebook_dialog.h"
 #include "bench/samples.h"

@@ -1,4 +1,5 @@
 // Builds the plain window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/desktop_plain_window.h"
 
 #include "driver/desktop/dialogs/control.h"

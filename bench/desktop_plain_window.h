@@ -1,4 +1,5 @@
 // A dialog's controls as a program would show them that has nothing but the toolkit.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_DESKTOP_PLAIN_WINDOW_H
 #define BENCH_DESKTOP_PLAIN_WINDOW_H
 

@@ -1,4 +1,5 @@
 // The driver's core as the host, in a temporary installation.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/host.h"
 #include "driver/boundary/host_state.h"

@@ -1,4 +1,5 @@
 // Looking for a recipient that is not there, beside comparing the bytes of the same keys.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/allocations.h"
 #include "bench/comparison.h"
 #include "bench/samples.h"

@@ -1,4 +1,5 @@
 // The host that a benchmark program brings along for the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_HOST_H
 #define BENCH_HOST_H
 

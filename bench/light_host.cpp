@@ -1,4 +1,5 @@
 // A host that does next to nothing, so that what is measured is the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/host.h"
 #include "frame/startup.h"

@@ -1,4 +1,5 @@
 // Listing a large phonebook from its SQLite file into the driver's widget tree, beside SQLite alone.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/sqlite/sqlite.h"
 #include "bench/comparison.h"
 #include "bench/phonebooks.h"

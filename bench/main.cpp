@@ -1,4 +1,5 @@
 // Starts this program's host and runs the benchmarks that were asked for.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/host.h"
 
 #include <benchmark/benchmark.h>

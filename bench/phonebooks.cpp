@@ -1,4 +1,5 @@
 // Changes the personal phonebook from one scenario to the next.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/phonebooks.h"
 
 #include "bench/comparison.h"

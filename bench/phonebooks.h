@@ -1,4 +1,5 @@
 // The personal phonebooks that the benchmarks work with.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_PHONEBOOKS_H
 #define BENCH_PHONEBOOKS_H
 

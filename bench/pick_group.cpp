@@ -1,4 +1,5 @@
 // Picking a group whose members are shown one after the other, beside showing them alone.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/phonebooks.h"
 #include "bench/samples.h"

@@ -1,4 +1,5 @@
 // Showing the job's recipients in their list, beside a host that is handed the same rows directly.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/samples.h"
 #include "common/module_state.h"

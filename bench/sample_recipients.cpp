@@ -1,4 +1,5 @@
 // Makes recipients of the entries; apart from the other forms, which need nothing of the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/samples.h"
 
 namespace bench {

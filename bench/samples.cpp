@@ -1,4 +1,5 @@
 // Makes the entries and writes them in their forms.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/samples.h"
 
 #include <array>

@@ -1,4 +1,5 @@
 // The entries that the benchmarks work on: as recipients, as phonebook records and as vCards.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BENCH_SAMPLES_H
 #define BENCH_SAMPLES_H
 

@@ -1,4 +1,5 @@
 // Writing a job's attributes into memory, beside copying the same bytes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
 #include "bench/samples.h"
 #include "host/fax_session.h"

@@ -2,6 +2,7 @@
 #
 # A suite is one test of ctest, in a process of its own: starting a sanitized process takes longer than most tests
 # do. How many tests each suite had stands in the folder test-results/ of the build.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 cmake_policy(PUSH)
 cmake_policy(SET CMP0057 NEW) # IN_LIST
 function(add_suites)

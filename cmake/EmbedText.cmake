@@ -6,6 +6,7 @@
 # SOURCE (relative to the calling file's folder) becomes `const char SYMBOL[SIZE + 1]`, NUL-terminated, as
 # HEADER declares it. The build stops when the text has not exactly SIZE bytes: hosts rely on the sizes.
 # Without XML the text is taken byte for byte; with XML the rules of EmbedTextStep.cmake make it one line.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include_guard(GLOBAL)
 
 set(EMBED_TEXT_STEP "${CMAKE_CURRENT_LIST_DIR}/EmbedTextStep.cmake" CACHE INTERNAL "")

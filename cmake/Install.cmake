@@ -5,6 +5,7 @@
 #   <libdir>/cmake/BramblecorLanFax  find_package(BramblecorLanFax): what a host is written against
 #
 # The programs are installed by InstallDriver.cmake. Two install components: "Runtime" is what users need, "Development" what writers of hosts need.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include(CMakePackageConfigHelpers)
 
 set(header_dir "${CMAKE_INSTALL_INCLUDEDIR}/bramblecor-lan-fax")

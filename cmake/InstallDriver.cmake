@@ -4,6 +4,7 @@
 #   bin/                        a link to each program
 #   <state>/lib/quelm/phonebook the phonebooks of all users, in a folder that everybody may write to and where
 #                               nobody can remove another's (as /tmp); the home folder's db leads there
+# SPDX-License-Identifier: LGPL-2.1-or-later
 set(programs "")
 foreach(program quelm-driver quelm-desktop fennodial)
   if(TARGET ${program})

@@ -5,6 +5,7 @@
 # at hand and BRAMBLECOR_FETCH_SOURCES allows that; nothing else here asks the network.
 # The target `message_catalogue` holds the objects: gettext and its kin, which call libintl's own
 # functions and never the C library's, and libiconv, which libintl converts catalogues with.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 
 if(DEFINED ENV{XDG_CACHE_HOME})
   set(default_download_dir "$ENV{XDG_CACHE_HOME}/bramblecor-lan-fax")

@@ -1,4 +1,5 @@
 # Language level, warnings, visibility and sanitizers shared by everything that we compile.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)

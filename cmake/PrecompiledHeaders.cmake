@@ -10,6 +10,7 @@
 #
 # Without BRAMBLECOR_PRECOMPILED_HEADERS nothing happens, and each source includes itself what it uses: the release
 # build would show one that does not.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include_guard(GLOBAL)
 
 # What starts with a precompiled header can be kept by ccache only when it sees which: GCC's preprocessor has to name it,

@@ -11,6 +11,7 @@
 #
 # With OBJECTS the room is a set of objects, which a program that links it takes whole: its functions are looked up by
 # name once the component is loaded. A room without sources has headers only.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include_guard(GLOBAL)
 
 function(add_room folder)

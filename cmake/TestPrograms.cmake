@@ -12,6 +12,7 @@
 # DEPENDS names targets that the tests use while they run. LABEL gives all tests another label than `fast`,
 # PRECOMPILED another set of headers than `tests`. A room whose tests are no such program has a target of that form
 # of name all the same, which builds what they need: tools/check asks for it.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include_guard(GLOBAL)
 
 set(WITH_DISPLAY "${PROJECT_SOURCE_DIR}/tests/driver/desktop/with-display")

@@ -5,6 +5,7 @@
 # The header is made in the build tree, before anything is compiled that the room's target or one that links it holds,
 # and is included by the name that HEADER says. WidgetNamesStep.cmake says what the constants are called. The target
 # `generated_headers` makes the headers of all rooms and nothing else.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include_guard(GLOBAL)
 
 set(WIDGET_NAMES_STEP "${CMAKE_CURRENT_LIST_DIR}/WidgetNamesStep.cmake" CACHE INTERNAL "")

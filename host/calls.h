@@ -1,4 +1,5 @@
 // Const-correct, typed calls over the host boundary.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_CALLS_H
 #define HOST_CALLS_H
 

@@ -1,4 +1,5 @@
 // What a host finds in the component once it has loaded it: the names to look up, and their types.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_COMPONENT_H
 #define HOST_COMPONENT_H
 

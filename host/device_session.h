@@ -1,4 +1,5 @@
 // The host's query session with the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_DEVICE_SESSION_H
 #define HOST_DEVICE_SESSION_H
 

@@ -1,4 +1,5 @@
 // The host's component director: builds the dialogs and publishes the component's objects.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_DIRECTOR_H
 #define HOST_DIRECTOR_H
 

@@ -1,4 +1,5 @@
 // The host's directory client: one LDAP session and the entries that it finds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_DIRECTORY_CLIENT_H
 #define HOST_DIRECTORY_CLIENT_H
 

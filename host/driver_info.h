@@ -1,4 +1,5 @@
 // What the host knows about its installation, its user, its language and its clock.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_DRIVER_INFO_H
 #define HOST_DRIVER_INFO_H
 

@@ -1,4 +1,5 @@
 // The slot in which the component publishes its one fax job to the host.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_FAX_SESSION_H
 #define HOST_FAX_SESSION_H
 

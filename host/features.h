@@ -1,4 +1,5 @@
 // The host's driver features: the option values that it keeps for the dialogs' widgets.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_FEATURES_H
 #define HOST_FEATURES_H
 

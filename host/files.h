@@ -1,4 +1,5 @@
 // The host's file helpers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_FILES_H
 #define HOST_FILES_H
 

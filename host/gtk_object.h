@@ -1,4 +1,5 @@
 // The host's widget object: a handle on a widget, a factory of list rows, a file chooser.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_GTK_OBJECT_H
 #define HOST_GTK_OBJECT_H
 

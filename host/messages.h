@@ -1,4 +1,5 @@
 // The host's questions to the user, and plain text out of marked-up text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_MESSAGES_H
 #define HOST_MESSAGES_H
 

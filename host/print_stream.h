@@ -1,4 +1,5 @@
 // The host's print-stream writer, through which a fax job reaches the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_PRINT_STREAM_H
 #define HOST_PRINT_STREAM_H
 

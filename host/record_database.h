@@ -1,4 +1,5 @@
 // The host's record database, in whose files phonebooks are kept.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_RECORD_DATABASE_H
 #define HOST_RECORD_DATABASE_H
 

@@ -1,4 +1,5 @@
 // The host's text helpers: checks of what a user typed, token lists, formatted copies.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_TEXTS_H
 #define HOST_TEXTS_H
 

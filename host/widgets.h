@@ -1,4 +1,5 @@
 // The host's widgets by name: looking them up, and reading and setting their properties.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef HOST_WIDGETS_H
 #define HOST_WIDGETS_H
 

@@ -2,6 +2,7 @@
 # Draws the pictures below icon/ from their sources: GIF files for the dialogs, by the names that their
 # definition gives, and the program's icon. The results are committed, so that a build needs neither tool.
 # Needs rsvg-convert (librsvg2-bin) and ImageMagick's convert. Usage: icon/draw.sh [FOLDER]
+# SPDX-License-Identifier: LGPL-2.1-or-later
 set -eu
 
 here=$(cd "$(dirname "$0")" && pwd)

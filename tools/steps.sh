@@ -1,5 +1,6 @@
 # The steps of tools/run-tests and tools/check: sourced in the project's root, never run. What a step printed is shown
 # when it failed; all of it stays in the folder `logs`, which the caller names.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source tools/tally.sh
 
 # Takes a step's name for a file: log_of NAME. A name that holds many rooms is cut, and marked by its sum.

@@ -1,4 +1,5 @@
 # Counts tests for tools/run-tests: sourced, never run.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 passed=0
 failed=0
 counted=

@@ -1,4 +1,5 @@
 // Tries address after address.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/connector.h"
 
 #include <poll.h>

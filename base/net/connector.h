@@ -1,4 +1,5 @@
 // TCP connections that stand within bounds, or not at all.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_NET_CONNECTOR_H
 #define BASE_NET_CONNECTOR_H
 

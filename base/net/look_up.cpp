@@ -1,4 +1,5 @@
 // Copies what getaddrinfo answers, and waits for it no longer than is wanted.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/look_up.h"
 
 #include "base/cancellable_call.h"

@@ -1,4 +1,5 @@
 // From a host's name to its addresses, within bounds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_NET_LOOK_UP_H
 #define BASE_NET_LOOK_UP_H
 

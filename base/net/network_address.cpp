@@ -1,4 +1,5 @@
 // Addresses of devices as users write them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/network_address.h"
 
 #include "base/error.h"

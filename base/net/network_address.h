@@ -1,4 +1,5 @@
 // Addresses of devices as users write them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_NET_NETWORK_ADDRESS_H
 #define BASE_NET_NETWORK_ADDRESS_H
 

@@ -1,4 +1,5 @@
 // Writes addresses in digits.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/socket_address.h"
 
 #include <netdb.h>

@@ -1,4 +1,5 @@
 // One address of a host as the system takes it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_NET_SOCKET_ADDRESS_H
 #define BASE_NET_SOCKET_ADDRESS_H
 

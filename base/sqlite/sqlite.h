@@ -1,4 +1,5 @@
 // SQLite handles that close themselves, and its failures as exceptions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_SQLITE_SQLITE_H
 #define BASE_SQLITE_SQLITE_H
 

@@ -1,4 +1,5 @@
 // Pads texts by the width of their characters.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/columns.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Rows of texts for a terminal.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TERMINAL_COLUMNS_H
 #define BASE_TERMINAL_COLUMNS_H
 

@@ -1,4 +1,5 @@
 // The progress line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/progress_line.h"
 
 #include "base/translation.h"

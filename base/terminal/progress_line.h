@@ -1,4 +1,5 @@
 // One line on the terminal that says how far long work has come.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TERMINAL_PROGRESS_LINE_H
 #define BASE_TERMINAL_PROGRESS_LINE_H
 

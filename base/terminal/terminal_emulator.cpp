@@ -1,4 +1,5 @@
 // Finds a terminal emulator, and whether one is needed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/terminal_emulator.h"
 
 #include "base/environment.h"

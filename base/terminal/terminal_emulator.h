@@ -1,4 +1,5 @@
 // The terminal emulator that the phonebook program opens a phonebook in.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TERMINAL_TERMINAL_EMULATOR_H
 #define BASE_TERMINAL_TERMINAL_EMULATOR_H
 

@@ -1,4 +1,5 @@
 // Starts a terminal emulator.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/terminal_window.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // A window for a program that needs a terminal and was started from a desktop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TERMINAL_TERMINAL_WINDOW_H
 #define BASE_TERMINAL_TERMINAL_WINDOW_H
 

@@ -1,4 +1,5 @@
 // The words for yes and no, in English and in the user's language.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/yes_no.h"
 
 #include "base/translation.h"

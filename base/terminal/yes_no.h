@@ -1,4 +1,5 @@
 // What a person typed in answer to a question that ends in "[y/n]".
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef BASE_TERMINAL_YES_NO_H
 #define BASE_TERMINAL_YES_NO_H
 

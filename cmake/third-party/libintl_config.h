@@ -1,4 +1,5 @@
 /* What libintl's sources ask of the system they are compiled for: GNU/Linux with glibc 2.34 or newer. */
+/* SPDX-License-Identifier: LGPL-2.1-or-later */
 #ifndef _FILE_OFFSET_BITS
 #    define _FILE_OFFSET_BITS 64
 #endif

@@ -1,4 +1,5 @@
 // Translation of the component's messages through the host.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/messages.h"
 
 #include "common/module_state.h"

@@ -1,4 +1,5 @@
 // Texts shown to the user, offered to the host for translation first.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef COMMON_MESSAGES_H
 #define COMMON_MESSAGES_H
 

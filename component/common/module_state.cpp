@@ -1,4 +1,5 @@
 // Module state that several subsystems share.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/module_state.h"
 
 GTKObject* recipientListWidget = nullptr;

@@ -1,4 +1,5 @@
 // Module state that several subsystems share: handles of list widgets, and the message buffer.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef COMMON_MODULE_STATE_H
 #define COMMON_MODULE_STATE_H
 

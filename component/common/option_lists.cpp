@@ -1,4 +1,5 @@
 // The feature groups as the host's token lists.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/option_lists.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // The groups of host features that dialogs reset, snapshot and restore, and the operations on them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef COMMON_OPTION_LISTS_H
 #define COMMON_OPTION_LISTS_H
 

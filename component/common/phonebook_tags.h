@@ -1,4 +1,5 @@
 // The field tags of phonebook records, an exported object of the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef COMMON_PHONEBOOK_TAGS_H
 #define COMMON_PHONEBOOK_TAGS_H
 

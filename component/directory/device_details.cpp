@@ -1,4 +1,5 @@
 // Shows the directory settings that the device reports.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/device_details.h"
 
 #include "common/widget_names.h"

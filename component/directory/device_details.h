@@ -1,4 +1,5 @@
 // "LDAP Info Dialog": the directory settings that the device reports.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DIRECTORY_DEVICE_DETAILS_H
 #define DIRECTORY_DEVICE_DETAILS_H
 

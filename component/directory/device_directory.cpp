@@ -1,4 +1,5 @@
 // Reads the directory's address from the device and connects to it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/device_directory.h"
 
 #include "common/module_state.h"

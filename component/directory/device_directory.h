@@ -1,4 +1,5 @@
 // The directory that the device is configured with.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DIRECTORY_DEVICE_DIRECTORY_H
 #define DIRECTORY_DEVICE_DIRECTORY_H
 

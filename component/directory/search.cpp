@@ -1,4 +1,5 @@
 // The directory search and its results.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/search.h"
 
 #include "common/module_state.h"

@@ -1,4 +1,5 @@
 // Searching the device's directory for recipients.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DIRECTORY_SEARCH_H
 #define DIRECTORY_SEARCH_H
 

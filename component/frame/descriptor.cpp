@@ -1,4 +1,5 @@
 // The descriptor objects.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/descriptor.h"
 
 #include "frame/dialog_definition.h"

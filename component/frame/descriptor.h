@@ -1,4 +1,5 @@
 // The descriptor objects by which a host recognises the component; one more is in common/phonebook_tags.h.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef FRAME_DESCRIPTOR_H
 #define FRAME_DESCRIPTOR_H
 

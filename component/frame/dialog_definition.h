@@ -1,4 +1,5 @@
 // The dialog definition: every window of the component, as the text that the host builds them from.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef FRAME_DIALOG_DEFINITION_H
 #define FRAME_DIALOG_DEFINITION_H
 

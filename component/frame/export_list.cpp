@@ -1,4 +1,5 @@
 // The export list.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/export_list.h"
 
 const char exportList[] = ",InitializeFaxComponent"

@@ -1,4 +1,5 @@
 # The plug-in as it leaves the house: the component's objects, libintl and libiconv in one library.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include("${PROJECT_SOURCE_DIR}/cmake/MessageCatalogue.cmake")
 
 add_library(BramblecorLanFax SHARED

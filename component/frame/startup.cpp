@@ -1,4 +1,5 @@
 // Start-up: dialogs, list widgets, fax job, personal phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/startup.h"
 
 #include "common/module_state.h"

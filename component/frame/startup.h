@@ -1,4 +1,5 @@
 // The component's entry point.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef FRAME_STARTUP_H
 #define FRAME_STARTUP_H
 

@@ -1,4 +1,5 @@
 // The fax job's parameters and its three recipient lists.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/fax_job.h"
 
 #include "common/widget_names.h"

@@ -1,4 +1,5 @@
 // The one fax job: recipients, cover sheet settings, dialing settings, print-stream mode.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_FAX_JOB_H
 #define MODEL_FAX_JOB_H
 

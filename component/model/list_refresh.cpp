@@ -1,4 +1,5 @@
 // Shows a recipient list in its widget.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/list_refresh.h"
 
 #include "common/module_state.h"

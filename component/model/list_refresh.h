@@ -1,4 +1,5 @@
 // The factory of the rows that a list refresh creates.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_LIST_REFRESH_H
 #define MODEL_LIST_REFRESH_H
 

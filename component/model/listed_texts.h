@@ -1,4 +1,5 @@
 // The texts that lists show of a recipient.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_LISTED_TEXTS_H
 #define MODEL_LISTED_TEXTS_H
 

@@ -1,4 +1,5 @@
 // The recipient's fields behind their keys.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/recipient.h"
 
 #include "host/calls.h"

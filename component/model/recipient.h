@@ -1,4 +1,5 @@
 // One fax destination: a single recipient, or a group kept in a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_RECIPIENT_H
 #define MODEL_RECIPIENT_H
 

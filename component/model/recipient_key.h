@@ -1,4 +1,5 @@
 // The recipient key by which duplicates are recognised.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_RECIPIENT_KEY_H
 #define MODEL_RECIPIENT_KEY_H
 

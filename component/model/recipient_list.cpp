@@ -1,4 +1,5 @@
 // The recipient list: insertion order, one cursor, and who destroys what.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/recipient_list.h"
 
 #include "model/recipient.h"

@@ -1,4 +1,5 @@
 // An ordered list of recipients with one shared walking cursor.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef MODEL_RECIPIENT_LIST_H
 #define MODEL_RECIPIENT_LIST_H
 

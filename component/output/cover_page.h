@@ -1,4 +1,5 @@
 // The cover page: the two PostScript texts that put one extra page ahead of a faxed document.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef OUTPUT_COVER_PAGE_H
 #define OUTPUT_COVER_PAGE_H
 

@@ -1,4 +1,5 @@
 // The cover page: which values it shows, and writing it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/calls.h"
 #include "host/print_stream.h"
 #include "model/fax_job.h"

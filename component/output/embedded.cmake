@@ -1,4 +1,5 @@
 # The two texts of the cover page become constant data of the component.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 include("${PROJECT_SOURCE_DIR}/cmake/EmbedText.cmake")
 
 embed_text(TARGET component_output SOURCE cover_page_header.txt SYMBOL coverPageHeaderText

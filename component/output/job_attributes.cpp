@@ -1,4 +1,5 @@
 // The attribute lines that make the device dial instead of print.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/print_stream.h"

@@ -1,4 +1,5 @@
 // A recipient's destination lines in the print stream.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/recipient.h"
 
 const char* Tarvik40FaxRecipient::assembleFaxRcptPDLString(char* dialingPrefix, char* linePrefix)

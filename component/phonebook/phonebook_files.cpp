@@ -1,4 +1,5 @@
 // The phonebook file choosers and the phonebook program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_files.h"
 
 #include "common/messages.h"

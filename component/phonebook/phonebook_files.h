@@ -1,4 +1,5 @@
 // Choosing the phonebook files and opening them in the phonebook program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef PHONEBOOK_PHONEBOOK_FILES_H
 #define PHONEBOOK_PHONEBOOK_FILES_H
 

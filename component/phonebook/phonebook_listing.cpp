@@ -1,4 +1,5 @@
 // Opens phonebooks and lists their records.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_listing.h"
 
 #include "common/module_state.h"

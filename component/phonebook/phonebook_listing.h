@@ -1,4 +1,5 @@
 // Lists a phonebook's records in "Fax PB List".
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef PHONEBOOK_PHONEBOOK_LISTING_H
 #define PHONEBOOK_PHONEBOOK_LISTING_H
 

@@ -1,4 +1,5 @@
 // The phonebook state.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_state.h"
 
 #include "common/module_state.h"

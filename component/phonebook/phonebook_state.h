@@ -1,4 +1,5 @@
 // Which phonebooks there are, which one is shown, and how their files come to be.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef PHONEBOOK_PHONEBOOK_STATE_H
 #define PHONEBOOK_PHONEBOOK_STATE_H
 

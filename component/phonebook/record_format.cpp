@@ -1,4 +1,5 @@
 // Decodes phonebook records in one pass over their text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/record_format.h"
 
 #include "common/phonebook_tags.h"

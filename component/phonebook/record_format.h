@@ -1,4 +1,5 @@
 // Phonebook records: the tagged text of an entry or group, and its decoded form.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef PHONEBOOK_RECORD_FORMAT_H
 #define PHONEBOOK_RECORD_FORMAT_H
 

@@ -1,4 +1,5 @@
 // Writes recipients and groups as phonebook records.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/record_database.h"
 #include "model/recipient.h"
 

@@ -1,4 +1,5 @@
 // The cover sheet dialog and the sender dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/cover_sheet_dialog.h"
 
 #include "common/option_lists.h"

@@ -1,4 +1,5 @@
 // The cover sheet dialog and the sender dialog that it opens.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_COVER_SHEET_DIALOG_H
 #define UI_COVER_SHEET_DIALOG_H
 

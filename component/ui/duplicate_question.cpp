@@ -1,4 +1,5 @@
 // The duplicate question.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/duplicate_question.h"
 
 #include "common/messages.h"

@@ -1,4 +1,5 @@
 // The question that every dialog asks before a recipient is added a second time.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_DUPLICATE_QUESTION_H
 #define UI_DUPLICATE_QUESTION_H
 

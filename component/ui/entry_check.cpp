@@ -1,4 +1,5 @@
 // Checks a typed name and fax number.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/entry_check.h"
 
 #include "common/messages.h"

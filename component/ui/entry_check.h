@@ -1,4 +1,5 @@
 // The one check of a typed name and fax number, and its error window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_ENTRY_CHECK_H
 #define UI_ENTRY_CHECK_H
 

@@ -1,4 +1,5 @@
 // The main fax dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/fax_dialog.h"
 
 #include "common/widget_names.h"

@@ -1,4 +1,5 @@
 // The main fax dialog, "Lan Fax Window".
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_FAX_DIALOG_H
 #define UI_FAX_DIALOG_H
 

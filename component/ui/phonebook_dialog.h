@@ -1,4 +1,5 @@
 // The phonebook dialog, "Add Rcpt From PB Window": its phonebook kinds, opening, OK and Cancel.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_PHONEBOOK_DIALOG_H
 #define UI_PHONEBOOK_DIALOG_H
 

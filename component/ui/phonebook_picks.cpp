@@ -1,4 +1,5 @@
 // Picks from a phonebook: entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/phonebook_picks.h"
 
 #include "common/widget_names.h"

@@ -1,4 +1,5 @@
 // Picking phonebook entries and whole groups in the phonebook dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_PHONEBOOK_PICKS_H
 #define UI_PHONEBOOK_PICKS_H
 

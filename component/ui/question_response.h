@@ -1,4 +1,5 @@
 // Answers to the component's questions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_QUESTION_RESPONSE_H
 #define UI_QUESTION_RESPONSE_H
 

@@ -1,4 +1,5 @@
 // Editing a recipient of the job, and a pick's properties.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_details.h"
 
 #include "common/messages.h"

@@ -1,4 +1,5 @@
 // Opening recipients for editing: "_Details..." of the job's list, and the properties of a pick.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_RECIPIENT_DETAILS_H
 #define UI_RECIPIENT_DETAILS_H
 

@@ -1,4 +1,5 @@
 // The recipient dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_dialog.h"
 
 #include "common/messages.h"

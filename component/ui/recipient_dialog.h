@@ -1,4 +1,5 @@
 // The recipient dialog, "LanFax Add Recipient Window": adds a recipient, or edits the selected one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_RECIPIENT_DIALOG_H
 #define UI_RECIPIENT_DIALOG_H
 

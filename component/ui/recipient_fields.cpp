@@ -1,4 +1,5 @@
 // Moves a recipient's data between a dialog and the recipient.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_fields.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // Text fields of a dialog that hold a recipient's data.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_RECIPIENT_FIELDS_H
 #define UI_RECIPIENT_FIELDS_H
 

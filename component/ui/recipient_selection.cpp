@@ -1,4 +1,5 @@
 // Buttons beside the recipient lists, and removing recipients.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_selection.h"
 
 #include "common/messages.h"

@@ -1,4 +1,5 @@
 // Selecting and removing recipients in the job's list and among the picks.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_RECIPIENT_SELECTION_H
 #define UI_RECIPIENT_SELECTION_H
 

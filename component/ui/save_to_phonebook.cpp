@@ -1,4 +1,5 @@
 // "Save _Group..." and "Save _Entry...".
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/save_to_phonebook.h"
 
 #include "common/messages.h"

@@ -1,4 +1,5 @@
 // Saving a recipient of the job, or all of them as a group, in the personal phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef UI_SAVE_TO_PHONEBOOK_H
 #define UI_SAVE_TO_PHONEBOOK_H
 

@@ -1,4 +1,5 @@
 // What host/device_session.h declares: questions to the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 
 #include "base/bounded_text.h"

@@ -1,4 +1,5 @@
 // What host/director.h declares: building dialogs, and objects that are known by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/director.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // What host/directory_client.h declares: the client of the device's directory.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/directory_client.h"
 
 #include "base/log.h"

@@ -1,4 +1,5 @@
 // What host/driver_info.h declares: the installation, the user, the language and the clock.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/driver_info.h"
 
 #include "base/clock.h"

@@ -1,4 +1,5 @@
 // Keeps reasons, and logs each once.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/failures.h"
 
 #include "base/log.h"

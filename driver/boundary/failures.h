@@ -1,4 +1,5 @@
 // Why the host last answered false where the boundary has no room for a reason.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_BOUNDARY_FAILURES_H
 #define DRIVER_BOUNDARY_FAILURES_H
 

@@ -1,4 +1,5 @@
 // What host/features.h declares: option values that are asked for by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/features.h"
 
 #include "driver/boundary/host_state.h"

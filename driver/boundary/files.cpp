@@ -1,4 +1,5 @@
 // What host/files.h declares: whether a path exists, and making a folder.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/files.h"
 
 #include <sys/stat.h>

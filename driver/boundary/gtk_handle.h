@@ -1,4 +1,5 @@
 // How the driver binds the boundary's widget objects to its widgets.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_BOUNDARY_GTK_HANDLE_H
 #define DRIVER_BOUNDARY_GTK_HANDLE_H
 

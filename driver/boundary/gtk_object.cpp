@@ -1,4 +1,5 @@
 // What host/gtk_object.h declares: handles on widgets, factories of rows, file choosers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/gtk_object.h"
 
 #include "base/bounded_text.h"

@@ -1,4 +1,5 @@
 // What the boundary's plain functions work on: the one driver's dialogs, features and questions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_BOUNDARY_HOST_STATE_H
 #define DRIVER_BOUNDARY_HOST_STATE_H
 

@@ -1,4 +1,5 @@
 // What host/messages.h declares: questions, and plain text out of marked-up text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/messages.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,4 +1,5 @@
 // Reading and setting the properties of a widget.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/properties.h"
 
 #include "base/bounded_text.h"

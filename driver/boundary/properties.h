@@ -1,4 +1,5 @@
 // The properties of widgets as the boundary knows them: which slot carries which.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_BOUNDARY_PROPERTIES_H
 #define DRIVER_BOUNDARY_PROPERTIES_H
 

@@ -1,4 +1,5 @@
 // What host/record_database.h declares, on top of phonebook files; nothing throws across it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/record_database.h"
 
 #include "base/error.h"

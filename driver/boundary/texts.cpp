@@ -1,4 +1,5 @@
 // What host/texts.h declares: messages about what a user typed, token lists, formatted copies.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/texts.h"
 
 #include "driver/store/name_checks.h"

@@ -1,4 +1,5 @@
 // What host/widgets.h declares: widgets by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/widgets.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // The command `attributes`: the component's job attributes, byte for byte and write for write.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/translation.h"

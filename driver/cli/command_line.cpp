@@ -1,4 +1,5 @@
 // The commands and options that CLI11 is told of.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/command_line.h"
 
 #include "base/error.h"

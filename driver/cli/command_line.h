@@ -1,4 +1,5 @@
 // The program's command line, taken apart but not yet acted upon.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_COMMAND_LINE_H
 #define DRIVER_CLI_COMMAND_LINE_H
 

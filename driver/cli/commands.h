@@ -1,5 +1,6 @@
 // The commands of the program. Each acts on a parsed command line, and throws quelm::Error when it
 // cannot be carried out.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_COMMANDS_H
 #define DRIVER_CLI_COMMANDS_H
 

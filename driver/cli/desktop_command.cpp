@@ -1,4 +1,5 @@
 // Finds and starts quelm-desktop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/desktop_command.h"
 
 #include "base/environment.h"

@@ -1,4 +1,5 @@
 // Hands over to the program that opens the desktop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_DESKTOP_COMMAND_H
 #define DRIVER_CLI_DESKTOP_COMMAND_H
 

@@ -1,4 +1,5 @@
 // The command `device info`: the directory settings that the device reports, as the component shows them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // The command `directory`: searches the device's directory through the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/file_io.h"
 #include "base/log.h"
 #include "base/terminal/columns.h"

@@ -1,4 +1,5 @@
 // Merging command line and configuration file.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/driver_setup.h"
 
 #include "base/clock.h"

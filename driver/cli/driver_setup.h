@@ -1,4 +1,5 @@
 // How the driver is to be started: the command line over the configuration file.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_DRIVER_SETUP_H
 #define DRIVER_CLI_DRIVER_SETUP_H
 

@@ -1,4 +1,5 @@
 // The command `fax`: a document and its fax job as one print stream.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"

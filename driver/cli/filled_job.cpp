@@ -1,4 +1,5 @@
 // From a command line to a filled job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/filled_job.h"
 
 #include "driver/cli/job/fill_job.h"

@@ -1,4 +1,5 @@
 // A driver whose fax job is what the command line asks for, ready to be written.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_FILLED_JOB_H
 #define DRIVER_CLI_FILLED_JOB_H
 

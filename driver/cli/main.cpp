@@ -1,4 +1,5 @@
 // The program quelm-driver: takes the command line, runs one command, and tells how it ended.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/program_end.h"

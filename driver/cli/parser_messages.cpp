@@ -1,4 +1,5 @@
 // Words CLI11's errors anew.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/parser_messages.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // What is wrong with a command line, in the user's language.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_PARSER_MESSAGES_H
 #define DRIVER_CLI_PARSER_MESSAGES_H
 

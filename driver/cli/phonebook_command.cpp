@@ -1,4 +1,5 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/log.h"

@@ -1,4 +1,5 @@
 // The actions on phonebooks and their options.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/phonebook_options.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // The command `phonebook` on the command line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_PHONEBOOK_OPTIONS_H
 #define DRIVER_CLI_PHONEBOOK_OPTIONS_H
 

@@ -1,4 +1,5 @@
 // The command `script`: reads it whole, then acts line by line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // What the driver's configuration says.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CONFIG_CONFIGURATION_H
 #define DRIVER_CONFIG_CONFIGURATION_H
 

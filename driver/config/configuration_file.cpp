@@ -1,4 +1,5 @@
 // Reads the driver's configuration file with GLib's key file parser.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/configuration_file.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Reading the driver's configuration file.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CONFIG_CONFIGURATION_FILE_H
 #define DRIVER_CONFIG_CONFIGURATION_FILE_H
 

@@ -1,4 +1,5 @@
 // The table of keys, and the reading of their values.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/configuration_keys.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // What may stand in a configuration file, and what it does.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CONFIG_CONFIGURATION_KEYS_H
 #define DRIVER_CONFIG_CONFIGURATION_KEYS_H
 

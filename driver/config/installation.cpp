@@ -1,4 +1,5 @@
 // Finds folders and names.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/installation.h"
 
 #include "base/environment.h"

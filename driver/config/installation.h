@@ -1,4 +1,5 @@
 // Where the driver finds its installation, its user and its settings.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CONFIG_INSTALLATION_H
 #define DRIVER_CONFIG_INSTALLATION_H
 

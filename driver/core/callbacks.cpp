@@ -1,4 +1,5 @@
 // Looks callbacks up and calls them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/callbacks.h"
 
 #include "host/component.h"

@@ -1,4 +1,5 @@
 // Fires what a widget's AddCallback names: the component's functions and the driver's own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CORE_CALLBACKS_H
 #define DRIVER_CORE_CALLBACKS_H
 

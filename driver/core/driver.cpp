@@ -1,4 +1,5 @@
 // Starts a driver and hands its actions and queries on to its parts.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/driver.h"
 
 #include "base/catalogue_folder.h"

@@ -1,4 +1,5 @@
 // The reference driver: loads the component, and does to its dialogs what a user does.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CORE_DRIVER_H
 #define DRIVER_CORE_DRIVER_H
 

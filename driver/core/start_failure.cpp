@@ -1,4 +1,5 @@
 // Explains a failed start by what the host refused, and by the folders that the component makes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/start_failure.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Why a component could not start.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CORE_START_FAILURE_H
 #define DRIVER_CORE_START_FAILURE_H
 

@@ -1,4 +1,5 @@
 // Checks and carries out user actions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/user_actions.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // What a user can do to the dialogs, and when it is impossible.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CORE_USER_ACTIONS_H
 #define DRIVER_CORE_USER_ACTIONS_H
 

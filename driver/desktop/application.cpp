@@ -1,4 +1,5 @@
 // Brings driver, windows and main loop together.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/application.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The program quelm-desktop behind its command line: a driver with its windows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_APPLICATION_H
 #define DRIVER_DESKTOP_APPLICATION_H
 

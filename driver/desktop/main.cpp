@@ -1,4 +1,5 @@
 // The program quelm-desktop: takes the command line and opens the desktop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/file_handle.h"
 #include "base/file_io.h"

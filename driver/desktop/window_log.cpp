@@ -1,4 +1,5 @@
 // Holds messages until there is a window, and brings later ones to the main loop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/window_log.h"
 
 #include <glib.h>

@@ -1,4 +1,5 @@
 // The log of the desktop, whose messages stand in its window, too.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_WINDOW_LOG_H
 #define DRIVER_DESKTOP_WINDOW_LOG_H
 

@@ -1,4 +1,5 @@
 // Asks the name service for the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/device_address.h"
 
 #include "base/error.h"

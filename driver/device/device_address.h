@@ -1,4 +1,5 @@
 // Finding the device behind its address.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_DEVICE_ADDRESS_H
 #define DRIVER_DEVICE_DEVICE_ADDRESS_H
 

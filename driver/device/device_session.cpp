@@ -1,4 +1,5 @@
 // Asks the device for what the component wants to know, and spares one that failed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/device_session.h"
 
 #include "driver/device/object_identifier.h"

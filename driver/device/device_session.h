@@ -1,4 +1,5 @@
 // The driver's connection to the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_DEVICE_SESSION_H
 #define DRIVER_DEVICE_DEVICE_SESSION_H
 

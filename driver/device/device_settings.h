@@ -1,4 +1,5 @@
 // How the device is asked over SNMP.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_DEVICE_SETTINGS_H
 #define DRIVER_DEVICE_DEVICE_SETTINGS_H
 

@@ -1,4 +1,5 @@
 // Reads and writes dotted numbers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/object_identifier.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // The dotted numbers that name what a device can be asked for.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_OBJECT_IDENTIFIER_H
 #define DRIVER_DEVICE_OBJECT_IDENTIFIER_H
 

@@ -1,4 +1,5 @@
 // Sends requests through net-snmp's single-session interface, and waits for their answers within bounds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_connection.h"
 
 #include "base/error.h"

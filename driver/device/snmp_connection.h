@@ -1,4 +1,5 @@
 // One open SNMP session with one address of a device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_SNMP_CONNECTION_H
 #define DRIVER_DEVICE_SNMP_CONNECTION_H
 

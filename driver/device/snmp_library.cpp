@@ -1,4 +1,5 @@
 // The least that net-snmp needs, in the one order that works.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_library.h"
 
 #include "base/log.h"

@@ -1,4 +1,5 @@
 // Starts the SNMP library without its habits.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_SNMP_LIBRARY_H
 #define DRIVER_DEVICE_SNMP_LIBRARY_H
 

@@ -1,4 +1,5 @@
 // Finds the device, asks it, and puts what went wrong into words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_session.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Asks a device for its objects, whatever its addresses and whatever it answers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_SNMP_SESSION_H
 #define DRIVER_DEVICE_SNMP_SESSION_H
 

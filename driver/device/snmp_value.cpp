@@ -1,4 +1,5 @@
 // Turns what SNMP carries into text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_value.h"
 
 #include "driver/device/object_identifier.h"

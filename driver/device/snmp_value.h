@@ -1,4 +1,5 @@
 // Values of a device as texts.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DEVICE_SNMP_VALUE_H
 #define DRIVER_DEVICE_SNMP_VALUE_H
 

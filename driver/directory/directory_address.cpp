@@ -1,4 +1,5 @@
 // Takes directory addresses apart.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_address.h"
 
 #include "base/net/network_address.h"

@@ -1,4 +1,5 @@
 // The address of a directory server, as a device gives it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ADDRESS_H
 #define DRIVER_DIRECTORY_DIRECTORY_ADDRESS_H
 

@@ -1,4 +1,5 @@
 // Connects, sets TLS up, binds and searches.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_connection.h"
 
 #include "base/broken_pipe_guard.h"

@@ -1,4 +1,5 @@
 // One connection to a directory server: connecting, TLS, binding and searching, each in its time.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_CONNECTION_H
 #define DRIVER_DIRECTORY_DIRECTORY_CONNECTION_H
 

@@ -1,4 +1,5 @@
 // Makes values fit to be shown, and finds them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_entry.h"
 
 #include "base/texts.h"

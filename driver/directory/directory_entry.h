@@ -1,4 +1,5 @@
 // One result of a directory search: attribute names with their first values, fit to be shown.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ENTRY_H
 #define DRIVER_DIRECTORY_DIRECTORY_ENTRY_H
 

@@ -1,4 +1,5 @@
 // What goes wrong with a directory, as a line for the user and a number for the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ERROR_H
 #define DRIVER_DIRECTORY_DIRECTORY_ERROR_H
 

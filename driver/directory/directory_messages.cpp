@@ -1,4 +1,5 @@
 // Puts the directory's troubles into words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_messages.h"
 
 #include "base/duration_text.h"

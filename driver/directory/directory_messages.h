@@ -1,4 +1,5 @@
 // What a user is told when a directory cannot be used: which server, what went wrong, what to do.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_MESSAGES_H
 #define DRIVER_DIRECTORY_DIRECTORY_MESSAGES_H
 

@@ -1,4 +1,5 @@
 // A search of a directory, and how it ended.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_QUERY_H
 #define DRIVER_DIRECTORY_DIRECTORY_QUERY_H
 

@@ -1,4 +1,5 @@
 // What a session with a directory says beside its results.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_REPORT_H
 #define DRIVER_DIRECTORY_DIRECTORY_REPORT_H
 

@@ -1,4 +1,5 @@
 // Opens, reopens and searches, and says what went wrong.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_session.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // A session with a directory server that survives the server's restarts, and its last search's results.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_SESSION_H
 #define DRIVER_DIRECTORY_DIRECTORY_SESSION_H
 

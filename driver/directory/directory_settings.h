@@ -1,4 +1,5 @@
 // The limits and the safety of the connection to a directory server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_DIRECTORY_SETTINGS_H
 #define DRIVER_DIRECTORY_DIRECTORY_SETTINGS_H
 

@@ -1,4 +1,5 @@
 // Drives the LDAP library without ever letting it wait longer than it may.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/ldap_handle.h"
 
 #include "base/broken_pipe_guard.h"

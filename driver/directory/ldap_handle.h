@@ -1,4 +1,5 @@
 // The LDAP library's handle on one connection, and calls on it that keep their time.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DIRECTORY_LDAP_HANDLE_H
 #define DRIVER_DIRECTORY_LDAP_HANDLE_H
 

@@ -1,4 +1,5 @@
 // Opens the document of a print job and hands out its PostScript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document.h"
 
 #include "base/error.h"

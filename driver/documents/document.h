@@ -1,4 +1,5 @@
 // Opens the document of a print job and hands out its PostScript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DOCUMENTS_DOCUMENT_H
 #define DRIVER_DOCUMENTS_DOCUMENT_H
 

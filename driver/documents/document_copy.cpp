@@ -1,4 +1,5 @@
 // Copies a document into a job so that nothing in it is taken for a line of the job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document_copy.h"
 
 #include "base/error.h"

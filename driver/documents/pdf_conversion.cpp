@@ -1,4 +1,5 @@
 // Turns PDF into PostScript with Ghostscript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/pdf_conversion.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Turns PDF into PostScript with Ghostscript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DOCUMENTS_PDF_CONVERSION_H
 #define DRIVER_DOCUMENTS_PDF_CONVERSION_H
 

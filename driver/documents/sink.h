@@ -1,4 +1,5 @@
 // Where the bytes of a print job go.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DOCUMENTS_SINK_H
 #define DRIVER_DOCUMENTS_SINK_H
 

@@ -1,4 +1,5 @@
 // Reads and writes kept option values with GLib's key files.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/features/feature_file.h"
 
 #include "base/atomic_file.h"

@@ -1,4 +1,5 @@
 // The file in which one user's option values are kept between runs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_FEATURES_FEATURE_FILE_H
 #define DRIVER_FEATURES_FEATURE_FILE_H
 

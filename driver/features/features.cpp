@@ -1,4 +1,5 @@
 // Defaults, snapshots and keeping of features.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/features/features.h"
 
 #include "base/error.h"

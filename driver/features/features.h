@@ -1,4 +1,5 @@
 // The driver features: option values that live in widgets and are kept between runs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_FEATURES_FEATURES_H
 #define DRIVER_FEATURES_FEATURES_H
 

@@ -1,4 +1,5 @@
 // Creates a job in a queue, sends its document, and takes the job back when that fails.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/cups_destination.h"
 
 #include "base/error.h"

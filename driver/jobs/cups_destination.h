@@ -1,4 +1,5 @@
 // A queue of the CUPS print system.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_CUPS_DESTINATION_H
 #define DRIVER_JOBS_CUPS_DESTINATION_H
 

@@ -1,4 +1,5 @@
 // Asks a CUPS print server, within bounds of time and without a prompt.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/cups_server.h"
 
 #include "base/cancellable_call.h"

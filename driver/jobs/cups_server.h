@@ -1,4 +1,5 @@
 // Asks a CUPS print server, within bounds of time and without a prompt.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_CUPS_SERVER_H
 #define DRIVER_JOBS_CUPS_SERVER_H
 

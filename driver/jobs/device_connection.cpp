@@ -1,4 +1,5 @@
 // Words what kept a job from its device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/device_connection.h"
 
 #include "base/duration_text.h"

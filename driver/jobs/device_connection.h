@@ -1,4 +1,5 @@
 // The way to a device: its name, its addresses, a connection.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_DEVICE_CONNECTION_H
 #define DRIVER_JOBS_DEVICE_CONNECTION_H
 

@@ -1,4 +1,5 @@
 // Each kind of target has a kind of destination.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_target.h"
 
 #include "driver/jobs/cups_destination.h"

@@ -1,4 +1,5 @@
 // The places that a job can go to, and the way from the name of one to its destination.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_JOB_TARGET_H
 #define DRIVER_JOBS_JOB_TARGET_H
 

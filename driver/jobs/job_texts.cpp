@@ -1,4 +1,5 @@
 // Texts of a user as the comments of a print job carry them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_texts.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Texts of a user as the comments of a print job carry them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_JOB_TEXTS_H
 #define DRIVER_JOBS_JOB_TEXTS_H
 

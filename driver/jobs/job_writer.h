@@ -1,4 +1,5 @@
 // Writes a fax job: attribute lines, cover page and document as one print stream.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_JOB_WRITER_H
 #define DRIVER_JOBS_JOB_WRITER_H
 

@@ -1,4 +1,5 @@
 // Where a finished fax job goes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/output.h"
 
 #include "base/atomic_file.h"

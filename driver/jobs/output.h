@@ -1,4 +1,5 @@
 // Where a finished fax job goes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_OUTPUT_H
 #define DRIVER_JOBS_OUTPUT_H
 

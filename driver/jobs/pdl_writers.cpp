@@ -1,4 +1,5 @@
 // The print-stream writers that the component writes a fax job through.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/pdl_writers.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The print-stream writers that the component writes a fax job through.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_PDL_WRITERS_H
 #define DRIVER_JOBS_PDL_WRITERS_H
 

@@ -1,4 +1,5 @@
 // Lists the queues of a print server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/print_queues.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The queues that a user may choose from.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_PRINT_QUEUES_H
 #define DRIVER_JOBS_PRINT_QUEUES_H
 

@@ -1,4 +1,5 @@
 // How long a print server is waited for.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_QUEUE_LIMITS_H
 #define DRIVER_JOBS_QUEUE_LIMITS_H
 

@@ -1,4 +1,5 @@
 // Sends a job over a TCP connection, and watches how the device takes it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/tcp_destination.h"
 
 #include "base/duration_text.h"

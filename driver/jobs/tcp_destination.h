@@ -1,4 +1,5 @@
 // A device that takes jobs as they are on a TCP port.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_TCP_DESTINATION_H
 #define DRIVER_JOBS_TCP_DESTINATION_H
 

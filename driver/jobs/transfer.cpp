@@ -1,4 +1,5 @@
 // What a front end and a job on its way over a wire tell each other.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/transfer.h"
 
 namespace quelm {

@@ -1,4 +1,5 @@
 // What a front end and a job on its way over a wire tell each other.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_JOBS_TRANSFER_H
 #define DRIVER_JOBS_TRANSFER_H
 

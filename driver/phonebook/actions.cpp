@@ -1,4 +1,5 @@
 // Carries out actions on a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/actions.h"
 
 #include "base/atomic_file.h"

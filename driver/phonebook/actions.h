@@ -1,4 +1,5 @@
 // What a user does with a phonebook, for the command line and the phonebook program alike.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_ACTIONS_H
 #define DRIVER_PHONEBOOK_ACTIONS_H
 

@@ -1,4 +1,5 @@
 // What a file of contacts says, read but not yet put into a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_CONTACTS_H
 #define DRIVER_PHONEBOOK_CONTACTS_H
 

@@ -1,4 +1,5 @@
 // Entries and groups in CSV files.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/phonebook/contacts.h"

@@ -1,4 +1,5 @@
 // libcsv takes the rows apart; this file keeps the line numbers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/csv_rows.h"
 
 #include "base/error.h"

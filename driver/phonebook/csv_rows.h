@@ -1,4 +1,5 @@
 // Takes CSV text apart into rows that know their lines.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_CSV_ROWS_H
 #define DRIVER_PHONEBOOK_CSV_ROWS_H
 

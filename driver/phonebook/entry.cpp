@@ -1,4 +1,5 @@
 // Tidies the texts of entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/entry.h"
 
 #include "base/texts.h"

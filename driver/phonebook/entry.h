@@ -1,4 +1,5 @@
 // What a phonebook holds: entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_ENTRY_H
 #define DRIVER_PHONEBOOK_ENTRY_H
 

@@ -1,4 +1,5 @@
 // Checks entries and groups by the rules of the component's dialogs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/entry_check.h"
 
 #include "base/texts.h"

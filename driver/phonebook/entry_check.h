@@ -1,4 +1,5 @@
 // What makes an entry or a group acceptable.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_ENTRY_CHECK_H
 #define DRIVER_PHONEBOOK_ENTRY_CHECK_H
 

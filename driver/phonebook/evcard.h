@@ -1,4 +1,5 @@
 // Handles for the vCard library, which close themselves.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_EVCARD_H
 #define DRIVER_PHONEBOOK_EVCARD_H
 

@@ -1,4 +1,5 @@
 // The program fennodial, which the fax dialog starts to open a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "base/log.h"
 #include "base/program_end.h"

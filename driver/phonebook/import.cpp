@@ -1,4 +1,5 @@
 // Reads, checks and saves what a file of contacts holds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/import.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Brings the entries and groups of a file into a phonebook: all of them, or none.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_IMPORT_H
 #define DRIVER_PHONEBOOK_IMPORT_H
 

@@ -1,4 +1,5 @@
 // Lists, shows and finds the items of a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/listing.h"
 
 #include "base/terminal/columns.h"

@@ -1,4 +1,5 @@
 // A phonebook's content as text for people and for other programs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_LISTING_H
 #define DRIVER_PHONEBOOK_LISTING_H
 

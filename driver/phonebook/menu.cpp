@@ -1,4 +1,5 @@
 // Reads the user's commands and carries them out.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/menu.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The phonebook program's menu: one command a line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_MENU_H
 #define DRIVER_PHONEBOOK_MENU_H
 

@@ -1,4 +1,5 @@
 // Opens, reads and changes a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/phonebook.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // One phonebook file as entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_PHONEBOOK_H
 #define DRIVER_PHONEBOOK_PHONEBOOK_H
 

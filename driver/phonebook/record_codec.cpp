@@ -1,4 +1,5 @@
 // Reads and writes the tagged text of phonebook records.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/record_codec.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Entries and groups as phonebook records, in the form that the component reads and writes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_RECORD_CODEC_H
 #define DRIVER_PHONEBOOK_RECORD_CODEC_H
 

@@ -1,4 +1,5 @@
 // Questions to a card of the vCard library.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/vcard_card.h"
 
 #include "driver/phonebook/vcard_names.h"

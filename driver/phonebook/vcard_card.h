@@ -1,4 +1,5 @@
 // One card: what the vCard library reads, with the questions that a phonebook has.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_VCARD_CARD_H
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 

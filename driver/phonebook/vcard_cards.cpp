@@ -1,5 +1,6 @@
 // Splits a text at BEGIN:VCARD and END:VCARD and unfolds its lines; the library reads one card at a time, and
 // says nothing about what it cannot read.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/vcard_cards.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Finds the cards in a text, with their lines, before the vCard library reads them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_VCARD_CARDS_H
 #define DRIVER_PHONEBOOK_VCARD_CARDS_H
 

@@ -1,4 +1,5 @@
 // How the home fax number of a card and the entry of its own relate by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PHONEBOOK_VCARD_NAMES_H
 #define DRIVER_PHONEBOOK_VCARD_NAMES_H
 

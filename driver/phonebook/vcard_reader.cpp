@@ -1,4 +1,5 @@
 // From cards to entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/translation.h"
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/vcard_card.h"

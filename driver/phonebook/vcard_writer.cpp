@@ -1,4 +1,5 @@
 // From entries and groups to cards.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/contacts.h"
 #include "driver/phonebook/evcard.h"
 #include "driver/phonebook/vcard_names.h"

@@ -1,4 +1,5 @@
 // Catches what leaves the component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/call_guard.h"
 
 #include "base/log.h"

@@ -1,4 +1,5 @@
 // Guards calls into the component: what it throws ends there.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_CALL_GUARD_H
 #define DRIVER_PLUGIN_CALL_GUARD_H
 

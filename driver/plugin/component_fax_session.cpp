@@ -1,4 +1,5 @@
 // Finds and calls the member functions of the component's fax job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_fax_session.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The fax job of a loaded component, reached by the linker names of its member functions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_COMPONENT_FAX_SESSION_H
 #define DRIVER_PLUGIN_COMPONENT_FAX_SESSION_H
 

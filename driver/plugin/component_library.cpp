@@ -1,4 +1,5 @@
 // Loading, checking and starting a component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_library.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Loads a component's library and checks that it is one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_COMPONENT_LIBRARY_H
 #define DRIVER_PLUGIN_COMPONENT_LIBRARY_H
 

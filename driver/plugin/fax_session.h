@@ -1,4 +1,5 @@
 // The component's fax job as the driver's print path uses it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_FAX_SESSION_H
 #define DRIVER_PLUGIN_FAX_SESSION_H
 

@@ -1,4 +1,5 @@
 // Asks, answers and closes questions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/questions.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // The questions that the component has put to the user and that wait for an answer.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_QUESTIONS_H
 #define DRIVER_PLUGIN_QUESTIONS_H
 

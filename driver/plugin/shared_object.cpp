@@ -1,4 +1,5 @@
 // Checks a library's headers against the file that holds them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/shared_object.h"
 
 #include "base/system_reason.h"

@@ -1,4 +1,5 @@
 // Looks at a file before the loader does.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_PLUGIN_SHARED_OBJECT_H
 #define DRIVER_PLUGIN_SHARED_OBJECT_H
 

@@ -1,4 +1,5 @@
 // Checks what a name and a telephone number may hold.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/store/name_checks.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // What a name and a telephone number may hold.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_STORE_NAME_CHECKS_H
 #define DRIVER_STORE_NAME_CHECKS_H
 

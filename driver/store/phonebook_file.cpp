@@ -1,4 +1,5 @@
 // Tells phonebooks from other files, makes empty ones and words what can go wrong.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/store/phonebook_file.h"
 
 #include "base/error.h"

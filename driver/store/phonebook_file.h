@@ -1,4 +1,5 @@
 // What makes a file a phonebook, and how its failures are worded.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_STORE_PHONEBOOK_FILE_H
 #define DRIVER_STORE_PHONEBOOK_FILE_H
 

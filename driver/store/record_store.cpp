@@ -1,4 +1,5 @@
 // Keeps a phonebook's records in memory and its changes in one SQLite transaction.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/store/record_store.h"
 
 #include "base/atomic_file.h"

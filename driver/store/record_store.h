@@ -1,4 +1,5 @@
 // One open phonebook file: its records in memory, its changes in one transaction.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_STORE_RECORD_STORE_H
 #define DRIVER_STORE_RECORD_STORE_H
 

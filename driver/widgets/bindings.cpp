@@ -1,4 +1,5 @@
 // The table of bindings, and applying it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/bindings.h"
 
 #include "driver/widgets/widget_names.h"

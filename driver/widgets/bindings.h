@@ -1,4 +1,5 @@
 // Which widgets can be operated, depending on which options are chosen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_BINDINGS_H
 #define DRIVER_WIDGETS_BINDINGS_H
 

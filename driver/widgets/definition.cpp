@@ -1,4 +1,5 @@
 // Turns the elements of a dialog definition into widgets.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/definition.h"
 
 #include "base/error.h"

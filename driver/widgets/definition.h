@@ -1,4 +1,5 @@
 // Reads a dialog definition.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_DEFINITION_H
 #define DRIVER_WIDGETS_DEFINITION_H
 

@@ -1,4 +1,5 @@
 // Adding rows to a list's storage.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/rows.h"
 
 #include <cstring>

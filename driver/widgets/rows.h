@@ -1,4 +1,5 @@
 // The rows of a list, kept in two blocks of memory that are reused.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_ROWS_H
 #define DRIVER_WIDGETS_ROWS_H
 

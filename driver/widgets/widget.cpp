@@ -1,4 +1,5 @@
 // A widget's state and the rules that keep it sound.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget.h"
 
 #include <algorithm>

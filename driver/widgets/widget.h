@@ -1,4 +1,5 @@
 // One widget of the driver's dialogs: what it is and what state it is in, on no particular screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_WIDGET_H
 #define DRIVER_WIDGETS_WIDGET_H
 

@@ -1,4 +1,5 @@
 // Keeps the windows and finds widgets by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget_tree.h"
 
 #include "driver/widgets/definition.h"

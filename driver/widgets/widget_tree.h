@@ -1,4 +1,5 @@
 // All windows and widgets of the driver, built from dialog definitions; front ends observe it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_WIDGET_TREE_H
 #define DRIVER_WIDGETS_WIDGET_TREE_H
 

@@ -1,4 +1,5 @@
 // Takes down what a widget shows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget_view.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // Describes widgets as a user sees them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_WIDGETS_WIDGET_VIEW_H
 #define DRIVER_WIDGETS_WIDGET_VIEW_H
 

@@ -1,4 +1,5 @@
 // Files that appear whole or not at all.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/atomic_file.h"
 
 #include "base/error.h"

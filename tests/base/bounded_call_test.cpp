@@ -1,4 +1,5 @@
 // Calls on threads of their own, and what is left of those threads.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/bounded_call.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // A peer that went away does not end the process.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/broken_pipe_guard.h"
 
 #include "tests/support/temporary_folder.h"

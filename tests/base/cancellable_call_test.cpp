@@ -1,4 +1,5 @@
 // Tests of calls that are waited for within a bound.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/cancellable_call.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Asking whether work is to end.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/cancellation.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Where catalogues are looked for.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/catalogue_folder.h"
 
 #include "base/environment.h"

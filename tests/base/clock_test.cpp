@@ -1,4 +1,5 @@
 // The clock: its form on the command line, and fixing it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/clock.h"
 
 #include "base/error.h"

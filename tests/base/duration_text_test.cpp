@@ -1,4 +1,5 @@
 // How long something is waited for, in words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/duration_text.h"
 
 #include <gtest/gtest.h>

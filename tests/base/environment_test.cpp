@@ -1,4 +1,5 @@
 // What the process is told from outside.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/environment.h"
 
 #include "tests/support/kept_variable.h"

@@ -1,4 +1,5 @@
 // The owner of a file descriptor.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/file_handle.h"
 
 #include <fcntl.h>

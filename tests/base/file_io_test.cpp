@@ -1,4 +1,5 @@
 // Tests of the print path's file descriptors.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/file_io.h"
 
 #include "tests/support/failure_line.h"

@@ -1,4 +1,5 @@
 // Signals that wait until work has ended in order.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/interruption.h"
 
 #include "tests/support/temporary_folder.h"

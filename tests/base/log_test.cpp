@@ -1,4 +1,5 @@
 // The driver's log.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/log.h"
 
 #include "tests/support/log_capture.h"

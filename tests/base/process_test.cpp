@@ -1,4 +1,5 @@
 // Programs that are run to their end, within bounds.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/process.h"
 
 #include "base/error.h"

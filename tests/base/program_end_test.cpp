@@ -1,4 +1,5 @@
 // The line and the exit status with which a program ends.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/program_end.h"
 
 #include "base/error.h"

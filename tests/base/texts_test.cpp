@@ -1,4 +1,5 @@
 // What programs ask of texts, and do to them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/texts.h"
 
 #include <gtest/gtest.h>

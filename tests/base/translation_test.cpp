@@ -1,4 +1,5 @@
 // Translations out of a message catalogue, and the bounded copies around them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/translation.h"
 
 #include "base/bounded_text.h"

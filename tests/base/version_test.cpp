@@ -1,4 +1,5 @@
 // The version stands in one place, and the programs have it from there.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/version.h"
 
 #include "tests/support/build_paths.h"

@@ -1,4 +1,5 @@
 // Reading files whole.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/whole_file.h"
 
 #include "tests/support/failure_line.h"

@@ -1,4 +1,5 @@
 // The boundary's variables and plain functions, each with the least that keeps its promise.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"

@@ -1,4 +1,5 @@
 // The boundary's classes: widgets without a screen, phonebook files without records, no directory.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/directory_client.h"
 #include "host/files.h"
 #include "host/gtk_object.h"

@@ -1,4 +1,5 @@
 // What the parts of this little host share.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef CONSUMER_LITTLE_HOST_H
 #define CONSUMER_LITTLE_HOST_H
 

@@ -1,4 +1,5 @@
 // Loads the component, starts it, and tells what became of it: consumer INSTALLATION_FOLDER.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/component.h"
 #include "host/fax_session.h"
 #include "little_host.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Checks of what the accessibility interface tells about a window: names, roles, and places."""
 
 from control import Atspi, Place, State, below, has, place_of

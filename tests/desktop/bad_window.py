@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """A window as none of ours may be, for the checks to find: a button without a name, one that sticks out, two that
 overlap, and a label without room for its letters."""
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The checks of names and places find what is bad."""
 
 import pathlib

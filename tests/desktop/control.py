@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """A control as an assistive tool sees it, and as a pointer reaches it."""
 
 from collections import namedtuple

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The component's dialog definition, for what the screen must show of it."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """A running quelm-desktop on the test's screen, with an installation and a user of its own."""
 
 import os

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """A device on the network, as far as the driver asks it: a few SNMP objects, on loopback."""
 
 import socket

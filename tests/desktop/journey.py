@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """What all journeys share: a program of their own, and a picture of the screen when one fails."""
 
 import contextlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Everything from the keyboard alone: the order of Tab, mnemonics, Enter and Escape."""
 
 import unittest

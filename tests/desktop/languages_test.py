@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The windows in other languages: nothing overlaps, nothing is cut off."""
 
 import os

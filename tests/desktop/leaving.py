@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The three ways out of a dialog that change nothing."""
 
 

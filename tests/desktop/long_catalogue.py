@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Makes a catalogue in which every text is 60 % longer, to see what a wordy language would do to the windows."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The whole way: from a document to the bytes that a device would get."""
 
 import unittest

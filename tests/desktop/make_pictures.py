@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Makes the pictures of all windows for the guides. Usage: make_pictures.py FOLDER"""
 
 import hashlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """What assistive tools are told: every control has a name and a role."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The dialogs about cover sheet, sender, phonebooks and directory: filled, accepted, and left in every way."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Questions and choosers over the fax dialog."""
 
 import unittest

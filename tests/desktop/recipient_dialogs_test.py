@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """The fax dialog and the dialogs about its recipients: filled, accepted, and left in every way."""
 
 import unittest

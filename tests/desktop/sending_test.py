@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Sending to a device on the network: what arrives, what is told, and what remains usable."""
 
 import socket

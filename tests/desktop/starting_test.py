@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """What goes wrong while the program starts is told in its window, and under its name on standard error."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Goes through every window of the program, filled as a person's would be.
 
 `tour` yields (picture's name, window) at each stop; where the program was not started with a device that knows a

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """Waits for conditions, never for time to pass."""
 
 import time

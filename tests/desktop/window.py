@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
 """A window on the screen: found by its fixed name, acted on with pointer and keys."""
 
 import subprocess

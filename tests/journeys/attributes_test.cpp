@@ -1,4 +1,5 @@
 // What `attributes` puts out: the component's writes, one by one and byte for byte.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // Phonebooks under strain: two writers at once, a writer that is killed, and very many entries.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

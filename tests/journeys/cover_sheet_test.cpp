@@ -1,4 +1,5 @@
 // What the options put on the cover sheet.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

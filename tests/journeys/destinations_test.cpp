@@ -1,4 +1,5 @@
 // Jobs on their way to devices and print queues: whole, refused, cut off by the device, cut off by the user.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/servers/cupsd_server.h"
 #include "tests/servers/holding_proxy.h"

@@ -1,5 +1,6 @@
 // The device's directory settings: from the command line, in the component's dialog, and when the
 // device says nothing.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"

@@ -1,4 +1,5 @@
 // The device's directory, from the device's settings to the job, with real servers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/servers/listeners.h"
 #include "tests/servers/slapd_server.h"

@@ -1,4 +1,5 @@
 // Bad input of every kind: one line, status 1, and nothing lost or overwritten.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

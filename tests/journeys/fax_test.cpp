@@ -1,4 +1,5 @@
 // Whole fax jobs: what Ghostscript shows of them, and where they go.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

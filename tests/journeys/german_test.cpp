@@ -1,4 +1,5 @@
 // The programs in German, with the catalogue that lies beside them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
 

@@ -1,4 +1,5 @@
 // Setting up and clearing away what a journey needs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include "tests/support/build_paths.h"

@@ -1,4 +1,5 @@
 // The fixture of the journeys: an installation folder and a home folder for one test.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_JOURNEYS_JOURNEY_H
 #define TESTS_JOURNEYS_JOURNEY_H
 

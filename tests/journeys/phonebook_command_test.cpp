@@ -1,4 +1,5 @@
 // The phonebook command: what it prints, what it keeps, how it fails.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // The phonebook program, by itself and opened from the fax dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
 

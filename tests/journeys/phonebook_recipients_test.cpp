@@ -1,4 +1,5 @@
 // Recipients from phonebooks: --entry, --group, --shared.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // Recipients from the command line and from CSV files, good and bad.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

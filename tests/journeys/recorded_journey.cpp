@@ -1,4 +1,5 @@
 // Reads the two columns, and tells how a journey went otherwise.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/recorded_journey.h"
 
 #include <algorithm>

@@ -17,6 +17,7 @@
 // it.
 // - "{home}" stands for the installation folder and "{work}" for the user's documents, where "letter.ps"
 // lies.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_JOURNEYS_RECORDED_JOURNEY_H
 #define TESTS_JOURNEYS_RECORDED_JOURNEY_H
 

@@ -1,4 +1,5 @@
 // Every recorded journey is gone again, and the screen must show what its record says.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/journeys/recorded_journey.h"
 #include "tests/support/build_paths.h"

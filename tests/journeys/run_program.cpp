@@ -1,4 +1,5 @@
 // Fork, exec, and reading both ends until they are closed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/run_program.h"
 
 #include <fcntl.h>

@@ -1,4 +1,5 @@
 // Runs a program and collects everything that it says.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_JOURNEYS_RUN_PROGRAM_H
 #define TESTS_JOURNEYS_RUN_PROGRAM_H
 

@@ -1,4 +1,5 @@
 // The user's own choices: kept by what is done in the dialogs, left alone by one job's options.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

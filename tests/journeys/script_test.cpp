@@ -1,4 +1,5 @@
 // Scripts: the dialogs' behaviour as a user sees it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 
 #include <gmock/gmock.h>

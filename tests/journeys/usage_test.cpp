@@ -1,4 +1,5 @@
 // Help, version, wrong usage, and what this build does not have.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
 

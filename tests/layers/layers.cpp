@@ -1,4 +1,5 @@
 // The table of who may include whom, and the reading of include lines.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "layers.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // Which folder may include and link which, and a checker that reads include lines and the build's targets.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_LAYERS_LAYERS_H
 #define TESTS_LAYERS_LAYERS_H
 

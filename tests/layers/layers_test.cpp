@@ -1,4 +1,5 @@
 // The project keeps its layers, and the checker sees it when it does not.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "layers.h"
 
 #include "tests/layers/source_tree.h"

@@ -1,4 +1,5 @@
 // Looks for the tests of all sources.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/layers/mirrors.h"
 
 #include "tests/layers/layers.h"

@@ -1,4 +1,5 @@
 // Which test runs which source: the one that mirrors it, or the one that docs/building.md names.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_LAYERS_MIRRORS_H
 #define TESTS_LAYERS_MIRRORS_H
 

@@ -1,4 +1,5 @@
 // Every source has a test, and the checker sees one that has none.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/layers/mirrors.h"
 
 #include "tests/layers/source_tree.h"

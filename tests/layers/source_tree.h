@@ -1,4 +1,5 @@
 // A small tree of sources in a temporary folder, for the tests of the checkers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_LAYERS_SOURCE_TREE_H
 #define TESTS_LAYERS_SOURCE_TREE_H
 

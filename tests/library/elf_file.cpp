@@ -1,4 +1,5 @@
 // readelf's tables, taken apart.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/library/elf_file.h"
 
 #include <cxxabi.h>

@@ -1,4 +1,5 @@
 // What a shared library shows to the dynamic linker, read with readelf.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_LIBRARY_ELF_FILE_H
 #define TESTS_LIBRARY_ELF_FILE_H
 

@@ -1,4 +1,5 @@
 // The library exports what hosts look up, as the kind that they expect, and nothing else.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/library/elf_file.h"
 #include "tests/support/build_paths.h"
 #include "tests/support/entry_points.h"

@@ -1,4 +1,5 @@
 // The host's gettext: exported by the test program, so found ahead of every library's.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/library/host_gettext.h"
 
 const char hostGettextAnswer[] = "the host's answer";

@@ -1,4 +1,5 @@
 // A host's own gettext, which has nothing to do with the library's.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_LIBRARY_HOST_GETTEXT_H
 #define TESTS_LIBRARY_HOST_GETTEXT_H
 

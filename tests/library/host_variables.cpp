@@ -1,4 +1,5 @@
 // The smallest host: the boundary's variables, and none of its functions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"

@@ -1,4 +1,5 @@
 // The library needs the host boundary and the C and C++ libraries, and nothing else.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/library/elf_file.h"
 #include "tests/support/build_paths.h"
 

@@ -1,4 +1,5 @@
 # Installs the build tree into a folder of its own, moves it, and uses the programs as its users would.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(ENV{HOME} "${WORK_DIR}/ann")
 set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/ann/settings")

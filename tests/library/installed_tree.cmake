@@ -1,4 +1,5 @@
 # Installs the build tree into a folder of its own, builds the consumer project against it, and runs it.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
 set(home "${WORK_DIR}/home")

@@ -1,5 +1,6 @@
 // A host that only loads a library: loading_host LIBRARY lazy|now. Says "loaded", or what the dynamic
 // linker says (status 1).
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include <dlfcn.h>
 
 #include <cstdio>

@@ -1,4 +1,5 @@
 // How the library meets hosts that lack the boundary or a part of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>

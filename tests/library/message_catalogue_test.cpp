@@ -1,4 +1,5 @@
 // The message catalogue and character set functions that the library offers to its host.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/library/host_gettext.h"
 #include "tests/support/build_paths.h"
 

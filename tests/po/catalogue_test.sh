@@ -1,6 +1,7 @@
 #!/bin/sh
 # A catalogue and the template hold the same texts, all of them translated and in the right form:
 # catalogue_test.sh TEMPLATE CATALOGUE
+# SPDX-License-Identifier: LGPL-2.1-or-later
 set -eu
 template=$1
 catalogue=$2

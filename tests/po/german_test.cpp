@@ -1,4 +1,5 @@
 // Counts and answers in German, through the code that words them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/yes_no.h"
 #include "base/translation.h"
 #include "driver/phonebook/entry_check.h"

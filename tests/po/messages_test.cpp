@@ -1,4 +1,5 @@
 // How the lines that are thrown or logged begin and end.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/build_paths.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Drives the openssl program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/certificates.h"
 
 #include "tests/servers/server_process.h"

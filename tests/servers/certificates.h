@@ -1,4 +1,5 @@
 // Certificates for servers under test, made by the openssl program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_CERTIFICATES_H
 #define TESTS_SERVERS_CERTIFICATES_H
 

@@ -1,4 +1,5 @@
 // Writes a print server's configuration, and a device that keeps what it is given.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/cupsd_server.h"
 
 #include "tests/servers/loopback.h"

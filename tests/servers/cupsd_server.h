@@ -1,4 +1,5 @@
 // A real print server (cupsd) with queues of the test's own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_CUPSD_SERVER_H
 #define TESTS_SERVERS_CUPSD_SERVER_H
 

@@ -1,4 +1,5 @@
 // Copies between two connections, and stops in the middle of one direction.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/holding_proxy.h"
 
 #include "tests/servers/loopback.h"

@@ -1,4 +1,5 @@
 // A proxy that lets a job come half-way to its server, and holds it there.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_HOLDING_PROXY_H
 #define TESTS_SERVERS_HOLDING_PROXY_H
 

@@ -1,4 +1,5 @@
 // Listeners and what they put their connections to.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/listeners.h"
 
 #include "tests/servers/loopback.h"

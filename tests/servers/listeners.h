@@ -1,4 +1,5 @@
 // TCP peers that misbehave: they accept and say nothing, hang up, talk rubbish, or cut a connection.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_LISTENERS_H
 #define TESTS_SERVERS_LISTENERS_H
 

@@ -1,4 +1,5 @@
 // The loopback address of IPv4.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_LOOPBACK_H
 #define TESTS_SERVERS_LOOPBACK_H
 

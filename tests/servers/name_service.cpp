@@ -1,4 +1,5 @@
 // Stands in for the C library's getaddrinfo.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/name_service.h"
 
 #include <dlfcn.h>

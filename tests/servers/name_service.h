@@ -7,6 +7,7 @@
 //   broken.test    the system has no more files to open
 //   failed.test    the name service fails
 //   silent.test    is not answered as long as a SilentNameService lives; then it is 127.0.0.1
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_NAME_SERVICE_H
 #define TESTS_SERVERS_NAME_SERVICE_H
 

@@ -1,4 +1,5 @@
 // Accepts connections and does with them what the manner says.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/print_listener.h"
 
 #include "tests/servers/loopback.h"

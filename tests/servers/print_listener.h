@@ -1,4 +1,5 @@
 // A printing device's TCP port for tests: takes a job, or fails to in a given manner.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_PRINT_LISTENER_H
 #define TESTS_SERVERS_PRINT_LISTENER_H
 

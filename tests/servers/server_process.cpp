@@ -1,4 +1,5 @@
 // Forks, watches and reaps a server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/server_process.h"
 
 #include "tests/servers/loopback.h"

@@ -1,4 +1,5 @@
 // Runs a real server for a test: starts it, waits until it serves, and ends it by its process id.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_SERVER_PROCESS_H
 #define TESTS_SERVERS_SERVER_PROCESS_H
 

@@ -1,4 +1,5 @@
 // Servers that tests start end with the tests, and say what went wrong.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/server_process.h"
 
 #include "tests/support/temporary_folder.h"

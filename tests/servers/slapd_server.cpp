@@ -1,4 +1,5 @@
 // Writes slapd's configuration and data, and runs it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/slapd_server.h"
 
 #include <arpa/inet.h>

@@ -1,4 +1,5 @@
 // A real directory server (slapd) with a directory of the test's own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_SLAPD_SERVER_H
 #define TESTS_SERVERS_SLAPD_SERVER_H
 

@@ -1,4 +1,5 @@
 // Writes snmpd's configuration and runs it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/snmpd_server.h"
 
 #include "tests/servers/slapd_server.h" // hasIpv6

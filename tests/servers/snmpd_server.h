@@ -1,4 +1,5 @@
 // A real SNMP server (snmpd) that plays the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_SNMPD_SERVER_H
 #define TESTS_SERVERS_SNMPD_SERVER_H
 

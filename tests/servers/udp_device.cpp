@@ -1,4 +1,5 @@
 // A socket and a thread that serves it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/servers/udp_device.h"
 
 #include "tests/servers/loopback.h"

@@ -1,4 +1,5 @@
 // A UDP peer that plays a device which misbehaves.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SERVERS_UDP_DEVICE_H
 #define TESTS_SERVERS_UDP_DEVICE_H
 

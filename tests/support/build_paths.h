@@ -2,6 +2,7 @@
 //
 // The paths stand in one generated source, so that every other source of a test compiles alike in each clone
 // of the project, and the compiler's cache serves them all.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_BUILD_PATHS_H
 #define TESTS_SUPPORT_BUILD_PATHS_H
 

@@ -1,4 +1,5 @@
 // The table of the component's callbacks. It declares them itself: a host knows names, not headers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/component_callbacks.h"
 
 // Those that take nothing. Their results, where they have any, are nobody's.

@@ -1,4 +1,5 @@
 // Loads, starts and unloads the component for a test.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/component_test.h"
 
 #include "common/module_state.h"

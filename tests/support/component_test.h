@@ -1,4 +1,5 @@
 // What every test of the component begins with: the pleasant host and a component as just loaded.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_COMPONENT_TEST_H
 #define TESTS_SUPPORT_COMPONENT_TEST_H
 

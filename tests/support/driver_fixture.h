@@ -1,4 +1,5 @@
 // A driver with the test component, in a folder of its own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_DRIVER_FIXTURE_H
 #define TESTS_SUPPORT_DRIVER_FIXTURE_H
 

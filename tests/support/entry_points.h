@@ -1,4 +1,5 @@
 // The functions that the export list names, in the order in which hosts read them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_ENTRY_POINTS_H
 #define TESTS_SUPPORT_ENTRY_POINTS_H
 

@@ -1,4 +1,5 @@
 // The line of the error that a piece of code throws.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_FAILURE_LINE_H
 #define TESTS_SUPPORT_FAILURE_LINE_H
 

@@ -1,4 +1,5 @@
 // The directory client and the device session of the fake host's boundary.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 #include "host/directory_client.h"
 #include "tests/support/fake_host.h"

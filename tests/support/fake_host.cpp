@@ -1,4 +1,5 @@
 // The fake host's stage and its user.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/fake_host.h"
 
 #include "host/component.h"

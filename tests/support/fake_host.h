@@ -1,5 +1,6 @@
 // A whole host in memory, for tests: it builds the dialogs, keeps features, records, a directory and a
 // device, writes down every call in order, fails when told to, and acts as the user.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_FAKE_HOST_H
 #define TESTS_SUPPORT_FAKE_HOST_H
 

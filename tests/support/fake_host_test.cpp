@@ -1,4 +1,5 @@
 // The fake host keeps to what the boundary promises, so that the tests against it mean something.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/calls.h"
 #include "tests/support/component_test.h"
 

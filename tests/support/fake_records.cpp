@@ -1,4 +1,5 @@
 // Files and the record database of the fake host's boundary.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/files.h"
 #include "host/record_database.h"
 #include "tests/support/fake_host.h"

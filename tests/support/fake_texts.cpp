@@ -1,4 +1,5 @@
 // Texts, questions, features, facts and the clock of the fake host's boundary.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/driver_info.h"
 #include "host/features.h"
 #include "host/messages.h"

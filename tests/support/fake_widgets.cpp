@@ -1,4 +1,5 @@
 // The widget side of the fake host's boundary: the director, widgets by name, and widget objects.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/director.h"
 #include "host/fax_session.h"
 #include "host/gtk_object.h"

@@ -1,4 +1,5 @@
 // Journal lines: quoting, joining, counting.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/journal.h"
 
 #include <cstdio>

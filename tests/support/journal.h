@@ -1,4 +1,5 @@
 // The fake host's journal: every call that the component makes, in order, one readable line each.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_JOURNAL_H
 #define TESTS_SUPPORT_JOURNAL_H
 

@@ -1,4 +1,5 @@
 // An environment variable that a test may change.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_KEPT_VARIABLE_H
 #define TESTS_SUPPORT_KEPT_VARIABLE_H
 

@@ -1,4 +1,5 @@
 // Catches what the driver logs during a test.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_LOG_CAPTURE_H
 #define TESTS_SUPPORT_LOG_CAPTURE_H
 

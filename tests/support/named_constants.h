@@ -1,4 +1,5 @@
 // The constants of a header of widgets' names, read as text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_NAMED_CONSTANTS_H
 #define TESTS_SUPPORT_NAMED_CONSTANTS_H
 

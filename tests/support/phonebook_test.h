@@ -1,4 +1,5 @@
 // What tests around phonebooks begin with: phonebooks on the fake host's disk, and ways to write them down.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_PHONEBOOK_TEST_H
 #define TESTS_SUPPORT_PHONEBOOK_TEST_H
 

@@ -1,4 +1,5 @@
 // Where the build put the test components.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_PLUGIN_PATHS_H
 #define TESTS_SUPPORT_PLUGIN_PATHS_H
 

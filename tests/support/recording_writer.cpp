@@ -1,4 +1,5 @@
 // Keeps the writes of a print stream.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/recording_writer.h"
 
 #include "tests/support/fake_host.h"

@@ -1,4 +1,5 @@
 // A print-stream writer that keeps what is written, and fails when told to.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_RECORDING_WRITER_H
 #define TESTS_SUPPORT_RECORDING_WRITER_H
 

@@ -1,4 +1,5 @@
 // A folder of a test's own, removed when the test ends, and small helpers for the files in it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_TEMPORARY_FOLDER_H
 #define TESTS_SUPPORT_TEMPORARY_FOLDER_H
 

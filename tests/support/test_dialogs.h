@@ -1,4 +1,5 @@
 // A dialog definition with one widget of every kind, for tests of the parts below the driver.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_TEST_DIALOGS_H
 #define TESTS_SUPPORT_TEST_DIALOGS_H
 

@@ -1,4 +1,5 @@
 // Builds the fake host's widgets from the dialog definition.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/widget_tree.h"
 
 #include <rapidxml/rapidxml.hpp>

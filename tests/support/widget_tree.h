@@ -1,4 +1,5 @@
 // The fake host's widgets: a tree built from the dialog definition, without a toolkit.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_SUPPORT_WIDGET_TREE_H
 #define TESTS_SUPPORT_WIDGET_TREE_H
 

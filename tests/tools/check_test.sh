@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # The quick check looks at what was changed, and runs the tests of the rooms that it lies in.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 # A small project under version control; cmake and ctest note how they are called, and ctest has results.
@@ -8,11 +9,11 @@ journal="$work/journal"
 mkdir -p "$project/tools" "$project/model" "$project/docs" "$project/driver/core" "$work/bin"
 for room in model driver/core layers library; do
     mkdir -p "$project/tests/$room"
-    touch "$project/tests/$room/CMakeLists.txt"
+    printf '# Tests.\n# SPDX-License-Identifier: LGPL-2.1-or-later\n' >"$project/tests/$room/CMakeLists.txt"
 done
-cp "$root"/tools/{check,format,steps.sh,tally.sh,check-words} "$project/tools"
+cp "$root"/tools/{check,format,steps.sh,tally.sh,check-words,check-licences} "$project/tools"
 cp "$root/.clang-format" "$project"
-printf 'int one;\n' >"$project/model/one.cpp"
+printf '// One.\n// SPDX-License-Identifier: LGPL-2.1-or-later\nint one;\n' >"$project/model/one.cpp"
 printf 'int two;\n' >"$project/driver/core/two.h"
 program() { printf '#!/bin/sh\n%s\n' "$2" >"$work/bin/$1"; chmod +x "$work/bin/$1"; }
 program cmake "echo \"cmake \$*\" >>$journal"
@@ -44,7 +45,7 @@ expect_text "3 ok, 0 not, in them 7 test cases"
 expect_text "9 passed, 0 failed"
 
 # Changed, new and removed files, and one in no room.
-printf 'int one = 1;\n' >"$project/model/one.cpp"
+printf '// One.\n// SPDX-License-Identifier: LGPL-2.1-or-later\nint one = 1;\n' >"$project/model/one.cpp"
 printf 'Text.\n' >"$project/docs/guide.md"
 rm "$project/driver/core/two.h"
 quick_check
@@ -52,17 +53,17 @@ expect_status 0
 expect_text "the formatting"
 expect_call "--target layers_tests driver_core_tests model_tests"
 expect_call "--tests-regex ^(layers|driver/core|model)\\."
-expect_text "11 passed, 0 failed"
+expect_text "12 passed, 0 failed"
 
-printf 'int  one=1;\n' >"$project/model/one.cpp"
+printf '// One.\n// SPDX-License-Identifier: LGPL-2.1-or-later\nint  one=1;\n' >"$project/model/one.cpp"
 quick_check
 expect_status 1
-expect_text "model/one.cpp:1: is not formatted"
+expect_text "model/one.cpp:3: is not formatted"
 expect_text "1 failed"
 git_here checkout .
 
 # A test is of its room; what sanitizers would change has a build of its own; and rooms can be named.
-printf 'int test;\n' >"$project/tests/library/exports_test.cpp"
+printf '// A test.\n// SPDX-License-Identifier: LGPL-2.1-or-later\nint test;\n' >"$project/tests/library/exports_test.cpp"
 quick_check
 expect_call "--preset any --target layers_tests"
 expect_call "--preset bench --target library_tests"
@@ -73,7 +74,7 @@ expect_no_call library
 long=component/a-room-whose-name-takes-as-much-room-as-a-name-may-take-in-a-path
 for number in 1 2 3 4; do
     mkdir -p "$project/tests/$long-$number"
-    touch "$project/tests/$long-$number/CMakeLists.txt"
+    cp "$project/tests/layers/CMakeLists.txt" "$project/tests/$long-$number"
 done
 quick_check $long-{1,2,3,4}
 expect_status 0

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Words that have no place in the project are found, and their likes are left alone.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 # Written in two halves, for these words have no place here either.

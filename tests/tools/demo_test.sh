@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # The demo writes its files, and opens the desktop where there is a display. The programs it calls are stand-ins.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 mkdir -p "$work/tools" "$work/samples" "$work/build/release/stage"

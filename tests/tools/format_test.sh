@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # A source whose formatting is off is found and mended, wherever it lies, and what was built is not looked at.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 project="$work/project"

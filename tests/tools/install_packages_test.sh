@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Only what is missing is installed, and what stands in the way is said in one line.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 # A machine of our own: the script, a list, and programs that note how they were called.

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # The commands that a guide shows are run, and a wrong one is noticed.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 guide() { cat >"$work/guide.md"; }

@@ -1,4 +1,5 @@
 # What the tests of the scripts share: sourced first, with `root` and a temporary folder `work` set.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 set -uo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 work=$(mktemp -d)

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # The tally counts what ctest really ran, and takes everything that did not pass as failed.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 source "$root/tools/tally.sh"
 

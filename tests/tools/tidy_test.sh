@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # What clang-tidy finds is shown until it is mended, and what it has looked at is looked at again only when it changed.
+# SPDX-License-Identifier: LGPL-2.1-or-later
 source "$(dirname "$0")/shell_test.sh"
 
 export XDG_CACHE_HOME="$work/cache"

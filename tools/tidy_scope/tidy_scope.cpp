@@ -3,6 +3,7 @@
 // clang-tidy reports nothing about the headers of others, yet by itself lets each check visit every
 // declaration in them, for each source anew: most of its time. tools/tidy loads this plug-in; the static
 // analyzer and the compiler's own warnings go their own ways and do not need it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include <clang-tidy/ClangTidyCheck.h>
 #include <clang-tidy/ClangTidyModule.h>
 #include <clang-tidy/ClangTidyModuleRegistry.h>

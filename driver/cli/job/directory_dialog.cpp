@@ -1,4 +1,5 @@
 // The user actions on the phonebook dialog's directory.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/directory_dialog.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The device's directory, searched through the component's phonebook dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_DIRECTORY_DIALOG_H
 #define DRIVER_CLI_JOB_DIRECTORY_DIALOG_H
 

@@ -1,4 +1,5 @@
 // The user actions behind --directory.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/directory_recipients.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Adds people of the device's directory to a job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_DIRECTORY_RECIPIENTS_H
 #define DRIVER_CLI_JOB_DIRECTORY_RECIPIENTS_H
 

@@ -1,4 +1,5 @@
 // The user actions behind the options of a job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/fill_job.h"
 
 #include "base/error.h"

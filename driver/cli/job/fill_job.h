@@ -1,4 +1,5 @@
 // Carries out the options of a job as a person at the desktop would.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_FILL_JOB_H
 #define DRIVER_CLI_JOB_FILL_JOB_H
 

@@ -1,4 +1,5 @@
 // The option set of a fax job, and what each option's value may be.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The options that describe one fax job, shared by every command that makes one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_JOB_OPTIONS_H
 #define DRIVER_CLI_JOB_JOB_OPTIONS_H
 

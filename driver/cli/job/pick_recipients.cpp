@@ -1,4 +1,5 @@
 // The user actions behind --entry, --group and --shared.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/pick_recipients.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Adds entries and groups of a phonebook to a job through the component's phonebook dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_PICK_RECIPIENTS_H
 #define DRIVER_CLI_JOB_PICK_RECIPIENTS_H
 

@@ -1,4 +1,5 @@
 // Answering the duplicate question by policy, or by the person at the terminal.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/question_policy.h"
 
 #include "base/error.h"

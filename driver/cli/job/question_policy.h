@@ -1,4 +1,5 @@
 // Who answers the component's question about a recipient that the job holds already.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_QUESTION_POLICY_H
 #define DRIVER_CLI_JOB_QUESTION_POLICY_H
 

@@ -1,4 +1,5 @@
 // Splitting the value of --to.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/recipient_input.h"
 
 #include "base/error.h"

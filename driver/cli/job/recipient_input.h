@@ -1,4 +1,5 @@
 // A recipient as the command line's user gave it, before it is typed into the recipient dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_RECIPIENT_INPUT_H
 #define DRIVER_CLI_JOB_RECIPIENT_INPUT_H
 

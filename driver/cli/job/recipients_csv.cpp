@@ -1,4 +1,5 @@
 // From the rows of a CSV text to recipients, by its columns.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/recipients_csv.h"
 
 #include "base/error.h"

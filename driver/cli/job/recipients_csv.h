@@ -1,4 +1,5 @@
 // Reads the recipients of a job from a CSV file.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_RECIPIENTS_CSV_H
 #define DRIVER_CLI_JOB_RECIPIENTS_CSV_H
 

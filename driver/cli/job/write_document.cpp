@@ -1,4 +1,5 @@
 // From a filled job and a document to the place that takes it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/write_document.h"
 
 #include "base/clock.h"

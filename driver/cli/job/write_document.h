@@ -1,4 +1,5 @@
 // Writes the job of a session, with its document, to where the user wants it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_JOB_WRITE_DOCUMENT_H
 #define DRIVER_CLI_JOB_WRITE_DOCUMENT_H
 

@@ -1,4 +1,5 @@
 // Answers in their fixed form; a line ends in LF, texts stand in quotation marks.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_answers.h"
 
 #include "driver/cli/script/script_parser.h"

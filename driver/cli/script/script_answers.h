@@ -1,4 +1,5 @@
 // The lines that a script's commands answer with.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
 #define DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
 

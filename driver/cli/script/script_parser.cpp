@@ -1,4 +1,5 @@
 // The script parser: words first, then one table of commands.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_parser.h"
 
 #include "base/error.h"

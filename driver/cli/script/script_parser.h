@@ -1,4 +1,5 @@
 // The language of driver scripts: one user action or question about the screen a line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_SCRIPT_SCRIPT_PARSER_H
 #define DRIVER_CLI_SCRIPT_SCRIPT_PARSER_H
 

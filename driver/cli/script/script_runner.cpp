@@ -1,4 +1,5 @@
 // The steps of a script as user actions and looks at the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_runner.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Carries out the steps of a script on a driver.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 #define DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 

@@ -1,4 +1,5 @@
 // Finds rows of buttons and lays them out.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/button_groups.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // Buttons that stand together in a row, placed as one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_BUTTON_GROUPS_H
 #define DRIVER_DESKTOP_DIALOGS_BUTTON_GROUPS_H
 

@@ -1,4 +1,5 @@
 // Shows choices and numbers, and chooses.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/choice_controls.h"
 
 #include "driver/desktop/dialogs/dialog_habits.h"

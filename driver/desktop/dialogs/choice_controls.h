@@ -1,4 +1,5 @@
 // Controls with a choice or a number: check boxes, radio groups, combo boxes, spin boxes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_CHOICE_CONTROLS_H
 #define DRIVER_DESKTOP_DIALOGS_CHOICE_CONTROLS_H
 

@@ -1,4 +1,5 @@
 // Shows containers and turns pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/container_controls.h"
 
 #include "driver/desktop/dialogs/dialog_habits.h"

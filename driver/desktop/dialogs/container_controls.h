@@ -1,4 +1,5 @@
 // Controls that hold others: containers, and the set of tabs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_CONTAINER_CONTROLS_H
 #define DRIVER_DESKTOP_DIALOGS_CONTAINER_CONTROLS_H
 

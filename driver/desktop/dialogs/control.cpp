@@ -1,4 +1,5 @@
 // Shows states, queues actions, names controls.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/control.h"
 
 #include <gtkmm/spinbutton.h>

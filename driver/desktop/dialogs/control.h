@@ -1,4 +1,5 @@
 // What all controls on the screen have in common: the widget that they show, and acting on it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_CONTROL_H
 #define DRIVER_DESKTOP_DIALOGS_CONTROL_H
 

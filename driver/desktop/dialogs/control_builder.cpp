@@ -1,4 +1,5 @@
 // Chooses the control for each kind of widget and puts it in its place.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/control_builder.h"
 
 #include "driver/desktop/dialogs/simple_controls.h"

@@ -1,4 +1,5 @@
 // Makes the controls of a window from the widget tree.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_CONTROL_BUILDER_H
 #define DRIVER_DESKTOP_DIALOGS_CONTROL_BUILDER_H
 

@@ -1,4 +1,5 @@
 // Finds the buttons behind keys, and the names of controls.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/dialog_habits.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // What people expect of the dialogs beyond what their definition says: keys, names for controls.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_DIALOG_HABITS_H
 #define DRIVER_DESKTOP_DIALOGS_DIALOG_HABITS_H
 

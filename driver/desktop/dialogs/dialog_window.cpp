@@ -1,4 +1,5 @@
 // Builds a dialog's window and answers its keys.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/dialog_window.h"
 
 #include "driver/desktop/dialogs/dialog_habits.h"

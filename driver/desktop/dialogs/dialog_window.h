@@ -1,4 +1,5 @@
 // One of the component's dialogs as a window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_DIALOG_WINDOW_H
 #define DRIVER_DESKTOP_DIALOGS_DIALOG_WINDOW_H
 

@@ -1,4 +1,5 @@
 // Follows the widget tree: makes, shows and hides windows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/dialog_windows.h"
 
 #include "base/log.h"

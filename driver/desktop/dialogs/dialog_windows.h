@@ -1,4 +1,5 @@
 // Brings the component's dialogs, questions and file choosers to the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_DIALOG_WINDOWS_H
 #define DRIVER_DESKTOP_DIALOGS_DIALOG_WINDOWS_H
 

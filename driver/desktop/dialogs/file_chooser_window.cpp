@@ -1,4 +1,5 @@
 // Shows a file chooser and takes what is chosen in it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/file_chooser_window.h"
 
 #include "base/translation.h"

@@ -1,4 +1,5 @@
 // One of the component's file choosers as a window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_FILE_CHOOSER_WINDOW_H
 #define DRIVER_DESKTOP_DIALOGS_FILE_CHOOSER_WINDOW_H
 

@@ -1,4 +1,5 @@
 // Shows a list's rows and selection, and selects.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/list_control.h"
 
 #include "driver/desktop/dialogs/dialog_habits.h"

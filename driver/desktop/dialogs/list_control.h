@@ -1,4 +1,5 @@
 // A list with columns.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_LIST_CONTROL_H
 #define DRIVER_DESKTOP_DIALOGS_LIST_CONTROL_H
 

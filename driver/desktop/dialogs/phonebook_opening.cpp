@@ -1,4 +1,5 @@
 // Looks for what the phonebook program needs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/phonebook_opening.h"
 
 #include "base/error.h"

@@ -1,5 +1,6 @@
 // Opening a phonebook in the phonebook program, which the component starts without a look at what becomes of
 // it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_PHONEBOOK_OPENING_H
 #define DRIVER_DESKTOP_DIALOGS_PHONEBOOK_OPENING_H
 

@@ -1,4 +1,5 @@
 // Measures and allocates the children by their placement.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/placed_container.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // A container whose children stand at the positions of a dialog definition, without overlapping.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_PLACED_CONTAINER_H
 #define DRIVER_DESKTOP_DIALOGS_PLACED_CONTAINER_H
 

@@ -1,4 +1,5 @@
 // Shares out spare room among the widgets of a container once they are apart.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/placement.h"
 
 #include "driver/desktop/dialogs/button_groups.h"

@@ -1,4 +1,5 @@
 // Finds room for widgets whose definition gives positions for one font and one language.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_PLACEMENT_H
 #define DRIVER_DESKTOP_DIALOGS_PLACEMENT_H
 

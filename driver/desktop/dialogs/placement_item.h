@@ -1,4 +1,5 @@
 // A widget that wants a place in a container: what its definition asks for and what it needs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_PLACEMENT_ITEM_H
 #define DRIVER_DESKTOP_DIALOGS_PLACEMENT_ITEM_H
 

@@ -1,4 +1,5 @@
 // Asks questions and queues their answers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/question_dialogs.h"
 
 #include "base/translation.h"

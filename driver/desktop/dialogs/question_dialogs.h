@@ -1,4 +1,5 @@
 // The component's questions on the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_QUESTION_DIALOGS_H
 #define DRIVER_DESKTOP_DIALOGS_QUESTION_DIALOGS_H
 

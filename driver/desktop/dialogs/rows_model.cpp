@@ -1,4 +1,5 @@
 // Answers the list view's questions from the rows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/rows_model.h"
 
 #include "driver/desktop/toolkit/shown_text.h"

@@ -1,4 +1,5 @@
 // The rows of a list as a model that the toolkit's list view reads in place.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_ROWS_MODEL_H
 #define DRIVER_DESKTOP_DIALOGS_ROWS_MODEL_H
 

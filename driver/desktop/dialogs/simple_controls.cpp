@@ -1,4 +1,5 @@
 // Shows labels, pictures and buttons, and presses the latter.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/simple_controls.h"
 
 #include "driver/desktop/dialogs/dialog_habits.h"

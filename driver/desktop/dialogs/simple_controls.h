@@ -1,4 +1,5 @@
 // Controls without a value: labels, pictures, buttons.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_SIMPLE_CONTROLS_H
 #define DRIVER_DESKTOP_DIALOGS_SIMPLE_CONTROLS_H
 

@@ -1,4 +1,5 @@
 // Shows a text field and types into it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/text_field_control.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // A one-line text field.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_TEXT_FIELD_CONTROL_H
 #define DRIVER_DESKTOP_DIALOGS_TEXT_FIELD_CONTROL_H
 

@@ -1,4 +1,5 @@
 // Shows and hides windows, keeping their places.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/top_level.h"
 
 namespace quelm {

@@ -1,4 +1,5 @@
 // A window of the desktop that shows a window of the widget tree.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_TOP_LEVEL_H
 #define DRIVER_DESKTOP_DIALOGS_TOP_LEVEL_H
 

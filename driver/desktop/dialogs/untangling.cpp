@@ -1,4 +1,5 @@
 // Finds widgets that overlap and moves the one further right or further down.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/untangling.h"
 
 #include <algorithm>

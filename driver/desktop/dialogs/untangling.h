@@ -1,4 +1,5 @@
 // Moves the lines along which widgets begin until no two widgets overlap.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_DIALOGS_UNTANGLING_H
 #define DRIVER_DESKTOP_DIALOGS_UNTANGLING_H
 

@@ -1,4 +1,5 @@
 // The reader of help pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/help/help_page.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // Reads the pages of the help: headings, paragraphs and lists in plain text files.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_HELP_HELP_PAGE_H
 #define DRIVER_DESKTOP_HELP_HELP_PAGE_H
 

@@ -1,4 +1,5 @@
 // Lays a help page out in a text view.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/help/help_window.h"
 
 #include "base/error.h"

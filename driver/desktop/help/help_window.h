@@ -1,4 +1,5 @@
 // Shows the pages of the help.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_HELP_HELP_WINDOW_H
 #define DRIVER_DESKTOP_HELP_HELP_WINDOW_H
 

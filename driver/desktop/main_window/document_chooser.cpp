@@ -1,4 +1,5 @@
 // Fills the toolkit's file chooser.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/document_chooser.h"
 
 #include "base/translation.h"

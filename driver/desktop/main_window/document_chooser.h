@@ -1,4 +1,5 @@
 // The dialog in which the user chooses a document.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_DOCUMENT_CHOOSER_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_DOCUMENT_CHOOSER_H
 

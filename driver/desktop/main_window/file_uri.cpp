@@ -1,4 +1,5 @@
 // Takes URIs of files apart.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/file_uri.h"
 
 #include <glib.h>

@@ -1,4 +1,5 @@
 // Names of files as other programs hand them over.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_FILE_URI_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_FILE_URI_H
 

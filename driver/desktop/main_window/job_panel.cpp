@@ -1,4 +1,5 @@
 // The way from a fax to a job that is looked at or sent.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/job_panel.h"
 
 #include "base/clock.h"

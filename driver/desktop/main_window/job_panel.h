@@ -1,4 +1,5 @@
 // The fax job of the main window: how it is made, looked at and sent.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_JOB_PANEL_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_JOB_PANEL_H
 

@@ -1,4 +1,5 @@
 // Shows a question and takes its answer.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/main_question.h"
 
 #include "base/translation.h"

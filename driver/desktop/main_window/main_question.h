@@ -1,4 +1,5 @@
 // A question of the main window, before something that cannot be undone.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_MAIN_QUESTION_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_MAIN_QUESTION_H
 

@@ -1,4 +1,5 @@
 // The main window's layout and actions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/main_window.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The driver's main window: a document, its fax, and where the job goes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_H
 

@@ -1,4 +1,5 @@
 // Tells a height that a passing part needs from one that the user wants.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/window_height.h"
 
 #include <sigc++/functors/mem_fun.h>

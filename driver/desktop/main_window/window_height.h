@@ -1,4 +1,5 @@
 // The height that the user gave a window, apart from what passing parts make of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_MAIN_WINDOW_WINDOW_HEIGHT_H
 #define DRIVER_DESKTOP_MAIN_WINDOW_WINDOW_HEIGHT_H
 

@@ -1,4 +1,5 @@
 // Asks for one block after the other.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/block_reading.h"
 
 #include <memory>

@@ -1,4 +1,5 @@
 // Reads a stream to its end, block by block, while the main loop goes on.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_PAGES_BLOCK_READING_H
 #define DRIVER_DESKTOP_PAGES_BLOCK_READING_H
 

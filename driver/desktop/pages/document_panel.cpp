@@ -1,4 +1,5 @@
 // Fills the panel as Ghostscript gets on.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/document_panel.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // The document in the main window: its first page, its name and what is known of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_PAGES_DOCUMENT_PANEL_H
 #define DRIVER_DESKTOP_PAGES_DOCUMENT_PANEL_H
 

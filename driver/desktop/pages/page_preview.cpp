@@ -1,4 +1,5 @@
 // Writes the job into an unnamed file, and turns its pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/page_preview.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The window with a job's pages as they will be sent, cover page first.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_PAGES_PAGE_PREVIEW_H
 #define DRIVER_DESKTOP_PAGES_PAGE_PREVIEW_H
 

@@ -1,4 +1,5 @@
 // Runs Ghostscript as an asynchronous subprocess, and parts its output into pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/page_rendering.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Has Ghostscript draw the pages of a print stream while the main loop goes on.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_PAGES_PAGE_RENDERING_H
 #define DRIVER_DESKTOP_PAGES_PAGE_RENDERING_H
 

@@ -1,4 +1,5 @@
 // Draws a page on its sheet.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/page_view.h"
 
 #include "driver/desktop/toolkit/shown_text.h"

@@ -1,4 +1,5 @@
 // Shows the picture of one page, as large as its place allows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_PAGES_PAGE_VIEW_H
 #define DRIVER_DESKTOP_PAGES_PAGE_VIEW_H
 

@@ -1,4 +1,5 @@
 // Reads and writes the main window's choices with GLib's key files.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/desktop_choices.h"
 
 #include "base/atomic_file.h"

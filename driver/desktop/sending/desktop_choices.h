@@ -1,4 +1,5 @@
 // What the main window keeps between runs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_DESKTOP_CHOICES_H
 #define DRIVER_DESKTOP_SENDING_DESKTOP_CHOICES_H
 

@@ -1,4 +1,5 @@
 // Checks and words for the chosen destination.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/destination_choice.h"
 
 #include "base/error.h"

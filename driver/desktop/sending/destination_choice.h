@@ -1,4 +1,5 @@
 // Where the user wants the fax job to go, as chosen in the main window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
 #define DRIVER_DESKTOP_SENDING_DESTINATION_CHOICE_H
 

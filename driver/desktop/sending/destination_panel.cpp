@@ -1,4 +1,5 @@
 // Keeps the fields of the destination in step with its kind.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/destination_panel.h"
 
 #include "base/error.h"

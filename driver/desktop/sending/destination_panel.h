@@ -1,4 +1,5 @@
 // The fields of the main window that say where the fax job goes, and in which form.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_DESTINATION_PANEL_H
 #define DRIVER_DESKTOP_SENDING_DESTINATION_PANEL_H
 

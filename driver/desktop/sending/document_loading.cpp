@@ -1,4 +1,5 @@
 // Opens a document, and writes it into a print stream as a job would.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/document_loading.h"
 
 #include "base/error.h"

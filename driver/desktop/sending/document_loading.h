@@ -1,4 +1,5 @@
 // Opens a document on a thread of its own, and readies its pages for a look at them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_DOCUMENT_LOADING_H
 #define DRIVER_DESKTOP_SENDING_DOCUMENT_LOADING_H
 

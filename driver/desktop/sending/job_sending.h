@@ -1,4 +1,5 @@
 // Writes a recorded job with its document to a destination, on a thread of its own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_JOB_SENDING_H
 #define DRIVER_DESKTOP_SENDING_JOB_SENDING_H
 

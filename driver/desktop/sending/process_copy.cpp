@@ -1,4 +1,5 @@
 // Forks, and fetches the result through a pipe.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/process_copy.h"
 
 #include "base/error.h"

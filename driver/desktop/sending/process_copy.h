@@ -1,4 +1,5 @@
 // Does work in a copy of the process, so that the process itself stays as it is.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_PROCESS_COPY_H
 #define DRIVER_DESKTOP_SENDING_PROCESS_COPY_H
 

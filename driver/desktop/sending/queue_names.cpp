@@ -1,4 +1,5 @@
 // Asks the print server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/queue_names.h"
 
 #include "driver/jobs/print_queues.h"

@@ -1,4 +1,5 @@
 // The print queues in the order in which the main window offers them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_QUEUE_NAMES_H
 #define DRIVER_DESKTOP_SENDING_QUEUE_NAMES_H
 

@@ -1,4 +1,5 @@
 // Records and replays what the component writes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/recorded_job.h"
 
 #include "base/error.h"

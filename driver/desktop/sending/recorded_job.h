@@ -1,4 +1,5 @@
 // What the component writes for a job, recorded so that the job can be written on another thread.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_RECORDED_JOB_H
 #define DRIVER_DESKTOP_SENDING_RECORDED_JOB_H
 

@@ -1,4 +1,5 @@
 // What assistive tools and tests know a widget by.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_ACCESSIBLE_H
 #define DRIVER_DESKTOP_TOOLKIT_ACCESSIBLE_H
 

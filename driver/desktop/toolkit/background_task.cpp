@@ -1,4 +1,5 @@
 // Threads whose ends are told through the default main loop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/background_task.h"
 
 #include <glib.h>

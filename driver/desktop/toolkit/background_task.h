@@ -1,4 +1,5 @@
 // Work on a thread of its own, whose end the main loop is told of.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_BACKGROUND_TASK_H
 #define DRIVER_DESKTOP_TOOLKIT_BACKGROUND_TASK_H
 

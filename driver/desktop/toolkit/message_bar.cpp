@@ -1,4 +1,5 @@
 // Shows and hides the lines.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/message_bar.h"
 
 #include "base/translation.h"

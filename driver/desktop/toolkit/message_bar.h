@@ -1,4 +1,5 @@
 // What stands at the top of the main window: how something ended, and what else the user should know.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_MESSAGE_BAR_H
 #define DRIVER_DESKTOP_TOOLKIT_MESSAGE_BAR_H
 

@@ -1,4 +1,5 @@
 // Loads pictures from the installation's icon folder.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/pictures.h"
 
 #include "base/log.h"

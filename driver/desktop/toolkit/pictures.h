@@ -1,4 +1,5 @@
 // The pictures of the dialogs, by the names that the definition gives them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_PICTURES_H
 #define DRIVER_DESKTOP_TOOLKIT_PICTURES_H
 

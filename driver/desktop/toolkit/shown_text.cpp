@@ -1,4 +1,5 @@
 // Translates and cleans texts for the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/shown_text.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // What a widget's text looks like on the screen: translated, in valid UTF-8, with its line breaks.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_SHOWN_TEXT_H
 #define DRIVER_DESKTOP_TOOLKIT_SHOWN_TEXT_H
 

@@ -1,4 +1,5 @@
 // The driver's style sheet.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/style.h"
 
 #include <gdkmm/screen.h>

@@ -1,4 +1,5 @@
 // The look that all windows of the driver share.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_STYLE_H
 #define DRIVER_DESKTOP_TOOLKIT_STYLE_H
 

@@ -1,4 +1,5 @@
 // Runs queued actions and refreshes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/user_turns.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Carries out what people do, and draws what came of it, once per turn of the main loop.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_TOOLKIT_USER_TURNS_H
 #define DRIVER_DESKTOP_TOOLKIT_USER_TURNS_H
 

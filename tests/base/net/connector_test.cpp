@@ -1,4 +1,5 @@
 // Connections that stand within bounds, or not at all.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/connector.h"
 
 #include "base/net/look_up.h"

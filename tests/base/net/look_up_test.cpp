@@ -1,4 +1,5 @@
 // Tests of looking up hosts, with a name service in between that can be told to fail.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/look_up.h"
 
 #include "tests/servers/name_service.h"

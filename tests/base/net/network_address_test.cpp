@@ -1,4 +1,5 @@
 // Tests of the addresses of devices.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/net/network_address.h"
 
 #include "tests/support/failure_line.h"

@@ -1,4 +1,5 @@
 // Rows of texts for a terminal.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/columns.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The progress line, on a terminal and off it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/progress_line.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Which terminal emulator is found, and when one is needed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/terminal_emulator.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Answers to yes and no questions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/yes_no.h"
 
 #include <gtest/gtest.h>

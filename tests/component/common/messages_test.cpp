@@ -1,4 +1,5 @@
 // Messages: the host's translation where there is one, the English text otherwise.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/messages.h"
 
 #include "common/module_state.h"

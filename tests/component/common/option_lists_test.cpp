@@ -1,4 +1,5 @@
 // The groups of features: which call hands the host which list.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/option_lists.h"
 
 #include "tests/support/component_test.h"

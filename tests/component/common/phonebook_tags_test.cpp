@@ -1,4 +1,5 @@
 // The field tags of phonebook records, which hosts read, too.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/phonebook_tags.h"
 
 #include <gtest/gtest.h>

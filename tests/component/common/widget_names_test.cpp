@@ -1,4 +1,5 @@
 // The names of the widgets as the component has them: those of the definition that it ships, each once.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "common/widget_names.h"
 
 #include "frame/dialog_definition.h"

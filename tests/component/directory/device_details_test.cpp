@@ -1,4 +1,5 @@
 // "LDAP Info Dialog": the settings read from the device, object by object.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/device_details.h"
 
 #include "directory/device_directory.h"

@@ -1,4 +1,5 @@
 // Connecting to the directory that the device is configured with, and switching the directory off.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/device_directory.h"
 
 #include "common/module_state.h"

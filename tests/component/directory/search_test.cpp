@@ -1,4 +1,5 @@
 // Searching the directory, its results and status texts, and picking a result.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/search.h"
 
 #include "common/module_state.h"

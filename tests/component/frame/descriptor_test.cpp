@@ -1,4 +1,5 @@
 // The descriptor objects, and that the definition, the export list and the widgets' names fit together.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/descriptor.h"
 
 #include "tests/support/component_test.h"

@@ -1,4 +1,5 @@
 // The dialog definition: what hosts build from it, read with an XML parser of its own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/dialog_definition.h"
 
 #include "base/texts.h"

@@ -1,4 +1,5 @@
 // What the dialogs must be: every window and widget, as hosts and the callbacks rely on them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_COMPONENT_FRAME_EXPECTED_DIALOGS_H
 #define TESTS_COMPONENT_FRAME_EXPECTED_DIALOGS_H
 

@@ -1,4 +1,5 @@
 // Start-up: the order of its calls to the host, and every way in which it fails.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/startup.h"
 
 #include "common/module_state.h"

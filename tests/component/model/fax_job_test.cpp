@@ -1,4 +1,5 @@
 // The fax job: its defaults, the host's parameters, its three lists and who owns what in them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/fax_job.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // How a list of recipients is shown in its widget, and the buttons beside the job's list.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/list_refresh.h"
 
 #include "model/fax_job.h"

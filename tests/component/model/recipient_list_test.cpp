@@ -1,4 +1,5 @@
 // The list of recipients: order, positions, walking, lookup by key, and who destroys what.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/recipient_list.h"
 
 #include "tests/support/component_test.h"

@@ -1,4 +1,5 @@
 // One recipient: its keyed texts, the number to dial, its XML fragment.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/recipient.h"
 
 #include "tests/support/component_test.h"

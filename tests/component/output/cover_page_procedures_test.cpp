@@ -1,4 +1,5 @@
 // The page program's procedures and constants, one by one, in Ghostscript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/component/output/filled_cover_page.h"
 #include "tests/component/output/ghostscript.h"
 

@@ -1,4 +1,5 @@
 // The cover page on paper: what stands where, and that the document behind it notices nothing.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/component/output/filled_cover_page.h"
 #include "tests/component/output/ghostscript.h"
 

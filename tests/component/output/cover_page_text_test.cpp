@@ -1,4 +1,5 @@
 // The cover page's two texts as they stand: sizes, the template's slots, the page program's outline.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "output/cover_page.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The cover page: the recipient text, the sixteen values, and the two writes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "frame/descriptor.h"
 #include "host/calls.h"
 #include "tests/support/component_test.h"

@@ -1,4 +1,5 @@
 // Cover pages with values of a test's choice.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/component/output/filled_cover_page.h"
 
 #include "output/cover_page.h"

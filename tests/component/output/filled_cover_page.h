@@ -1,4 +1,5 @@
 // Cover pages with values of a test's choice.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_COMPONENT_OUTPUT_FILLED_COVER_PAGE_H
 #define TESTS_COMPONENT_OUTPUT_FILLED_COVER_PAGE_H
 

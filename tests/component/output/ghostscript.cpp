@@ -1,4 +1,5 @@
 // Ghostscript as a test tool.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/component/output/ghostscript.h"
 
 #include <rapidxml/rapidxml.hpp>

@@ -1,4 +1,5 @@
 // Runs PostScript programs in Ghostscript and reads what came out: words printed, texts and ink on pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_COMPONENT_OUTPUT_GHOSTSCRIPT_H
 #define TESTS_COMPONENT_OUTPUT_GHOSTSCRIPT_H
 

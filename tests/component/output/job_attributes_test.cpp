@@ -1,4 +1,5 @@
 // The attribute lines of a fax job: which, in which order and in how many writes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/calls.h"
 #include "tests/support/component_test.h"
 #include "tests/support/recording_writer.h"

@@ -1,4 +1,5 @@
 // A recipient's lines in the print stream.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/calls.h"
 #include "tests/support/component_test.h"
 

@@ -1,4 +1,5 @@
 // The delayed-send line, composed from the chosen time and the machine's clock.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/support/component_test.h"
 #include "tests/support/recording_writer.h"
 

@@ -1,4 +1,5 @@
 // The phonebook file choosers, and opening a phonebook in the phonebook program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_files.h"
 
 #include "tests/support/phonebook_test.h"

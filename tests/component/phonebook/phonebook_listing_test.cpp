@@ -1,4 +1,5 @@
 // Opening, creating and re-reading phonebooks, and the rows that their records become.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_listing.h"
 
 #include "directory/search.h"

@@ -1,4 +1,5 @@
 // Which phonebook is the current one, and the folders that phonebooks live in.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_state.h"
 
 #include "common/module_state.h"

@@ -1,4 +1,5 @@
 // Decoding phonebook records: the tagged text and the member lists.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/record_format.h"
 
 #include "host/record_database.h"

@@ -1,4 +1,5 @@
 // Recipients and groups as the records that a phonebook gets.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/record_database.h"
 #include "phonebook/phonebook_state.h"
 #include "tests/support/component_test.h"

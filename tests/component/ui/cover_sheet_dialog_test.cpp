@@ -1,4 +1,5 @@
 // The cover sheet dialog and the sender dialog: what they take over, and what Cancel returns to.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/cover_sheet_dialog.h"
 
 #include "tests/support/component_test.h"

@@ -1,4 +1,5 @@
 // The question that is asked before a recipient is added a second time.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/duplicate_question.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // The check of a typed name and fax number, and its error window.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/entry_check.h"
 
 #include "host/calls.h"

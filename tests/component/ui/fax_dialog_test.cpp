@@ -1,4 +1,5 @@
 // The main fax dialog: opening, OK, Cancel, and the preference boxes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/fax_dialog.h"
 
 #include "directory/device_directory.h"

@@ -1,4 +1,5 @@
 // The phonebook dialog: choosing the kind of phonebook, opening, OK and Cancel.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/phonebook_dialog.h"
 
 #include "common/module_state.h"

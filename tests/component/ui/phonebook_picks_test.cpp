@@ -1,4 +1,5 @@
 // Picking entries and groups of a phonebook, with the questions about duplicates.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/phonebook_picks.h"
 
 #include "tests/support/phonebook_test.h"

@@ -1,4 +1,5 @@
 // Opening a recipient of the job for editing, and the properties of a pick.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_details.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // The recipient dialog: adding, the duplicate question, editing in place, saving to the phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_dialog.h"
 
 #include "host/record_database.h"

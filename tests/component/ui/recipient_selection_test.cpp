@@ -1,4 +1,5 @@
 // Selecting and removing recipients: the buttons beside the lists, the questions, the removals.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/recipient_selection.h"
 
 #include "tests/support/component_test.h"

@@ -1,4 +1,5 @@
 // Saving the job's recipients as a group, and one of them as an entry, in the personal phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/save_to_phonebook.h"
 
 #include "tests/support/phonebook_test.h"

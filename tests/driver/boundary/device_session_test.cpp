@@ -1,4 +1,5 @@
 // The boundary's questions to the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The component director.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/director.h"
 
 #include "tests/support/log_capture.h"

@@ -1,4 +1,5 @@
 // What the component gets from a real directory.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/directory/directory_fixture.h"
 
 #include <sys/socket.h>

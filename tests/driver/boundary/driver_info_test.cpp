@@ -1,4 +1,5 @@
 // What the component is told about the driver.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/driver_info.h"
 
 #include "base/clock.h"

@@ -1,4 +1,5 @@
 // Reasons are kept, and each is logged once.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/failures.h"
 
 #include "tests/support/log_capture.h"

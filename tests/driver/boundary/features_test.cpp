@@ -1,4 +1,5 @@
 // The boundary's functions on features.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/features.h"
 
 #include "tests/support/test_dialogs.h"

@@ -1,4 +1,5 @@
 // Paths that exist and directories that are created.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/files.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // Widget objects: rows, selections, file choosers and handles that outlive their driver.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/gtk_handle.h"
 #include "tests/support/test_dialogs.h"
 

@@ -1,4 +1,5 @@
 // The one host state and the globals.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/host_state.h"
 
 #include "base/error.h"

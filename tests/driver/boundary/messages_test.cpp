@@ -1,4 +1,5 @@
 // Questions through the boundary, and plain text out of markup.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/messages.h"
 
 #include "tests/support/test_dialogs.h"

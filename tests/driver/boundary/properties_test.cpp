@@ -1,4 +1,5 @@
 // Which slot carries which property, on every kind of widget.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/properties.h"
 
 #include "tests/support/test_dialogs.h"

@@ -1,4 +1,5 @@
 // The host's record database as the component uses it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/record_database.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,4 +1,5 @@
 // Messages about names and numbers, token lists and formatted copies.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/texts.h"
 
 #include "host/calls.h"

@@ -1,4 +1,5 @@
 // The boundary's functions on widgets by name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/widgets.h"
 
 #include "tests/support/test_dialogs.h"

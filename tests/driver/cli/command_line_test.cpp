@@ -1,4 +1,5 @@
 // What the command line's options become.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/command_line.h"
 
 #include "tests/support/failure_line.h"

@@ -1,4 +1,5 @@
 // The command line over the configuration file.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/driver_setup.h"
 
 #include "tests/support/failure_line.h"

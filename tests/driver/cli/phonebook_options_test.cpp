@@ -1,4 +1,5 @@
 // The command `phonebook` as it is parsed.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "driver/cli/command_line.h"
 #include "tests/support/failure_line.h"

@@ -1,4 +1,5 @@
 // The configuration file: what it may say, and what is said about a wrong one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/configuration_file.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Finding the installation, the user and the settings.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/installation.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Looking callbacks up: the component's, the driver's own, and names that nobody provides.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/callbacks.h"
 
 #include "tests/support/log_capture.h"

@@ -1,4 +1,5 @@
 // Starting a driver, what it shows, and what it keeps.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/driver.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,4 +1,5 @@
 // The fax component itself in a driver without a screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_library.h"
 #include "driver/widgets/widget_tree.h"
 #include "tests/support/build_paths.h"

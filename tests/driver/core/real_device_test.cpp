@@ -1,4 +1,5 @@
 // The fax component in a driver that is connected to a device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/device_session.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"

@@ -1,4 +1,5 @@
 // Why a component could not start.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/start_failure.h"
 
 #include "driver/boundary/host_state.h"

@@ -1,4 +1,5 @@
 // What a user can do, what it fires, and what is refused with which words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/user_actions.h"
 
 #include "driver/widgets/widget_tree.h"

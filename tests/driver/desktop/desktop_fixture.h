@@ -1,4 +1,5 @@
 // The component's dialogs on a screen, and a person in front of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DESKTOP_DESKTOP_FIXTURE_H
 #define TESTS_DRIVER_DESKTOP_DESKTOP_FIXTURE_H
 

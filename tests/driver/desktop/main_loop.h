@@ -1,4 +1,5 @@
 // Lets the default main loop run until something has happened.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DESKTOP_MAIN_LOOP_H
 #define TESTS_DRIVER_DESKTOP_MAIN_LOOP_H
 

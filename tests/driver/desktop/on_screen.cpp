@@ -1,4 +1,5 @@
 // Walks over the windows of the program.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/desktop/on_screen.h"
 
 #include <gtest/gtest.h>

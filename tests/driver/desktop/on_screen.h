@@ -1,4 +1,5 @@
 // Finds the program's widgets as assistive tools do, by their accessible descriptions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DESKTOP_ON_SCREEN_H
 #define TESTS_DRIVER_DESKTOP_ON_SCREEN_H
 

@@ -1,4 +1,5 @@
 // Tests of the window that says why the desktop could not be started.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/application.h"
 #include "tests/driver/desktop/on_screen.h"
 #include "tests/driver/desktop/toolkit.h"

@@ -1,4 +1,5 @@
 // The toolkit, as the tests on a screen need it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DESKTOP_TOOLKIT_H
 #define TESTS_DRIVER_DESKTOP_TOOLKIT_H
 

@@ -1,4 +1,5 @@
 // Tests of the way from the log to the window and to standard error.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/window_log.h"
 
 #include "tests/driver/desktop/main_loop.h"

@@ -1,4 +1,5 @@
 // The devices behind their addresses.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/device_address.h"
 
 #include "tests/servers/name_service.h"

@@ -1,4 +1,5 @@
 // Dotted numbers: what names an object and what does not.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/object_identifier.h"
 
 #include <gtest/gtest.h>

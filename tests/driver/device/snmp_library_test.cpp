@@ -1,4 +1,5 @@
 // The SNMP library starts without a trace.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_library.h"
 
 #include "tests/support/log_capture.h"

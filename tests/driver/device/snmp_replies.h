@@ -1,4 +1,5 @@
 // Answers of a device, put together by hand: also those that no real server gives.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DEVICE_SNMP_REPLIES_H
 #define TESTS_DRIVER_DEVICE_SNMP_REPLIES_H
 

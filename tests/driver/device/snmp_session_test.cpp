@@ -1,4 +1,5 @@
 // Questions to devices: real ones, and ones that misbehave.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_session.h"
 
 #include "base/error.h"

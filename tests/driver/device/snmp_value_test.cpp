@@ -1,4 +1,5 @@
 // What a device sends, as text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/device/snmp_value.h"
 
 #include <gtest/gtest.h>

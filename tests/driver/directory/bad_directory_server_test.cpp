@@ -1,4 +1,5 @@
 // Servers that hang up, talk nonsense, talk for ever, or die in mid-search.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_session.h"
 #include "tests/driver/directory/directory_fixture.h"
 

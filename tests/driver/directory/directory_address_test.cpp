@@ -1,4 +1,5 @@
 // How directory addresses are read.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_address.h"
 
 #include <gtest/gtest.h>

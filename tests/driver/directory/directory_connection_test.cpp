@@ -1,4 +1,5 @@
 // Reaching a server by its name, and TLS: who is trusted, and that nothing goes out in plain instead.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_connection.h"
 
 #include "tests/driver/directory/directory_fixture.h"

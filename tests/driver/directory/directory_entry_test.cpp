@@ -1,4 +1,5 @@
 // What becomes of a directory's values, and how they are found.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_entry.h"
 
 #include <gtest/gtest.h>

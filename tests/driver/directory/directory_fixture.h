@@ -1,4 +1,5 @@
 // What tests of the directory client share: a session as the component uses it, and its limits.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DIRECTORY_DIRECTORY_FIXTURE_H
 #define TESTS_DRIVER_DIRECTORY_DIRECTORY_FIXTURE_H
 

@@ -1,4 +1,5 @@
 // What a user is told when a directory cannot be used.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_messages.h"
 
 #include <gtest/gtest.h>

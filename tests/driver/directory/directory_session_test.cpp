@@ -1,4 +1,5 @@
 // Servers that come, go, hang and refuse.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_session.h"
 
 #include "tests/driver/directory/directory_fixture.h"

@@ -1,4 +1,5 @@
 // Tests of copying a document into a job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document_copy.h"
 
 #include "tests/driver/jobs/job_support.h"

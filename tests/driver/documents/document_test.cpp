@@ -1,4 +1,5 @@
 // Tests of opening documents.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document.h"
 
 #include "tests/driver/jobs/job_support.h"

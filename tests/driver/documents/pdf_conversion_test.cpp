@@ -1,4 +1,5 @@
 // Tests of PDF documents, which Ghostscript turns into PostScript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/pdf_conversion.h"
 
 #include "driver/documents/document.h"

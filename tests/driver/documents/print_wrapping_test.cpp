@@ -1,4 +1,5 @@
 // Tests of finding the PostScript inside what printer drivers put around it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/print_wrapping.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The file of kept options.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/features/feature_file.h"
 
 #include "base/error.h"

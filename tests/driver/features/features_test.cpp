@@ -1,4 +1,5 @@
 // Features: defaults, snapshots, and what is kept between runs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/features/features.h"
 
 #include "tests/support/log_capture.h"

@@ -1,4 +1,5 @@
 // Tests of print queues of a real print server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/cups_destination.h"
 
 #include "driver/jobs/cups_server.h"

@@ -1,4 +1,5 @@
 // Tests of asking a print server: within bounds, and without a prompt.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/cups_server.h"
 
 #include "tests/driver/jobs/cups_support.h"

@@ -1,4 +1,5 @@
 // What the tests of print queues share: a job, and the print server of the thread.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_JOBS_CUPS_SUPPORT_H
 #define TESTS_DRIVER_JOBS_CUPS_SUPPORT_H
 

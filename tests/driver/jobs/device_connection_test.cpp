@@ -1,4 +1,5 @@
 // Tests of finding devices and connecting to them, and of what users read when that fails.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/device_connection.h"
 
 #include "tests/servers/listeners.h"

@@ -1,4 +1,5 @@
 // Jobs that end half-way: what was there before is there afterwards, and nothing else.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/jobs/output.h"

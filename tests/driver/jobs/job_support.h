@@ -1,4 +1,5 @@
 // What the tests of the print path share: a folder of their own, a fax session to write, and Ghostscript.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_JOBS_JOB_SUPPORT_H
 #define TESTS_DRIVER_JOBS_JOB_SUPPORT_H
 

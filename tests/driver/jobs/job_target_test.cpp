@@ -1,4 +1,5 @@
 // Tests of the way from a target's name to what takes the job there.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_target.h"
 
 #include "tests/driver/jobs/cups_support.h"

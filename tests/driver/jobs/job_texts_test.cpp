@@ -1,4 +1,5 @@
 // Tests of a user's texts in the comments of a print job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_texts.h"
 
 #include <gtest/gtest.h>

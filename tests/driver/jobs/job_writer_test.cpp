@@ -1,4 +1,5 @@
 // Tests of what a fax job's print stream consists of.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_writer.h"
 
 #include "tests/driver/jobs/job_support.h"

@@ -1,4 +1,5 @@
 // Tests of where a finished job goes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/output.h"
 
 #include "tests/driver/jobs/job_support.h"

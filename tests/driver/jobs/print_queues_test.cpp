@@ -1,4 +1,5 @@
 // Tests of listing the queues of a real print server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/print_queues.h"
 
 #include "tests/driver/jobs/cups_support.h"

@@ -1,4 +1,5 @@
 // Jobs as Ghostscript renders them: every kind of document, in both forms of job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_writer.h"
 #include "tests/driver/jobs/job_support.h"
 #include "tests/support/build_paths.h"

@@ -1,4 +1,5 @@
 // Tests of sending jobs to devices: good ones, and ones that fail in every manner.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/tcp_destination.h"
 
 #include "tests/driver/jobs/job_support.h"

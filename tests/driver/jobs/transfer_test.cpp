@@ -1,4 +1,5 @@
 // Tests of what a front end and a job on its way tell each other.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/transfer.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Actions on phonebooks.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/actions.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

@@ -1,4 +1,5 @@
 // CSV files of entries and groups.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/contacts.h"
 #include "tests/driver/phonebook/phonebook_folder.h"
 

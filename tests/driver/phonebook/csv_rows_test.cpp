@@ -1,4 +1,5 @@
 // Rows of CSV text and their lines.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/csv_rows.h"
 
 #include <gmock/gmock.h>

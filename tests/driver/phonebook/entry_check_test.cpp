@@ -1,4 +1,5 @@
 // What an entry or group must be like to be kept.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/entry_check.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

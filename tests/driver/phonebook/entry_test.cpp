@@ -1,4 +1,5 @@
 // Texts of entries and groups without what records do not keep.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/entry.h"
 
 #include <gmock/gmock.h>

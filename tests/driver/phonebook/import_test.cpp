@@ -1,4 +1,5 @@
 // Imports: all or nothing, counted, and told line by line.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/import.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

@@ -1,4 +1,5 @@
 // Lists, and finding what a user names.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/listing.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

@@ -1,4 +1,5 @@
 // The menu, typed at.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/menu.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

@@ -1,4 +1,5 @@
 // A phonebook in a folder of the test's own, with entries to start from.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_PHONEBOOK_PHONEBOOK_FOLDER_H
 #define TESTS_DRIVER_PHONEBOOK_PHONEBOOK_FOLDER_H
 

@@ -1,4 +1,5 @@
 // Opening, making and changing a phonebook.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/phonebook.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

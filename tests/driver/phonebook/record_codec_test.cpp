@@ -1,4 +1,5 @@
 // Records, byte for byte, and what is made of odd ones.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/record_codec.h"
 
 #include "tests/driver/phonebook/phonebook_folder.h"

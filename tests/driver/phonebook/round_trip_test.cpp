@@ -1,4 +1,5 @@
 // What is exported and imported again is the same, in every format.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/import.h"

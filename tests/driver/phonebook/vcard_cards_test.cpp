@@ -1,4 +1,5 @@
 // Finding the cards in a text.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/vcard_cards.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // Cards as they are written.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/contacts.h"
 #include "tests/driver/phonebook/phonebook_folder.h"
 

@@ -1,4 +1,5 @@
 // What the component throws ends at the guard.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/call_guard.h"
 
 #include "tests/support/log_capture.h"

@@ -1,4 +1,5 @@
 // The fax job through the linker names of its member functions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_fax_session.h"
 
 #include "base/error.h"

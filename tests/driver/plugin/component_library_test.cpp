@@ -1,4 +1,5 @@
 // Loading components, and what is said about files that are none.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_library.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Asking, answering and closing questions.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/questions.h"
 
 #include "tests/support/log_capture.h"

@@ -1,4 +1,5 @@
 // Files that the loader must not be given.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/shared_object.h"
 
 #include "tests/support/plugin_paths.h"

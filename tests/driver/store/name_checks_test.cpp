@@ -1,4 +1,5 @@
 // What names and telephone numbers may hold, and what is said of those that hold more.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/store/name_checks.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // Phonebook files after crashes and on full disks.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/store/record_store_fixture.h"
 
 #include <sys/resource.h>

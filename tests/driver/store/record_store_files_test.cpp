@@ -1,4 +1,5 @@
 // Phonebook files by any name, with little permission, and files that are none.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/store/record_store_fixture.h"
 
 #include <sys/stat.h>

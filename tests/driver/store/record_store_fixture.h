@@ -1,4 +1,5 @@
 // Phonebook files as record stores, in a folder of the test's own.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_STORE_RECORD_STORE_FIXTURE_H
 #define TESTS_DRIVER_STORE_RECORD_STORE_FIXTURE_H
 

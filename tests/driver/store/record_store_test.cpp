@@ -1,4 +1,5 @@
 // Records in phonebook files.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/store/record_store_fixture.h"
 
 TEST_F(RecordStoreTest, RecordsKeepTheirOrderAndARepeatedKeyItsPlace)

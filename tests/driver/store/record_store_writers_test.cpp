@@ -1,4 +1,5 @@
 // Phonebook files that several drivers use at once.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/store/record_store_fixture.h"
 
 #include <sys/wait.h>

@@ -1,4 +1,5 @@
 // Which widgets follow which options.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/bindings.h"
 
 #include "tests/support/test_dialogs.h"

@@ -1,4 +1,5 @@
 // Reading dialog definitions, good and bad.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/definition.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // The storage of list rows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/rows.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The names of the widgets as the driver has them: those of the component's definition, each once.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget_names.h"
 
 #include "driver/widgets/widget_tree.h"

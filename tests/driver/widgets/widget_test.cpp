@@ -1,4 +1,5 @@
 // A widget's state and the changes that its observers are told.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget.h"
 
 #include "tests/support/test_dialogs.h"

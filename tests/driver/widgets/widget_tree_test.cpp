@@ -1,4 +1,5 @@
 // The tree: names, windows, file choosers and observers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget_tree.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // What a widget shows.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/widgets/widget_view.h"
 
 #include "tests/support/test_dialogs.h"

@@ -1,4 +1,5 @@
 // What a user typed, as a search filter takes it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/directory_dialog.h"
 
 #include <gtest/gtest.h>

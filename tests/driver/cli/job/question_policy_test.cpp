@@ -1,4 +1,5 @@
 // Who answers the duplicate question, and how.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/question_policy.h"
 
 #include "tests/support/failure_line.h"

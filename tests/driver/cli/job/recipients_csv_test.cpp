@@ -1,4 +1,5 @@
 // The CSV reader: what it takes, and what it says about what it does not.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/recipients_csv.h"
 
 #include "tests/support/failure_line.h"

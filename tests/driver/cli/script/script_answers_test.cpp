@@ -1,4 +1,5 @@
 // The fixed form of a script's answers.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_answers.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 // The script language: words, quotation marks, commands, and what is said about typos.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_parser.h"
 
 #include "tests/support/failure_line.h"

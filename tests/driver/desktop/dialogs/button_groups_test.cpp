@@ -1,4 +1,5 @@
 // Rows of buttons that are placed as one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/button_groups.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // Keys and names that the component's dialogs have on a screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/dialog_habits.h"
 
 #include "driver/widgets/widget_tree.h"

@@ -1,4 +1,5 @@
 // Every window of the real definition on the screen: nothing overlaps, nothing is cut off.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/process.h"
 #include "base/translation.h"
 #include "driver/desktop/dialogs/control.h"

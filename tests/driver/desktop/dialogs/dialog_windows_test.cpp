@@ -1,4 +1,5 @@
 // The dialogs on the screen and the widget tree follow each other.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/dialog_windows.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // What a file chooser starts with and gives back.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/file_chooser_window.h"
 
 #include "tests/driver/desktop/desktop_fixture.h"

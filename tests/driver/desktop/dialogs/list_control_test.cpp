@@ -1,4 +1,5 @@
 // Lists on the screen: rows, selection, columns, keys.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/list_control.h"
 
 #include "tests/driver/desktop/desktop_fixture.h"

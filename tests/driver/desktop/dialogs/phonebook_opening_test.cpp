@@ -1,4 +1,5 @@
 // "Open..." on the preferences page: the phonebook program is started, or the dialog tells why it is not.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/phonebook_opening.h"
 
 #include "tests/driver/desktop/desktop_fixture.h"

@@ -1,4 +1,5 @@
 // Room for widgets that need more than the definition gave them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/placement.h"
 
 #include <gtest/gtest.h>

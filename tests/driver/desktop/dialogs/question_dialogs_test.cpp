@@ -1,4 +1,5 @@
 // Questions of the component on the screen.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/question_dialogs.h"
 
 #include "driver/plugin/questions.h"

@@ -1,4 +1,5 @@
 // The rows of a list, as a list view of the toolkit reads them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/rows_model.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 // The lines along which widgets begin, moved until no two widgets overlap.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/dialogs/untangling.h"
 
 #include <gmock/gmock.h>

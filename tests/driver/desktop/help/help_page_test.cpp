@@ -1,4 +1,5 @@
 // Tests of the reader of help pages, and of our own pages.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/help/help_page.h"
 
 #include "tests/support/build_paths.h"

@@ -1,4 +1,5 @@
 // Tests of the German help pages against the English ones, and of how both reach the programs.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/help/help_page.h"
 #include "driver/desktop/help/help_window.h"
 #include "driver/desktop/toolkit/shown_text.h"

@@ -1,4 +1,5 @@
 // Tests of choosing the document in a dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/document_chooser.h"
 
 #include "tests/driver/desktop/main_window/main_window_fixture.h"

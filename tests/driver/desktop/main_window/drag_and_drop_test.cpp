@@ -1,4 +1,5 @@
 // Tests of documents that are dropped on the main window, by a pointer that drags them there.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/desktop/main_window/main_window_fixture.h"
 
 #include <gdkmm/dragcontext.h>

@@ -1,4 +1,5 @@
 // Tests of the names of files that other programs hand over.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/file_uri.h"
 
 #include <glib.h>

@@ -1,4 +1,5 @@
 // Tests of the questions that the main window asks itself.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/main_question.h"
 
 #include "tests/driver/desktop/main_loop.h"

@@ -1,4 +1,5 @@
 // The main window on a display, over the real component, and a person in front of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef TESTS_DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_FIXTURE_H
 #define TESTS_DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_FIXTURE_H
 

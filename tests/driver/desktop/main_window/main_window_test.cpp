@@ -1,4 +1,5 @@
 // Tests of the main window on a display, over the real component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/main_window.h"
 
 #include "driver/core/callbacks.h"

@@ -1,4 +1,5 @@
 // Tests of handing jobs from the main window over to queues of a real print server.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/driver/desktop/main_window/main_window_fixture.h"
 #include "tests/servers/cupsd_server.h"
 

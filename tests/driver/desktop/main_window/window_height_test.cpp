@@ -1,4 +1,5 @@
 // Tests of the height of a window with a part that comes and goes.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/main_window/window_height.h"
 
 #include "tests/driver/desktop/main_loop.h"

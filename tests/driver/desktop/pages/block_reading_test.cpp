@@ -1,4 +1,5 @@
 // Tests of the reading of streams.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/block_reading.h"
 
 #include "tests/driver/desktop/main_loop.h"

@@ -1,4 +1,5 @@
 // Tests of the drawing of pages; Ghostscript does it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/page_rendering.h"
 
 #include "tests/driver/desktop/main_loop.h"

@@ -1,4 +1,5 @@
 // Tests of the parting of a stream of pictures.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/pages/png_stream.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Tests of the choices that the main window keeps.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/desktop_choices.h"
 
 #include "base/log.h"

@@ -1,4 +1,5 @@
 // Tests of the chosen destination's checks and words.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/destination_choice.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Tests of the opening of documents.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/document_loading.h"
 
 #include "base/error.h"

@@ -1,4 +1,5 @@
 // Tests of the way of a job to its destination.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/job_sending.h"
 
 #include "base/error.h"

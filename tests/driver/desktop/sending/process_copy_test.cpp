@@ -1,4 +1,5 @@
 // Tests of work in a copy of the process.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/process_copy.h"
 
 #include "base/error.h"

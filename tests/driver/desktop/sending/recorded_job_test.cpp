@@ -1,4 +1,5 @@
 // Tests of the recording and replaying of a job.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/recorded_job.h"
 
 #include "base/error.h"

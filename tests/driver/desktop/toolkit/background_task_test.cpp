@@ -1,4 +1,5 @@
 // Tests of work on threads whose end the main loop is told of.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/background_task.h"
 
 #include "tests/driver/desktop/main_loop.h"

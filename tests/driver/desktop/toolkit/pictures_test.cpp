@@ -1,4 +1,5 @@
 // The pictures that the dialogs name.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/pictures.h"
 
 #include "driver/widgets/widget_tree.h"

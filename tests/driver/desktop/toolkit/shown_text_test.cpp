@@ -1,4 +1,5 @@
 // Texts as the screen shows them.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/shown_text.h"
 
 #include "driver/widgets/widget_tree.h"

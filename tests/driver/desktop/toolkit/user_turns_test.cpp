@@ -1,4 +1,5 @@
 // Actions and refreshes, a turn of the main loop at a time.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/toolkit/user_turns.h"
 
 #include "base/error.h"

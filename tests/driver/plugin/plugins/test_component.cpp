@@ -1,4 +1,5 @@
 // A small component with one window of every widget, and its broken relatives.
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "host/print_stream.h"
