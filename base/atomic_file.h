@@ -40,7 +40,7 @@ public:
 
     /// Like `commit`, but never replaces: false, and nothing changed, when something of that
     /// name exists by now.
-    bool commitNew();
+    [[nodiscard]] bool commitNew();
 
     /// The target as it was given.
     const std::string& path() const;

@@ -38,7 +38,7 @@ public:
     }
 
     /// True as soon as the call came back, false when it did not until `deadline`.
-    bool isBackBefore(Deadline deadline)
+    [[nodiscard]] bool isBackBefore(Deadline deadline)
     {
         isBack_ = isBack_ || result_.wait_until(deadline) == std::future_status::ready;
         return isBack_;

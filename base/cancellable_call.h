@@ -19,8 +19,8 @@ namespace quelm {
 /// destroyed there. So `call` must own all that it uses, and its result clean up after itself. Throws
 /// std::system_error when no thread can be had.
 template <class Call>
-std::optional<std::invoke_result_t<Call>> callBefore(Deadline deadline, const Cancellation& cancelled,
-                                                     Call call)
+[[nodiscard]] std::optional<std::invoke_result_t<Call>> callBefore(Deadline deadline,
+                                                                   const Cancellation& cancelled, Call call)
 {
     auto started = startCall(std::move(call));
     for (;;) {

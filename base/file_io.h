@@ -32,12 +32,12 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& target)
 
 /// Reads at most `size` bytes from `offset` on (or from where the descriptor stands, for offset
 /// -1); fewer only at the end. `source` names the file in the line of a quelm::Error.
-std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long offset,
-                      const std::string& source);
+[[nodiscard]] std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long offset,
+                                    const std::string& source);
 
 /// A new empty file without a name in the folder for temporary files: it is gone when it is closed,
 /// however the process ends.
-FileHandle makeUnnamedFile();
+[[nodiscard]] FileHandle makeUnnamedFile();
 
 } // namespace quelm
 

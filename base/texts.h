@@ -9,19 +9,19 @@
 namespace quelm {
 
 /// `text` without the white space around it: blanks, tabs, line ends and page breaks, in any locale the same.
-std::string_view trimmed(std::string_view text);
+[[nodiscard]] std::string_view trimmed(std::string_view text);
 
 /// True for a line end, a tab and every other character of ASCII that shows as nothing.
-bool isControlCharacter(char character);
+[[nodiscard]] bool isControlCharacter(char character);
 
 /// True when a one-line text field could not hold the text: it has a control character.
-bool hasControlCharacter(std::string_view text);
+[[nodiscard]] bool hasControlCharacter(std::string_view text);
 
 /// `text` as one line: control characters become blanks.
-std::string oneLine(std::string text);
+[[nodiscard]] std::string oneLine(std::string text);
 
 /// True when `text` is valid UTF-8 throughout and holds no NUL byte.
-bool isUtf8(std::string_view text);
+[[nodiscard]] bool isUtf8(std::string_view text);
 
 } // namespace quelm
 

@@ -14,14 +14,14 @@ namespace quelm {
 
 /// What an open file, pipe or device gives from where it stands to its end; nothing when that is more than
 /// `largest` bytes, of which a device may have no end. Throws std::system_error when reading fails.
-std::optional<std::string> restOf(const FileHandle& file, std::size_t largest);
+[[nodiscard]] std::optional<std::string> restOf(const FileHandle& file, std::size_t largest);
 
 /// The file's name for messages; "standard input" for "-".
 std::string displayName(const std::filesystem::path& file);
 
 /// The whole content of a file, pipes included; "-" is standard input. Throws Error when it cannot be read or
 /// is larger than `largest` bytes.
-std::string readTextFile(const std::filesystem::path& file, std::size_t largest);
+[[nodiscard]] std::string readTextFile(const std::filesystem::path& file, std::size_t largest);
 
 } // namespace quelm
 

@@ -112,7 +112,7 @@ public:
 
     // ui/fax_dialog.cpp: what a host asks ahead of printing.
 
-    /// 1 when the job has a recipient; otherwise shows the fax dialog and answers 0.
+    /// 1 when the job has a recipient; otherwise shows the fax dialog and returns 0.
     int CheckFaxInfo();
 
     // output/cover_sheet.cpp: the extra page ahead of the document.

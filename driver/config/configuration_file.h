@@ -14,11 +14,11 @@ namespace quelm {
 /// missing, unreadable, malformed, or says something that the driver does not know or that does not
 /// fit together. A file that holds a secret (a community other than "public", a passphrase) must be
 /// the process's user's own, or root's, and nobody else's to read or write.
-Configuration readConfiguration(const std::string& path);
+[[nodiscard]] Configuration readConfiguration(const std::string& path);
 
 /// Reads the file named on the command line; without one the user's own
 /// ($XDG_CONFIG_HOME/quelm/quelm.conf, by default below ~/.config) when it is there.
-Configuration loadConfiguration(const std::optional<std::string>& namedFile);
+[[nodiscard]] Configuration loadConfiguration(const std::optional<std::string>& namedFile);
 
 /// Where the user's own configuration file is looked for; empty when no home folder is known.
 std::string userConfigurationFile();

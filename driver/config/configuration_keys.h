@@ -28,7 +28,7 @@ std::span<const ConfigurationKey> configurationKeys();
 std::string deviceMismatch(const DeviceSettings& device);
 
 /// True when the settings hold what others must not read.
-bool holdsSecret(const DeviceSettings& device);
+[[nodiscard]] bool holdsSecret(const DeviceSettings& device);
 
 } // namespace quelm
 

@@ -10,7 +10,7 @@ namespace quelm {
 class HostState;
 
 /// Why the component that started last under `state` is not ready, as far as the host can tell: one line.
-std::string startFailure(const HostState& state);
+[[nodiscard]] std::string startFailure(const HostState& state);
 
 } // namespace quelm
 

@@ -39,10 +39,10 @@ public:
     /// One entry of a table. "ubqSvcMonServiceDetailTableLDAP" is the only one: index 0 is the address
     /// of the directory server, which an empty text is none of, and index 1 the entry below which it is
     /// searched, which may be empty (the whole directory). Nothing when the device does not have it.
-    std::optional<std::string> tableEntry(std::string_view table, int index);
+    [[nodiscard]] std::optional<std::string> tableEntry(std::string_view table, int index);
 
     /// The object of that name (dotted numbers) as text. Nothing when the device does not have it.
-    std::optional<std::string> object(std::string_view name);
+    [[nodiscard]] std::optional<std::string> object(std::string_view name);
 
     /// Where the text of the latest table entry lies for the component.
     std::string& keptEntry() { return entry_; }

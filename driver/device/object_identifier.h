@@ -17,7 +17,7 @@ using ObjectIdentifier = std::vector<std::uint32_t>;
 /// Reads "1.3.6.1.2.1.1.1.0"; one dot may stand ahead of it. Nothing when the text is anything else
 /// or names what cannot be sent: numbers beyond 32 bits, more than 128 of them, a first one above 2,
 /// a second one above 39 below the first two roots.
-std::optional<ObjectIdentifier> parseObjectIdentifier(std::string_view dotted);
+[[nodiscard]] std::optional<ObjectIdentifier> parseObjectIdentifier(std::string_view dotted);
 
 /// The numbers, parted by dots.
 std::string dotted(const ObjectIdentifier& numbers);

@@ -28,7 +28,7 @@ struct DirectoryAddress {
 /// text and what follows the host of an "ldap://" text ("/dc=example") say nothing. Without a port
 /// it is 389, or 636 under TLS. Ports 636 and 3269, which are set aside for LDAP over TLS, mean TLS
 /// unless the text starts with "ldap://". Nothing when the text is no such address.
-std::optional<DirectoryAddress> parseDirectoryAddress(std::string_view text);
+[[nodiscard]] std::optional<DirectoryAddress> parseDirectoryAddress(std::string_view text);
 
 } // namespace quelm
 

@@ -27,11 +27,11 @@ public:
 
     /// Connects anew. False when the server was not reached within `settings.connectTimeout`, TLS
     /// included; the session is closed then.
-    bool open(const DirectorySettings& settings);
+    [[nodiscard]] bool open(const DirectorySettings& settings);
 
     /// Binds without credentials, within what opening has left of `settings.connectTimeout`. On
     /// false the session is closed; the next search tries both again.
-    bool bind(const DirectorySettings& settings);
+    [[nodiscard]] bool bind(const DirectorySettings& settings);
 
     /// Searches below the base, within `settings.searchTimeout`. A session that is not open, or
     /// whose server went away since, is opened once more first, and bound when it was to be bound.
@@ -40,10 +40,10 @@ public:
     /// or it ended early after some results came, which `code` tells (81 the server went away, 85
     /// the time ran out, else the server's). False with no results otherwise. A base that does not
     /// exist (code 32) is a failure, not an empty result: no name would ever be found there.
-    bool search(DirectoryQuery query, const DirectorySettings& settings);
+    [[nodiscard]] bool search(DirectoryQuery query, const DirectorySettings& settings);
 
     /// The next result of the last search, or nothing. Every result is given once.
-    std::optional<DirectoryEntry> next();
+    [[nodiscard]] std::optional<DirectoryEntry> next();
 
     std::size_t count() const { return results_.size(); }
     int code() const { return lastCode_; }

@@ -38,7 +38,7 @@ struct PostScriptSection {
 };
 
 /// Reads the binary header of such a file; nothing when `head` does not start with one.
-std::optional<PostScriptSection> readPreviewHeader(std::string_view head);
+[[nodiscard]] std::optional<PostScriptSection> readPreviewHeader(std::string_view head);
 
 /// Looks for a UEL in bytes that come piece by piece.
 class UelSearch {

@@ -14,10 +14,10 @@ namespace quelm {
 /// blanks, "." and apostrophes, numbers to dial, and the fields' greatest lengths (31, 46, 59, 46 and 59
 /// characters). An organization may have several lines. A text that the record's own marks would
 /// cut is refused, too.
-std::optional<std::string> problemWith(const PhonebookEntry& entry);
+[[nodiscard]] std::optional<std::string> problemWith(const PhonebookEntry& entry);
 
 /// The same for a group, which needs a member. Whether the members exist is not looked at.
-std::optional<std::string> problemWith(const PhonebookGroup& group);
+[[nodiscard]] std::optional<std::string> problemWith(const PhonebookGroup& group);
 
 } // namespace quelm
 

@@ -32,7 +32,7 @@ public:
     ComponentLibrary& operator=(const ComponentLibrary&) = delete;
 
     /// Calls the entry point; false when the component is not ready or threw.
-    bool start(CallGuard& guard);
+    [[nodiscard]] bool start(CallGuard& guard);
 
     const std::string& path() const { return file_; }
 
@@ -44,10 +44,10 @@ public:
     /// The functions that a host may call by name, in the component's order.
     const std::vector<std::string>& exportList() const { return exports_; }
     /// A function of the export list, null when `name` does not stand there.
-    void* exported(std::string_view name) const;
+    [[nodiscard]] void* exported(std::string_view name) const;
 
     /// Any function or object of the library by its linker name, null when there is none.
-    void* symbol(const char* name) const;
+    [[nodiscard]] void* symbol(const char* name) const;
 
 private:
     struct Unloader {

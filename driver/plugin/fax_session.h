@@ -20,16 +20,16 @@ public:
     virtual void setPdl(Pdl pdl) = 0;
 
     /// True when the user chose a cover page and confirmed the fax dialog.
-    virtual bool coverPageChosen() = 0;
+    [[nodiscard]] virtual bool coverPageChosen() = 0;
 
     /// False when the job has no recipient; the component then shows its fax dialog again.
-    virtual bool checkInfo() = 0;
+    [[nodiscard]] virtual bool checkInfo() = 0;
 
     /// Writes the attribute lines. False when the component wrote none.
-    virtual bool serializeJob(AbstractPDLWriter& writer) = 0;
+    [[nodiscard]] virtual bool serializeJob(AbstractPDLWriter& writer) = 0;
 
     /// Writes the cover page. False when it was not written whole.
-    virtual bool serializeCoverSheet(AbstractPDLWriter& writer) = 0;
+    [[nodiscard]] virtual bool serializeCoverSheet(AbstractPDLWriter& writer) = 0;
 };
 
 } // namespace quelm

@@ -13,11 +13,12 @@ namespace quelm {
 /// when it is acceptable. Letters and digits of any script, combining marks, apostrophes and the
 /// characters of `allowed` (UTF-8) are; an empty name is none of this check's business. A name of
 /// nothing but blanks is refused: no phonebook could be read with it.
-std::optional<std::string> problemWithName(std::string_view name, std::string_view allowed);
+[[nodiscard]] std::optional<std::string> problemWithName(std::string_view name, std::string_view allowed);
 
 /// The same for a telephone or fax number: digits, "+", ".", "*", "#", "," and the characters of
 /// `allowed` are acceptable, and one digit there must be.
-std::optional<std::string> problemWithPhoneNumber(std::string_view number, std::string_view allowed);
+[[nodiscard]] std::optional<std::string> problemWithPhoneNumber(std::string_view number,
+                                                                std::string_view allowed);
 
 } // namespace quelm
 

@@ -35,7 +35,7 @@ auto wording(const std::string& path, Action action, Step step)
 std::string requirePhonebook(const std::string& path);
 
 /// True when the open file holds the one table that a phonebook has, and no page is damaged.
-bool holdsPhonebook(const sqlite::Database& database);
+[[nodiscard]] bool holdsPhonebook(const sqlite::Database& database);
 
 /// An empty phonebook as the bytes of its file.
 std::string empty();

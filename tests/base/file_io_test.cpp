@@ -58,7 +58,7 @@ TEST_F(FileIoTest, AnUnnamedFileLeavesNoName)
 TEST_F(FileIoTest, WithoutAFolderForTemporaryFilesTheLineSaysWhatToSet)
 {
     ::setenv("TMPDIR", (folder / "missing").c_str(), 1);
-    EXPECT_EQ(test::failureLine([] { makeUnnamedFile(); }),
+    EXPECT_EQ(test::failureLine([] { static_cast<void>(makeUnnamedFile()); }),
               (folder / "missing") + ": no temporary file can be made there: No such file or directory; set "
                                      "TMPDIR to a folder with room");
 }

@@ -60,7 +60,7 @@ protected:
     static std::string problemAt(const std::string& path)
     {
         try {
-            quelm::readConfiguration(path);
+            static_cast<void>(quelm::readConfiguration(path));
         } catch (const quelm::Error& error) {
             return withoutFile(error.what(), path);
         }
@@ -168,13 +168,13 @@ TEST_F(ConfigurationTest, NamedFileIsReadInstead)
     const auto configuration = quelm::loadConfiguration(named);
     EXPECT_EQ(configuration.pdl, quelm::Pdl::pjl);
     EXPECT_FALSE(configuration.user);
-    EXPECT_THROW(quelm::loadConfiguration(folder / "none"), quelm::Error);
+    EXPECT_THROW(static_cast<void>(quelm::loadConfiguration(folder / "none")), quelm::Error);
 }
 
 TEST_F(ConfigurationTest, WrongFileOfTheUsersIsAnError)
 {
     std::filesystem::create_directories(folder / "config/quelm/quelm.conf");
-    EXPECT_THROW(quelm::loadConfiguration(std::nullopt), quelm::Error);
+    EXPECT_THROW(static_cast<void>(quelm::loadConfiguration(std::nullopt)), quelm::Error);
 }
 
 TEST_F(ConfigurationTest, HomeFolderServesWithoutAnXdgFolder)

@@ -12,7 +12,7 @@ namespace {
 
 class CallbacksTest : public testing::Test {
 protected:
-    CallbacksTest() { library.start(state.guard); }
+    CallbacksTest() { EXPECT_TRUE(library.start(state.guard)); }
 
     std::string copyOfGood()
     {

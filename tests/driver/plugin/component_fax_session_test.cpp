@@ -29,7 +29,7 @@ public:
 /// A started test component; a copy of its own, so that its job is new in every test.
 class ComponentFaxSessionTest : public testing::Test {
 protected:
-    ComponentFaxSessionTest() { library.start(state.guard); }
+    ComponentFaxSessionTest() { EXPECT_TRUE(library.start(state.guard)); }
 
     std::string copyOf(const char* plugin)
     {
