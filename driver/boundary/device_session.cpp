@@ -19,6 +19,8 @@ quelm::DeviceSession* currentDevice()
 
 } // namespace
 
+BaseBiDiSession* pBiDi = nullptr;
+
 bool BaseBiDiSession::getRecipientData(char* table, int index, char** value)
 {
     return quelm::atBoundary(false, [&] {

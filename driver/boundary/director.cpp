@@ -22,6 +22,8 @@ std::vector<void*>& registeredObjects()
 
 } // namespace
 
+ComponentDirector* pDriverDirector = nullptr;
+
 bool ComponentDirector::parseXMLBuffer(char* text)
 {
     return quelm::atBoundary(false, [text] {

@@ -21,6 +21,8 @@ char* fact(std::string quelm::HostState::*member)
 
 } // namespace
 
+GlobalDriverInfo* pDriverGlobals = nullptr;
+
 char* GlobalDriverInfo::getExecutableLocation() { return fact(&quelm::HostState::home); }
 
 char* GlobalDriverInfo::getCurrentUserName() { return fact(&quelm::HostState::user); }

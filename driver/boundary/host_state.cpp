@@ -1,4 +1,4 @@
-// The one host state, and the globals of the boundary.
+// The one host state, and what the globals of the boundary point at.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/boundary/host_state.h"
 
@@ -10,21 +10,8 @@
 #include "host/director.h"
 #include "host/driver_info.h"
 #include "host/fax_session.h"
-#include "host/texts.h"
 
 #include <utility>
-
-namespace {
-
-char emptyText[] = "";
-
-} // namespace
-
-char* pEmptyString = emptyText;
-ComponentDirector* pDriverDirector = nullptr;
-GlobalDriverInfo* pDriverGlobals = nullptr;
-Tarvik40Fax* pFaxSession = nullptr;
-BaseBiDiSession* pBiDi = nullptr;
 
 namespace quelm {
 

@@ -58,6 +58,14 @@ char* newMessage(Problem problemWith, const char* text, const char* allowed)
 
 } // namespace quelm
 
+namespace {
+
+char emptyText[] = "";
+
+} // namespace
+
+char* pEmptyString = emptyText;
+
 char* ValidateName(char* text, char* allowed)
 {
     return quelm::newMessage(quelm::problemWithName, text, allowed);

@@ -7,6 +7,8 @@
 #include "tests/support/driver_fixture.h"
 #include "tests/support/log_capture.h"
 
+#include <gmock/gmock.h>
+
 #include <chrono>
 
 namespace {
@@ -64,6 +66,32 @@ TEST_F(RealDeviceTest, ADeviceThatComesBackOffersItsDirectoryWhenTheDialogIsOpen
     openFaxDialog();
     EXPECT_TRUE(directoryIsOffered());
     EXPECT_EQ(driver().lastFailure().device, "");
+}
+
+TEST_F(RealDeviceTest, AHeldFailureIsLoggedWhenItIsReleased)
+{
+    servers::SnmpdServer device({});
+    options.holdFailures = true;
+    connect(device);
+    device.process().freeze();
+    openFaxDialog();
+    EXPECT_THAT(log.messages, testing::IsEmpty());
+    driver().releaseFailures();
+    EXPECT_THAT(log.messages, testing::ElementsAre(driver().lastFailure().device));
+}
+
+TEST_F(RealDeviceTest, AFailureThatACommandEndsWithIsNotLoggedBesides)
+{
+    servers::SnmpdServer device({});
+    options.holdFailures = true;
+    connect(device);
+    device.process().freeze();
+    openFaxDialog();
+    const std::string reason = driver().lastFailure().device;
+    EXPECT_EQ(refusal([&] { driver().failWith(reason); }), reason);
+    options.device.address.clear();
+    start(); // the driver before it has ended
+    EXPECT_THAT(log.messages, testing::IsEmpty());
 }
 
 TEST_F(RealDeviceTest, TheInfoDialogShowsWhatTheDeviceSaysNow)
