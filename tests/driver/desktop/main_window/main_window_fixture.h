@@ -144,16 +144,20 @@ protected:
         acceptChosenFile(place + "/" + name);
     }
 
+    /// Whether a file chooser names the path.
+    static bool names(GtkWidget* dialog, const std::string& path)
+    {
+        const std::unique_ptr<gchar, decltype(&g_free)> chosen(
+            gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog)), g_free);
+        return chosen && chosen.get() == path;
+    }
+
     /// Waits until the file chooser names the path, and takes it.
     static void acceptChosenFile(const std::string& path)
     {
         ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
         GtkWidget* dialog = onScreen("Main File Chooser");
-        ASSERT_TRUE(loopUntil([&] {
-            const std::unique_ptr<gchar, decltype(&g_free)> chosen(
-                gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog)), g_free);
-            return chosen && chosen.get() == path;
-        }));
+        ASSERT_TRUE(loopUntil([&] { return names(dialog, path); }));
         gtk_dialog_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
         // The chooser looks into the folder before it answers.
         ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") == nullptr; }));

@@ -428,11 +428,15 @@ TEST_F(MainWindowTest, AFileOfAnyNameStaysWhenTheChooserIsLeftAsItBegan)
     press("Main Choose File Button");
     ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
     gtk_file_chooser_set_filename(GTK_FILE_CHOOSER(onScreen("Main File Chooser")), path.c_str());
-    // The chooser gives the marked file for itself, not its name, while the list has the keyboard.
-    forEachWidget([](GtkWidget* widget) {
-        if (GTK_IS_TREE_VIEW(widget) && gtk_widget_get_mapped(widget) != FALSE)
-            gtk_widget_grab_focus(widget);
-    });
+    // The chooser gives the marked file for itself, not its name, while the list has the keyboard; the list
+    // may come late, and the chooser take the keyboard back when it does.
+    ASSERT_TRUE(loopUntil([&] {
+        forEachWidget([](GtkWidget* widget) {
+            if (GTK_IS_TREE_VIEW(widget) && gtk_widget_get_mapped(widget) != FALSE)
+                gtk_widget_grab_focus(widget);
+        });
+        return names(onScreen("Main File Chooser"), path);
+    }));
     acceptChosenFile(path);
     press("Main Choose File Button");
     acceptChosenFile(folder / "\uFFFD\uFFFD.job");
