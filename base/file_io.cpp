@@ -26,7 +26,7 @@ void ignore(int signal, struct sigaction& before)
 std::string temporaryFolder()
 {
     const char* folder = std::getenv("TMPDIR");
-    return (folder != nullptr) && *folder ? folder : "/tmp";
+    return folder != nullptr && *folder ? folder : "/tmp";
 }
 
 } // namespace

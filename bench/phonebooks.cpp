@@ -28,7 +28,7 @@ void usePhonebook(const std::string& name, void (*fill)(QuelmLegacyDatabase&, in
                             name + std::to_string(count) + ".xdb");
     PopulatePersonalPBEntries();
     int present = 0;
-    require((personalPBDatabase != nullptr) && personalPBDatabase->getNumberOfRecords(present),
+    require(personalPBDatabase != nullptr && personalPBDatabase->getNumberOfRecords(present),
             "the phonebook does not open");
     if (present > 0)
         return;

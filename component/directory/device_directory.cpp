@@ -28,7 +28,7 @@ bool createSession()
 {
     std::string address;
     std::string searchBase;
-    if ((pBiDi == nullptr) || !readSetting(0, address) || !readSetting(1, searchBase))
+    if (pBiDi == nullptr || !readSetting(0, address) || !readSetting(1, searchBase))
         return false;
     ldapSession = new LDAPSession; // kept until the component is unloaded
     ldapSession->setServerIP(address.data());
@@ -49,7 +49,7 @@ void DisableLDAP()
 
 void SynchronizeLDAPConnection()
 {
-    if ((ldapSession == nullptr) && !createSession()) {
+    if (ldapSession == nullptr && !createSession()) {
         DisableLDAP();
         return;
     }

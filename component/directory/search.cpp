@@ -75,7 +75,7 @@ void reportCount(LDAPSession& session)
 
 int PerformLDAPSearch(char* text)
 {
-    if ((ldapSession == nullptr) || (pbListWidget == nullptr))
+    if (ldapSession == nullptr || pbListWidget == nullptr)
         return 0;
     for (const char* attribute : {"sn", "givenName", "facsimileTelephoneNumber", "telephonenumber", "mail"})
         ldapSession->appendAttribute(host::in(attribute));
@@ -114,7 +114,7 @@ void T40AddFaxRecLDAP()
     int row = -1;
     host::readInteger(widget_names::faxPbList, row);
     GTKObject* list = host::widget(widget_names::faxPbList);
-    if (row < 0 || (list == nullptr))
+    if (row < 0 || list == nullptr)
         return;
     host::TextBuffer buffer;
     const auto cell = [&](int column) {

@@ -74,5 +74,5 @@ int InitializeFaxComponent()
     }
     if (personalPBPath->empty() && !findPersonalPhonebook())
         return 0;
-    return (personalPBDatabase != nullptr) || openPersonalPhonebook() ? 1 : 0;
+    return personalPBDatabase != nullptr || openPersonalPhonebook() ? 1 : 0;
 }

@@ -45,7 +45,7 @@ bool Tarvik40Fax::setFaxParameter(char* key, void* value)
 {
     if (parameterKey(key) == pdlModeKey) {
         const auto* mode = static_cast<const char*>(value);
-        const bool pjl = (mode != nullptr) && host::tokenNumber(pdlModes, mode, false) == pjlMode;
+        const bool pjl = mode != nullptr && host::tokenNumber(pdlModes, mode, false) == pjlMode;
         pdlMode = pjl ? PDL_MODE_PJL : PDL_MODE_DSC;
         attributePrefix = pjl ? "@PJL COMMENT " : "%%";
     }
@@ -125,7 +125,7 @@ bool Tarvik40Fax::isFaxRecipientAlreadyInList(std::string& key)
 bool Tarvik40Fax::removeAllFaxRecipients(int list)
 {
     Tarvik40FaxRecipientList* chosen = listFor(list);
-    return (chosen != nullptr) && chosen->removeAllFaxRecipients();
+    return chosen != nullptr && chosen->removeAllFaxRecipients();
 }
 
 void Tarvik40Fax::clearAllFaxRecipients(int list)

@@ -76,7 +76,7 @@ void Tarvik40Fax::updatePBEntryList(int list)
     const int size = recipients->recipientListSize();
     for (int n = 0; n < size; ++n) {
         Tarvik40FaxRecipient* recipient = recipients->getFaxRecipientN(n);
-        if ((recipient == nullptr) || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
+        if (recipient == nullptr || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
             return;
     }
 }

@@ -74,13 +74,13 @@ std::string* Tarvik40FaxRecipient::field(const char* key)
 const char* Tarvik40FaxRecipient::getRecipientData(const char* key)
 {
     const std::string* text = field(key);
-    return (text != nullptr) && !text->empty() ? text->c_str() : nullptr;
+    return text != nullptr && !text->empty() ? text->c_str() : nullptr;
 }
 
 bool Tarvik40FaxRecipient::setRecipientData(const char* key, const char* value)
 {
     std::string* text = field(key);
-    if ((text == nullptr) || (value == nullptr))
+    if (text == nullptr || value == nullptr)
         return false;
     *text = value;
     if (text == &recipientFaxNumber)

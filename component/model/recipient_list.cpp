@@ -73,7 +73,7 @@ Tarvik40FaxRecipient* Tarvik40FaxRecipientList::walkFaxRecipientList(bool restar
 
 bool Tarvik40FaxRecipientList::appendRecipientList(Tarvik40FaxRecipientList* other)
 {
-    if ((other == nullptr) || other->recipients.empty())
+    if (other == nullptr || other->recipients.empty())
         return false;
     // Sized first, so that a list can be appended to itself.
     auto from = other->getListObject().begin();

@@ -59,7 +59,7 @@ CoverValues valuesForSeveralRecipients(const Tarvik40Fax& job)
 CoverValues valuesForOneRecipient(const Tarvik40Fax& job, Tarvik40FaxRecipient* recipient)
 {
     CoverValues values;
-    if ((recipient != nullptr) && job.showRecipientInfo) {
+    if (recipient != nullptr && job.showRecipientInfo) {
         values.recipient[0] =
             job.showCustomText ? job.customText.c_str() : textOf(*recipient, "RecipientName");
         values.recipient[1] = textOf(*recipient, "RecipientOrganization");

@@ -69,17 +69,17 @@ struct RowTexts {
 
 void PopulatePersonalPBEntries()
 {
-    if ((personalPBPath == nullptr) || personalPBPath->empty())
+    if (personalPBPath == nullptr || personalPBPath->empty())
         return;
-    if ((personalPBDatabase != nullptr) || openPersonalPhonebook())
+    if (personalPBDatabase != nullptr || openPersonalPhonebook())
         list(personalPhonebook, personalPBDatabase, personalPBIterator);
 }
 
 void PopulateSharedPBEntries()
 {
-    if ((sharedPBPath == nullptr) || sharedPBPath->empty())
+    if (sharedPBPath == nullptr || sharedPBPath->empty())
         return;
-    if ((sharedPBDatabase != nullptr) || openSharedPhonebook())
+    if (sharedPBDatabase != nullptr || openSharedPhonebook())
         list(sharedPhonebook, sharedPBDatabase, sharedPBIterator);
 }
 

@@ -55,5 +55,5 @@ bool Tarvik40FaxRecipient::serializeUserToDatabase(QuelmLegacyDatabase* database
 
 bool Tarvik40FaxRecipient::serializeGroupToDatabase(QuelmLegacyDatabase* database)
 {
-    return (database != nullptr) && save(*database, "g" + recipientName, taggedField("gen", groupMemberText));
+    return database != nullptr && save(*database, "g" + recipientName, taggedField("gen", groupMemberText));
 }

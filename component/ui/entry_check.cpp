@@ -45,7 +45,7 @@ bool ValidateFaxEntry(char* nameWidget, char* numberWidget, char* nameOut, char*
     host::Message message;
     if (nameWidget != nullptr)
         message = refusal(nameWidget, nameOut, nameCheck, required);
-    if (!message && (numberWidget != nullptr))
+    if (!message && numberWidget != nullptr)
         message = refusal(numberWidget, numberOut, numberCheck, required);
     if (!message)
         return true;

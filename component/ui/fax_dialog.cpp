@@ -66,11 +66,11 @@ void T40FaxDialogCancel() { host::hide(widget_names::lanFaxWindow); }
 void T40LanFaxPreferencesCB(_GtkWidget*, GTKObject* object)
 {
     bool value = false;
-    if ((object == nullptr) || !object->getWidgetProperty(host::in("Value"), &value))
+    if (object == nullptr || !object->getWidgetProperty(host::in("Value"), &value))
         return;
     const char* name = object->getObjectName();
     for (const Preference& preference : preferences) {
-        if ((name != nullptr) && preference.box == name) {
+        if (name != nullptr && preference.box == name) {
             pFaxSession->*preference.field = value;
             return;
         }

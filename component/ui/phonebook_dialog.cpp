@@ -58,7 +58,7 @@ void emptyAndHide()
 void SetCurrentPBType()
 {
     GetFeatureOptValue(host::in(widget_names::currentPbType), &currentPBType);
-    if (currentPBType == shownPBType || (pbListWidget == nullptr))
+    if (currentPBType == shownPBType || pbListWidget == nullptr)
         return;
     pbListWidget->clearListItems();
     shownPBType = currentPBType;

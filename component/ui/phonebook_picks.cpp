@@ -36,7 +36,7 @@ bool decodeRow(int row, LegacyDBRecipient& out)
 {
     ClearLegacyDBRecipientInfo(out);
     LegacyDBRecord* record = currentPBIterator != nullptr ? currentPBIterator->getRecordN(row + 1) : nullptr;
-    return (record != nullptr) && ParseLegacyPBEntry(record, out);
+    return record != nullptr && ParseLegacyPBEntry(record, out);
 }
 
 /// Adds a single recipient with the record's data to the picks, which own it.
@@ -89,7 +89,7 @@ void T40AddFaxRecipientFromPBTest()
 {
     groupExpansionStart = true; // gives up an expansion that still waits for an answer
     const int row = selectedRow();
-    if ((currentPBIterator == nullptr) || (currentPBDatabase == nullptr))
+    if (currentPBIterator == nullptr || currentPBDatabase == nullptr)
         return;
     int count = 0;
     if (!currentPBDatabase->getNumberOfRecords(count) || row > count)

@@ -21,7 +21,7 @@ bool askBeforeRemoving() { return host::featureValue(widget_names::lanFaxPrefRem
 bool countSelected(int& count)
 {
     GTKObject* list = host::widget(recipientList);
-    return (list != nullptr) && list->getListSelectionCount(count);
+    return list != nullptr && list->getListSelectionCount(count);
 }
 
 int selectedPick()

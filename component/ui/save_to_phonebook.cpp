@@ -54,7 +54,7 @@ void T40SaveGroupCancel() { closeGroupWindow(); }
 void T40SaveEntry()
 {
     Tarvik40FaxRecipient* recipient = pFaxSession->getCurrentFaxRecipient(RECIPIENT_LIST);
-    if ((recipient == nullptr) || recipient->getRecipientType() != SINGLE_RECIPIENT)
+    if (recipient == nullptr || recipient->getRecipientType() != SINGLE_RECIPIENT)
         return;
     // The box is ticked out of the user's sight. Only a confirmed recipient restores it, so after a
     // cancelled save the next recipient confirmed in the dialog is written too.

@@ -107,7 +107,7 @@ const Row* rowOf(std::string_view file)
 {
     const Row* best = nullptr;
     for (const auto& row : table())
-        if (liesIn(file, row.folder) && ((best == nullptr) || row.folder.size() > best->folder.size()))
+        if (liesIn(file, row.folder) && (best == nullptr || row.folder.size() > best->folder.size()))
             best = &row;
     return best;
 }

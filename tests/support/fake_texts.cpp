@@ -165,8 +165,7 @@ float GetFeatureOptValue(char* feature, int* value)
     fake::Host& host = fakeHost();
     const Widget* widget = host.tree.find(feature);
     const auto fixed = host.featureValues.find(feature);
-    if (host.unknownFeatures.contains(feature) ||
-        ((widget == nullptr) && fixed == host.featureValues.end())) {
+    if (host.unknownFeatures.contains(feature) || (widget == nullptr && fixed == host.featureValues.end())) {
         read("feature " + quoted(feature) + " -> unknown");
         return 0.0F;
     }

@@ -28,7 +28,7 @@ const char* onOff(bool flag) { return flag ? "on" : "off"; }
 /// The values that a caller hands over for the slots that do not suit are to be 0.
 std::string strayValues(Slot slot, const char* text, float number, int integer, bool flag)
 {
-    const bool stray = number != 0.0F || (slot != Slot::text && (text != nullptr)) ||
+    const bool stray = number != 0.0F || (slot != Slot::text && text != nullptr) ||
                        (slot != Slot::integer && integer != 0) || (slot != Slot::flag && flag);
     return stray ? " with stray values" : "";
 }
@@ -50,7 +50,7 @@ std::string valueText(Slot slot, const char* text, int integer, bool flag)
 bool setProperty(Widget& widget, std::string_view property, const char* text, int integer, bool flag)
 {
     const Slot slot = slotOf(widget, property);
-    if (slot == Slot::none || (slot == Slot::text && (text == nullptr)))
+    if (slot == Slot::none || (slot == Slot::text && text == nullptr))
         return false;
     if (property == "Visibility")
         widget.visible = flag;
@@ -78,18 +78,18 @@ bool getProperty(Widget& widget, std::string_view property, char* text, int* int
                  std::string& shown)
 {
     const Slot slot = slotOf(widget, property);
-    if (slot == Slot::text && (text != nullptr)) {
+    if (slot == Slot::text && text != nullptr) {
         const std::string& value = property == "Title" ? widget.title : widget.state.text;
         fake::writeBounded(text, value);
         shown = fake::quoted(text);
         return true;
     }
-    if (slot == Slot::integer && (integer != nullptr)) {
+    if (slot == Slot::integer && integer != nullptr) {
         *integer = fakeHost().number(widget.name);
         shown = std::to_string(*integer);
         return true;
     }
-    if (slot == Slot::flag && (flag != nullptr)) {
+    if (slot == Slot::flag && flag != nullptr) {
         *flag = property == "Visibility"    ? widget.visible
                 : property == "Sensitivity" ? widget.state.sensitive
                                             : fakeHost().ticked(widget.name);
@@ -104,7 +104,7 @@ bool nextSelectedRow(Widget& list, int* number, bool first)
 {
     if (first)
         list.walk = 0;
-    if ((number == nullptr) || list.walk >= list.selection.size())
+    if (number == nullptr || list.walk >= list.selection.size())
         return false;
     *number = list.selection[list.walk++];
     return true;
@@ -112,8 +112,7 @@ bool nextSelectedRow(Widget& list, int* number, bool first)
 
 std::string nameOf(const GTKObject::Impl& object)
 {
-    return (object.widget != nullptr) && !object.widget->name.empty() ? object.widget->name
-                                                                      : object.objectName;
+    return object.widget != nullptr && !object.widget->name.empty() ? object.widget->name : object.objectName;
 }
 
 } // namespace
@@ -133,7 +132,7 @@ bool GetWidgetPropertyByName(char* name, char* property, char* text, float*, int
 {
     Widget* widget = fakeHost().lookUp(name);
     std::string shown = "failed";
-    const bool done = (widget != nullptr) && !fakeHost().faults.hits(Op::readProperty, name) &&
+    const bool done = widget != nullptr && !fakeHost().faults.hits(Op::readProperty, name) &&
                       getProperty(*widget, property, text, integer, flag, shown);
     read("get " + fake::quoted(name) + " " + property + " -> " + shown);
     return done;
@@ -145,7 +144,7 @@ bool SetWidgetPropertyByName(char* name, char* property, char* text, float numbe
     const Slot slot = widget != nullptr ? slotOf(*widget, property) : Slot::none;
     effect("set " + fake::quoted(name) + " " + property + " " + valueText(slot, text, integer, flag) +
            strayValues(slot, text, number, integer, flag));
-    return (widget != nullptr) && !fakeHost().faults.hits(Op::setProperty, name) &&
+    return widget != nullptr && !fakeHost().faults.hits(Op::setProperty, name) &&
            setProperty(*widget, property, text, integer, flag);
 }
 }
@@ -181,7 +180,7 @@ GTKObject::~GTKObject() { delete impl; }
 bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
 {
     Widget* list = parent != nullptr ? parent->impl->widget : nullptr;
-    if ((list == nullptr) || !list->isList() || std::string_view(type) != "ListItem")
+    if (list == nullptr || !list->isList() || std::string_view(type) != "ListItem")
         return false;
     std::vector<std::string> cells;
     std::string shown;
@@ -189,7 +188,7 @@ bool GTKObject::createObject(GTKObject* parent, char* type, char** columns)
     const std::size_t most = fakeHost().readsRowsByColumnCount ? list->columns.size() : 64;
     for (std::size_t i = 0; i < most; ++i) {
         const char* cell = columns[i];
-        if ((cell == nullptr) && !fakeHost().readsRowsByColumnCount)
+        if (cell == nullptr && !fakeHost().readsRowsByColumnCount)
             break;
         cells.emplace_back(cell != nullptr ? cell : "");
         if (cell == nullptr)
@@ -256,7 +255,7 @@ void GTKObject::addGTKObjectToList(char* name)
 bool GTKObject::setWidgetProperty(char* property, char* part, void (*callback)())
 {
     effect("connect " + fake::quoted(nameOf(*impl)) + " " + property + " " + fake::quoted(part));
-    if ((impl->widget == nullptr) || std::string_view(property) != "FileSelButtonCBFunc")
+    if (impl->widget == nullptr || std::string_view(property) != "FileSelButtonCBFunc")
         return false;
     if (std::string_view(part) == "ok_button")
         impl->widget->onOk = callback;
@@ -270,14 +269,14 @@ bool GTKObject::setWidgetProperty(char* property, char* part, void (*callback)()
 bool GTKObject::setWidgetProperty(char* property, char* value)
 {
     effect("set " + fake::quoted(nameOf(*impl)) + " " + property + " " + fake::quoted(value));
-    return (impl->widget != nullptr) && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
+    return impl->widget != nullptr && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
            setProperty(*impl->widget, property, value, 0, false);
 }
 
 bool GTKObject::setWidgetProperty(char* property, bool value)
 {
     effect("set " + fake::quoted(nameOf(*impl)) + " " + property + " " + onOff(value));
-    return (impl->widget != nullptr) && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
+    return impl->widget != nullptr && !fakeHost().faults.hits(Op::setProperty, nameOf(*impl)) &&
            slotOf(*impl->widget, property) == Slot::flag &&
            setProperty(*impl->widget, property, nullptr, 0, value);
 }
@@ -292,9 +291,9 @@ bool GTKObject::getWidgetProperty(char* property, char* text, float*, int* numbe
     Widget* widget = impl->widget;
     std::string shown = "failed";
     bool done = false;
-    if ((widget != nullptr) && !fakeHost().faults.hits(Op::readProperty, widget->name)) {
+    if (widget != nullptr && !fakeHost().faults.hits(Op::readProperty, widget->name)) {
         if (widget->isList() && widget->hasMultipleSelection() && std::string_view(property) == "Value" &&
-            (flag != nullptr)) {
+            flag != nullptr) {
             done = nextSelectedRow(*widget, number, *flag);
             shown = done ? std::to_string(*number) : "none left";
         } else {
@@ -308,7 +307,7 @@ bool GTKObject::getWidgetProperty(char* property, char* text, float*, int* numbe
 void GTKObject::setSignalHandler(void (*callback)(), char* signal)
 {
     effect("connect " + fake::quoted(nameOf(*impl)) + " signal " + fake::quoted(signal));
-    if ((impl->widget != nullptr) && std::string_view(signal) == "delete_event")
+    if (impl->widget != nullptr && std::string_view(signal) == "delete_event")
         impl->widget->onDelete = callback;
 }
 
@@ -323,7 +322,7 @@ bool GTKObject::getListItemData(char** text, int column, int row)
 {
     read("cell " + fake::quoted(nameOf(*impl)) + " " + std::to_string(column) + " of row " +
          std::to_string(row));
-    if ((impl->widget == nullptr) || fakeHost().faults.hits(Op::readCell, nameOf(*impl)))
+    if (impl->widget == nullptr || fakeHost().faults.hits(Op::readCell, nameOf(*impl)))
         return false;
     auto& rows = impl->widget->rows;
     if (row < 0 || row >= static_cast<int>(rows.size()))
@@ -341,7 +340,7 @@ bool GTKObject::getListItemData(char** text, int column, int row)
 
 bool GTKObject::getListSelectionCount(int& count)
 {
-    if ((impl->widget == nullptr) || !impl->widget->isList() ||
+    if (impl->widget == nullptr || !impl->widget->isList() ||
         fakeHost().faults.hits(Op::countSelection, nameOf(*impl))) {
         read("selectionCount " + fake::quoted(nameOf(*impl)) + " -> failed");
         return false;

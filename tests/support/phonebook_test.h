@@ -101,7 +101,7 @@ private:
         QuelmLegacyDatabase* before = database;
         host.press(button);
         host.chooseFile(chooser, path);
-        if ((before != nullptr) && database != before)
+        if (before != nullptr && database != before)
             closedDatabases_.emplace_back(before);
         host.journal.clear();
     }

@@ -87,8 +87,8 @@ int Widget::indexInParent() const
     return -1;
 }
 
-bool Widget::isShown() const { return visible && ((parent == nullptr) || parent->isShown()); }
-bool Widget::isOperable() const { return state.sensitive && ((parent == nullptr) || parent->isOperable()); }
+bool Widget::isShown() const { return visible && (parent == nullptr || parent->isShown()); }
+bool Widget::isOperable() const { return state.sensitive && (parent == nullptr || parent->isOperable()); }
 
 Slot slotOf(const Widget& widget, std::string_view property)
 {
@@ -134,7 +134,7 @@ Widget* WidgetTree::find(std::string_view name) const
 {
     Widget* found = nullptr;
     visit(roots_, [&](Widget& widget) {
-        if ((found == nullptr) && widget.name == name)
+        if (found == nullptr && widget.name == name)
             found = &widget;
     });
     return found;

@@ -70,7 +70,7 @@ protected:
         host.journal.clear();
         QuelmLegacyDatabase* before = chooser.database;
         host.chooseFile(chooser.name, path);
-        if ((before != nullptr) && chooser.database != before)
+        if (before != nullptr && chooser.database != before)
             closed.reset(before);
         return host.journal.all();
     }
