@@ -7,7 +7,7 @@
 #
 # makes the archive `driver_store`. ROOMS is what the room may include, and exactly what it links of ours;
 # tests/layers compares it with the table of all rooms. LIBRARIES are those of others, as its sources need them.
-# PRECOMPILED is the set of headers that the sources start with: `standard` unless it says otherwise, or `none`.
+# PRECOMPILED is the set of headers that the sources start with: `standard` unless it says otherwise.
 #
 # With OBJECTS the room is a set of objects, which a program that links it takes whole: its functions are looked up by
 # name once the component is loaded. A room without sources has headers only.
@@ -40,9 +40,7 @@ function(add_room folder)
     add_library(${compiled} STATIC ${arg_SOURCES})
   endif()
   target_link_libraries(${compiled} PUBLIC bramblecor_options ${used_rooms} ${arg_LIBRARIES})
-  if(NOT arg_PRECOMPILED STREQUAL none)
-    precompile(${compiled} WITH ${arg_PRECOMPILED})
-  endif()
+  precompile(${compiled} WITH ${arg_PRECOMPILED})
   if(arg_PRECOMPILED STREQUAL standard)
     optimise_when_sanitized(${compiled})
   endif()

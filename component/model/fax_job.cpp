@@ -118,8 +118,8 @@ bool Tarvik40Fax::removeFaxRecipientN(int n, bool fromTmp)
 
 bool Tarvik40Fax::isFaxRecipientAlreadyInList(std::string& key)
 {
-    return !key.empty() && ((recipientList.getFaxRecipientByKey(key) != nullptr) ||
-                            (tmpRecipientList.getFaxRecipientByKey(key) != nullptr));
+    return !key.empty() && (recipientList.getFaxRecipientByKey(key) != nullptr ||
+                            tmpRecipientList.getFaxRecipientByKey(key) != nullptr);
 }
 
 bool Tarvik40Fax::removeAllFaxRecipients(int list)

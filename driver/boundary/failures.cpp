@@ -15,6 +15,10 @@ void Failures::definitionRefused(const std::string& line)
     report(true, last_.definition);
 }
 
+void Failures::widgetMissing(const std::string& line) { last_.definition = oneLine(line); }
+
+void Failures::databaseFailed(const std::string& line) { last_.database = oneLine(line); }
+
 void Failures::directoryFailed(const std::string& line)
 {
     last_.directory = oneLine(line);

@@ -29,9 +29,9 @@ public:
     /// Dialogs were refused; logged as an error.
     void definitionRefused(const std::string& line);
     /// A widget does not exist; not logged, as the component may go on without it.
-    void widgetMissing(const std::string& line) { last_.definition = line; }
+    void widgetMissing(const std::string& line);
     /// Not logged: the component tries one file after another.
-    void databaseFailed(const std::string& line) { last_.database = line; }
+    void databaseFailed(const std::string& line);
     /// Logged as a warning.
     void directoryFailed(const std::string& line);
     void directoryAnswered() { last_.directory.clear(); }

@@ -52,9 +52,7 @@ void openInformation(Driver& driver)
 
 void runDeviceInfoCommand(const CommandLine& line)
 {
-    auto setup = setUpDriver(line);
-    setup.driver.saveFeatures = false;
-    setup.driver.holdFailures = true;
+    const auto setup = setUpForOneCommand(line);
     if (setup.driver.device.address.empty())
         throw UsageError(
             localized("no device is named; write --device-snmp HOST[:PORT], or snmp=HOST in [device] "

@@ -30,9 +30,7 @@ std::string asColumns(const std::vector<DirectoryPerson>& people)
 
 void runDirectoryCommand(const CommandLine& line)
 {
-    auto setup = setUpDriver(line);
-    setup.driver.saveFeatures = false;
-    setup.driver.holdFailures = true;
+    const auto setup = setUpForOneCommand(line);
     Driver driver(setup.driver);
     driver.call("T40InvokeFaxDialog");
     const auto people = DirectoryDialog(driver).search(line.directoryPrefix);

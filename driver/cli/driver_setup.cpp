@@ -51,4 +51,12 @@ DriverSetup setUpDriver(const CommandLine& line)
     return setup;
 }
 
+DriverSetup setUpForOneCommand(const CommandLine& line)
+{
+    auto setup = setUpDriver(line);
+    setup.driver.saveFeatures = false;
+    setup.driver.holdFailures = true;
+    return setup;
+}
+
 } // namespace quelm

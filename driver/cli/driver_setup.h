@@ -19,6 +19,10 @@ struct DriverSetup {
 /// --device-snmp.
 DriverSetup setUpDriver(const CommandLine& line);
 
+/// The same for a command that chooses for itself alone and ends with what fails first: the option values are
+/// not kept, and failures are held until the command releases them.
+DriverSetup setUpForOneCommand(const CommandLine& line);
+
 } // namespace quelm
 
 #endif

@@ -7,21 +7,9 @@
 #include "driver/widgets/widget_names.h"
 
 namespace quelm {
-namespace {
-
-/// The options of one command are that job's alone.
-DriverSetup setUpForOneJob(const CommandLine& line)
-{
-    auto setup = setUpDriver(line);
-    setup.driver.saveFeatures = false;
-    setup.driver.holdFailures = true;
-    return setup;
-}
-
-} // namespace
 
 FilledJob::FilledJob(const CommandLine& line)
-    : recipients_(recipientsOf(line.job)), setup_(setUpForOneJob(line)), driver_(setup_.driver)
+    : recipients_(recipientsOf(line.job)), setup_(setUpForOneCommand(line)), driver_(setup_.driver)
 {
     const QuestionPolicy policy(line.job.duplicates.value_or(Duplicates::ask), Terminal::standard());
     fillJob(driver_, line.job, recipients_, policy);

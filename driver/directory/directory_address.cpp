@@ -13,9 +13,9 @@ namespace quelm {
 
 namespace {
 
-constexpr int plainPort = 389;
-constexpr int tlsPort = 636;
-constexpr int tlsCataloguePort = 3269;
+constexpr std::uint16_t plainPort = 389;
+constexpr std::uint16_t tlsPort = 636;
+constexpr std::uint16_t tlsCataloguePort = 3269;
 
 /// Takes `prefix` off the front of `text`; letter case does not matter.
 bool takePrefix(std::string_view& text, std::string_view prefix)
@@ -28,7 +28,7 @@ bool takePrefix(std::string_view& text, std::string_view prefix)
 
 } // namespace
 
-std::string DirectoryAddress::shown() const { return toText({host, static_cast<std::uint16_t>(port)}); }
+std::string DirectoryAddress::shown() const { return toText({host, port}); }
 
 std::string DirectoryAddress::uri() const { return (tls ? "ldaps://" : "ldap://") + shown(); }
 

@@ -3,6 +3,7 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ADDRESS_H
 #define DRIVER_DIRECTORY_DIRECTORY_ADDRESS_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@ namespace quelm {
 /// Where a directory server listens, and how it is spoken to.
 struct DirectoryAddress {
     std::string host; ///< a name, or an IPv4 or IPv6 address without brackets
-    int port = 0;
+    std::uint16_t port = 0;
     bool tls = false; ///< TLS from the first byte on
 
     /// "host:port", with brackets around an IPv6 address: for messages.

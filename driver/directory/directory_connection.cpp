@@ -40,8 +40,7 @@ std::string systemAuthorities()
 /// The addresses of a name are tried in turn, each with its share of the time that its look-up leaves.
 FileHandle connectedSocket(const DirectoryAddress& server, Deadline deadline)
 {
-    const HostAnswer answer =
-        lookUp({server.host, static_cast<std::uint16_t>(server.port)}, SOCK_STREAM, deadline);
+    const HostAnswer answer = lookUp({server.host, server.port}, SOCK_STREAM, deadline);
     const bool silent = answer.kind == HostAnswer::Kind::unavailable || answer.kind == HostAnswer::Kind::late;
     if (answer.kind != HostAnswer::Kind::found)
         throw DirectoryError(silent ? ldap_code::timeout : ldap_code::serverDown,

@@ -7,6 +7,8 @@
 
 #include <sys/stat.h>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace quelm {
@@ -14,8 +16,8 @@ namespace {
 
 bool exists(const std::string& path)
 {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0;
+    std::error_code failure;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, failure));
 }
 
 /// What the component makes for its phonebook: folders that every user may use.

@@ -2,6 +2,7 @@
 # Run as: cmake -D STEP=cmake/EmbedTextStep.cmake -D WORK=folder-of-its-own -P this-file
 # SPDX-License-Identifier: LGPL-2.1-or-later
 cmake_minimum_required(VERSION 3.25)
+include("${CMAKE_CURRENT_LIST_DIR}/refusal.cmake")
 
 # Runs the step on `content`; leaves its exit status in `result`, its words in `words`.
 function(embed content size xml)
@@ -28,15 +29,7 @@ function(expect_text what expected)
 endfunction()
 
 function(expect_refusal what expected)
-  string(FIND "${words}" "${expected}" found)
-  if(result EQUAL 0)
-    message(SEND_ERROR "${what}: accepted")
-  elseif(found EQUAL -1)
-    message(SEND_ERROR "${what}: refused with other words: ${words}")
-  endif()
-  if(EXISTS "${WORK}/text.cpp")
-    message(SEND_ERROR "${what}: left a source file behind")
-  endif()
+  expect_refused("${what}" "${expected}" "${WORK}/text.cpp")
 endfunction()
 
 # Byte for byte

@@ -2,6 +2,7 @@
 # Run as: cmake -D STEP=cmake/WidgetNamesStep.cmake -D WORK=folder-of-its-own -P this-file
 # SPDX-License-Identifier: LGPL-2.1-or-later
 cmake_minimum_required(VERSION 3.25)
+include("${CMAKE_CURRENT_LIST_DIR}/refusal.cmake")
 
 # Runs the step on `content`; leaves its exit status in `result`, its words in `words`.
 function(name_widgets content)
@@ -46,15 +47,7 @@ endfunction()
 function(expect_refusal what content expected)
   file(REMOVE_RECURSE "${WORK}")
   name_widgets("${content}")
-  string(FIND "${words}" "${expected}" found)
-  if(result EQUAL 0)
-    message(SEND_ERROR "${what}: accepted")
-  elseif(found EQUAL -1)
-    message(SEND_ERROR "${what}: refused with other words: ${words}")
-  endif()
-  if(EXISTS "${WORK}/names.h")
-    message(SEND_ERROR "${what}: left a header behind")
-  endif()
+  expect_refused("${what}" "${expected}" "${WORK}/names.h")
 endfunction()
 
 expect_constant("Lan Fax TabSet" lanFaxTabSet)

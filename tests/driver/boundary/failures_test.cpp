@@ -34,7 +34,7 @@ TEST_F(FailuresTest, WhatAUserHasToHearOfIsLoggedAtOnceAsOneLine)
 TEST_F(FailuresTest, WhatTheComponentMayGetOverIsKeptAndNotLogged)
 {
     failures.widgetMissing("there is no widget");
-    failures.databaseFailed("there is no such phonebook");
+    failures.databaseFailed("there is no\nsuch phonebook");
     EXPECT_THAT(log.messages, IsEmpty());
     EXPECT_EQ(failures.last().definition, "there is no widget");
     EXPECT_EQ(failures.last().database, "there is no such phonebook");
