@@ -1,0 +1,268 @@
+// Tests of making, previewing and sending a job in the main window, on a display and over the real component.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/desktop/main_window/job_panel.h"
+
+#include "base/file_handle.h"
+#include "tests/driver/desktop/main_window/main_window_fixture.h"
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+
+namespace quelm {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+class JobPanelTest : public MainWindowTest {};
+
+std::string titleOf(const std::string& name)
+{
+    const gchar* title = gtk_window_get_title(GTK_WINDOW(onScreen(name)));
+    return title == nullptr ? "" : title;
+}
+
+/// While it lives, the process can open no more files than it has.
+class NoMoreFiles {
+public:
+    NoMoreFiles()
+    {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const FileHandle next(::dup(STDIN_FILENO));
+        const rlimit none{static_cast<rlim_t>(next.get()), before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+    NoMoreFiles(const NoMoreFiles&) = delete;
+    NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+
+private:
+    rlimit before_ = {};
+};
+
+TEST_F(JobPanelTest, WithoutARecipientTheFaxDialogOpensInsteadOfSending)
+{
+    openDocument();
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("LanFax OK Button") != nullptr; }));
+    EXPECT_EQ(shownText("Main Message"), "Add a recipient first.");
+    fillFax({"Ann"});
+    EXPECT_EQ(shownText("Main Message"), "");
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+}
+
+TEST_F(JobPanelTest, TheJobIsWhatTheDriverWrites)
+{
+    openDocument();
+    fillFax({"Ann", "Bob"}, true);
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_EQ(sendAndRead(),
+              "The fax job of letter.ps for 2 recipients was written to " + (folder / "fax.job") + ".");
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(JobPanelTest, AJobInPjlIsToo)
+{
+    openDocument();
+    fillFax({"Ann"});
+    chooseItem("Main Job Format", 1);
+    enterText("Main Destination File", folder / "fax.job");
+    sendAndRead();
+    EXPECT_EQ(job(), expectedJob(Pdl::pjl));
+    EXPECT_THAT(job(), HasSubstr("@PJL COMMENT OID_ATT_"));
+}
+
+TEST_F(JobPanelTest, PreviewsAndEarlierJobsLeaveNoTraceInAJob)
+{
+    openDocument();
+    fillFax({"Ann", "Bob"}, true);
+    press("Main Preview Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Preview Caption") == "Cover page (1 of 3)"; }));
+    press("Preview Close Button");
+    for (const auto* name : {"first.job", "second.job"}) {
+        enterText("Main Destination File", folder / name);
+        sendAndRead();
+    }
+    EXPECT_EQ(contentOf(folder / "first.job"), contentOf(folder / "second.job"));
+    EXPECT_EQ(contentOf(folder / "second.job"), expectedJob());
+}
+
+TEST_F(JobPanelTest, AMissingDestinationIsAskedFor)
+{
+    openDocument();
+    fillFax({"Ann"});
+    EXPECT_THAT(sendAndRead(), HasSubstr("Name the file"));
+    chooseItem("Main Destination Kind", deviceItem);
+    EXPECT_THAT(sendAndRead(), HasSubstr("Name the device"));
+    chooseItem("Main Destination Kind", queueItem);
+    EXPECT_THAT(sendAndRead(), HasSubstr("Choose the print queue"));
+}
+
+TEST_F(JobPanelTest, AFailureIsToldInOneLineAndCanBePutRight)
+{
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "no such folder/fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("no such folder"));
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+}
+
+TEST_F(JobPanelTest, ADeviceIsToldApartFromAnAddressThatIsNone)
+{
+    openDocument();
+    fillFax({"Ann"});
+    chooseItem("Main Destination Kind", deviceItem);
+    enterText("Main Destination Device", "a b:c");
+    EXPECT_THAT(sendAndRead(), HasSubstr("\"a b:c\" is no address"));
+    enterText("Main Destination Device", "127.0.0.1:1");
+    EXPECT_THAT(sendAndRead(), HasSubstr("Device 127.0.0.1:1"));
+}
+
+TEST_F(JobPanelTest, AFileIsReplacedOnlyAfterAQuestion)
+{
+    openDocument();
+    fillFax({"Ann"});
+    const auto path = writeFile(folder / "fax.job", "precious");
+    enterText("Main Destination File", path);
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Replace Question No") != nullptr; }));
+    press("Main Replace Question No");
+    EXPECT_EQ(job(), "precious");
+    EXPECT_TRUE(isUsable("Main Send Button"));
+
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Replace Question Yes") != nullptr; }));
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(JobPanelTest, TheJobIsOfTheDocumentThatTheQuestionWasAskedFor)
+{
+    openDocument();
+    fillFax({"Ann"});
+    const auto other = writeFile(folder / "other.ps", "%!PS\n(another letter) show showpage\n");
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    askToReplace();
+    window->openDocument(other);
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("The fax job of letter.ps for 1 recipient was written"));
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(JobPanelTest, AFailureAfterTheQuestionIsToldInOneLine)
+{
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    // The bar's picture is read before no more files can be opened.
+    window->tell(Gtk::MESSAGE_ERROR, "a message");
+    loopUntilIdle();
+    askToReplace();
+    {
+        const NoMoreFiles none;
+        press("Main Replace Question Yes");
+        ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    }
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("The job cannot be put together"));
+    EXPECT_EQ(job(), "precious");
+    enterText("Main Destination File", folder / "another.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+}
+
+TEST_F(JobPanelTest, QuestionsBearTheWindowsTitle)
+{
+    servers::PrintListener device(servers::Manner::neverCloses);
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    askToReplace();
+    EXPECT_EQ(titleOf("Main Replace Question"), window->get_title());
+    press("Main Replace Question No");
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    window->close();
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Quit Question") != nullptr; }));
+    EXPECT_EQ(titleOf("Main Quit Question"), window->get_title());
+}
+
+TEST_F(JobPanelTest, AFifoThatNobodyReadsDoesNotHoldUpTheWindow)
+{
+    ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "fifo");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    press("Main Cancel Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("cancelled"));
+    EXPECT_TRUE(isUsable("Main Send Button"));
+}
+
+TEST_F(JobPanelTest, TheDocumentItselfIsNeverReplaced)
+{
+    const auto path = writeFile(folder / "own.ps", contentOf(sampleLetter()));
+    openDocument(path);
+    fillFax({"Ann"});
+    enterText("Main Destination File", path);
+    EXPECT_THAT(sendAndRead(), HasSubstr("is the document itself"));
+    EXPECT_EQ(contentOf(path), contentOf(sampleLetter()));
+}
+
+TEST_F(JobPanelTest, ADeviceGetsTheJobByteForByte)
+{
+    servers::PrintListener device(servers::Manner::takesAll);
+    openDocument();
+    fillFax({"Ann", "Bob"}, true);
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("for 2 recipients was handed over to"));
+    EXPECT_EQ(device.received(), expectedJob());
+    EXPECT_EQ(onScreen("Main Progress"), nullptr);
+}
+
+TEST_F(JobPanelTest, ASendingCanBeCancelled)
+{
+    servers::PrintListener device(servers::Manner::neverCloses);
+    openDocument();
+    fillFax({"Ann"});
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    for (const auto* control : {"Main Send Button", "Main Preview Button", "Main Open Button",
+                                "Main Fax Setup Button", "Main Destination Device"})
+        EXPECT_FALSE(isUsable(control)) << control;
+    press("Main Cancel Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("cancelled"));
+    EXPECT_TRUE(isUsable("Main Send Button"));
+    EXPECT_EQ(onScreen("Main Progress"), nullptr);
+}
+
+TEST_F(JobPanelTest, ClosingTheWindowWhileAJobIsSentAsksFirst)
+{
+    servers::PrintListener device(servers::Manner::neverCloses);
+    openDocument();
+    fillFax({"Ann"});
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
+    for (const std::string answer : {"No", "Yes"}) {
+        EXPECT_FALSE(closed);
+        window->close();
+        ASSERT_TRUE(loopUntil([&] { return onScreen("Main Quit Question " + answer) != nullptr; }));
+        EXPECT_FALSE(closed);
+        press("Main Quit Question " + answer);
+    }
+    EXPECT_TRUE(closed);
+}
+
+} // namespace
+} // namespace quelm
