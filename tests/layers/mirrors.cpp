@@ -3,6 +3,7 @@
 #include "tests/layers/mirrors.h"
 
 #include "tests/layers/layers.h"
+#include "tests/layers/quoted_names.h"
 
 #include <algorithm>
 #include <fstream>
@@ -14,20 +15,6 @@ namespace layers {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The names between pairs of backticks.
-std::vector<std::string> quotedNames(std::string_view text)
-{
-    std::vector<std::string> names;
-    for (std::size_t begin = 0; (begin = text.find('`', begin)) != std::string_view::npos;) {
-        const std::size_t end = text.find('`', ++begin);
-        if (end == std::string_view::npos)
-            break;
-        names.emplace_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return names;
-}
 
 using Table = std::map<std::string, std::vector<std::string>>;
 
