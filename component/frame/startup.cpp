@@ -11,18 +11,34 @@
 #include "model/fax_job.h"
 #include "phonebook/phonebook_state.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace {
 
-/// False at the first widget that is missing; the handles found before stay.
+struct ListWidget {
+    const char* name;
+    GTKObject*& handle;
+};
+
+const ListWidget listWidgets[] = {
+    {widget_names::lanFaxRecipientList, recipientListWidget},
+    {widget_names::faxPbList, pbListWidget},
+    {widget_names::faxCurRecipientList, curRecipientListWidget},
+    {widget_names::lanFaxAddGroupGroupList, groupListWidget},
+    {widget_names::searchStatus, searchStatusWidget},
+};
+
+/// False at the first widget that is missing; the handles found before stay, and so does the one that an
+/// earlier start-up found.
 bool findListWidgets()
 {
-    return ((recipientListWidget = host::widget(widget_names::lanFaxRecipientList)) != nullptr) &&
-           ((pbListWidget = host::widget(widget_names::faxPbList)) != nullptr) &&
-           ((curRecipientListWidget = host::widget(widget_names::faxCurRecipientList)) != nullptr) &&
-           ((groupListWidget = host::widget(widget_names::lanFaxAddGroupGroupList)) != nullptr) &&
-           ((searchStatusWidget = host::widget(widget_names::searchStatus)) != nullptr);
+    return std::ranges::all_of(listWidgets, [](const ListWidget& wanted) {
+        GTKObject* const found = host::widget(wanted.name);
+        if (found != nullptr)
+            wanted.handle = found;
+        return found != nullptr;
+    });
 }
 
 /// Works out where the personal phonebook is, and makes its directories. When that fails the path

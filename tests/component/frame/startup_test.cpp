@@ -182,6 +182,28 @@ TEST_P(MissingWidgetTest, EndsStartUpWithoutAFaxJobAndKeepsTheHandlesFoundBefore
     EXPECT_TRUE(host.resources.empty());
 }
 
+TEST_P(MissingWidgetTest, LeavesTheHandleThatAnEarlierStartStored)
+{
+    const char* const names[] = {"LanFax Recipient List", "Fax PB List", "Fax Cur Recipient List",
+                                 "LanFaxAddGroup Group List", "Search Status"};
+    GTKObject** const handles[] = {&recipientListWidget, &pbListWidget, &curRecipientListWidget,
+                                   &groupListWidget, &searchStatusWidget};
+    ASSERT_NE(InitializeFaxComponent(), 0);
+    Tarvik40Fax* const job = pFaxSession;
+    std::vector<GTKObject*> earlier;
+    for (GTKObject** handle : handles)
+        earlier.push_back(*handle);
+
+    host.missingWidgets.insert(names[GetParam()]);
+    EXPECT_EQ(InitializeFaxComponent(), 0);
+
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(*handles[i],
+                  i < GetParam() ? host.handleOf(names[i]) : earlier[static_cast<std::size_t>(i)])
+            << names[i];
+    EXPECT_EQ(pFaxSession, job);
+}
+
 INSTANTIATE_TEST_SUITE_P(EveryListWidget, MissingWidgetTest, testing::Range(0, 5));
 
 TEST_F(StartupTest, ANameThatTheHostDoesNotKnowStopsNothingElse)
