@@ -3,6 +3,7 @@
 #include "ui/recipient_selection.h"
 
 #include "common/messages.h"
+#include "common/number_format.h"
 #include "common/widget_names.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
@@ -38,26 +39,6 @@ std::string removalQuestion(Tarvik40FaxRecipient& recipient)
     text += labelledValue(questionText("Fax Number:"), recipient.getRecipientData("RecipientFaxNumber")) +
             "\r\n\n";
     return text + questionText("Are you sure you want to remove this Recipient?");
-}
-
-/// The text with the count in place of "%d", and "%%" as "%". Translations come from outside, so
-/// nothing else in them is taken for a format.
-std::string withCount(const std::string& text, int count)
-{
-    std::string out;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const std::string_view directive = std::string_view(text).substr(at, 2);
-        if (directive == "%d")
-            out += std::to_string(count);
-        else if (directive == "%%")
-            out += '%';
-        else {
-            out += text[at];
-            continue;
-        }
-        ++at;
-    }
-    return out;
 }
 
 void redrawAfterRemoval()
@@ -137,7 +118,7 @@ void T40RemoveMultipleFaxRecipientsTest(int count)
     if (askBeforeRemoving())
         host::askQuestion(
             questionResponse(RemoveMultipleRcptsResponseCB),
-            withCount(questionText("Are you sure you want to remove all %d Recipients?"), count));
+            withNumber(questionText("Are you sure you want to remove all %d Recipients?"), count));
     else
         T40RemoveMultipleFaxRecipients();
 }
