@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "directory/search.h"
 
+#include "common/list_cells.h"
 #include "common/module_state.h"
 #include "common/widget_names.h"
 #include "directory/device_directory.h"
@@ -45,10 +46,10 @@ void addResultRow(const ResultValues& values)
 {
     const std::string name = values.surname + ", " + values.givenName;
     const char* columns[] = {name.c_str(),
-                             values.faxNumber.c_str(),
+                             listCell(values.faxNumber),
                              pEmptyString,
-                             values.phone.c_str(),
-                             values.email.c_str(),
+                             listCell(values.phone),
+                             listCell(values.email),
                              pEmptyString,
                              nullptr};
     if (ldapRowFactory == nullptr)
@@ -117,17 +118,24 @@ void T40AddFaxRecLDAP()
     if (row < 0 || list == nullptr)
         return;
     host::TextBuffer buffer;
-    const auto cell = [&](int column) {
+    const auto readCell = [&](int column, std::string& out) {
         buffer.clear();
         char* text = buffer.text; // a host copies into it, or points it at the row's own text
-        list->getListItemData(&text, column, row);
-        return std::string(text);
+        if (!list->getListItemData(&text, column, row))
+            return false;
+        out = text;
+        return true;
     };
+    std::string name;
+    std::string faxNumber;
+    std::string phone;
+    std::string email;
+    if (!readCell(0, name))
+        return; // a row that is no longer there is nobody
+    readCell(1, faxNumber);
+    readCell(3, phone);
+    readCell(4, email);
     auto recipient = std::make_unique<Tarvik40FaxRecipient>();
-    std::string name = cell(0);
-    std::string faxNumber = cell(1);
-    std::string phone = cell(3);
-    std::string email = cell(4);
     recipient->setRecipientType(SINGLE_RECIPIENT);
     recipient->setRecipientData("RecipientName", name);
     recipient->setRecipientData("RecipientFaxNumber", faxNumber);

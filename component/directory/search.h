@@ -19,7 +19,7 @@ extern "C" {
 void PBSearch();
 
 /// Adds the selected result to the picks. No question is asked, and a result without a fax number is
-/// added too.
+/// added too. A row whose name cannot be read adds nobody.
 void T40AddFaxRecLDAP();
 }
 #pragma GCC visibility pop

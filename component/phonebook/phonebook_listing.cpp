@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "phonebook/phonebook_listing.h"
 
+#include "common/list_cells.h"
 #include "common/module_state.h"
 #include "host/calls.h"
 #include "phonebook/phonebook_state.h"
@@ -113,8 +114,13 @@ void AddPBEntryToList(GTKObject* listWidget, LegacyDBRecord* record)
 
     std::array<const char*, 7> columns{}; // before the first filled row there is nothing to repeat
     if (row.filled)
-        columns = {row.name.c_str(), row.faxNumber.c_str(), pEmptyString, pEmptyString,
-                   pEmptyString,     pEmptyString,          nullptr};
+        columns = {listCell(row.name),
+                   listCell(row.faxNumber),
+                   pEmptyString,
+                   pEmptyString,
+                   pEmptyString,
+                   pEmptyString,
+                   nullptr};
     if (pbRowFactory == nullptr)
         pbRowFactory = new GTKObject;
     host::addListRow(*pbRowFactory, listWidget, columns.data());

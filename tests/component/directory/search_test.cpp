@@ -96,7 +96,7 @@ TEST_F(DirectorySearchTest, CallsTheHostInThisOrder)
         lines({R"(get "Search String" Value -> "Smi")"}) + requested("(sn=Smi*)") +
             lines({R"(freeze "Fax PB List")", R"(clearRows "Fax PB List")"}) + resultRead +
             lines({R"(addRow "Fax PB List" "Smith, Anne" "555-1" empty "777" "anne@example" empty)"}) +
-            resultRead + lines({R"(addRow "Fax PB List" "Smithers, John" "555-2" empty "" "" empty)"}) +
+            resultRead + lines({R"(addRow "Fax PB List" "Smithers, John" "555-2" empty empty empty empty)"}) +
             lines({"nextEntry", "responseItemCount", R"(set "Search Status" WidgetText "2 Records Found")",
                    R"(unfreeze "Fax PB List")"}));
 }
@@ -308,6 +308,14 @@ TEST_F(DirectorySearchTest, StatusTextsAreNotTranslated)
     EXPECT_EQ(status(), "No Records Found");
 }
 
+TEST_F(DirectorySearchTest, EmptyCellsAreTheHostsOwnEmptyText)
+{
+    host.directory.entries = {person("", "", "")};
+    host.directory.entries.front()["mail"] = "a@b";
+    search("");
+    EXPECT_EQ(host.journal.count(R"(addRow "Fax PB List" ", " empty empty empty "a@b" empty)"), 1);
+}
+
 TEST_F(DirectorySearchTest, NobodyFoundIsAnEmptyList)
 {
     host.directory.entries = {anneSmith};
@@ -376,6 +384,25 @@ TEST_F(DirectoryPickTest, ACellThatCannotBeReadIsEmptyAndDoesNotRepeatTheOneBefo
     ASSERT_EQ(pickNames(), std::vector<std::string>{"Smith, Anne"});
     EXPECT_EQ(pick(0)->getRecipientData("RecipientFaxNumber"), nullptr);
     EXPECT_EQ(field(pick(0), "RecipientPhone"), "777");
+}
+
+TEST_F(DirectoryPickTest, ARowWhoseNameCannotBeReadAddsNobody)
+{
+    host.faults.failNth(fake::Op::readCell, 1);
+    add(0);
+    EXPECT_EQ(host.journal.effects(), "");
+    EXPECT_EQ(job().getRecipientListCount(CUR_RECIPIENT_LIST), 0);
+}
+
+TEST_F(DirectoryPickTest, ARowThatIsNoLongerThereAddsNobody)
+{
+    for (bool points : {false, true}) {
+        host.pointsAtCells = points;
+        host.widget("Fax PB List").rows.clear();
+        host.widget("Fax PB List").selection = {0}; // which the host still names
+        T40AddFaxRecLDAP();
+        EXPECT_EQ(job().getRecipientListCount(CUR_RECIPIENT_LIST), 0);
+    }
 }
 
 TEST_F(DirectoryPickTest, AResultWithoutAFaxNumberIsPicked)

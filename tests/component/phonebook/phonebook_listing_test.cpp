@@ -311,6 +311,20 @@ TEST_F(PhonebookListingTest, BothKindsOfHostSeeTheSameRows)
     EXPECT_EQ(listed(records), expected);
 }
 
+TEST_F(PhonebookListingTest, EmptyCellsAreTheHostsOwnEmptyText)
+{
+    listed({group("Team", ",uAnne"), fake::record("uBob", tagged("usg", "0") + tagged("nam", "Bob")),
+            fake::record("u", tagged("usg", "0") + tagged("fxn", "1")),
+            fake::record("u2", tagged("usg", "0")), recordOfNeitherKind("Carla")});
+    std::string added;
+    for (const char* cells :
+         {R"("[Team]" empty)", R"("Bob" empty)", R"(empty "1")", "empty empty", "empty empty"})
+        added += std::string("addRow \"Fax PB List\" ") + cells + " empty empty empty empty\n";
+    std::string rowsOnly = host.journal.effects();
+    rowsOnly.erase(0, rowsOnly.find("addRow"));
+    EXPECT_EQ(rowsOnly, added);
+}
+
 TEST_F(PhonebookListingTest, ARecordThatDoesNotDecodeAddsNoRow)
 {
     EXPECT_EQ(listed({entry("Anne", "1"), brokenEntry("Bernard"), entry("Carla", "3")}),
