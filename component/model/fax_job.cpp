@@ -4,6 +4,7 @@
 
 #include "common/widget_names.h"
 #include "host/calls.h"
+#include "model/joined_lists.h"
 #include "model/recipient.h"
 
 namespace {
@@ -23,7 +24,7 @@ int parameterKey(const char* key)
 
 } // namespace
 
-Tarvik40Fax::Tarvik40Fax() = default;
+Tarvik40Fax::Tarvik40Fax() { joinLists(recipientList, tmpRecipientList, groupMemberList); }
 
 bool Tarvik40Fax::getFaxParameter(char* key, void* out)
 {
@@ -73,16 +74,13 @@ bool Tarvik40Fax::addFaxRecipient(Tarvik40FaxRecipient* recipient, bool toTmp)
 
 Tarvik40FaxRecipient* Tarvik40Fax::getCurrentFaxRecipient(int list)
 {
-    int row = 0;
-    if (list == RECIPIENT_LIST) {
-        if (!host::readInteger(widget_names::lanFaxRecipientList, row))
-            return nullptr;
-    } else if (list == CUR_RECIPIENT_LIST) {
-        // Whether the read succeeded does not count here: a host that cannot tell gets the first pick.
-        host::readInteger(widget_names::faxCurRecipientList, row);
-    }
-    // Without a selected row nothing may be removed, shown or edited by accident.
-    return row < 0 ? nullptr : getFaxRecipientN(row, list);
+    if (list != RECIPIENT_LIST && list != CUR_RECIPIENT_LIST)
+        return nullptr;
+    const char* widget =
+        list == RECIPIENT_LIST ? widget_names::lanFaxRecipientList : widget_names::faxCurRecipientList;
+    int row = -1;
+    // Without a selected row, or one that can be read, nothing may be removed, shown or edited by accident.
+    return host::readInteger(widget, row) && row >= 0 ? getFaxRecipientN(row, list) : nullptr;
 }
 
 Tarvik40FaxRecipient* Tarvik40Fax::getFaxRecipientN(int n, int list)

@@ -34,7 +34,8 @@ inline constexpr int PDL_MODE_PJL = 2;
 ///     }
 ///
 /// A recipient belongs to the list that it was added to; removing destroys it. The group member list
-/// owns nothing: it holds pointers of `recipientList`.
+/// owns nothing: it holds pointers of `recipientList`. A place there whose recipient was removed since holds
+/// null and still counts; showing, walking and naming the members passes over it.
 ///
 /// The class is one for the sake of its hosts; its functions are defined in the rooms whose subject they
 /// are, which a line ahead of each group names. Order and types of the data are part of what hosts were
@@ -61,7 +62,7 @@ public:
     bool addFaxRecipient(Tarvik40FaxRecipient* recipient, bool toTmp);
 
     /// The recipient of the selected row: of the job's list (1) or of the picks (3). Null without a
-    /// selection and for every other list.
+    /// selection, when it cannot be read, and for every other list.
     Tarvik40FaxRecipient* getCurrentFaxRecipient(int list);
 
     /// The recipient at position `n` from 0 of list 1 or 3, null for every other list.
@@ -79,7 +80,8 @@ public:
     /// False for an empty key.
     bool isFaxRecipientAlreadyInList(std::string& key);
 
-    /// Destroys all recipients of list 1, 3 or 4. False, and nothing done, for another one.
+    /// Destroys all recipients of list 1, 3 or 4, which then have left the other lists, too. False, and
+    /// nothing done, for another one.
     bool removeAllFaxRecipients(int list);
 
     /// Empties list 1, 3 or 4 without destroying anything.
@@ -96,7 +98,7 @@ public:
     void appendTmpFaxRecipientList();
 
     /// The member text of the group being saved: ",u" and the name for every member that has
-    /// one. False, and `out` empty, without members.
+    /// one. False, and `out` empty, without members, or when all of them were removed since.
     bool assembleGroupMemberListData(std::string& out);
 
     /// Fills the group member list with the job's recipients, or forgets them.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "model/list_refresh.h"
 
+#include "common/list_cells.h"
 #include "common/module_state.h"
 #include "common/widget_names.h"
 #include "host/calls.h"
@@ -26,8 +27,7 @@ Row rowFor(Tarvik40FaxRecipient& recipient)
     const auto texts = listedTexts(recipient);
     const std::size_t filled = recipient.getRecipientType() == GROUP_RECIPIENT ? 1 : texts.size();
     for (std::size_t column = 0; column < filled; ++column)
-        if (!texts[column]->empty())
-            row[column] = texts[column]->c_str();
+        row[column] = listCell(*texts[column]);
     return row;
 }
 
@@ -73,9 +73,10 @@ void Tarvik40Fax::updatePBEntryList(int list)
     if (widget == nullptr)
         return;
     widget->clearListItems();
-    const int size = recipients->recipientListSize();
-    for (int n = 0; n < size; ++n) {
+    for (int n = 0; n < recipients->recipientListSize(); ++n) {
         Tarvik40FaxRecipient* recipient = recipients->getFaxRecipientN(n);
+        if (recipient == nullptr && list == GROUP_MEMBER_LIST)
+            continue; // was removed from the job since
         if (recipient == nullptr || !host::addListRow(*listItemFactory, widget, rowFor(*recipient).data()))
             return;
     }

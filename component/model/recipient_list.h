@@ -3,8 +3,10 @@
 #ifndef MODEL_RECIPIENT_LIST_H
 #define MODEL_RECIPIENT_LIST_H
 
+#include <cstddef>
 #include <list>
 #include <string>
+#include <vector>
 
 class Tarvik40FaxRecipient;
 
@@ -13,7 +15,10 @@ class Tarvik40FaxRecipient;
 /// The list holds pointers. `removeFaxRecipient` and `removeAllFaxRecipients` destroy what they take
 /// out; `clearAllFaxRecipients` and the destructor only forget. After `appendRecipientList` two
 /// lists share recipients: one of them must be emptied with `clearAllFaxRecipients` before
-/// anything destroys them. Never add a pointer twice.
+/// anything destroys them, unless both are lists of the fax job, which sees to it. Never add a pointer twice.
+///
+/// A place may hold null: in the job's group member list where a recipient was that has been removed since.
+/// Such a place counts, and a walk passes over it.
 class __attribute__((visibility("default"))) Tarvik40FaxRecipientList {
 public:
     Tarvik40FaxRecipientList();
@@ -25,22 +30,24 @@ public:
     bool addFaxRecipient(Tarvik40FaxRecipient* recipient);
 
     /// The recipient at position `n` from 0; the first one for a negative `n`, null at or beyond the
-    /// size. Asking for one position after the other takes time linear in the size, not
-    /// quadratic.
+    /// size and where the place holds null. Asking for one position after the other takes time linear in
+    /// the size, and quadratic once the list was handed out by `getListObject`.
     Tarvik40FaxRecipient* getFaxRecipientN(int n);
 
     /// Takes out and destroys the first entry that is this very object. False, and nothing changed,
-    /// when there is none. Moves the cursor.
+    /// when there is none. Moves the cursor. Places of the job's group member list that held the
+    /// recipient hold null from then on.
     bool removeFaxRecipient(Tarvik40FaxRecipient* recipient);
 
-    /// Destroys every recipient and empties the list. Always true. Moves the cursor.
+    /// Destroys every recipient and empties the list. Always true. Moves the cursor. What other lists of
+    /// the job shared, they lose, the group member list with empty places.
     bool removeAllFaxRecipients();
 
     /// Empties the list without destroying anything.
     void clearAllFaxRecipients();
 
-    /// The recipient at the cursor, which moves on by one; null at the end. `restart` begins at the
-    /// first. A walk is not to be interleaved with operations that move the cursor.
+    /// The next recipient at or behind the cursor, which moves on behind it; null at the end. `restart`
+    /// begins at the first. A walk is not to be interleaved with operations that move the cursor.
     Tarvik40FaxRecipient* walkFaxRecipientList(bool restart);
 
     /// Appends every pointer of `other`, in order; `other` is unchanged. False when it is null or empty.
@@ -52,21 +59,29 @@ public:
 
     int recipientListSize();
 
-    /// The underlying list, for `appendRecipientList`. Whoever changes it calls
-    /// `clearAllFaxRecipients` or restarts the walk afterwards.
+    /// The underlying list. It may be kept and changed at any time: positions asked for afterwards are
+    /// those of the changed list, and a walk goes on at the position that it had reached. What is put in is
+    /// the list's as if it were added; what is taken out is the caller's, who sees to
+    /// it that no other list holds it when it is destroyed.
     std::list<Tarvik40FaxRecipient*>& getListObject();
 
 private:
     using Position = std::list<Tarvik40FaxRecipient*>::iterator;
 
+    Position placeAt(std::ptrdiff_t n);
+    void moveCursorTo(std::ptrdiff_t n);
+    void forgetPositions();
+    void leaveJoinedLists(const std::vector<Tarvik40FaxRecipient*>& leaving) const;
+
+    // Hosts were built against the room that these take. None may be moved, taken out or put in between.
     std::list<Tarvik40FaxRecipient*> recipients;
-    Position cursor;
+    std::ptrdiff_t cursor; ///< a number: whoever changes the list leaves it of use
     Tarvik40FaxRecipient* lastRecipient = nullptr;
 
-    // Where the last positional access ended, so that the next position is one step away.
-    // Null position number -1: unknown.
+    // Where the last access ended, so that the next position is one step away. It holds while nobody but
+    // this class changes the list: the number is negative when nothing is kept, or ever will be.
     Position lastPosition;
-    int lastPositionNumber = -1;
+    int lastPositionNumber;
 };
 
 #endif

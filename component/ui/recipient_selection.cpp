@@ -28,8 +28,7 @@ bool countSelected(int& count)
 int selectedPick()
 {
     int row = -1;
-    host::readInteger(picksList, row);
-    return row;
+    return host::readInteger(picksList, row) ? row : -1;
 }
 
 std::string removalQuestion(Tarvik40FaxRecipient& recipient)

@@ -196,6 +196,15 @@ TEST_F(FaxJobTest, AListThatCannotBeReadHasNoCurrentRecipient)
     EXPECT_EQ(job().getCurrentFaxRecipient(RECIPIENT_LIST), nullptr);
 }
 
+TEST_F(FaxJobTest, PicksThatCannotBeReadHaveNoCurrentRecipient)
+{
+    addPick("Carla", "3");
+    job().updatePBEntryList(CUR_RECIPIENT_LIST);
+    host.setSelection("Fax Cur Recipient List", {0});
+    host.faults.failOn(fake::Op::readProperty, "Fax Cur Recipient List");
+    EXPECT_EQ(job().getCurrentFaxRecipient(CUR_RECIPIENT_LIST), nullptr);
+}
+
 TEST_F(FaxJobTest, ASelectedRowBeyondTheListHasNoRecipient)
 {
     host.widget("LanFax Recipient List").rows.resize(1);

@@ -165,6 +165,30 @@ TEST_F(ListRefreshTest, StopsAtTheFirstRowThatTheHostRefuses)
     EXPECT_EQ(host.journal.count("addRow"), 2);
 }
 
+TEST_F(ListRefreshTest, AMemberWhoWasRemovedFromTheJobIsPassedOver)
+{
+    for (const char* name : {"Ann", "Bob", "Carla"})
+        addRecipient(name, "1");
+    job().groupMemberList.appendRecipientList(&job().recipientList);
+    job().removeFaxRecipientN(0, false);
+    job().updatePBEntryList(GROUP_MEMBER_LIST);
+    EXPECT_EQ(host.names("LanFaxAddGroup Group List"), (std::vector<std::string>{"Bob", "Carla"}));
+}
+
+// Rows of the job's list and of the picks stand for positions: passing one over would shift all behind it.
+TEST_F(ListRefreshTest, StopsAtAPlaceOfTheJobOrThePicksThatTheHostLeftEmpty)
+{
+    addRecipient("Ann", "1");
+    addPick("Bob", "2");
+    job().recipientList.getListObject().push_front(nullptr);
+    job().tmpRecipientList.getListObject().push_back(nullptr);
+    addPick("Carla", "3");
+    job().updatePBEntryList(RECIPIENT_LIST);
+    job().updatePBEntryList(CUR_RECIPIENT_LIST);
+    EXPECT_TRUE(host.names("LanFax Recipient List").empty());
+    EXPECT_EQ(host.names("Fax Cur Recipient List"), std::vector<std::string>{"Bob"});
+}
+
 TEST_F(ListRefreshTest, LongTextsReachTheRowWhole)
 {
     addRecipient(longText(6000), "1");

@@ -5,6 +5,7 @@
 #include "tests/support/component_test.h"
 
 #include <algorithm>
+#include <iterator>
 #include <random>
 
 class RecipientListTest : public ComponentTest {
@@ -308,4 +309,145 @@ TEST_F(RecipientListTest, FindsTheFirstOfSeveral)
     auto* first = add("Anne", "1");
     add("Anne", "1");
     EXPECT_EQ(byKey("Anne1"), first);
+}
+
+// --- A list that its host changes ------------------------------------------------------------
+
+TEST_F(RecipientListTest, PositionsAreThoseOfTheListThatTheHostChanged)
+{
+    auto* anne = add("Anne");
+    std::unique_ptr<Tarvik40FaxRecipient> bernard(add("Bernard"));
+    auto* carla = add("Carla");
+    EXPECT_EQ(list.getFaxRecipientN(1), bernard.get());
+
+    auto& places = list.getListObject();
+    places.erase(std::next(places.begin()));
+    EXPECT_EQ(list.getFaxRecipientN(1), carla);
+    EXPECT_EQ(list.getFaxRecipientN(2), nullptr);
+
+    // A host may keep the list, and change it again and again.
+    places.push_front(bernard.get());
+    EXPECT_EQ(list.getFaxRecipientN(1), anne);
+    places.pop_front();
+    EXPECT_EQ(list.getFaxRecipientN(1), carla);
+    places.reverse();
+    EXPECT_EQ(list.getFaxRecipientN(1), anne);
+    EXPECT_TRUE(list.removeFaxRecipient(anne));
+    EXPECT_EQ(list.getFaxRecipientN(0), carla);
+}
+
+TEST_F(RecipientListTest, AWalkGoesOnInTheListThatTheHostChanged)
+{
+    auto* anne = add("Anne");
+    std::unique_ptr<Tarvik40FaxRecipient> bernard(add("Bernard"));
+    auto* carla = add("Carla");
+    auto& places = list.getListObject();
+    EXPECT_EQ(list.walkFaxRecipientList(true), anne);
+    places.remove(bernard.get()); // whom the walk was about to reach
+    EXPECT_EQ(list.walkFaxRecipientList(false), carla);
+    places.clear();
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+    places = {anne, carla};
+    EXPECT_EQ(walk(list), (std::vector{anne, carla}));
+}
+
+TEST_F(RecipientListTest, AWalkEndsInAListThatTheHostEmptied)
+{
+    std::unique_ptr<Tarvik40FaxRecipient> anne(add("Anne"));
+    std::unique_ptr<Tarvik40FaxRecipient> bernard(add("Bernard"));
+    EXPECT_EQ(list.walkFaxRecipientList(true), anne.get());
+    list.getListObject().clear();
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+    EXPECT_EQ(list.getFaxRecipientN(0), nullptr);
+}
+
+TEST_F(RecipientListTest, AWalkThatEndedStaysThereWhoeverIsAdded)
+{
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+    auto* anne = add("Anne");
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr); // no walk was begun
+    EXPECT_EQ(list.walkFaxRecipientList(true), anne);
+    add("Bernard");
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+}
+
+TEST_F(RecipientListTest, AWalkGoesOnBehindTheOneThatWasRemoved)
+{
+    add("Anne");
+    auto* bernard = add("Bernard");
+    auto* carla = add("Carla");
+    list.removeFaxRecipient(bernard);
+    EXPECT_EQ(list.walkFaxRecipientList(false), carla);
+    list.removeFaxRecipient(carla);
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+}
+
+TEST_F(RecipientListTest, AWalkGoesOnAtTheOneThatAKeyFound)
+{
+    add("Anne");
+    auto* bernard = add("Bernard");
+    EXPECT_EQ(byKey("Bernard1"), bernard);
+    EXPECT_EQ(list.walkFaxRecipientList(false), bernard);
+    EXPECT_EQ(byKey("Nobody"), nullptr);
+    EXPECT_EQ(list.walkFaxRecipientList(false), nullptr);
+}
+
+TEST_F(RecipientListTest, AskingForPositionsDoesNotMoveAWalk)
+{
+    auto* anne = add("Anne");
+    auto* bernard = add("Bernard");
+    auto* carla = add("Carla");
+    EXPECT_EQ(list.walkFaxRecipientList(true), anne);
+    EXPECT_EQ(list.getFaxRecipientN(2), carla);
+    EXPECT_EQ(list.getFaxRecipientN(0), anne);
+    EXPECT_EQ(list.walkFaxRecipientList(false), bernard);
+}
+
+TEST_F(RecipientListTest, PassesOverPlacesThatHoldNobody)
+{
+    auto* anne = add("Anne");
+    auto* bernard = add("Bernard");
+    list.getListObject() = {nullptr, anne, nullptr, nullptr, bernard, nullptr};
+    EXPECT_EQ(list.recipientListSize(), 6);
+    EXPECT_EQ(walk(list), (std::vector{anne, bernard}));
+    EXPECT_EQ(byKey("Bernard1"), bernard);
+    EXPECT_EQ(byKey(""), nullptr);
+    EXPECT_EQ(list.getFaxRecipientN(0), nullptr);
+    EXPECT_EQ(list.getFaxRecipientN(1), anne);
+    EXPECT_TRUE(list.removeFaxRecipient(nullptr)); // the first such place, and no recipient
+    EXPECT_EQ(list.getFaxRecipientN(0), anne);
+    EXPECT_EQ(list.recipientListSize(), 5);
+}
+
+// Twice as many must take about twice as long; a walk from the start each time would take hours here.
+TEST_F(RecipientListTest, WalksAndPositionsOfALongListTakeTimeLinearInItsSize)
+{
+    Tarvik40FaxRecipient one;
+    constexpr int size = 300'000;
+    for (int n = 0; n < size; ++n)
+        list.addFaxRecipient(&one);
+    int walked = 0;
+    for (auto* r = list.walkFaxRecipientList(true); r != nullptr; r = list.walkFaxRecipientList(false))
+        ++walked;
+    EXPECT_EQ(walked, size);
+    int found = 0;
+    for (int n = 0; n < size; ++n)
+        found += list.getFaxRecipientN(n) == &one ? 1 : 0;
+    EXPECT_EQ(found, size);
+    list.clearAllFaxRecipients();
+}
+
+// Hosts were built against this: the list and four more members, of a pointer's size each.
+TEST_F(RecipientListTest, TakesTheRoomThatHostsExpect)
+{
+    const std::size_t size = sizeof(std::list<void*>) + 4 * sizeof(void*);
+    EXPECT_EQ(sizeof(Tarvik40FaxRecipientList), size);
+    Tarvik40Fax job;
+    const auto placeOf = [&job](const void* member) {
+        return static_cast<const char*>(member) - reinterpret_cast<const char*>(&job);
+    };
+    EXPECT_EQ(placeOf(&job.recipientList), 0);
+    EXPECT_EQ(placeOf(&job.tmpRecipientList), size);
+    EXPECT_EQ(placeOf(&job.groupMemberList), 2 * size);
+    EXPECT_EQ(placeOf(&job.coverRecipientText), 3 * size);
 }

@@ -494,6 +494,22 @@ TEST_F(PropertiesTest, WithoutASelectionThereIsNoCurrentPick)
     EXPECT_EQ(field(job().getFaxRecipientN(-1, CUR_RECIPIENT_LIST), "RecipientName"), "Anne");
 }
 
+TEST_F(PropertiesTest, ASelectedPickThatCannotBeReadIsNeitherShownNorChanged)
+{
+    host.faults.failOn(fake::Op::readProperty, picksList);
+    host.fire("T40ViewPBRcptProperties");
+    EXPECT_FALSE(isOpen());
+    host.faults.clear();
+    view();
+    host.type("RcptPropsName", "Bernd");
+    host.faults.failOn(fake::Op::readProperty, picksList);
+    ok();
+    EXPECT_TRUE(isOpen());
+    host.faults.clear();
+    EXPECT_EQ(host.names(picksList), (Names{"Anne", "Bernard"}));
+    EXPECT_EQ(field(bernard, "RecipientName"), "Bernard");
+}
+
 TEST_F(DetailsTest, WithoutASelectionThereIsNoCurrentRecipient)
 {
     addRecipient("Anne", "1");

@@ -354,11 +354,18 @@ TEST_F(RecipientSelectionTest, TheQuestionAboutSeveralIsTranslatedAndLosesItsMar
     EXPECT_EQ(host.openQuestions(), Names{"12 destinataires & rien d'autre ?"});
 }
 
-TEST_F(RecipientSelectionTest, PercentSignsInATranslationAreNoFormats)
+TEST_F(RecipientSelectionTest, ATranslationPutsTheNumberWhereItWantsIt)
 {
-    host.translations["Are you sure you want to remove all %d Recipients?"] = "%s %n 100% of %d, %x %5$n %";
+    host.translations["Are you sure you want to remove all %d Recipients?"] = "100%%: %1$3d";
     T40RemoveMultipleFaxRecipientsTest(12);
-    EXPECT_EQ(host.openQuestions(), Names{"%s %n 100% of 12, %x %5$n %"});
+    EXPECT_EQ(host.openQuestions(), Names{"100%:  12"});
+}
+
+TEST_F(RecipientSelectionTest, ATranslationThatWantsAnythingElseStandsAsItIs)
+{
+    host.translations["Are you sure you want to remove all %d Recipients?"] = "%d %s %n 100%";
+    T40RemoveMultipleFaxRecipientsTest(12);
+    EXPECT_EQ(host.openQuestions(), Names{"%d %s %n 100%"});
 }
 
 TEST_F(RecipientSelectionTest, ADoubledPercentSignInATranslationIsShownOnce)
@@ -568,6 +575,19 @@ TEST_F(RecipientSelectionTest, WithoutASelectedPickNothingIsRemovedAndThePicksAr
                                                   row(picksList, "Anne", "1"));
     askBeforeRemoving(false);
     call(T40RemoveTmpFaxRecipientTest);
+    EXPECT_EQ(picks(), 1);
+}
+
+TEST_F(RecipientSelectionTest, ASelectedPickThatCannotBeReadIsNotAskedAboutOrRemoved)
+{
+    fillPicks({"Anne"});
+    select(picksList, {0});
+    host.faults.failOn(fake::Op::readProperty, picksList);
+    call(T40RemoveTmpFaxRecipientTest);
+    EXPECT_TRUE(host.openQuestions().empty());
+    askBeforeRemoving(false);
+    call(T40RemoveTmpFaxRecipientTest);
+    call(T40RemoveTmpFaxRecipient);
     EXPECT_EQ(picks(), 1);
 }
 
