@@ -19,6 +19,8 @@
 #include <chrono>
 #include <cstring>
 #include <iterator>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -48,7 +50,8 @@ private:
 
 /// The request on its way, which the library's callback fills in.
 struct Request {
-    const ObjectIdentifier* object = nullptr; ///< null while the device's engine is learned
+    std::optional<std::string_view> community; ///< that answers must bear; none with version 3
+    const ObjectIdentifier* object = nullptr;  ///< null while the device's engine is learned
     bool done = false;
     SnmpReply reply;
 };
@@ -84,7 +87,14 @@ SnmpReply replyOf(const netsnmp_pdu& pdu, const ObjectIdentifier* object)
     return {SnmpReply::Kind::noObject, "", 0};
 }
 
-/// The library's word on a request. 1: the request is settled.
+std::string_view communityOf(const netsnmp_pdu& pdu)
+{
+    return pdu.community != nullptr
+               ? std::string_view(reinterpret_cast<const char*>(pdu.community), pdu.community_len)
+               : std::string_view();
+}
+
+/// The library's word on a request. 1: the request is settled; 0: an answer to it is still to come.
 int takeAnswer(int operation, netsnmp_session* /*session*/, int /*id*/, netsnmp_pdu* pdu,
                void* given) noexcept
 {
@@ -93,6 +103,9 @@ int takeAnswer(int operation, netsnmp_session* /*session*/, int /*id*/, netsnmp_
         request.done = true; // silent, as it was from the start
     if (operation != NETSNMP_CALLBACK_OP_RECEIVED_MESSAGE || pdu == nullptr)
         return 1;
+    // Somebody else's answer, whatever it says: the request stays open for the device's own.
+    if (request.community && communityOf(*pdu) != *request.community)
+        return 0;
     // The library has learned the device's new time from this report, and repeats the request itself.
     if (pdu->command == SNMP_MSG_REPORT && snmpv3_get_report_type(pdu) == SNMPERR_NOT_IN_TIME_WINDOW)
         return 1;
@@ -213,6 +226,14 @@ struct SnmpConnection::Impl {
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
 
+    /// As given, and not as the library has it, which passes it on and takes any.
+    std::optional<std::string_view> community() const
+    {
+        if (settings.version == SnmpVersion::v3)
+            return std::nullopt;
+        return settings.community;
+    }
+
     netsnmp_session& session() const { return *snmp_sess_session(handle); }
 
     /// What the system noted on the socket: an answer of the network that nobody is there.
@@ -226,7 +247,7 @@ struct SnmpConnection::Impl {
 
     SnmpReply ask(Pdu pdu, const ObjectIdentifier* object, Deadline deadline)
     {
-        request = Request{object, false, {}};
+        request = Request{community(), object, false, {}};
         const auto left = std::chrono::duration_cast<microseconds>(deadline - Clock::now());
         const long interval = std::max<long>(1000, left.count() / (settings.retries + 1));
         session().timeout = interval;

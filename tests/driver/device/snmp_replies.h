@@ -5,6 +5,7 @@
 
 #include "tests/servers/udp_device.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -48,8 +49,9 @@ private:
 struct Answer {
     std::string value = element(0x04, "value"); ///< with its tag
     char errorStatus = 0;
-    std::string object = {};   ///< encoded name; empty for the one that was asked for
-    bool withVariables = true; ///< false: an answer about nothing
+    std::string object = {};                   ///< encoded name; empty for the one that was asked for
+    bool withVariables = true;                 ///< false: an answer about nothing
+    std::optional<std::string> community = {}; ///< without one, that of the request
 };
 
 /// Answers each request of version 1 or 2c in this way.
@@ -58,7 +60,8 @@ inline servers::DatagramHandler answering(Answer answer)
     return [answer = std::move(answer)](const std::string& request, const servers::Reply& reply) {
         Elements message(Elements(request).next());
         const std::string version(message.next());
-        const std::string community(message.next());
+        const std::string asker(message.next());
+        const std::string community = answer.community.value_or(asker);
         Elements pdu(message.next());
         const std::string id(pdu.next());
         pdu.next();

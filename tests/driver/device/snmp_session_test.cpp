@@ -256,6 +256,45 @@ TEST_F(SnmpSessionTest, TheAnswerToAnotherRequestIsNotTaken)
     EXPECT_EQ(session.get(description).kind, Kind::deviceFailed);
 }
 
+/// Communities that are not "public", however alike.
+const std::string otherCommunities[] = {"",        "private", "publi",
+                                        "public2", "Public",  std::string("public\0", 7)};
+
+TEST_F(SnmpSessionTest, AnAnswerWithAnotherCommunityIsNotTakenAndTheRightOneIsWaitedFor)
+{
+    for (const SnmpVersion version : {SnmpVersion::v1, SnmpVersion::v2c}) {
+        const UdpDevice device([](const std::string& request, const servers::Reply& reply) {
+            for (const std::string& community : otherCommunities) {
+                replies::answering({.value = replies::element(0x04, "forged"), .community = community})(
+                    request, reply);
+                replies::answering({.errorStatus = 2, .community = community})(request, reply);
+                replies::answering({.withVariables = false, .community = community})(request, reply);
+            }
+            replies::answering({})(request, reply);
+        });
+        auto settings = settingsFor(device.address());
+        settings.version = version;
+        const SnmpAnswer answer = ask(settings);
+        EXPECT_EQ(answer.kind, Kind::value);
+        EXPECT_EQ(answer.text, "value");
+        EXPECT_EQ(device.received(), 1) << "the request need not be repeated";
+    }
+}
+
+TEST_F(SnmpSessionTest, AnswersWithAnotherCommunityAloneAreSilence)
+{
+    const UdpDevice device(replies::answering({.community = "private"}));
+    auto settings = impatientFor(device.address());
+    settings.retries = 2;
+    const auto before = Clock::now();
+    const SnmpAnswer answer = ask(settings);
+    EXPECT_EQ(answer.kind, Kind::deviceFailed);
+    EXPECT_THAT(answer.trouble, HasSubstr("did not answer over SNMP"));
+    EXPECT_GE(Clock::now() - before, shortTime - 20ms);
+    EXPECT_LT(Clock::now() - before, shortTime + 2s);
+    EXPECT_EQ(device.received(), 3);
+}
+
 TEST_F(SnmpSessionTest, AnErrorStatusIsToldWithItsObject)
 {
     constexpr char generalError = 5;
