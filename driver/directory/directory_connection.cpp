@@ -56,6 +56,9 @@ FileHandle connectedSocket(const DirectoryAddress& server, Deadline deadline)
     return std::move(result.connection);
 }
 
+/// The bytes of results that a search may fill the memory with.
+constexpr std::size_t mostKept = std::size_t{64} << 20U;
+
 /// What is left of a search's time in the whole seconds that servers count. One more than that, as
 /// the server must not give up ahead of us.
 timeval serversTimeLimit(Deadline deadline)
@@ -148,6 +151,7 @@ DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int si
         usable_ = error == LDAP_FILTER_ERROR; // then nothing was sent
         return {ldapResultCode(error), ldap_err2string(error)};
     }
+    std::size_t kept = 0;
     for (;;) {
         const LdapMessage message = handle_->receive(id, deadline, error);
         if (!message) {
@@ -163,6 +167,11 @@ DirectoryOutcome DirectoryConnection::search(const DirectoryQuery& query, int si
                 return {ldap_code::sizeLimitExceeded, ldap_err2string(LDAP_SIZELIMIT_EXCEEDED)};
             }
             found.push_back(handle_->entryOf(message.get()));
+            kept += found.back().size();
+            if (kept > mostKept) {
+                usable_ = false;
+                return {ldap_code::sizeLimitExceeded, ldap_err2string(LDAP_SIZELIMIT_EXCEEDED)};
+            }
         }
         // Otherwise a reference to another server, which is not followed.
         if (Clock::now() >= deadline) {

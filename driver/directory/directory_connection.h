@@ -35,7 +35,7 @@ public:
     void bindAnonymously(Deadline deadline);
 
     /// Searches, and adds the entries to `found` in the order in which they come, at most
-    /// `sizeLimit`; when the server sends more, the code is 4. What came before a failure stays in
+    /// `sizeLimit` and 64 MiB; when the server sends more, the code is 4. What came before a failure stays in
     /// `found`. Never throws for what a server does.
     DirectoryOutcome search(const DirectoryQuery& query, int sizeLimit, Deadline deadline,
                             std::vector<DirectoryEntry>& found);

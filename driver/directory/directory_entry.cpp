@@ -6,12 +6,16 @@
 
 #include <glib.h>
 
+#include <numeric>
+
 namespace quelm {
 
 namespace {
 
 bool breaksLine(gunichar character)
 {
+    if (character >= 0x20 && character < 0x7F)
+        return false; // by far the most
     const GUnicodeType type = g_unichar_type(character);
     return type == G_UNICODE_CONTROL || type == G_UNICODE_LINE_SEPARATOR ||
            type == G_UNICODE_PARAGRAPH_SEPARATOR;
@@ -30,14 +34,17 @@ std::string directoryText(std::string_view bytes)
     const std::string line = oneLine(std::string(bytes));
     char* const valid = g_utf8_make_valid(line.data(), static_cast<gssize>(line.size()));
     std::string text;
-    for (const char* at = valid; *at != '\0';) {
+    const char* begin = valid; // of what was not appended yet
+    const char* at = valid;
+    while (*at != '\0') {
         const char* const next = g_utf8_next_char(at);
-        if (breaksLine(g_utf8_get_char(at)))
-            text += ' ';
-        else
-            text.append(at, next);
+        if (breaksLine(g_utf8_get_char(at))) {
+            text.append(begin, at).append(" ");
+            begin = next;
+        }
         at = next;
     }
+    text.append(begin, at);
     g_free(valid);
     return text;
 }
@@ -45,6 +52,14 @@ std::string directoryText(std::string_view bytes)
 void DirectoryEntry::add(std::string_view name, std::string_view value)
 {
     attributes_.emplace_back(name, directoryText(value));
+}
+
+std::size_t DirectoryEntry::size() const
+{
+    return std::accumulate(attributes_.begin(), attributes_.end(), std::size_t{0},
+                           [](std::size_t sum, const auto& attribute) {
+                               return sum + attribute.first.size() + attribute.second.size();
+                           });
 }
 
 const std::string* DirectoryEntry::find(std::string_view name) const

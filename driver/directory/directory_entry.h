@@ -3,6 +3,7 @@
 #ifndef DRIVER_DIRECTORY_DIRECTORY_ENTRY_H
 #define DRIVER_DIRECTORY_DIRECTORY_ENTRY_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +28,9 @@ public:
     /// The value of the attribute, or null. Names match without regard to case. An attribute with
     /// options ("sn;lang-de") also answers to its bare name, unless the entry has that itself.
     const std::string* find(std::string_view name) const;
+
+    /// The bytes of all names and values.
+    std::size_t size() const;
 
 private:
     std::vector<std::pair<std::string, std::string>> attributes_;

@@ -16,6 +16,7 @@
 #include <chrono>
 #include <future>
 #include <mutex>
+#include <string_view>
 
 namespace quelm {
 
@@ -157,17 +158,22 @@ DirectoryOutcome LdapHandle::outcomeOf(LDAPMessage* answer) const
 
 DirectoryEntry LdapHandle::entryOf(LDAPMessage* result) const
 {
+    // One pass over the message: asking for the values by the attributes' names would begin at the first
+    // attribute each time, and a server decides how many there are.
+    constexpr int mostAttributes = 1000;
     DirectoryEntry entry;
     BerElement* position = nullptr;
-    for (char* name = ldap_first_attribute(handle_, result, &position); name != nullptr;
-         name = ldap_next_attribute(handle_, result, position)) {
-        berval** const values = ldap_get_values_len(handle_, result, name);
-        if (values != nullptr && values[0] != nullptr)
-            entry.add(name, {values[0]->bv_val, values[0]->bv_len});
-        else
-            entry.add(name, "");
-        ldap_value_free_len(values);
-        ldap_memfree(name);
+    berval name{}; // of the entry, then of its attributes; these and the values lie in the message
+    int error = ldap_get_dn_ber(handle_, result, &position, &name);
+    for (int n = 0; n < mostAttributes && error == LDAP_SUCCESS; ++n) {
+        berval* values = nullptr;
+        error = ldap_get_attribute_ber(handle_, result, position, &name, &values);
+        const std::unique_ptr<berval, decltype(&ber_memfree)> valuesOwner(values, &ber_memfree);
+        if (error != LDAP_SUCCESS || name.bv_val == nullptr)
+            break;
+        const bool hasValue = values != nullptr && values->bv_val != nullptr;
+        entry.add({name.bv_val, name.bv_len},
+                  hasValue ? std::string_view(values->bv_val, values->bv_len) : std::string_view());
     }
     ber_free(position, 0);
     return entry;

@@ -55,7 +55,8 @@ public:
     /// What the server's final answer says.
     DirectoryOutcome outcomeOf(LDAPMessage* answer) const;
 
-    /// The attributes of a search's result.
+    /// The attributes of a search's result, as far as they can be decoded: the first thousand, which is more
+    /// than a person has.
     DirectoryEntry entryOf(LDAPMessage* result) const;
 
 private:

@@ -137,6 +137,99 @@ TEST_F(BadDirectoryServerTest, ValuesInNoUtf8DoNotCostTheirEntry)
     EXPECT_EQ(count(), 2);
 }
 
+/// One element of an LDAP message: a tag, a length and the content.
+std::string element(char tag, const std::string& content)
+{
+    std::string text{tag, '\x84'};
+    for (const unsigned shift : {24U, 16U, 8U, 0U})
+        text += static_cast<char>(content.size() >> shift);
+    return text + content;
+}
+
+/// A result of the first request, with these attributes, each an element of its own.
+std::string resultWith(const std::string& attributes)
+{
+    return element('\x30', element('\x02', "\x01") +
+                               element('\x64', element('\x04', "cn=X") + element('\x30', attributes)));
+}
+
+std::string attribute(const std::string& name, const std::string& values)
+{
+    return element('\x30', element('\x04', name) + element('\x31', values));
+}
+
+const std::string endOfSearch("\x30\x0C\x02\x01\x01\x65\x07\x0A\x01\x00\x04\x00\x04\x00", 14);
+
+// The library's own way from one attribute to its value begins at the first one each time.
+TEST_F(BadDirectoryServerTest, AnEntryWithoutEndOfAttributesIsReadInTime)
+{
+    std::string attributes = attribute("sn", element('\x04', "Smith"));
+    for (int n = 0; n < 200'000; ++n)
+        attributes += attribute("a" + std::to_string(n), element('\x04', "v"));
+    const ServingListener listener(servers::answering(resultWith(attributes) + endOfSearch));
+    ASSERT_TRUE(open(listener.address()));
+    settings.searchTimeout = std::chrono::seconds(5);
+    Names names;
+    EXPECT_LT(timeOf([&] { names = found(); }), std::chrono::seconds(6));
+    EXPECT_EQ(names, Names{"Smith"});
+    EXPECT_EQ(code(), 0);
+}
+
+TEST_F(BadDirectoryServerTest, AnAttributeWithoutEndOfValuesIsReadInTime)
+{
+    std::string values = element('\x04', "Smith");
+    for (int n = 0; n < 200'000; ++n)
+        values += element('\x04', "v");
+    const ServingListener listener(servers::answering(
+        resultWith(attribute("sn", values) + attribute("mail", element('\x04', "a@b"))) + endOfSearch));
+    ASSERT_TRUE(open(listener.address()));
+    ASSERT_TRUE(search());
+    LDAPEntry entry;
+    ASSERT_TRUE(session.getNextEntry(entry));
+    EXPECT_EQ(valueOf(entry, "sn"), "Smith");
+    EXPECT_EQ(valueOf(entry, "mail"), "a@b");
+}
+
+TEST_F(BadDirectoryServerTest, OfAnEntrysAttributesAThousandAreKept)
+{
+    std::string attributes;
+    for (int n = 0; n < 1001; ++n)
+        attributes +=
+            attribute("a" + std::to_string(n), n % 2 == 0 ? element('\x04', std::to_string(n)) : "");
+    const ServingListener listener(servers::answering(resultWith(attributes) + endOfSearch));
+    ASSERT_TRUE(open(listener.address()));
+    ASSERT_TRUE(search());
+    LDAPEntry entry;
+    ASSERT_TRUE(session.getNextEntry(entry));
+    EXPECT_EQ(valueOf(entry, "a0"), "0");
+    EXPECT_EQ(valueOf(entry, "a998"), "998");
+    EXPECT_EQ(valueOf(entry, "a999"), ""); // an attribute without a value
+    EXPECT_EQ(valueOf(entry, "a1000"), "(none)");
+}
+
+TEST_F(BadDirectoryServerTest, AnAttributeListThatBreaksOffLeavesWhatStoodAheadOfIt)
+{
+    const std::string good = attribute("sn", element('\x04', "Smith"));
+    for (const std::string& rest :
+         {std::string("\x30\x7F", 2), std::string("\x04\x01x", 3), std::string(9, '\xFF')}) {
+        [[maybe_unused]] const KnownLeaks libraryKeepsTheRequest;
+        const ServingListener listener(servers::answering(resultWith(good + rest) + endOfSearch));
+        ASSERT_TRUE(open(listener.address()));
+        EXPECT_EQ(found(), Names{"Smith"});
+    }
+}
+
+// A thousand results of 16 MiB each would be more than a machine has room for.
+TEST_F(BadDirectoryServerTest, ResultsThatFillTheMemoryAreCutOff)
+{
+    const std::string big = resultWith(attribute("sn", element('\x04', std::string(15U << 20U, 'x'))));
+    const ServingListener listener(servers::flooding(big));
+    ASSERT_TRUE(open(listener.address()));
+    ASSERT_TRUE(search());
+    EXPECT_EQ(code(), 4);
+    EXPECT_EQ(count(), 5);
+}
+
 TEST_F(BadDirectoryServerTest, AServerThatIgnoresTheLimitIsCutOff)
 {
     const std::string bare("\x30\x0D\x02\x01\x01\x64\x08\x04\x04"
