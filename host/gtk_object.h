@@ -23,8 +23,8 @@ public:
 
     /// With type "ListItem": appends a row to the list `parent`. A host reads as many entries
     /// of `columns` as the list has columns, or stops at the first null entry; cells that are
-    /// missing are empty. The texts are copied. One object may create any number of rows.
-    /// Returns false when no row was added.
+    /// missing are empty, and so are those that are `pEmptyString`. The texts are copied. One object may
+    /// create any number of rows. Returns false when no row was added.
     bool createObject(GTKObject* parent, char* type, char** columns);
 
     /// With type "FileSelection": makes this object a file chooser over the window `parent`,
