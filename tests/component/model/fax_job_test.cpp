@@ -190,19 +190,14 @@ TEST_F(FaxJobTest, WithoutASelectionThereIsNoCurrentRecipient)
 TEST_F(FaxJobTest, AListThatCannotBeReadHasNoCurrentRecipient)
 {
     addRecipient("Anne", "1");
-    job().updatePBEntryList(RECIPIENT_LIST);
-    host.setSelection("LanFax Recipient List", {0});
-    host.faults.failOn(fake::Op::readProperty, "LanFax Recipient List");
-    EXPECT_EQ(job().getCurrentFaxRecipient(RECIPIENT_LIST), nullptr);
-}
-
-TEST_F(FaxJobTest, PicksThatCannotBeReadHaveNoCurrentRecipient)
-{
     addPick("Carla", "3");
-    job().updatePBEntryList(CUR_RECIPIENT_LIST);
+    for (int list : {RECIPIENT_LIST, CUR_RECIPIENT_LIST})
+        job().updatePBEntryList(list);
+    host.setSelection("LanFax Recipient List", {0});
     host.setSelection("Fax Cur Recipient List", {0});
-    host.faults.failOn(fake::Op::readProperty, "Fax Cur Recipient List");
-    EXPECT_EQ(job().getCurrentFaxRecipient(CUR_RECIPIENT_LIST), nullptr);
+    host.faults.fail(fake::Op::readProperty);
+    for (int list : {RECIPIENT_LIST, CUR_RECIPIENT_LIST})
+        EXPECT_EQ(job().getCurrentFaxRecipient(list), nullptr) << list;
 }
 
 TEST_F(FaxJobTest, ASelectedRowBeyondTheListHasNoRecipient)
