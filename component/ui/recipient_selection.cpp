@@ -131,9 +131,9 @@ void T40RemoveMultipleFaxRecipients()
     list->setListFreezeState(true);
     SelectedRows rows(*list);
     // Rows come in ascending order, and each removal moves the recipients behind it up by one. A row that is
-    // none (-1), or came before, ends it: a position below 0 would be the first recipient's.
+    // none (-1) ends it: that position would be the first recipient's.
     int removed = 0;
-    for (int row = 0; rows.next(row) && row >= removed; ++removed) {
+    for (int row = 0; rows.next(row) && row >= 0; ++removed) {
         Tarvik40FaxRecipient* recipient = pFaxSession->getFaxRecipientN(row - removed, RECIPIENT_LIST);
         if (recipient == nullptr)
             break;
