@@ -68,9 +68,50 @@ TEST_F(ComponentFaxSessionTest, AnExceptionInTheComponentIsAFailedWrite)
     quelm::ComponentFaxSession session(library, state.guard);
     Writer writer;
     EXPECT_FALSE(session.serializeCoverSheet(writer));
-    EXPECT_EQ(writer.text, "cover");
+    EXPECT_EQ(writer.text, "cover of []");
     ASSERT_EQ(log.messages.size(), 1U);
     EXPECT_EQ(log.messages[0], "the component failed in serializeFaxCoverSheet: no paper");
+}
+
+TEST_F(ComponentFaxSessionTest, EmptiesTheNamesOfEarlierPagesAheadOfEachPage)
+{
+    const LogCapture log;
+    quelm::ComponentFaxSession session(library, state.guard);
+    for (int times = 0; times < 3; ++times) {
+        Writer writer;
+        EXPECT_FALSE(session.serializeCoverSheet(writer));
+        EXPECT_EQ(writer.text, "cover of []");
+    }
+}
+
+TEST_F(ComponentFaxSessionTest, ReadsTheRecipientsAndLeavesMissingTextsEmpty)
+{
+    quelm::ComponentFaxSession session(library, state.guard);
+    const auto recipients = session.recipients();
+    ASSERT_EQ(recipients.size(), 2U);
+    EXPECT_EQ(recipients[0],
+              (quelm::JobRecipient{1, "RecipientName", "RecipientFaxNumber", "RecipientOrganization", "",
+                                   "RecipientEmail", "RecipientMailbox"}));
+    EXPECT_EQ(recipients[1], quelm::JobRecipient()); // the component has nobody there
+}
+
+TEST_F(ComponentFaxSessionTest, ARecipientWhomTheComponentFailsOnIsEmpty)
+{
+    const LogCapture log;
+    quelm::ComponentFaxSession session(library, state.guard);
+    EXPECT_EQ(session.picks(), std::vector<quelm::JobRecipient>(1));
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(log.messages[0], "the component failed in getFaxRecipientN: nobody there");
+}
+
+TEST_F(ComponentFaxSessionTest, ReadsTheJobsOtherTextsAndItsPage)
+{
+    quelm::ComponentFaxSession session(library, state.guard);
+    quelm::JobTexts expected;
+    expected.dialingPrefix = "9";
+    expected.senderEmail = "ann@example.org";
+    EXPECT_EQ(session.texts(), expected);
+    EXPECT_EQ(session.coverPageTemplate(), (quelm::CoverPageTemplate{"header", "trailer"}));
 }
 
 TEST(FaxSessionOfABrokenComponent, NamesTheFunctionThatIsMissing)

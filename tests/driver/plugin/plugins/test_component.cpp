@@ -1,5 +1,7 @@
 // A small component with one window of every widget, and its broken relatives.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "component/model/fax_job.h"
+#include "component/model/recipient.h"
 #include "host/calls.h"
 #include "host/fax_session.h"
 #include "host/print_stream.h"
@@ -76,22 +78,10 @@ COMPONENT_EXPORT const char* const pLanFaxXMLData =
 </XmlGuiDefinition>)";
 #endif
 
-/// Only as much of a fax job as the driver calls.
-class __attribute__((visibility("default"))) Tarvik40Fax {
-public:
-    bool setFaxParameter(char* key, void* value);
-    bool getFaxParameter(char* key, void* out);
-#ifndef WITHOUT_JOB_FUNCTION
-    int CheckFaxInfo();
-#endif
-    int serializeFaxJob(AbstractPDLWriter* writer);
-    int serializeFaxCoverSheet(AbstractPDLWriter* writer);
-
-private:
-    std::string parameters_;
-};
-
 namespace {
+
+/// What a host told the job: "PDLMode=DSC;".
+std::string parameters;
 
 /// Appends to the label "Journal" what was called, and by which widget.
 void journal(const std::string& entry)
@@ -193,6 +183,9 @@ COMPONENT_EXPORT int InitializeFaxComponent()
     notOfAnyHost();
 #    endif
     static Tarvik40Fax job;
+    job.coverRecipientText = "Zoe of an earlier job";
+    job.dialingPrefix = "9";
+    job.senderEmail = "ann@example.org";
     pFaxSession = &job;
     pDriverDirector->registerResource(host::in("FaxSession"), &job);
     GTKObject factory;
@@ -206,9 +199,17 @@ COMPONENT_EXPORT int InitializeFaxComponent()
 }
 #endif
 
+// Of the fax job, what the driver calls.
+
+Tarvik40FaxRecipientList::Tarvik40FaxRecipientList() : cursor(recipients.end()) {}
+Tarvik40FaxRecipientList::~Tarvik40FaxRecipientList() = default;
+Tarvik40FaxRecipient::Tarvik40FaxRecipient() = default;
+Tarvik40FaxRecipient::~Tarvik40FaxRecipient() = default;
+Tarvik40Fax::Tarvik40Fax() = default;
+
 bool Tarvik40Fax::setFaxParameter(char* key, void* value)
 {
-    parameters_ += std::string(key) + "=" + static_cast<char*>(value) + ";";
+    parameters += std::string(key) + "=" + static_cast<char*>(value) + ";";
     return true;
 }
 
@@ -224,11 +225,33 @@ int Tarvik40Fax::CheckFaxInfo() { return 1; }
 
 int Tarvik40Fax::serializeFaxJob(AbstractPDLWriter* writer)
 {
-    return writer->writeText(("job " + parameters_).c_str()) ? 1 : 0;
+    return writer->writeText(("job " + parameters).c_str()) ? 1 : 0;
 }
 
 int Tarvik40Fax::serializeFaxCoverSheet(AbstractPDLWriter* writer)
 {
-    writer->writeString("cover");
+    writer->writeString("cover of [" + coverRecipientText + "]");
+    coverRecipientText += "Ann";
     throw std::runtime_error("no paper");
+}
+
+/// Two recipients, and in place of the picks one who cannot be had.
+int Tarvik40Fax::getRecipientListCount(int list)
+{
+    return list == RECIPIENT_LIST ? 2 : list == CUR_RECIPIENT_LIST ? 1 : 0;
+}
+
+Tarvik40FaxRecipient* Tarvik40Fax::getFaxRecipientN(int n, int list)
+{
+    static Tarvik40FaxRecipient ann;
+    if (list == CUR_RECIPIENT_LIST)
+        throw std::runtime_error("nobody there");
+    return n == 0 ? &ann : nullptr;
+}
+
+int Tarvik40FaxRecipient::getRecipientType() { return SINGLE_RECIPIENT; }
+
+const char* Tarvik40FaxRecipient::getRecipientData(const char* key)
+{
+    return std::strcmp(key, "RecipientPhone") == 0 ? nullptr : key;
 }
