@@ -195,15 +195,9 @@ struct AtomicFile::State {
         folder = FileHandle(open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         if (!folder.isOpen())
             failOpening(errno);
-        const std::string temporary = randomName();
-        entry = &takeEntry();
-        entry->folder = folder.get();
-        temporary.copy(entry->name.data(), entry->name.size() - 1);
-        entry->name[temporary.size()] = '\0';
-        entry->active = true; // before the file exists: a signal may come at any moment
         constexpr mode_t readAndWrite = 0666;
         file = FileHandle(
-            openat(folder.get(), temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite));
+            openat(folder.get(), nameTemporary(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite));
         if (!file.isOpen()) {
             const int error = errno;
             releaseEntry();
@@ -215,6 +209,60 @@ struct AtomicFile::State {
                 (void)fchown(file.get(), static_cast<uid_t>(-1), present->st_gid);
             constexpr mode_t permissionBits = 07777;
             (void)fchmod(file.get(), present->st_mode & permissionBits);
+        }
+    }
+
+    /// Names a new temporary file, which a signal removes from now on.
+    const char* nameTemporary()
+    {
+        const std::string temporary = randomName();
+        entry = &takeEntry();
+        entry->folder = folder.get();
+        temporary.copy(entry->name.data(), entry->name.size() - 1);
+        entry->name[temporary.size()] = '\0';
+        entry->active = true; // before the file exists: a signal may come at any moment
+        return entry->name.data();
+    }
+
+    /// Goes on in a new file, which nobody but its owner can have opened, under the old descriptor.
+    void moveToPrivateFile()
+    {
+        Unfinished* const before = entry;
+        constexpr mode_t ownersAlone = 0600;
+        const FileHandle moved(
+            openat(folder.get(), nameTemporary(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownersAlone));
+        int error = errno;
+        if (moved.isOpen()) {
+            error = copyTo(moved.get());
+            // Past any umask; the owner, which only root can change, is that of a file that is replaced.
+            if (error == 0 && (fchmod(moved.get(), ownersAlone) != 0 ||
+                               dup3(moved.get(), file.get(), O_CLOEXEC) != file.get()))
+                error = errno;
+        }
+        unlinkat(folder.get(), before->name.data(), 0);
+        before->active = false;
+        before->taken = false;
+        if (error != 0 || !moved.isOpen())
+            fail(reasonAndRemedy(error));
+    }
+
+    /// Gives another, empty file this one's owner and content, and its place to write at. Returns the error.
+    int copyTo(int other) const
+    {
+        struct stat present {};
+        if (fstat(file.get(), &present) == 0 && present.st_uid != geteuid())
+            (void)fchown(other, present.st_uid, present.st_gid);
+        std::array<char, 65536> block{};
+        off_t at = 0;
+        for (;;) {
+            ssize_t size = pread(file.get(), block.data(), block.size(), at);
+            if (size > 0)
+                size = ::write(other, block.data(), static_cast<std::size_t>(size));
+            if (size == 0)
+                return 0;
+            if (size < 0 && errno != EINTR)
+                return errno;
+            at += std::max<ssize_t>(size, 0);
         }
     }
 
@@ -320,6 +368,14 @@ int AtomicFile::descriptor()
 {
     state_->flush();
     return state_->file.get();
+}
+
+void AtomicFile::restrictToOwner()
+{
+    if (!state_->folder.isOpen())
+        return;
+    state_->flush();
+    state_->moveToPrivateFile();
 }
 
 void AtomicFile::commit()

@@ -5,69 +5,125 @@
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/documents/print_wrapping.h"
+#include "driver/jobs/attribute_lines.h"
+#include "driver/jobs/cover_page_check.h"
 #include "driver/jobs/job_texts.h"
 #include "driver/jobs/pdl_writers.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdint>
+#include <string_view>
+#include <vector>
 
 namespace quelm {
 namespace {
 
-/// Lets pass what the component writes, unless it holds a UEL: the component puts the user's texts into
-/// the stream as they stand, and the device would end the job there.
-class ComponentSink final : public JobSink {
+/// Collects what the component writes, text by text.
+class CollectingPdlWriter final : public GuardedPdlWriter {
 public:
-    explicit ComponentSink(JobSink& sink) : sink_(sink) {}
-
-    void write(std::string_view bytes) override
+    const std::vector<std::string>& texts() const { return texts_; }
+    std::string whole() const
     {
-        if (searchUel_(bytes))
-            throw Error(localized(
-                "the fax cannot be written: a text of its recipients, sender or cover sheet holds a command "
-                "that ends a print job (UEL); take it out"));
-        sink_.write(bytes);
+        std::string all;
+        for (const auto& text : texts_)
+            all += text;
+        return all;
     }
 
 private:
-    JobSink& sink_;
-    UelSearch searchUel_;
+    void take(std::string_view text) override { texts_.emplace_back(text); }
+
+    std::vector<std::string> texts_;
 };
+
+/// Refuses a text of the component's that holds a UEL: the device would end the job there.
+void refuseUel(std::string_view text)
+{
+    UelSearch holdsUel;
+    if (holdsUel(text))
+        throw Error(
+            localized("the fax cannot be written: a text of its recipients, sender or cover sheet holds a command "
+                      "that ends a print job (UEL); take it out"));
+}
+
+/// The attribute lines of the job, text by text, seen to be the job's; `failure` is the line for none.
+std::vector<std::string> attributeLines(FaxSession& session, Pdl pdl, const std::string& failure)
+{
+    CollectingPdlWriter writer;
+    const bool written = session.serializeJob(writer);
+    writer.rethrowFailure();
+    if (!written || writer.size() == 0)
+        throw Error(failure);
+    const std::string lines = writer.whole();
+    refuseUel(lines);
+    checkAttributeLines(lines, {pdl, session.texts().dialingPrefix, session.recipients()});
+    return writer.texts();
+}
+
+/// Calls the function when one of the texts holds the number of a credit card.
+void announceCreditCard(const std::vector<std::string>& lines, const std::function<void()>& beforeCreditCard)
+{
+    if (beforeCreditCard && std::ranges::any_of(lines, holdCreditCard))
+        beforeCreditCard();
+}
 
 class JobWriter {
 public:
-    JobWriter(FaxSession& session, const Document& document, JobSink& sink, const JobFacts& facts)
-        : session_(session), document_(document), sink_(sink), facts_(facts),
+    JobWriter(const Document& document, JobSink& sink, const JobFacts& facts)
+        : document_(document), sink_(sink), facts_(facts),
           title_(facts.title.empty() ? document.name() : facts.title)
     {
     }
 
-    void writeDsc()
+    void writeDsc(FaxSession& session)
     {
+        const auto lines = attributeLinesOf(session, Pdl::dsc);
         beginHeader();
-        writeAttributeLines("\n");
+        putAll(lines);
         endHeader();
-        writePages();
+        writePages(&session);
     }
 
-    void writePjl()
+    void writePjl(FaxSession& session)
     {
+        const auto lines = attributeLinesOf(session, Pdl::pjl);
         // Every PJL line carries a command: Ghostscript, given such a job as a file, reads a lone "@PJL"
         // and the line behind it as one.
         const std::string name = " NAME=\"" + pjlText(title_) + "\"\r\n";
         put(uel);
         put("@PJL JOB" + name);
-        writeAttributeLines("\r\n");
+        putAll(lines);
         put("@PJL ENTER LANGUAGE=POSTSCRIPT\r\n");
         beginHeader();
         endHeader();
-        writePages();
+        writePages(&session);
         put(uel);
         put("@PJL EOJ" + name);
         put(uel);
     }
 
+    void writeDocument()
+    {
+        beginHeader();
+        endHeader();
+        writePages(nullptr);
+    }
+
 private:
+    std::vector<std::string> attributeLinesOf(FaxSession& session, Pdl pdl) const
+    {
+        auto lines = attributeLines(
+            session, pdl, localized("the fax cannot be written: the component wrote no fax attributes"));
+        announceCreditCard(lines, facts_.beforeCreditCard);
+        return lines;
+    }
+
+    void putAll(const std::vector<std::string>& texts)
+    {
+        for (const auto& text : texts)
+            put(text);
+    }
+
     void put(std::string_view text) { sink_.write(text); }
 
     void beginHeader()
@@ -83,23 +139,12 @@ private:
 
     void endHeader() { put("%%EndComments\n"); }
 
-    void writeAttributeLines(std::string_view lineEnd)
+    /// `session` is that of the fax whose cover page goes ahead; null for none.
+    void writePages(FaxSession* session)
     {
-        ComponentSink checked(sink_);
-        SinkPdlWriter writer(checked);
-        const bool written = session_.serializeJob(writer);
-        writer.rethrowFailure();
-        if (!written || writer.size() == 0)
-            throw Error(localized("the fax cannot be written: the component wrote no fax attributes"));
-        if (writer.endsInsideLine())
-            put(lineEnd);
-    }
-
-    void writePages()
-    {
-        const bool cover = session_.coverPageChosen();
+        const bool cover = session != nullptr && session->coverPageChosen();
         if (cover)
-            writeCoverPage();
+            writeCoverPage(*session);
         put(cover ? "%%Page: Document 2\n" : "%%Page: Document 1\n");
         if (document_.isEncapsulated())
             put(countPages);
@@ -114,14 +159,17 @@ private:
         put("%%Trailer\n%%EOF\n");
     }
 
-    void writeCoverPage()
+    void writeCoverPage(FaxSession& session)
     {
-        ComponentSink checked(sink_);
-        SinkPdlWriter writer(checked);
-        const bool written = session_.serializeCoverSheet(writer);
+        CollectingPdlWriter writer;
+        const bool written = session.serializeCoverSheet(writer);
         writer.rethrowFailure();
         if (!written || writer.size() == 0)
             throw Error(localized("the fax cannot be written: the component did not write its cover page"));
+        const std::string page = writer.whole();
+        refuseUel(page);
+        checkCoverPage(page, session.coverPageTemplate());
+        put(page);
         if (writer.endsInsideLine())
             put("\n");
     }
@@ -134,7 +182,6 @@ private:
     static constexpr std::string_view showPageUnlessCounted =
         "userdict /QuelmPageShown get 0 get 0 eq { systemdict /showpage get exec } if\n";
 
-    FaxSession& session_;
     const Document& document_;
     JobSink& sink_;
     const JobFacts& facts_;
@@ -154,20 +201,28 @@ void prepare(FaxSession& session, Pdl pdl)
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink, const JobFacts& facts)
 {
     prepare(session, pdl);
-    JobWriter writer(session, document, sink, facts);
+    JobWriter writer(document, sink, facts);
     if (pdl == Pdl::dsc)
-        writer.writeDsc();
+        writer.writeDsc(session);
     else
-        writer.writePjl();
+        writer.writePjl(session);
 }
 
-void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer)
+void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
+                     const std::function<void()>& beforeCreditCard)
 {
     prepare(session, pdl);
-    const bool written = session.serializeJob(writer);
+    const auto lines =
+        attributeLines(session, pdl, localized("the component wrote no fax attributes"));
+    announceCreditCard(lines, beforeCreditCard);
+    for (const auto& text : lines)
+        writer.writeString(text);
     writer.rethrowFailure();
-    if (!written || writer.size() == 0)
-        throw Error(localized("the component wrote no fax attributes"));
+}
+
+void writeDocumentAlone(const Document& document, JobSink& sink, const JobFacts& facts)
+{
+    JobWriter(document, sink, facts).writeDocument();
 }
 
 } // namespace quelm

@@ -10,6 +10,7 @@
 #include "driver/plugin/fax_session.h"
 
 #include <ctime>
+#include <functional>
 #include <string>
 
 namespace quelm {
@@ -20,6 +21,8 @@ struct JobFacts {
     std::string creator; ///< the program that writes the job
     std::tm now{};       ///< local time
     Progress progress;   ///< told about the document's bytes; may be empty
+    /// Called once, ahead of all bytes, when the job holds the number of a credit card; may be empty.
+    std::function<void()> beforeCreditCard;
 };
 
 /// Writes the fax job of `session` with `document` into `sink`: page 1 is the cover page when one was
@@ -30,15 +33,22 @@ struct JobFacts {
 /// - Pdl::pjl: UEL, "@PJL JOB", the attribute lines, "@PJL ENTER LANGUAGE=POSTSCRIPT", the same PostScript
 ///   without attribute lines, UEL, "@PJL EOJ", UEL.
 ///
-/// What the component writes stands in the stream byte for byte. Throws quelm::Error when the job has no
-/// recipients, the component writes no attribute lines or not the whole cover page, the document or a text
-/// of the user holds a UEL, or `sink` fails; the stream is of no use then.
+/// What the component writes stands in the stream byte for byte, once it is seen to be what devices know
+/// (`checkAttributeLines`, `checkCoverPage`). Throws quelm::Error when the job has no recipients, the component
+/// writes no attribute lines, others than those of the job's recipients, or not the whole cover page, the
+/// document or a text of the user holds a UEL, or `sink` fails; the stream is of no use then.
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink,
                  const JobFacts& facts);
 
-/// Writes the attribute lines alone, as the component writes them, and nothing else. Throws
-/// quelm::Error when the job has no recipients, the component writes no attribute lines or `writer` fails.
-void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer);
+/// Writes the attribute lines alone, as the component writes them, text by text, and nothing else. Calls
+/// `beforeCreditCard` ahead of them when they hold the number of a credit card. Throws quelm::Error, with nothing
+/// written, when the job has no recipients or the component writes no attribute lines or others than those of
+/// the job, and when `writer` fails.
+void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
+                     const std::function<void()>& beforeCreditCard = {});
+
+/// Writes the pages of a document as a job carries them, without any fax. Throws quelm::Error as above.
+void writeDocumentAlone(const Document& document, JobSink& sink, const JobFacts& facts);
 
 } // namespace quelm
 

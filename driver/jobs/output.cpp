@@ -147,6 +147,7 @@ public:
     explicit OrdinaryFile(const std::string& path) : path_(path), sink_(path) {}
 
     JobSink& sink() override { return sink_; }
+    void restrictToOwner() override { sink_.file.restrictToOwner(); }
     Receipt deliver(const Transfer&) override
     {
         sink_.file.commit();
@@ -197,10 +198,15 @@ std::size_t readSpool(int spool, std::string& block, std::uint64_t offset)
 std::unique_ptr<JobDestination> openOutput(const std::string& output, const Document& document,
                                            milliseconds readerLimit)
 {
+    if (output != "-" && document.isSameFile(output))
+        throw Error(localized("%s: is the document itself; name another file for the fax job", output));
+    return openOutput(output, readerLimit);
+}
+
+std::unique_ptr<JobDestination> openOutput(const std::string& output, milliseconds readerLimit)
+{
     if (output == "-")
         return std::make_unique<StandardOutput>();
-    if (document.isSameFile(output))
-        throw Error(localized("%s: is the document itself; name another file for the fax job", output));
     struct stat status = {};
     const bool exists = ::stat(output.c_str(), &status) == 0;
     if (exists && S_ISDIR(status.st_mode))

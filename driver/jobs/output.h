@@ -33,6 +33,11 @@ public:
     /// Where to write the job. Lives as long as the destination.
     virtual JobSink& sink() = 0;
 
+    /// Sees to it that nobody but the user can read the job where it will be, whatever would be usual there, and
+    /// meanwhile. Called ahead of what nobody else may see. Destinations over a wire, devices and fifos are as
+    /// they are.
+    virtual void restrictToOwner() {}
+
     /// Hands over the job, which is complete. Called once, last; may be called on another thread than the
     /// rest. Destinations over a wire, devices and fifos take a while: they report to `transfer`, and heed
     /// its cancellation. Throws quelm::Error, with one line that names the destination, when the job was not
@@ -80,6 +85,10 @@ inline constexpr std::chrono::seconds fifoReaderLimit{5};
 [[nodiscard]] std::unique_ptr<JobDestination>
 openOutput(const std::string& output, const Document& document,
            std::chrono::milliseconds readerLimit = fifoReaderLimit);
+
+/// The same for what is made of no document.
+[[nodiscard]] std::unique_ptr<JobDestination>
+openOutput(const std::string& output, std::chrono::milliseconds readerLimit = fifoReaderLimit);
 
 } // namespace quelm
 

@@ -7,6 +7,8 @@
 #include "base/texts.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -144,7 +146,8 @@ bool FakeFaxSession::serializeJob(AbstractPDLWriter& writer)
                          .c_str());
     if (pdl_ == Pdl::dsc)
         writer.writeString("%%QLMbegin\r\n");
-    writer.writeString(prefix + "OID_ATT_CREDIT_CARD \"4929\";\r\n");
+    if (!creditCard.empty())
+        writer.writeString(prefix + "OID_ATT_CREDIT_CARD \"" + creditCard + "\";\r\n");
     if (pdl_ == Pdl::dsc)
         writer.writeString("%%QLMend\r\n");
     return true;
@@ -173,22 +176,65 @@ std::string FakeFaxSession::attributeLines(Pdl pdl)
            "@PJL COMMENT OID_ATT_CREDIT_CARD \"4929\";\r\n";
 }
 
-std::string FakeFaxSession::coverPage()
+namespace {
+
+constexpr const char* coverHeader = "\n%%!PS-Adobe-3.0\n%%%%Page: FaxCover 1\n%%%%BeginPageSetup\n"
+                                    "     8 dict begin\n"
+                                    "     /QLMFaxCoverSheetParameters <<\n"
+                                    "       /RecipientName    (%s)\n"
+                                    "       /RecipientCompany (%s)\n"
+                                    "       /RecipientPhone   (%s)\n"
+                                    "       /RecipientFax     (%s)\n"
+                                    "       /RecipientEmail   (%s)\n"
+                                    "       /SenderName       (%s)\n"
+                                    "       /SenderCompany    (%s)\n"
+                                    "       /SenderPhone      (%s)\n"
+                                    "       /SenderFax        (%s)\n"
+                                    "       /SenderEmail      (%s)\n"
+                                    "       /CoverNote        [%s]\n"
+                                    "       /Year             %s\n"
+                                    "       /Month            %s\n"
+                                    "       /MonthDay         %s\n"
+                                    "       /Hour             %s\n"
+                                    "       /Minute           %s\n"
+                                    "     >> def\n";
+constexpr const char* coverTrailer = "/pgsave save def\n"
+                                     "%%EndPageSetup\n"
+                                     "/Helvetica 24 selectfont 77 700 moveto (Fax Cover Sheet) show\n"
+                                     "showpage\n"
+                                     "pgsave restore\n"
+                                     "end\n"
+                                     "%%PageTrailer\n%% End Fax Cover Sheet Template\n";
+
+} // namespace
+
+std::string FakeFaxSession::coverPage(const std::string& name, const std::string& note)
 {
-    return "\n%!PS-Adobe-3.0\n%%Page: FaxCover 1\n%%BeginPageSetup\n"
-           "     8 dict begin\n"
-           "     /QLMFaxCoverSheetParameters <<\n"
-           "       /RecipientName    (Ann)\n"
-           "/CoverNote        [ (Please call back) ]\n"
-           "     >> def\n"
-           "/pgsave save def\n"
-           "%%EndPageSetup\n"
-           "/Helvetica 24 selectfont 77 700 moveto (Fax Cover Sheet) show\n"
-           "showpage\n"
-           "pgsave restore\n"
-           "end\n"
-           "%%PageTrailer\n%% End Fax Cover Sheet Template\n";
+    std::array<char, 4096> header{};
+    std::snprintf(header.data(), header.size(), coverHeader, name.c_str(), "Acme", "", "555-1234", "", "", "",
+                  "", "", "", note.c_str(), "2024", "03", "05", "14", "07");
+    return std::string(header.data()) + coverTrailer;
 }
+
+std::size_t FakeFaxSession::count(RecipientList list)
+{
+    return list == RecipientList::job ? recipientCount : 0;
+}
+
+JobRecipient FakeFaxSession::recipient(RecipientList, std::size_t)
+{
+    return {1, "Ann", "555-1234", "Acme", "", "", mailbox};
+}
+
+JobTexts FakeFaxSession::texts()
+{
+    JobTexts texts;
+    texts.dialingPrefix = "9";
+    texts.creditCard = creditCard;
+    return texts;
+}
+
+CoverPageTemplate FakeFaxSession::coverPageTemplate() { return {coverHeader, coverTrailer}; }
 
 bool FakeFaxSession::serializeCoverSheet(AbstractPDLWriter& writer)
 {
@@ -196,7 +242,7 @@ bool FakeFaxSession::serializeCoverSheet(AbstractPDLWriter& writer)
     beforeCoverPage();
     if (!writesCoverPage)
         return false;
-    const std::string page = coverPage();
+    const std::string page = coverPage(coverName, coverNote) + behindCoverPage;
     const auto trailer = page.find("/pgsave");
     return writer.writeText(page.substr(0, trailer).c_str()) &&
            writer.writeText(page.substr(trailer).c_str());

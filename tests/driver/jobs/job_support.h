@@ -72,17 +72,27 @@ public:
     bool checkInfo() override;
     bool serializeJob(AbstractPDLWriter& writer) override;
     bool serializeCoverSheet(AbstractPDLWriter& writer) override;
+    std::size_t count(RecipientList list) override;
+    JobRecipient recipient(RecipientList list, std::size_t position) override;
+    JobTexts texts() override;
+    CoverPageTemplate coverPageTemplate() override;
 
     /// All attribute lines of this mode.
     static std::string attributeLines(Pdl pdl);
-    /// The cover page, with "Fax Cover Sheet" on it.
-    static std::string coverPage();
+    /// The cover page, with "Fax Cover Sheet" on it and this recipient and note.
+    static std::string coverPage(const std::string& name = "Ann",
+                                 const std::string& note = " (Please call back) ");
 
     bool hasRecipients = true;
     bool writesAttributes = true;
     bool writesCoverPage = true;
     bool cover = false;
     std::string mailbox = "12";
+    std::string creditCard = "4929";
+    std::string coverName = "Ann";
+    std::string coverNote = " (Please call back) ";
+    std::string behindCoverPage;    ///< what the component writes too much
+    std::size_t recipientCount = 1; ///< how many the job claims to have; one is written
     std::function<void()> beforeCoverPage = [] {};
     std::vector<std::string> calls;
 

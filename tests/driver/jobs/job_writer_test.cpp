@@ -99,6 +99,74 @@ TEST_F(JobWriterTest, AUelInATextOfTheUserFailsTheJob)
               "command that ends a print job (UEL); take it out");
 }
 
+TEST_F(JobWriterTest, ALineOfAttributesThatDoesNotBelongThereFailsTheJob)
+{
+    session.mailbox = "1\"";
+    EXPECT_EQ(failure(), "the fax cannot be written: its attributes hold a line that does not belong there: "
+                         "\"%%OID_ATT_FAX_MAILBOX \"1\"\";\"");
+}
+
+TEST_F(JobWriterTest, AnotherNumberOfDestinationsThanRecipientsFailsTheJob)
+{
+    session.recipientCount = 2;
+    EXPECT_EQ(failure(), "the fax cannot be written: it has 2 recipients, and the component wrote another "
+                         "number of destinations");
+    session.recipientCount = 0;
+    EXPECT_NE(failure(Pdl::pjl), "");
+}
+
+TEST_F(JobWriterTest, ALineOfTheCoverPageThatDoesNotBelongThereFailsTheJob)
+{
+    session.cover = true;
+    session.coverName = "Ann\n%%EOF";
+    EXPECT_NE(failure().find("\"Ann \""), std::string::npos) << failure();
+    session.coverName = "Ann";
+    session.behindCoverPage = "@PJL RESET\n";
+    EXPECT_EQ(failure(), "the fax cannot be written: its cover page holds a line that does not belong there: "
+                         "\"@PJL RESET\"");
+    session.cover = false;
+    EXPECT_EQ(failure(), "");
+}
+
+TEST_F(JobWriterTest, ACreditCardIsAnnouncedAheadOfAllBytes)
+{
+    StringSink sink;
+    int announced = 0;
+    JobFacts facts = someFacts();
+    facts.beforeCreditCard = [&] {
+        ++announced;
+        EXPECT_EQ(sink.text, "");
+    };
+    const Document document = letter();
+    for (const Pdl pdl : {Pdl::dsc, Pdl::pjl}) {
+        sink.text.clear();
+        writeFaxJob(session, document, pdl, sink, facts);
+        sink.text.clear();
+        SinkPdlWriter writer(sink);
+        writeAttributes(session, pdl, writer, facts.beforeCreditCard);
+    }
+    EXPECT_EQ(announced, 4);
+    session.creditCard.clear();
+    writeFaxJob(session, document, Pdl::dsc, sink, facts);
+    EXPECT_EQ(announced, 4);
+}
+
+TEST_F(JobWriterTest, ADocumentAloneHasItsPagesAndNoFax)
+{
+    StringSink sink;
+    writeDocumentAlone(letter(), sink, someFacts());
+    EXPECT_EQ(sink.text, header + std::string("%%EndComments\n%%Page: Document 1\n") + embeddedLetter);
+}
+
+TEST_F(JobWriterTest, TheAttributesAloneAreRefusedBeforeAnythingIsWritten)
+{
+    StringSink sink;
+    SinkPdlWriter writer(sink);
+    session.mailbox = "\";\r\n%%OID_ATT_FAX_DESTINATION_PHONE \"0900";
+    EXPECT_NE(errorLine([&] { writeAttributes(session, Pdl::dsc, writer); }), "");
+    EXPECT_EQ(sink.text, "");
+}
+
 TEST_F(JobWriterTest, AWriteThatFailsAnywhereFailsTheJobWithItsOwnLine)
 {
     session.cover = true;

@@ -268,5 +268,20 @@ TEST_F(OutputTest, ADestinationOverAWireIsHandedTheWholeJob)
     EXPECT_EQ(receipt.note, "it hums");
 }
 
+TEST_F(OutputTest, AJobThatIsTheUsersAloneHasNoOtherReader)
+{
+    const std::string before = file("out", "before");
+    ASSERT_EQ(::chmod(before.c_str(), 0666), 0);
+    const auto destination = openOutput(before);
+    destination->sink().write("head, ");
+    destination->restrictToOwner();
+    destination->sink().write("secret");
+    destination->deliver();
+    struct stat status {};
+    ASSERT_EQ(::stat(before.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0600U);
+    EXPECT_EQ(contentOf(before), "head, secret");
+}
+
 } // namespace
 } // namespace quelm::tests
