@@ -1,0 +1,83 @@
+// Finds recipients of one number, and removes them through the dialog.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/handover/duplicates.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/core/driver.h"
+#include "driver/handover/recipient_check.h"
+#include "driver/jobs/attribute_lines.h"
+#include "driver/widgets/widget_names.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+namespace quelm {
+namespace {
+
+/// What tells destinations apart: two recipients of one text are one destination.
+std::string destinationOf(const JobRecipient& recipient)
+{
+    std::string dialled = dialledNumber(recipient.number);
+    std::erase_if(dialled, [](char character) { return character == '/' || character == '.'; });
+    return dialled + '\0' + recipient.mailbox;
+}
+
+} // namespace
+
+std::vector<SharedNumber> sharedNumbers(const std::vector<JobRecipient>& recipients)
+{
+    std::unordered_map<std::string, std::size_t> positions;
+    std::vector<SharedNumber> shared;
+    for (std::size_t i = 0; i < recipients.size(); ++i) {
+        const auto& recipient = recipients[i];
+        const auto [known, isNew] = positions.try_emplace(destinationOf(recipient), i);
+        if (isNew)
+            continue;
+        const auto& first = recipients[known->second];
+        if (first.name != recipient.name || first.number != recipient.number)
+            shared.push_back({known->second, i});
+    }
+    return shared;
+}
+
+std::string sharedNumberWarning(const JobRecipient& first, const JobRecipient& later)
+{
+    // Translators: two recipients with their numbers.
+    return localized("%s has the fax number of %s, which so gets the fax twice", shownRecipient(later),
+                     shownRecipient(first));
+}
+
+std::vector<std::string> sharedNumberWarnings(const std::vector<JobRecipient>& recipients,
+                                              const std::vector<SharedNumber>& shared)
+{
+    std::vector<std::string> warnings;
+    for (const auto& [first, later] : shared)
+        warnings.push_back(sharedNumberWarning(recipients[first], recipients[later]));
+    return warnings;
+}
+
+void removeRecipients(Driver& driver, const std::vector<std::size_t>& positions)
+{
+    if (positions.empty())
+        return;
+    auto expected = driver.faxSession().recipients();
+    auto sorted = positions;
+    std::ranges::sort(sorted);
+    for (auto position = sorted.rbegin(); position != sorted.rend(); ++position)
+        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(*position));
+
+    std::vector<int> rows;
+    std::ranges::transform(sorted, std::back_inserter(rows),
+                           [](std::size_t position) { return static_cast<int>(position); });
+    driver.select(widget_names::lanFaxRecipientList, rows);
+    driver.press(widget_names::lanFaxRemoveButton);
+    if (driver.pendingQuestion())
+        driver.answer(true);
+    if (driver.faxSession().recipients() != expected)
+        throw Error(localized("the fax dialog did not remove the recipients of a number that stands twice; "
+                              "nothing is written"));
+}
+
+} // namespace quelm

@@ -1,0 +1,104 @@
+// Checks a job, and finds what a user should know of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/handover/handover.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/core/driver.h"
+#include "driver/handover/card_remark.h"
+#include "driver/handover/recipient_check.h"
+#include "driver/jobs/attribute_lines.h"
+#include "driver/jobs/job_texts.h"
+#include "driver/widgets/widget_names.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+constexpr std::array<std::pair<std::string JobTexts::*, const char*>, 7> coverTexts{{
+    {&JobTexts::note, forTranslation("the note of the cover sheet")},
+    {&JobTexts::customText, forTranslation("the cover sheet's own text for its recipients")},
+    {&JobTexts::senderName, forTranslation("the sender's name")},
+    {&JobTexts::senderNumber, forTranslation("the sender's fax number")},
+    {&JobTexts::senderOrganization, forTranslation("the sender's organization")},
+    {&JobTexts::senderPhone, forTranslation("the sender's phone number")},
+    {&JobTexts::senderEmail, forTranslation("the sender's e-mail address")},
+}};
+
+void requireDialText(const std::string& text, const char* what)
+{
+    if (!text.empty() && !isDialText(text))
+        // Translators: %s is "the dialing prefix" or "the credit card number".
+        throw Error(
+            localized("%s holds something else than digits, blanks, \"-\", \"*\", \"#\" and \",\"; change "
+                      "it in the fax dialog",
+                      translated(what)));
+}
+
+void requirePlainCoverTexts(const JobTexts& texts)
+{
+    for (const auto& [text, what] : coverTexts)
+        if (!isPlainText(texts.*text))
+            throw Error(
+                localized("%s holds a line end or another control character; change it in the fax dialog",
+                          translated(what)));
+}
+
+void requireSoundRecipients(const std::vector<JobRecipient>& recipients)
+{
+    for (const auto& recipient : recipients)
+        if (const auto problem = problemWithRecipient(recipient))
+            throw Error(*problem);
+}
+
+/// What the job holds although its box is not ticked says so: unticking takes nothing out of a job.
+std::vector<std::string> remarksOn(const Driver& driver, const JobTexts& texts)
+{
+    const auto isTicked = [&driver](const char* box) { return driver.show(box).ticked.value_or(false); };
+    std::vector<std::string> remarks;
+    if (!texts.dialingPrefix.empty() && !isTicked(widget_names::lanFaxDialingPrefix))
+        remarks.push_back(localized("the dialing prefix %s is dialled, though its box is not ticked any more",
+                                    texts.dialingPrefix));
+    if (const auto card = cardRemark(texts.creditCard); !card.empty())
+        remarks.push_back(isTicked(widget_names::lanFaxCreditCard)
+                              ? card
+                              // Translators: %s is "the credit card ending in 1234 is charged".
+                              : localized("%s, though its box is not ticked any more", card));
+    return remarks;
+}
+
+} // namespace
+
+Handover prepareHandover(Driver& driver)
+{
+    FaxSession& session = driver.faxSession();
+    Handover handover;
+    handover.recipients = session.recipients();
+    requireSoundRecipients(handover.recipients);
+    const JobTexts texts = session.texts();
+    requireDialText(texts.dialingPrefix, forTranslation("the dialing prefix"));
+    requireDialText(texts.creditCard, forTranslation("the credit card number"));
+    if (session.coverPageChosen())
+        requirePlainCoverTexts(texts);
+
+    handover.shared = sharedNumbers(handover.recipients);
+    handover.warnings = sharedNumberWarnings(handover.recipients, handover.shared);
+    auto zeroes = trunkZeroWarnings(handover.recipients);
+    std::ranges::move(zeroes, std::back_inserter(handover.warnings));
+    handover.remarks = remarksOn(driver, texts);
+    return handover;
+}
+
+std::string behindSummary(const std::vector<std::string>& remarks)
+{
+    std::string text;
+    for (const auto& remark : remarks)
+        text += "; " + remark;
+    return text;
+}
+
+} // namespace quelm

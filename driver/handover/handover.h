@@ -1,0 +1,36 @@
+// What every front end looks at before a fax job goes out.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DRIVER_HANDOVER_HANDOVER_H
+#define DRIVER_HANDOVER_HANDOVER_H
+
+#include "driver/handover/duplicates.h"
+#include "driver/plugin/fax_session.h"
+
+#include <string>
+#include <vector>
+
+namespace quelm {
+
+class Driver;
+
+/// What was found about a job that can be written as it stands now.
+struct Handover {
+    std::vector<JobRecipient> recipients;
+    std::vector<SharedNumber> shared;  ///< those that one fax would reach twice
+    std::vector<std::string> warnings; ///< sentences, of `shared` and others
+    std::vector<std::string>
+        remarks; ///< what the line about a job that went out says besides: parts of a sentence
+};
+
+/// Looks at the driver's job as it would be written now. Throws quelm::Error, naming the first that is wrong,
+/// when a recipient cannot be faxed to, or the dialing prefix, the credit card or a text of the cover sheet
+/// holds what must not get into a job; the job must not be written then. Changes nothing, and writes nothing.
+/// That the job has recipients at all is for the writer to ask.
+[[nodiscard]] Handover prepareHandover(Driver& driver);
+
+/// "; ..." for each of the remarks.
+[[nodiscard]] std::string behindSummary(const std::vector<std::string>& remarks);
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,149 @@
+// Tests of what is found about a job before it goes out.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/handover/handover.h"
+
+#include "driver/config/installation.h"
+#include "tests/driver/handover/handover_fixture.h"
+
+#include <gmock/gmock.h>
+
+namespace quelm {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class PrepareHandover : public HandoverTest {
+protected:
+    void confirm() { driver().press("LanFax OK Button"); }
+
+    std::string failure()
+    {
+        return refusal([&] { static_cast<void>(prepareHandover(driver())); });
+    }
+
+    void chooseCard(const std::string& number)
+    {
+        driver().tick("LanFax Credit Card", true);
+        driver().type("LanFax Credit Card Info", number);
+    }
+
+    /// Starts anew with these option values, and the fax dialog open.
+    void startWith(const std::string& features)
+    {
+        options.saveFeatures = false;
+        start();
+        const auto kept = featureFilePath(options.configDirectory, options.user);
+        std::filesystem::create_directories(std::filesystem::path(kept).parent_path());
+        writeFile(kept, "[features]\n" + features);
+        start();
+        driver().call("T40InvokeFaxDialog");
+    }
+};
+
+TEST_F(PrepareHandover, AnEverydayJobHasNothingToSay)
+{
+    add("Ann", "555-1234");
+    add("Bob", "555-1235");
+    confirm();
+    const auto handover = prepareHandover(driver());
+    EXPECT_THAT(handover.recipients, SizeIs(2));
+    EXPECT_THAT(handover.shared, IsEmpty());
+    EXPECT_THAT(handover.warnings, IsEmpty());
+    EXPECT_THAT(handover.remarks, IsEmpty());
+    EXPECT_EQ(behindSummary(handover.remarks), "");
+}
+
+TEST_F(PrepareHandover, WarnsOfNumbersThatStandTwiceAndOfTrunkZeroes)
+{
+    add("Ann", "555-1234");
+    add("Bob", "(555) 1234");
+    add("Cid", "+44 (0)20 1");
+    const auto handover = prepareHandover(driver());
+    EXPECT_THAT(handover.shared, ElementsAre(SharedNumber{0, 1}));
+    EXPECT_THAT(handover.warnings, ElementsAre(HasSubstr("Bob"), HasSubstr("+440201")));
+}
+
+TEST_F(PrepareHandover, RefusesARecipientWhomNobodyMended)
+{
+    add("Ann", "1");
+    add("Bob", "2", "\"");
+    add("Cid", "3", ";");
+    EXPECT_THAT(failure(), testing::StartsWith("Bob (2) cannot be sent a fax: the mailbox"));
+}
+
+TEST_F(PrepareHandover, SaysThatACardIsCharged)
+{
+    add("Ann", "1");
+    chooseCard("4111 1111 1111 2345");
+    confirm();
+    EXPECT_EQ(behindSummary(prepareHandover(driver()).remarks),
+              "; the credit card ending in 2345 is charged");
+}
+
+TEST_F(PrepareHandover, SaysWhatStaysInTheJobThoughItsBoxIsNotTicked)
+{
+    add("Ann", "1");
+    chooseCard("4111 1111 1111 2345");
+    driver().tick("LanFax Dialing Prefix", true);
+    driver().type("LanFax Dialing Prefix Info", "9");
+    confirm();
+    driver().call("T40InvokeFaxDialog");
+    driver().tick("LanFax Credit Card", false);
+    driver().tick("LanFax Dialing Prefix", false);
+    confirm();
+    EXPECT_THAT(
+        prepareHandover(driver()).remarks,
+        ElementsAre("the dialing prefix 9 is dialled, though its box is not ticked any more",
+                    "the credit card ending in 2345 is charged, though its box is not ticked any more"));
+}
+
+TEST_F(PrepareHandover, RefusesCardsAndPrefixesThatNobodyCanDial)
+{
+    add("Ann", "1");
+    chooseCard("4111\";");
+    confirm();
+    EXPECT_EQ(failure(),
+              "the credit card number holds something else than digits, blanks, \"-\", \"*\", \"#\" and "
+              "\",\"; change it in the fax dialog");
+    driver().call("T40InvokeFaxDialog");
+    chooseCard("4111");
+    driver().tick("LanFax Dialing Prefix", true);
+    driver().type("LanFax Dialing Prefix Info", "9\"");
+    confirm();
+    EXPECT_THAT(failure(), HasSubstr("the dialing prefix holds something else"));
+}
+
+TEST_F(PrepareHandover, RefusesControlCharactersInAKeptTextThatGoesOntoTheCoverSheet)
+{
+    for (const auto& [feature, words] :
+         {std::pair{"LanFax Cover Sheet Notes=a\vb", "the note of the cover sheet"},
+          std::pair{"Cover Sheet Custom Text=a\fb", "the cover sheet's own text for its recipients"},
+          std::pair{"Sender Fax Name=a\x1b", "the sender's name"},
+          std::pair{"Sender Fax Number=a\xc2\x85", "the sender's fax number"},
+          std::pair{"Sender Fax Organization=a\xe2\x80\xa8", "the sender's organization"},
+          std::pair{"Sender Fax Tel Number=a\x04", "the sender's phone number"},
+          std::pair{"Sender Fax Email Addr=a\x7f", "the sender's e-mail address"}}) {
+        startWith("LanFax Cover Sheet Option=1\nShow Rcpt Info Checkbox=1\nShow Rcpt Info=1\n"
+                  "Show Sender Info Checkbox=1\n" +
+                  std::string(feature) + "\n");
+        add("Ann", "1");
+        driver().press("LanFax Setup Cover Sheet Button");
+        driver().press("Sender Properties Button");
+        driver().press("LanFaxSender OK Button");
+        driver().press("LanFaxCover OK Button");
+        confirm();
+        EXPECT_EQ(failure(),
+                  std::string(words) +
+                      " holds a line end or another control character; change it in the fax dialog");
+        driver().call("T40InvokeFaxDialog");
+        driver().choose("LanFax Cover Sheet Option", 0);
+        confirm();
+        EXPECT_EQ(failure(), "nothing") << "without a cover sheet the text goes nowhere";
+    }
+}
+
+} // namespace
+} // namespace quelm
