@@ -1,16 +1,32 @@
 // The command `attributes`: the component's job attributes, byte for byte and write for write.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "base/atomic_file.h"
 #include "base/error.h"
+#include "base/log.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
 #include "driver/jobs/job_writer.h"
+#include "driver/jobs/output.h"
 #include "driver/jobs/pdl_writers.h"
 
 #include <unistd.h>
 
 namespace quelm {
+namespace {
+
+void write(FilledJob& job, const std::string& output)
+{
+    if (output == "-") {
+        DescriptorPdlWriter writer(STDOUT_FILENO, localized("standard output"));
+        return writeAttributes(job.session(), job.pdl(), writer);
+    }
+    const auto destination = openOutput(output);
+    SinkPdlWriter writer(destination->sink());
+    writeAttributes(job.session(), job.pdl(), writer, [&destination] { destination->restrictToOwner(); });
+    destination->deliver();
+}
+
+} // namespace
 
 void runAttributesCommand(const CommandLine& line)
 {
@@ -18,16 +34,11 @@ void runAttributesCommand(const CommandLine& line)
         throw UsageError(
             localized("attributes are no job that a device or queue could take; write them with --output"));
     FilledJob job(line);
-    const auto output = line.job.output.value_or("-");
-    if (output == "-") {
-        DescriptorPdlWriter writer(STDOUT_FILENO, localized("standard output"));
-        writeAttributes(job.session(), job.pdl(), writer);
-        return;
-    }
-    AtomicFile file(output);
-    DescriptorPdlWriter writer(file.descriptor(), output);
-    writeAttributes(job.session(), job.pdl(), writer);
-    file.commit();
+    write(job, line.job.output.value_or("-"));
+    // A card that was not named here is one that the user may not think of.
+    if (line.job.keptCreditCard)
+        for (const auto& remark : job.remarks())
+            writeUnderProgramName(remark);
 }
 
 } // namespace quelm

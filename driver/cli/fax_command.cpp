@@ -50,6 +50,7 @@ void runFaxCommand(const CommandLine& line)
                                                      receipt.place, document.path(), count);
         if (!receipt.note.empty())
             text += "; " + receipt.note;
+        text += behindSummary(job.remarks());
         std::cerr << oneLine(text) << std::endl;
     };
     writeDocument(job.session(), job.pdl(), document, target, job.user(), tell);

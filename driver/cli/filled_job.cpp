@@ -2,23 +2,41 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/filled_job.h"
 
+#include "base/error.h"
+#include "base/translation.h"
+#include "driver/cli/job/credit_card_file.h"
 #include "driver/cli/job/fill_job.h"
 #include "driver/cli/job/question_policy.h"
-#include "driver/widgets/widget_names.h"
+#include "driver/handover/warnings.h"
 
 namespace quelm {
+namespace {
 
-FilledJob::FilledJob(const CommandLine& line)
-    : recipients_(recipientsOf(line.job)), setup_(setUpForOneCommand(line)), driver_(setup_.driver)
+/// The options of the job, with the credit card that stands in a file.
+JobOptions optionsOf(const CommandLine& line)
 {
-    const QuestionPolicy policy(line.job.duplicates.value_or(Duplicates::ask), Terminal::standard());
-    fillJob(driver_, line.job, recipients_, policy);
-    driver_.releaseFailures();
+    JobOptions options = line.job;
+    if (!options.creditCardFile)
+        return options;
+    if (*options.creditCardFile == "-" && (options.recipients == "-" || line.document == "-"))
+        throw UsageError(
+            localized("standard input is read once; give --credit-card-file another file than \"-\""));
+    options.creditCard = readCreditCard(*options.creditCardFile);
+    return options;
 }
 
-std::size_t FilledJob::recipientCount() const
+} // namespace
+
+FilledJob::FilledJob(const CommandLine& line)
+    : options_(optionsOf(line)), recipients_(recipientsOf(options_)), setup_(setUpForOneCommand(line)),
+      driver_(setup_.driver)
 {
-    return driver_.show(widget_names::lanFaxRecipientList).rowCount.value_or(0);
+    const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());
+    fillJob(driver_, options_, recipients_, policy);
+    driver_.releaseFailures();
+    handover_ = prepareHandover(driver_);
+    // Whoever was asked about the numbers that stand twice knows of them.
+    logWarnings(options_.duplicates == Duplicates::ask ? handover_.warnings : handover_.allWarnings());
 }
 
 } // namespace quelm

@@ -7,6 +7,7 @@
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/core/driver.h"
+#include "driver/handover/handover.h"
 
 #include <cstddef>
 #include <string>
@@ -15,7 +16,9 @@
 namespace quelm {
 
 /// Starts the driver and carries out the job's options. The user's saved choices are the starting
-/// point, and stay as they are. Throws Error or UsageError when the job cannot be put together.
+/// point, and stay as they are; but a credit card is charged only when an option says so. What the user
+/// should know of the job is logged as warnings. Throws Error or UsageError when the job cannot be put
+/// together, or what it holds must not go out.
 class FilledJob {
 public:
     explicit FilledJob(const CommandLine& line);
@@ -25,12 +28,17 @@ public:
     const std::string& user() const { return driver_.user(); }
 
     /// How many recipients the job holds.
-    std::size_t recipientCount() const;
+    std::size_t recipientCount() const { return handover_.recipients.size(); }
+
+    /// What the line about the job says besides.
+    const std::vector<std::string>& remarks() const { return handover_.remarks; }
 
 private:
+    JobOptions options_;
     std::vector<RecipientInput> recipients_;
     DriverSetup setup_;
     Driver driver_;
+    Handover handover_;
 };
 
 } // namespace quelm

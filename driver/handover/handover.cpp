@@ -73,6 +73,13 @@ std::vector<std::string> remarksOn(const Driver& driver, const JobTexts& texts)
 
 } // namespace
 
+std::vector<std::string> Handover::allWarnings() const
+{
+    auto all = sharedWarnings;
+    std::ranges::copy(warnings, std::back_inserter(all));
+    return all;
+}
+
 Handover prepareHandover(Driver& driver)
 {
     FaxSession& session = driver.faxSession();
@@ -86,9 +93,8 @@ Handover prepareHandover(Driver& driver)
         requirePlainCoverTexts(texts);
 
     handover.shared = sharedNumbers(handover.recipients);
-    handover.warnings = sharedNumberWarnings(handover.recipients, handover.shared);
-    auto zeroes = trunkZeroWarnings(handover.recipients);
-    std::ranges::move(zeroes, std::back_inserter(handover.warnings));
+    handover.sharedWarnings = sharedNumberWarnings(handover.recipients, handover.shared);
+    handover.warnings = trunkZeroWarnings(handover.recipients);
     handover.remarks = remarksOn(driver, texts);
     return handover;
 }

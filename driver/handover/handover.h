@@ -16,10 +16,13 @@ class Driver;
 /// What was found about a job that can be written as it stands now.
 struct Handover {
     std::vector<JobRecipient> recipients;
-    std::vector<SharedNumber> shared;  ///< those that one fax would reach twice
-    std::vector<std::string> warnings; ///< sentences, of `shared` and others
-    std::vector<std::string>
-        remarks; ///< what the line about a job that went out says besides: parts of a sentence
+    std::vector<SharedNumber> shared;        ///< those that one fax would reach twice
+    std::vector<std::string> sharedWarnings; ///< a sentence for each of them
+    std::vector<std::string> warnings;       ///< sentences about other things
+    std::vector<std::string> remarks;        ///< what the line about the finished job says besides
+
+    /// All of the warnings.
+    [[nodiscard]] std::vector<std::string> allWarnings() const;
 };
 
 /// Looks at the driver's job as it would be written now. Throws quelm::Error, naming the first that is wrong,

@@ -7,6 +7,7 @@
 #include "base/translation.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"
+#include "driver/handover/recipient_watch.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ bool inJob(const Driver& driver, const DirectoryPerson& person)
 
 } // namespace
 
-void addDirectoryRecipients(Driver& driver, const JobOptions& options)
+void addDirectoryRecipients(Driver& driver, const JobOptions& options, RecipientWatch& watch)
 {
     if (options.directory.empty())
         return;
@@ -71,6 +72,7 @@ void addDirectoryRecipients(Driver& driver, const JobOptions& options)
         const auto& person = theOne(people, origin);
         if (options.duplicates != Duplicates::skip || !inJob(driver, person))
             dialog.add(person);
+        watch.require(origin);
     }
     dialog.confirm();
 }

@@ -8,12 +8,14 @@
 namespace quelm {
 
 class Driver;
+class RecipientWatch;
 
 /// With the fax dialog open: searches the device's directory for each beginning of a name that the options
 /// give, and adds the one person that it finds. Somebody whom the job holds already is added again without a
 /// question, as the dialog does, but left out when duplicates are to be skipped. Throws Error, naming the
-/// option, when nobody or several match, or the one has no fax number; the job must not be written then.
-void addDirectoryRecipients(Driver& driver, const JobOptions& options);
+/// option, when nobody or several match, the one has no fax number, or `watch` refuses the one; the job must
+/// not be written then.
+void addDirectoryRecipients(Driver& driver, const JobOptions& options, RecipientWatch& watch);
 
 } // namespace quelm
 

@@ -10,6 +10,9 @@
 #include "driver/cli/job/pick_recipients.h"
 #include "driver/cli/job/recipients_csv.h"
 #include "driver/core/driver.h"
+#include "driver/handover/duplicates.h"
+#include "driver/handover/recipient_check.h"
+#include "driver/handover/recipient_watch.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -40,7 +43,7 @@ std::string labelText(const Driver& driver, const char* label)
 class JobFiller {
 public:
     JobFiller(Driver& driver, const JobOptions& options, const QuestionPolicy& policy)
-        : driver_(driver), options_(options), policy_(policy)
+        : driver_(driver), options_(options), policy_(policy), watch_(driver)
     {
     }
 
@@ -52,8 +55,9 @@ public:
         setDialing();
         setCover();
         addRecipients(recipients);
-        pickRecipients(driver_, options_, policy_);
-        addDirectoryRecipients(driver_, options_);
+        pickRecipients(driver_, options_, policy_, watch_);
+        addDirectoryRecipients(driver_, options_, watch_);
+        settleSharedNumbers();
         driver_.press(widget_names::lanFaxOkButton);
         if (driver_.failedCallbacks() != 0)
             throw Error(localized("the component failed while the job was put together; nothing is written"));
@@ -91,9 +95,24 @@ private:
             tick("--prefix", widget_names::lanFaxDialingPrefix, true);
             type("--prefix", widget_names::lanFaxDialingPrefixInfo, *options_.prefix);
         }
+        setCreditCard();
+    }
+
+    void setCreditCard()
+    {
         if (options_.creditCard) {
-            tick("--credit-card", widget_names::lanFaxCreditCard, true);
-            type("--credit-card", widget_names::lanFaxCreditCardInfo, *options_.creditCard);
+            const std::string origin = options_.creditCardFile ? "--credit-card-file" : "--credit-card";
+            tick(origin, widget_names::lanFaxCreditCard, true);
+            type(origin, widget_names::lanFaxCreditCardInfo, *options_.creditCard);
+        } else if (!options_.keptCreditCard) {
+            // A card that the dialog keeps from an earlier job is charged for this one only when it asks for
+            // that.
+            tick("--credit-card", widget_names::lanFaxCreditCard, false);
+        } else if (!driver_.show(widget_names::lanFaxCreditCard).ticked.value_or(false) ||
+                   driver_.show(widget_names::lanFaxCreditCardInfo).text.value_or("").empty()) {
+            throw Error(
+                localized("--kept-credit-card: the fax dialog keeps no credit card; give the number with "
+                          "--credit-card-file"));
         }
     }
 
@@ -207,6 +226,25 @@ private:
                 localized("%s: the phone number \"%s\" is not accepted; write digits, such as +1 (555) "
                           "123-4567",
                           recipient.origin, oneLine(recipient.phone)));
+        watch_.require(recipient.origin);
+    }
+
+    /// Asks about recipients of one number, or leaves the later one out, as --duplicates says. Without it the
+    /// job has both, and a warning says so.
+    void settleSharedNumbers()
+    {
+        if (!options_.duplicates || *options_.duplicates == Duplicates::add)
+            return;
+        const auto recipients = driver_.faxSession().recipients();
+        std::vector<std::size_t> leftOut;
+        for (const auto& [first, later] : sharedNumbers(recipients)) {
+            // Translators: %s is a sentence about two recipients of one number.
+            const auto question = localized("%s.\nSend the fax to both?",
+                                            sharedNumberWarning(recipients[first], recipients[later]));
+            if (!policy_.addDuplicate(question, shownRecipient(recipients[later])))
+                leftOut.push_back(later);
+        }
+        removeRecipients(driver_, leftOut);
     }
 
     void answerDuplicateQuestion(const RecipientInput& recipient, ProgressLine& progress)
@@ -261,6 +299,7 @@ private:
     Driver& driver_;
     const JobOptions& options_;
     const QuestionPolicy& policy_;
+    RecipientWatch watch_;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/jobs/attribute_lines.h"
 
 #include <CLI/CLI.hpp>
 
@@ -49,17 +50,32 @@ void addSwitch(CLI::App& command, const std::string& yes, const std::string& no,
         no, [set] { set(false); }, noDescription);
 }
 
-/// Takes a text as it stands, but only of these characters (any, when there are none).
-void addText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
-             const std::string& type, const std::string& description, const std::string& characters = {})
+/// Takes a text as it stands.
+CLI::Option* addText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
+                     const std::string& type, const std::string& description)
 {
-    const auto take = [&value, name, characters](const std::string& given) {
-        if (!characters.empty() &&
-            (given.empty() || given.find_first_not_of(characters) != std::string::npos))
-            throw CLI::ValidationError(name, localized("\"%s\" is no number to dial", given));
-        value = given;
+    const auto take = [&value](const std::string& given) { value = given; };
+    return command.add_option_function<std::string>(name, take, description)->type_name(type);
+}
+
+/// The options of which one says what card is charged. Its number is told in no message.
+void addCardOptions(CLI::App& command, JobOptions& options)
+{
+    const auto takeNumber = [&options](const std::string& given) {
+        if (!isDialText(given))
+            throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
+        options.creditCard = given;
     };
-    command.add_option_function<std::string>(name, take, description)->type_name(type);
+    auto* number = command
+                       .add_option_function<std::string>("--credit-card", takeNumber,
+                                                         localized("Credit card that the call is charged to"))
+                       ->type_name("NUMBER");
+    auto* file = addText(command, "--credit-card-file", options.creditCardFile, "FILE",
+                         localized("The same, from the first line of a file; - is standard input"));
+    auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
+                                  localized("Charge the card that the fax dialog keeps"));
+    number->excludes(file)->excludes(kept);
+    file->excludes(kept);
 }
 
 TimeOfDay timeOfDay(const std::string& given)
@@ -156,10 +172,17 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
             "--send-at", [&options](const std::string& given) { options.sendAt = timeOfDay(given); },
             localized("Send at a time of day, on the 24-hour clock"))
         ->type_name("HH:MM");
-    addText(command, "--prefix", options.prefix, "DIGITS", localized("Dialled ahead of every fax number"),
-            "0123456789*#,");
-    addText(command, "--credit-card", options.creditCard, "NUMBER",
-            localized("Credit card that the call is charged to"), "0123456789 -");
+    command
+        .add_option_function<std::string>(
+            "--prefix",
+            [&options](const std::string& given) {
+                if (given.empty() || given.find_first_not_of("0123456789*#,") != std::string::npos)
+                    throw CLI::ValidationError("--prefix", localized("\"%s\" is no number to dial", given));
+                options.prefix = given;
+            },
+            localized("Dialled ahead of every fax number"))
+        ->type_name("DIGITS");
+    addCardOptions(command, options);
 }
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)

@@ -54,6 +54,8 @@ struct JobOptions {
     std::optional<TimeOfDay> sendAt;
     std::optional<std::string> prefix;
     std::optional<std::string> creditCard;
+    std::optional<std::string> creditCardFile; ///< its first line is the card's number; "-" is standard input
+    bool keptCreditCard = false;               ///< charge the card that the dialog keeps
     std::optional<Duplicates> duplicates;
     std::optional<Pdl> pdl;
     std::optional<std::string> output;    ///< a file, or "-" for standard output

@@ -7,6 +7,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
+#include "driver/handover/recipient_watch.h"
 #include "driver/phonebook/listing.h"
 #include "driver/phonebook/phonebook.h"
 #include "driver/widgets/widget_names.h"
@@ -44,9 +45,10 @@ struct Pick {
 /// too, and compares.
 class RecipientPicker {
 public:
-    RecipientPicker(Driver& driver, const JobOptions& options, const QuestionPolicy& policy)
-        : driver_(driver), options_(options), policy_(policy), place_(placeOf(driver, options)),
-          items_(Phonebook(place_, Phonebook::Access::read).items())
+    RecipientPicker(Driver& driver, const JobOptions& options, const QuestionPolicy& policy,
+                    RecipientWatch& watch)
+        : driver_(driver), options_(options), policy_(policy), watch_(watch),
+          place_(placeOf(driver, options)), items_(Phonebook(place_, Phonebook::Access::read).items())
     {
         for (const auto& item : items_)
             byKey_.emplace(item.key, &item);
@@ -201,6 +203,7 @@ private:
         if (!same)
             throw Error(localized(
                 "%s: the phonebook dialog did not pick what was asked for; nothing is written", pick.origin));
+        watch_.require(pick.origin);
     }
 
     /// Which of the recipients a question is about.
@@ -218,6 +221,7 @@ private:
     Driver& driver_;
     const JobOptions& options_;
     const QuestionPolicy& policy_;
+    RecipientWatch& watch_;
     PhonebookPlace place_;
     std::vector<Phonebook::Item> items_;
     std::unordered_map<std::string_view, const Phonebook::Item*> byKey_;
@@ -225,10 +229,11 @@ private:
 
 } // namespace
 
-void pickRecipients(Driver& driver, const JobOptions& options, const QuestionPolicy& policy)
+void pickRecipients(Driver& driver, const JobOptions& options, const QuestionPolicy& policy,
+                    RecipientWatch& watch)
 {
     if (!options.entries.empty() || !options.groups.empty())
-        RecipientPicker(driver, options, policy).pickAll();
+        RecipientPicker(driver, options, policy, watch).pickAll();
     else if (options.shared)
         throw UsageError(localized("--shared needs --entry or --group"));
 }

@@ -54,6 +54,7 @@ void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const
         facts.creator = programAndVersion("quelm-driver");
         facts.now = localTime();
         facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
+        facts.beforeCreditCard = [&destination] { destination->restrictToOwner(); };
         writeFaxJob(session, document, pdl, destination->sink(), facts);
     }
     if (std::holds_alternative<FileTarget>(target))

@@ -7,6 +7,8 @@
 #include "driver/cli/job/write_document.h"
 #include "driver/cli/script/script_answers.h"
 #include "driver/core/driver.h"
+#include "driver/handover/handover.h"
+#include "driver/handover/warnings.h"
 
 #include <algorithm>
 #include <iterator>
@@ -35,6 +37,7 @@ std::string ScriptRunner::run(const ScriptStep& step)
     act(step);
     if (driver_.failedCallbacks() != failedBefore)
         throw Error(localized("the component failed in its callback; see the line ahead of this one"));
+    logWarnings(watch_.newProblems());
     const auto question = driver_.pendingQuestion();
     return "ok\n" + receipt_ + (question ? questionAnswer(*question) : std::string());
 }
@@ -80,6 +83,7 @@ void ScriptRunner::fax(const ScriptStep& step)
         else if (step.place == ScriptPlace::queue)
             receipt_ = queueAnswer(step.text, receipt.job);
     };
+    logWarnings(prepareHandover(driver_).allWarnings());
     writeDocument(driver_.faxSession(), pdl_, openDocument(step.target), target, driver_.user(), tell);
 }
 

@@ -4,6 +4,7 @@
 #define DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 
 #include "driver/cli/script/script_parser.h"
+#include "driver/handover/recipient_watch.h"
 #include "driver/plugin/fax_session.h"
 
 #include <string>
@@ -13,11 +14,12 @@ namespace quelm {
 class Driver;
 
 /// Carries out one step after the other. A step that cannot be carried out throws Error and has
-/// changed nothing.
+/// changed nothing. Recipients that cannot be faxed to are warnings in the log when they come in, so that a
+/// script can remove them again; `fax` refuses them.
 class ScriptRunner {
 public:
     /// `driver` outlives the runner; `pdl` is the form of the jobs that `fax` writes.
-    ScriptRunner(Driver& driver, Pdl pdl) : driver_(driver), pdl_(pdl) {}
+    ScriptRunner(Driver& driver, Pdl pdl) : driver_(driver), pdl_(pdl), watch_(driver) {}
 
     /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
     /// question waits, an action's answer ends with it; a job that went to a device or queue is told ahead.
@@ -29,6 +31,7 @@ private:
 
     Driver& driver_;
     Pdl pdl_;
+    RecipientWatch watch_;
     std::string receipt_; ///< what the last step answers beside "ok"
 };
 

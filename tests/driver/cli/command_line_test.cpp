@@ -15,6 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 CommandLine parsed(const std::vector<const char*>& arguments)
@@ -187,6 +188,36 @@ TEST(CommandLine, ADeviceIsAskedForSomething)
     EXPECT_THAT(parsed({"device", "info", "--help"}).information, HasSubstr("info"));
 }
 
+TEST(CommandLine, TellsNoNumberOfACreditCard)
+{
+    for (const char* number : {"4111x", "", "4111\n"})
+        EXPECT_EQ(refusal({"attributes", "--credit-card", number}),
+                  "--credit-card: this is no number to dial; see quelm-driver --help")
+            << number;
+    EXPECT_THAT(refusal({"attributes", "--credit-card", "4111", "--credit-card", "4222"}),
+                Not(HasSubstr("4")));
+}
+
+TEST(CommandLine, ChargesOneCardAtMost)
+{
+    const auto job = parsed({"attributes", "--credit-card-file", "card"}).job;
+    EXPECT_EQ(job.creditCardFile, "card");
+    EXPECT_FALSE(job.creditCard || job.keptCreditCard);
+    EXPECT_TRUE(parsed({"fax", "--kept-credit-card", "a.ps"}).job.keptCreditCard);
+    const std::vector<std::vector<const char*>> options{
+        {"--credit-card", "4111"}, {"--credit-card-file", "card"}, {"--kept-credit-card"}};
+    for (const auto& first : options) {
+        for (const auto& second : options) {
+            if (first == second)
+                continue;
+            std::vector<const char*> all{"attributes"};
+            all.insert(all.end(), first.begin(), first.end());
+            all.insert(all.end(), second.begin(), second.end());
+            EXPECT_THAT(refusal(all), testing::AllOf(HasSubstr("stands beside"), Not(HasSubstr("4111"))));
+        }
+    }
+}
+
 TEST(CommandLine, TakesOnlyWhatCanBeDialled)
 {
     const auto job = parsed({"attributes", "--prefix", "9*#,", "--credit-card", "1234 5678-9"}).job;
@@ -195,6 +226,7 @@ TEST(CommandLine, TakesOnlyWhatCanBeDialled)
     for (const auto* text : {"9x", "", "\"", " 9"})
         EXPECT_THAT(refusal({"attributes", "--prefix", text}), HasSubstr("is no number to dial")) << text;
     EXPECT_THAT(refusal({"attributes", "--credit-card", "12\";"}), HasSubstr("is no number to dial"));
+    EXPECT_EQ(parsed({"attributes", "--credit-card", "4111,#*1"}).job.creditCard, "4111,#*1");
 }
 
 TEST(CommandLine, KnowsTheFormsOfAJobAndTheDuplicatePolicies)

@@ -51,7 +51,7 @@ TEST_F(PrepareHandover, AnEverydayJobHasNothingToSay)
     const auto handover = prepareHandover(driver());
     EXPECT_THAT(handover.recipients, SizeIs(2));
     EXPECT_THAT(handover.shared, IsEmpty());
-    EXPECT_THAT(handover.warnings, IsEmpty());
+    EXPECT_THAT(handover.allWarnings(), IsEmpty());
     EXPECT_THAT(handover.remarks, IsEmpty());
     EXPECT_EQ(behindSummary(handover.remarks), "");
 }
@@ -63,7 +63,8 @@ TEST_F(PrepareHandover, WarnsOfNumbersThatStandTwiceAndOfTrunkZeroes)
     add("Cid", "+44 (0)20 1");
     const auto handover = prepareHandover(driver());
     EXPECT_THAT(handover.shared, ElementsAre(SharedNumber{0, 1}));
-    EXPECT_THAT(handover.warnings, ElementsAre(HasSubstr("Bob"), HasSubstr("+440201")));
+    EXPECT_THAT(handover.sharedWarnings, ElementsAre(HasSubstr("Bob")));
+    EXPECT_THAT(handover.allWarnings(), ElementsAre(HasSubstr("Bob"), HasSubstr("+440201")));
 }
 
 TEST_F(PrepareHandover, RefusesARecipientWhomNobodyMended)
