@@ -32,7 +32,6 @@ void warnOfReaders(const std::string& file)
 
 std::string readCreditCard(const std::string& file)
 {
-    warnOfReaders(file);
     const std::string text = readTextFile(file, largest);
     std::string number = text.substr(0, text.find('\n'));
     if (number.ends_with('\r'))
@@ -42,6 +41,7 @@ std::string readCreditCard(const std::string& file)
             localized("%s: the first line is no credit card number: it may hold digits, blanks, \"-\", "
                       "\"*\", \"#\" and \",\"",
                       displayName(file)));
+    warnOfReaders(file);
     return number;
 }
 
