@@ -8,6 +8,7 @@
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
 #include "driver/desktop/toolkit/accessible.h"
+#include "driver/handover/warnings.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
@@ -28,6 +29,8 @@ bool isOrdinaryFile(const std::string& path)
     std::error_code failure;
     return std::filesystem::is_regular_file(path, failure);
 }
+
+constexpr std::size_t mostWarnings = 5;
 
 DestinationChoice withAbsolutePath(DestinationChoice choice)
 {
@@ -62,23 +65,29 @@ void JobPanel::noteRecipients(std::size_t count)
     }
 }
 
-/// Whether the component can write the job now. It shows its dialog when the job has no recipient.
-bool JobPanel::readyToWrite()
+/// What was found about the job, when the component can write it now and it can go out. The component shows
+/// its dialog when the job has no recipient.
+std::optional<Handover> JobPanel::readyToWrite()
 {
     around_.messages.clear();
     waitsForRecipient_ = false;
     if (!around_.driver.windows().empty()) {
         around_.messages.tell(Gtk::MESSAGE_INFO, translated("Close the fax dialogs first."));
-        return false;
+        return std::nullopt;
     }
     auto& session = around_.driver.faxSession();
     session.setPdl(around_.destination.pdl());
     if (!session.checkInfo()) {
         around_.messages.tell(Gtk::MESSAGE_INFO, translated("Add a recipient first."));
         waitsForRecipient_ = true;
-        return false;
+        return std::nullopt;
     }
-    return true;
+    try {
+        return prepareHandover(around_.driver);
+    } catch (const Error& error) {
+        around_.messages.tell(Gtk::MESSAGE_ERROR, error.what());
+        return std::nullopt;
+    }
 }
 
 JobOrder JobPanel::orderFor(const DestinationChoice& destination,
@@ -86,9 +95,10 @@ JobOrder JobPanel::orderFor(const DestinationChoice& destination,
 {
     JobOrder order;
     order.document = document;
-    order.job = recordJobApart(around_.driver.faxSession());
-    order.job.recipients = around_.driver.show(widget_names::lanFaxRecipientList).rowCount.value_or(0);
     order.pdl = around_.destination.pdl();
+    auto& session = around_.driver.faxSession();
+    session.setPdl(order.pdl);
+    order.job = recordJob(session);
     order.facts.creator = around_.creator;
     order.facts.now = localTime();
     order.open = [destination, user = around_.driver.user()](const Document& opened) {
@@ -111,7 +121,10 @@ void JobPanel::preview()
 void JobPanel::send()
 {
     dialogs_->act([this] {
-        if (!document_ || sending_.running() || !readyToWrite())
+        if (!document_ || sending_.running())
+            return;
+        const auto handover = readyToWrite();
+        if (!handover)
             return;
         const auto chosen = withAbsolutePath(around_.destination.choice());
         const std::string trouble = troubleWith(chosen);
@@ -120,43 +133,64 @@ void JobPanel::send()
             around_.destination.focusField();
             return;
         }
-        sendTo(chosen);
+        const bool asks = around_.driver.show(widget_names::lanFaxPrefDuplicates).ticked.value_or(false);
+        if (asks && !handover->shared.empty())
+            askAboutDuplicates(*handover, chosen);
+        else
+            sendTo({chosen, document_, handover->allWarnings(), {}, 0});
     });
 }
 
-void JobPanel::sendTo(const DestinationChoice& chosen)
+void JobPanel::askAboutDuplicates(const Handover& handover, const DestinationChoice& chosen)
 {
+    std::string details;
+    for (const auto& line : bounded(handover.sharedWarnings, mostWarnings))
+        details += (details.empty() ? "" : "\n") + line;
+    const Sending sending{chosen, document_, handover.warnings, {}, 0};
+    around_.question.ask({"Main Duplicates Question", translated("Send the fax twice to the same number?"),
+                          details, translated("_Cancel"), translated("_Send Anyway")},
+                         [this, sending] { dialogs_->act([this, sending] { sendTo(sending); }); });
+}
+
+void JobPanel::sendTo(const Sending& sending)
+{
+    const auto& chosen = sending.destination;
     // That the file is the document itself is told when it is opened.
     const bool replaces = chosen.kind == DestinationKind::file && isOrdinaryFile(chosen.file) &&
-                          !document_->document.isSameFile(chosen.file);
+                          !sending.document->document.isSameFile(chosen.file);
     if (!replaces)
-        return startSending(chosen, document_);
+        return startSending(sending);
     const std::string name = Glib::filename_display_basename(chosen.file);
     around_.question.ask({"Main Replace Question", localized("There is a file %s already.", oneLine(name)),
                           translated("Replace it by the fax job? What it holds is lost then."),
                           translated("_Cancel"), translated("_Replace")},
-                         [this, chosen, document = document_] {
-                             dialogs_->act([this, chosen, document] { startSending(chosen, document); });
-                         });
+                         [this, sending] { dialogs_->act([this, sending] { startSending(sending); }); });
 }
 
-void JobPanel::startSending(const DestinationChoice& chosen,
-                            const std::shared_ptr<const LoadedDocument>& document)
+void JobPanel::startSending(Sending sending)
 {
-    if (!document || sending_.running())
+    if (!sending.document || sending_.running())
         return;
     around_.prepared();
-    auto order = orderFor(chosen, document);
-    const auto recipients = order.job.recipients;
-    const auto ended = [this, kind = chosen.kind, name = document->document.name(),
-                        recipients](const SendingEnd& end) { sendingEnded(kind, name, recipients, end); };
-    sending_.start(std::move(order), ended);
+    // The fax may have changed while a question was open.
+    sending.remarks = prepareHandover(around_.driver).remarks;
+    auto order = orderFor(sending.destination, sending.document);
+    sending.recipients = order.job.recipients.size();
+    around_.messages.clear();
+    tellWarnings(sending.warnings);
+    sending_.start(std::move(order), [this, sending](const SendingEnd& end) { sendingEnded(sending, end); });
     progress_.set_fraction(0);
     showProgress();
     show();
     progressTimer_ = Glib::signal_timeout().connect([this] { return showProgress(); }, progressInterval);
     around_.changed();
     cancel_.grab_focus();
+}
+
+void JobPanel::tellWarnings(const std::vector<std::string>& warnings)
+{
+    for (const auto& line : bounded(warnings, mostWarnings))
+        around_.messages.tellBeside(Gtk::MESSAGE_WARNING, line);
 }
 
 bool JobPanel::showProgress()
@@ -171,8 +205,7 @@ bool JobPanel::showProgress()
     return true;
 }
 
-void JobPanel::sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
-                            const SendingEnd& end)
+void JobPanel::sendingEnded(const Sending& sending, const SendingEnd& end)
 {
     progressTimer_.disconnect();
     hide();
@@ -180,14 +213,19 @@ void JobPanel::sendingEnded(DestinationKind kind, const std::string& document, u
     around_.question.withdraw();
     switch (end.kind) {
     case SendingEnd::Kind::handedOver: {
-        std::string line = handedOverText(kind, end.receipt.place, document, recipients);
-        if (!end.receipt.note.empty()) {
+        const auto& document = sending.document->document.name();
+        std::string line =
+            handedOverText(sending.destination.kind, end.receipt.place, document, sending.recipients);
+        std::vector<std::string> additions = sending.remarks;
+        if (!end.receipt.note.empty())
+            additions.insert(additions.begin(), end.receipt.note);
+        if (!additions.empty()) {
             if (line.ends_with('.'))
                 line.pop_back();
-            line += "; " + end.receipt.note + ".";
+            line += behindSummary(additions) + ".";
         }
-        return around_.messages.tell(end.receipt.note.empty() ? Gtk::MESSAGE_INFO : Gtk::MESSAGE_WARNING,
-                                     line);
+        around_.messages.tell(end.receipt.note.empty() ? Gtk::MESSAGE_INFO : Gtk::MESSAGE_WARNING, line);
+        return tellWarnings(sending.warnings);
     }
     case SendingEnd::Kind::cancelled:
         return around_.messages.tell(Gtk::MESSAGE_WARNING, end.trouble);

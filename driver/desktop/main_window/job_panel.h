@@ -10,6 +10,7 @@
 #include "driver/desktop/sending/document_loading.h"
 #include "driver/desktop/sending/job_sending.h"
 #include "driver/desktop/toolkit/message_bar.h"
+#include "driver/handover/handover.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -19,7 +20,9 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace quelm {
 
@@ -41,8 +44,12 @@ struct JobSurroundings {
 /// of it stands in the messages. The panel itself is the progress of a job that is being sent and a button
 /// that cancels it; it is hidden at other times.
 ///
+/// A job that must not go out is neither shown nor sent, and the message says why. What the user should know
+/// of a job that is sent stands in the message beside how that ends; about numbers that stand twice there is
+/// a question first, unless the preference about duplicates is off.
+///
 /// The fixed names of its controls are "Main Progress" and "Main Cancel Button", those of its questions "Main
-/// Replace Question"; its button is the action "win.cancel".
+/// Duplicates Question" and "Main Replace Question"; its button is the action "win.cancel".
 class JobPanel : public Gtk::Box {
 public:
     explicit JobPanel(JobSurroundings around);
@@ -62,7 +69,8 @@ public:
     /// Shows the pages of the job.
     void preview();
 
-    /// Sends the job to the chosen destination, behind a question when that replaces a file.
+    /// Sends the job to the chosen destination, behind a question when numbers stand twice, and when that
+    /// replaces a file.
     void send();
 
     /// Asks for the end of a sending, whose end is told as usual.
@@ -71,14 +79,23 @@ public:
     bool isSending() const { return sending_.running(); }
 
 private:
-    [[nodiscard]] bool readyToWrite();
+    /// What is to be sent, and where; the warnings are those that the user was not asked about.
+    struct Sending {
+        DestinationChoice destination;
+        std::shared_ptr<const LoadedDocument> document;
+        std::vector<std::string> warnings;
+        std::vector<std::string> remarks;
+        unsigned long recipients = 0;
+    };
+
+    [[nodiscard]] std::optional<Handover> readyToWrite();
     [[nodiscard]] JobOrder orderFor(const DestinationChoice& destination,
                                     const std::shared_ptr<const LoadedDocument>& document);
-    void sendTo(const DestinationChoice& destination);
-    void startSending(const DestinationChoice& destination,
-                      const std::shared_ptr<const LoadedDocument>& document);
-    void sendingEnded(DestinationKind kind, const std::string& document, unsigned long recipients,
-                      const SendingEnd& end);
+    void askAboutDuplicates(const Handover& handover, const DestinationChoice& destination);
+    void sendTo(const Sending& sending);
+    void startSending(Sending sending);
+    void sendingEnded(const Sending& sending, const SendingEnd& end);
+    void tellWarnings(const std::vector<std::string>& warnings);
     bool showProgress();
 
     const JobSurroundings around_;

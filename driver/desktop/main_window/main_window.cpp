@@ -13,13 +13,19 @@
 #include "driver/desktop/sending/queue_names.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/style.h"
+#include "driver/handover/card_remark.h"
+#include "driver/handover/handover.h"
+#include "driver/handover/recipient_check.h"
+#include "driver/handover/warnings.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
 #include <gtkmm/selectiondata.h>
 #include <gtkmm/sizegroup.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace quelm {
@@ -64,14 +70,16 @@ Glib::RefPtr<Gio::Menu> submenu(const std::vector<std::pair<std::string, const c
 
 } // namespace
 
-std::string faxSummary(std::size_t recipients, bool coverPage)
+std::string faxSummary(std::size_t recipients, bool coverPage, const std::vector<std::string>& remarks)
 {
     if (recipients == 0)
         return translated("No recipients yet");
-    return coverPage ? localizedCount("%d recipient, with a cover page", "%d recipients, with a cover page",
-                                      recipients, recipients)
-                     : localizedCount("%d recipient, without a cover page",
-                                      "%d recipients, without a cover page", recipients, recipients);
+    const auto text = coverPage
+                          ? localizedCount("%d recipient, with a cover page",
+                                           "%d recipients, with a cover page", recipients, recipients)
+                          : localizedCount("%d recipient, without a cover page",
+                                           "%d recipients, without a cover page", recipients, recipients);
+    return text + behindSummary(remarks);
 }
 
 MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
@@ -80,7 +88,7 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
       destinationPanel_(&queueNames),
       job_({*this, driver, destinationPanel_, messages_, question_, options.creator,
             [this] { choicesFile_.keep(choices()); }, [this] { sendingChanged(); }}),
-      help_(translated("H_elp"), true), preview_(translated("Pre_view Job"), true),
+      watch_(driver), help_(translated("H_elp"), true), preview_(translated("Pre_view Job"), true),
       send_(translated("_Send"), true),
       loading_([this](const LoadingResult& result) { documentLoaded(result); })
 {
@@ -217,7 +225,32 @@ void MainWindow::showFax()
 {
     const auto recipients = driver_.show(recipientList).rowCount.value_or(0);
     job_.noteRecipients(recipients);
-    faxSummary_.set_text(quelm::faxSummary(recipients, driver_.faxSession().coverPageChosen()));
+    auto& session = driver_.faxSession();
+    std::vector<std::string> remarks;
+    if (const auto card = cardRemark(session.texts().creditCard); !card.empty())
+        remarks.push_back(card);
+    faxSummary_.set_text(quelm::faxSummary(recipients, session.coverPageChosen(), remarks));
+    tellBadRecipients();
+}
+
+/// Names those who came in and cannot be faxed to. The message goes when the last of them is mended or
+/// removed.
+void MainWindow::tellBadRecipients()
+{
+    constexpr std::size_t most = 5;
+    const auto problems = watch_.newProblems();
+    for (const auto& line : bounded(problems, most))
+        tellBeside(Gtk::MESSAGE_WARNING, line);
+    if (!problems.empty()) {
+        toldBadRecipients_ = true;
+    } else if (toldBadRecipients_) {
+        auto everybody = driver_.faxSession().recipients();
+        std::ranges::move(driver_.faxSession().picks(), std::back_inserter(everybody));
+        toldBadRecipients_ = std::ranges::any_of(
+            everybody, [](const auto& recipient) { return problemWithRecipient(recipient).has_value(); });
+        if (!toldBadRecipients_)
+            messages_.clear();
+    }
 }
 
 void MainWindow::updateActions()

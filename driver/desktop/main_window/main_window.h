@@ -14,6 +14,7 @@
 #include "driver/desktop/sending/destination_panel.h"
 #include "driver/desktop/sending/document_loading.h"
 #include "driver/desktop/toolkit/message_bar.h"
+#include "driver/handover/recipient_watch.h"
 
 #include <gtkmm/applicationwindow.h>
 #include <gtkmm/box.h>
@@ -90,6 +91,7 @@ private:
     void addActions();
     void describeControls();
     void showFax();
+    void tellBadRecipients();
     void updateActions();
     void sendingChanged();
 
@@ -114,6 +116,8 @@ private:
     Gtk::Button faxSetup_;
     DestinationPanel destinationPanel_;
     JobPanel job_;
+    RecipientWatch watch_;
+    bool toldBadRecipients_ = false; ///< the message names somebody who cannot be faxed to
     Gtk::Button help_;
     Gtk::Button preview_;
     Gtk::Button send_;
@@ -123,8 +127,8 @@ private:
     std::unique_ptr<HelpWindow> helpWindow_;
 };
 
-/// "2 recipients, with a cover page".
-std::string faxSummary(std::size_t recipients, bool coverPage);
+/// "2 recipients, with a cover page"; behind it the remarks, for there is a recipient.
+std::string faxSummary(std::size_t recipients, bool coverPage, const std::vector<std::string>& remarks = {});
 
 } // namespace quelm
 

@@ -4,7 +4,6 @@
 
 #include "base/error.h"
 #include "base/translation.h"
-#include "driver/desktop/sending/recorded_job.h"
 #include "driver/jobs/job_writer.h"
 
 #include <filesystem>
@@ -31,15 +30,6 @@ void requireFile(const std::string& path)
         throw Error(localized("%s: is no file; save the document to a file and open that", path));
 }
 
-/// A job without recipients' attributes: the document's pages and nothing else.
-RecordedJob documentAlone()
-{
-    RecordedJob job;
-    job.attributes = {"% document\n"};
-    job.attributesWritten = true;
-    return job;
-}
-
 } // namespace
 
 LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop)
@@ -49,15 +39,13 @@ LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop
     conversion.stop = stop;
     LoadedDocument loaded{Document::open(path, conversion), makeUnnamedFile()};
 
-    const RecordedJob job = documentAlone();
-    RecordedFaxSession session(job);
     FileSink sink(loaded.pages);
     JobFacts facts;
     facts.progress = [&stop](std::uint64_t, std::uint64_t) {
         if (stop.stop_requested())
             throw Error(localized("the document was given up"));
     };
-    writeFaxJob(session, loaded.document, Pdl::dsc, sink, facts);
+    writeDocumentAlone(loaded.document, sink, facts);
     return loaded;
 }
 

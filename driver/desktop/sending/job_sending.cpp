@@ -40,6 +40,7 @@ SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled
             progress({SendingProgress::Stage::writing, done, total});
         };
         const auto destination = order.open(order.document->document);
+        facts.beforeCreditCard = [&destination] { destination->restrictToOwner(); };
         writeFaxJob(session, order.document->document, order.pdl, destination->sink(), facts);
         stopIfCancelled();
         progress({SendingProgress::Stage::handingOver, 0, 0});

@@ -2,13 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/recorded_job.h"
 
-#include "base/error.h"
-#include "base/translation.h"
-#include "driver/desktop/sending/process_copy.h"
-
-#include <charconv>
-#include <utility>
-
 namespace quelm {
 namespace {
 
@@ -40,66 +33,14 @@ bool replay(const std::vector<std::string>& texts, AbstractPDLWriter& writer)
     return true;
 }
 
-void pack(std::string& text, unsigned long number) { text += std::to_string(number) + ' '; }
-
-void pack(std::string& text, const std::vector<std::string>& texts)
-{
-    pack(text, texts.size());
-    for (const auto& part : texts) {
-        pack(text, part.size());
-        text += part;
-    }
-}
-
-/// Takes a packed job apart from its front.
-class Unpacker {
-public:
-    explicit Unpacker(std::string_view text) : left_(text) {}
-
-    unsigned long number()
-    {
-        unsigned long value = 0;
-        const auto result = std::from_chars(left_.data(), left_.data() + left_.size(), value);
-        const auto length = static_cast<std::size_t>(result.ptr - left_.data());
-        if (result.ec != std::errc() || length == left_.size() || left_[length] != ' ')
-            fail();
-        left_.remove_prefix(length + 1);
-        return value;
-    }
-
-    std::vector<std::string> texts()
-    {
-        std::vector<std::string> texts;
-        for (auto count = number(); count > 0; --count) {
-            const auto size = number();
-            if (size > left_.size())
-                fail();
-            texts.emplace_back(left_.substr(0, size));
-            left_.remove_prefix(size);
-        }
-        return texts;
-    }
-
-    void end() const
-    {
-        if (!left_.empty())
-            fail();
-    }
-
-private:
-    [[noreturn]] static void fail()
-    {
-        throw Error(localized("the job cannot be put together: %s", localized("its record is damaged")));
-    }
-
-    std::string_view left_;
-};
-
 } // namespace
 
 RecordedJob recordJob(FaxSession& session)
 {
     RecordedJob job;
+    job.recipients = session.recipients();
+    job.texts = session.texts();
+    job.coverPage = session.coverPageTemplate();
     Recorder attributes(job.attributes);
     job.attributesWritten = session.serializeJob(attributes);
     job.withCoverPage = session.coverPageChosen();
@@ -107,35 +48,6 @@ RecordedJob recordJob(FaxSession& session)
         Recorder coverSheet(job.coverSheet);
         job.coverSheetWritten = session.serializeCoverSheet(coverSheet);
     }
-    return job;
-}
-
-RecordedJob recordJobApart(FaxSession& session)
-{
-    return unpacked(inProcessCopy([&session] { return packed(recordJob(session)); }));
-}
-
-std::string packed(const RecordedJob& job)
-{
-    std::string text;
-    pack(text, job.attributes);
-    pack(text, job.coverSheet);
-    for (const bool flag : {job.withCoverPage, job.attributesWritten, job.coverSheetWritten})
-        pack(text, flag ? 1 : 0);
-    pack(text, job.recipients);
-    return text;
-}
-
-RecordedJob unpacked(std::string_view text)
-{
-    Unpacker from(text);
-    RecordedJob job;
-    job.attributes = from.texts();
-    job.coverSheet = from.texts();
-    for (bool* flag : {&job.withCoverPage, &job.attributesWritten, &job.coverSheetWritten})
-        *flag = from.number() != 0;
-    job.recipients = from.number();
-    from.end();
     return job;
 }
 
@@ -154,5 +66,19 @@ bool RecordedFaxSession::serializeCoverSheet(AbstractPDLWriter& writer)
 {
     return replay(job_.coverSheet, writer) && job_.coverSheetWritten;
 }
+
+std::size_t RecordedFaxSession::count(RecipientList list)
+{
+    return list == RecipientList::job ? job_.recipients.size() : 0;
+}
+
+JobRecipient RecordedFaxSession::recipient(RecipientList, std::size_t position)
+{
+    return job_.recipients.at(position);
+}
+
+JobTexts RecordedFaxSession::texts() { return job_.texts; }
+
+CoverPageTemplate RecordedFaxSession::coverPageTemplate() { return job_.coverPage; }
 
 } // namespace quelm

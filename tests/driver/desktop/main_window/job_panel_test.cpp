@@ -93,6 +93,121 @@ TEST_F(JobPanelTest, PreviewsAndEarlierJobsLeaveNoTraceInAJob)
     EXPECT_EQ(contentOf(folder / "second.job"), expectedJob());
 }
 
+TEST_F(JobPanelTest, AJobAfterAChangeNamesItsOwnRecipientsAlone)
+{
+    openDocument();
+    fillFax({"Ann", "Bob"}, true);
+    enterText("Main Destination File", folder / "first.job");
+    sendAndRead();
+    driver->call("T40InvokeFaxDialog");
+    driver->select("LanFax Recipient List", {0, 1});
+    driver->press("LanFax Remove Button");
+    driver->answer(true);
+    fillFax({"Carl", "Dora"}, true);
+    press("Main Preview Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Preview Caption") == "Cover page (1 of 3)"; }));
+    press("Preview Close Button");
+    enterText("Main Destination File", folder / "second.job");
+    sendAndRead();
+    EXPECT_THAT(contentOf(folder / "first.job"), HasSubstr("/RecipientName    (Ann, Bob)\n"));
+    EXPECT_THAT(contentOf(folder / "second.job"), HasSubstr("/RecipientName    (Carl, Dora)\n"));
+}
+
+TEST_F(JobPanelTest, ANumberThatStandsTwiceIsAskedAbout)
+{
+    openDocument();
+    fillFax({"Ann"});
+    numbersGiven = 0;
+    fillFax({"Bob"});
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Duplicates Question No") != nullptr; }));
+    press("Main Duplicates Question No");
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Duplicates Question Yes") != nullptr; }));
+    press("Main Duplicates Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+    EXPECT_EQ(shownText("Main Message"),
+              "The fax job of letter.ps for 2 recipients was written to " + (folder / "fax.job") + ".");
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(JobPanelTest, WhoDoesNotWantToBeAskedAboutDuplicatesIsWarned)
+{
+    openDocument();
+    fillFax({"Ann"});
+    driver->call("T40InvokeFaxDialog");
+    driver->tick("LanFax Pref Duplicates", false);
+    numbersGiven = 0;
+    fillFax({"Bob"});
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_THAT(sendAndRead(),
+                AllOf(HasSubstr("was written to"),
+                      HasSubstr("Bob (555-1231) has the fax number of Ann (555-1231), which so "
+                                "gets the fax twice")));
+}
+
+TEST_F(JobPanelTest, ACardIsNamedByItsLastDigitsAndTheJobIsItsOwnersAlone)
+{
+    openDocument();
+    fillFax({"Ann"});
+    driver->call("T40InvokeFaxDialog");
+    driver->tick("LanFax Credit Card", true);
+    driver->type("LanFax Credit Card Info", "4111 1111 1111 2345");
+    driver->press("LanFax OK Button");
+    dialogs->act([] {});
+    EXPECT_TRUE(loopUntil([] {
+        return shownText("Main Fax Summary") ==
+               "1 recipient, without a cover page; the credit card ending in 2345 is charged";
+    }));
+    const auto path = writeFile(folder / "fax.job", "before");
+    ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
+    enterText("Main Destination File", path);
+    askToReplace();
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+    EXPECT_EQ(shownText("Main Message"), "The fax job of letter.ps for 1 recipient was written to " + path +
+                                             "; the credit card ending in 2345 is charged.");
+    struct stat status = {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+TEST_F(JobPanelTest, ARecipientWhoCannotBeFaxedToIsToldAndNothingIsShownOrSent)
+{
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "fax.job");
+    driver->call("T40InvokeFaxDialog");
+    driver->press("AddFaxRcpt");
+    driver->type("RecipientName", "Mal");
+    driver->type("RecipientNumber", "1");
+    driver->type("RecipientMailbox", "\";");
+    driver->press("LanFaxAddRcpt OK Button");
+    driver->press("LanFax OK Button");
+    dialogs->act([] {});
+    const auto isTold = [] {
+        return shownText("Main Message").starts_with("Mal (1) cannot be sent a fax: ");
+    };
+    ASSERT_TRUE(loopUntil(isTold));
+    press("Main Message Close Button");
+    for (const auto* button : {"Main Preview Button", "Main Send Button"}) {
+        press(button);
+        ASSERT_TRUE(loopUntil(isTold)) << button;
+        EXPECT_EQ(onScreen("Preview Window"), nullptr);
+        EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+    }
+    driver->call("T40InvokeFaxDialog");
+    driver->select("LanFax Recipient List", {1});
+    driver->press("LanFax Remove Button");
+    driver->answer(true);
+    driver->press("LanFax OK Button");
+    dialogs->act([] {});
+    EXPECT_TRUE(loopUntil([] { return shownText("Main Message").empty(); }));
+    EXPECT_THAT(sendAndRead(), HasSubstr("for 1 recipient was written to"));
+}
+
 TEST_F(JobPanelTest, AMissingDestinationIsAskedFor)
 {
     openDocument();
@@ -172,7 +287,7 @@ TEST_F(JobPanelTest, AFailureAfterTheQuestionIsToldInOneLine)
         press("Main Replace Question Yes");
         ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
     }
-    EXPECT_THAT(shownText("Main Message"), HasSubstr("The job cannot be put together"));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("Too many open files"));
     EXPECT_EQ(job(), "precious");
     enterText("Main Destination File", folder / "another.job");
     EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));

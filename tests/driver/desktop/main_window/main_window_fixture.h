@@ -97,7 +97,7 @@ protected:
         for (const auto& name : names) {
             driver->press("AddFaxRcpt");
             driver->type("RecipientName", name);
-            driver->type("RecipientNumber", "555-1234");
+            driver->type("RecipientNumber", "555-123" + std::to_string(++numbersGiven));
             driver->press("LanFaxAddRcpt OK Button");
         }
         if (cover) {
@@ -193,6 +193,7 @@ protected:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DialogWindows> dialogs;
     bool closed = false;
+    int numbersGiven = 0; ///< every recipient has a number of its own
 };
 
 } // namespace quelm

@@ -29,6 +29,7 @@ public:
     {
     }
     JobSink& sink() override { return *this; }
+    void restrictToOwner() override { kept_ += "(restricted)"; }
     Receipt deliver(const Transfer& transfer) override { return deliver_(transfer); }
 
 private:
@@ -44,8 +45,13 @@ protected:
     {
         const auto path = writeFile(folder / "letter.ps", "%!PS\nshowpage\n" + std::string(600000, '\n'));
         order.document = std::make_shared<const LoadedDocument>(loadDocument(path, {}));
-        order.job.attributes = {"%%attribute\n"};
+        order.job.attributes = {
+            "%%OID_ATT_FAX_COVER_SHEET FALSE;\r\n", "%%OID_ATT_JOB_TYPE OID_VAL_JOB_TYPE_FAX_SEND;\n",
+            "%%OID_ATT_FAX_CONFIRMATION_SHEET TRUE;\r\n", "%%OID_ATT_FAX_DESTINATION_PHONE \"5551234\";\r\n",
+            "%%QLMbegin\r\n%%QLMend\r\n"};
         order.job.attributesWritten = true;
+        order.job.recipients.resize(1);
+        order.job.recipients.front().number = "555-1234";
         order.open = [this](const Document&) { return std::make_unique<Keeper>(kept, deliver); };
     }
 
@@ -69,7 +75,25 @@ TEST_F(JobSendingTest, TheJobHoldsWhatTheComponentWroteAndTheDocument)
     EXPECT_EQ(end.kind, Kind::handedOver);
     EXPECT_EQ(end.receipt.place, "the place");
     EXPECT_EQ(end.receipt.note, "a note");
-    EXPECT_THAT(kept, AllOf(HasSubstr("%%attribute\n"), HasSubstr("showpage")));
+    EXPECT_THAT(kept, AllOf(HasSubstr("PHONE \"5551234\";\r\n"), HasSubstr("showpage")));
+}
+
+TEST_F(JobSendingTest, AJobWithACreditCardIsRestrictedAheadOfItsFirstByte)
+{
+    send();
+    EXPECT_THAT(kept, testing::Not(HasSubstr("(restricted)")));
+    kept.clear();
+    order.job.attributes.back() = "%%QLMbegin\r\n%%OID_ATT_CREDIT_CARD \"4111\";\r\n%%QLMend\r\n";
+    EXPECT_EQ(send().kind, Kind::handedOver);
+    EXPECT_THAT(kept, AllOf(testing::StartsWith("(restricted)%!PS"), HasSubstr("4111")));
+}
+
+TEST_F(JobSendingTest, ARecordThatIsNotTheJobsOwnIsAFailure)
+{
+    order.job.recipients.front().number = "555-1235";
+    const auto end = send();
+    EXPECT_EQ(end.kind, Kind::failed);
+    EXPECT_THAT(end.trouble, HasSubstr("a line that does not belong there"));
 }
 
 TEST_F(JobSendingTest, ProgressIsToldOfBothStages)

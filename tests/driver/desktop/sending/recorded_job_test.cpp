@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/desktop/sending/recorded_job.h"
 
-#include "base/error.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,7 +9,7 @@
 namespace quelm {
 namespace {
 
-/// Appends to its cover sheet with every writing, as the component does.
+/// Appends to its cover sheet with every writing.
 class GrowingSession : public FaxSession {
 public:
     void setPdl(Pdl) override {}
@@ -28,6 +26,21 @@ public:
         names += "Ann";
         return writer.writeText(names.c_str()) && coverSucceeds;
     }
+
+    std::size_t count(RecipientList list) override { return list == RecipientList::job ? 2 : 1; }
+    JobRecipient recipient(RecipientList, std::size_t position) override
+    {
+        JobRecipient recipient;
+        recipient.number = std::to_string(position);
+        return recipient;
+    }
+    JobTexts texts() override
+    {
+        JobTexts texts;
+        texts.dialingPrefix = "9";
+        return texts;
+    }
+    CoverPageTemplate coverPageTemplate() override { return {"header", "trailer"}; }
 
     bool withCover = true;
     bool coverSucceeds = true;
@@ -64,37 +77,18 @@ TEST(RecordedJobTest, WithoutACoverPageNoneIsWritten)
     EXPECT_EQ(session.names, "");
 }
 
-TEST(RecordedJobTest, RecordingApartLeavesTheSessionAsItIs)
+TEST(RecordedJobTest, HoldsWhatTheTextsAreComparedWith)
 {
     GrowingSession session;
-    const auto first = recordJobApart(session);
-    EXPECT_EQ(recordJobApart(session), first);
-    EXPECT_EQ(first.coverSheet, std::vector<std::string>{"Ann"});
-    EXPECT_EQ(session.names, "");
-    EXPECT_EQ(recordJob(session), first);
-}
-
-TEST(RecordedJobTest, PackingKeepsEverything)
-{
-    RecordedJob job;
-    job.attributes = {"", "a b", std::string("\0 3 x", 5)};
-    job.coverSheet = {"12 "};
-    job.withCoverPage = true;
-    job.coverSheetWritten = true;
-    job.recipients = 7;
-    EXPECT_EQ(unpacked(packed(job)), job);
-    EXPECT_EQ(unpacked(packed({})), RecordedJob());
-}
-
-TEST(RecordedJobTest, ADamagedPackIsRefused)
-{
-    RecordedJob job;
-    job.attributes = {"text"};
-    const std::string pack = packed(job);
-    for (std::size_t size = 0; size < pack.size(); ++size)
-        EXPECT_THROW(unpacked(pack.substr(0, size)), Error) << size;
-    EXPECT_THROW(unpacked(pack + "x"), Error);
-    EXPECT_THROW(unpacked("99999999999999999999999 "), Error);
+    const auto job = recordJob(session);
+    EXPECT_EQ(job.recipients, session.recipients());
+    EXPECT_EQ(job.texts, session.texts());
+    EXPECT_EQ(job.coverPage, session.coverPageTemplate());
+    RecordedFaxSession replay(job);
+    EXPECT_EQ(replay.recipients(), session.recipients());
+    EXPECT_EQ(replay.texts(), session.texts());
+    EXPECT_EQ(replay.coverPageTemplate(), session.coverPageTemplate());
+    EXPECT_TRUE(replay.picks().empty());
 }
 
 TEST(RecordedFaxSessionTest, WritesWhatWasRecorded)
