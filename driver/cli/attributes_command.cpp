@@ -1,7 +1,6 @@
 // The command `attributes`: the component's job attributes, byte for byte and write for write.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
-#include "base/log.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
@@ -35,10 +34,7 @@ void runAttributesCommand(const CommandLine& line)
             localized("attributes are no job that a device or queue could take; write them with --output"));
     FilledJob job(line);
     write(job, line.job.output.value_or("-"));
-    // A card that was not named here is one that the user may not think of.
-    if (line.job.keptCreditCard)
-        for (const auto& remark : job.remarks())
-            writeUnderProgramName(remark);
+    job.tellKeptCard();
 }
 
 } // namespace quelm

@@ -39,7 +39,7 @@ void runFaxCommand(const CommandLine& line)
     const auto tell = [&](const Receipt& receipt) {
         const auto* file = std::get_if<FileTarget>(&target);
         if (file != nullptr && file->path == "-")
-            return;
+            return job.tellKeptCard();
         // Translators: a file, its document.
         auto text = file != nullptr ? localizedCount("%s: fax job of %s for %d recipient",
                                                      "%s: fax job of %s for %d recipients", count,

@@ -3,6 +3,7 @@
 #include "driver/cli/filled_job.h"
 
 #include "base/error.h"
+#include "base/log.h"
 #include "base/translation.h"
 #include "driver/cli/job/credit_card_file.h"
 #include "driver/cli/job/fill_job.h"
@@ -37,6 +38,13 @@ FilledJob::FilledJob(const CommandLine& line)
     handover_ = prepareHandover(driver_);
     // Whoever was asked about the numbers that stand twice knows of them.
     logWarnings(options_.duplicates == Duplicates::ask ? handover_.warnings : handover_.allWarnings());
+}
+
+void FilledJob::tellKeptCard() const
+{
+    if (options_.keptCreditCard)
+        for (const auto& remark : remarks())
+            writeUnderProgramName(remark);
 }
 
 } // namespace quelm

@@ -33,6 +33,10 @@ public:
     /// What the line about the job says besides.
     const std::vector<std::string>& remarks() const { return handover_.remarks; }
 
+    /// Where there is no line about the job: says on standard error that a card is charged which was not
+    /// named on the command line, and of which the user may not think.
+    void tellKeptCard() const;
+
 private:
     JobOptions options_;
     std::vector<RecipientInput> recipients_;

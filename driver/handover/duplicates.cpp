@@ -45,7 +45,7 @@ std::vector<SharedNumber> sharedNumbers(const std::vector<JobRecipient>& recipie
 std::string sharedNumberWarning(const JobRecipient& first, const JobRecipient& later)
 {
     // Translators: two recipients with their numbers.
-    return localized("%s has the fax number of %s, which so gets the fax twice", shownRecipient(later),
+    return localized("%s has the same fax number as %s, so the fax goes there twice", shownRecipient(later),
                      shownRecipient(first));
 }
 

@@ -272,6 +272,10 @@ TEST_F(HandoverJourney, AKeptCardIsChargedOnlyWhenTheJobAsksForIt)
     EXPECT_THAT(lines.output, HasSubstr("CREDIT_CARD \"4111"));
     EXPECT_EQ(lines.errors, "quelm-driver: the credit card ending in 2345 is charged\n");
 
+    const auto stream = driver({"fax", letter, "--to", "Ann=1", "--kept-credit-card", "--output", "-"});
+    EXPECT_EQ(stream.status, 0);
+    EXPECT_EQ(stream.errors, "quelm-driver: the credit card ending in 2345 is charged\n");
+
     // The dialog's own choice stays.
     EXPECT_THAT(script({"show \"LanFax Credit Card\"", "show \"LanFax Credit Card Info\""}),
                 ElementsAre(HasSubstr("ticked yes"), HasSubstr("2345")));
@@ -325,9 +329,8 @@ Arguments with(Arguments arguments, const Arguments& more)
 
 TEST_F(HandoverJourney, ANumberUnderTwoNamesIsWarnedOf)
 {
-    const std::string warning =
-        "quelm-driver: warning: Cid ((555) 1234) has the fax number of Ann (555-1234), which so "
-        "gets the fax twice\n";
+    const std::string warning = "quelm-driver: warning: Cid ((555) 1234) has the same fax number as Ann "
+                                "(555-1234), so the fax goes there twice\n";
     for (const auto& options : {oneNumber, with(oneNumber, {"--duplicates", "add"})}) {
         EXPECT_THAT(fax(options).errors, AllOf(StartsWith(warning), HasSubstr("for 3 recipients")));
         const auto lines = driver(with({"attributes"}, options));
@@ -357,9 +360,8 @@ TEST_F(HandoverJourney, ANumberUnderTwoNamesIsAskedAbout)
         const auto result = driver(request);
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.writes.size(), writes);
-        EXPECT_EQ(result.errors,
-                  "Cid ((555) 1234) has the fax number of Ann (555-1234), which so gets the fax "
-                  "twice.\nSend the fax to both? [y/n] ");
+        EXPECT_EQ(result.errors, "Cid ((555) 1234) has the same fax number as Ann (555-1234), so the fax "
+                                 "goes there twice.\nSend the fax to both? [y/n] ");
     }
 }
 
@@ -369,9 +371,9 @@ TEST_F(HandoverJourney, AScriptsFaxWarnsOfANumberThatStandsTwice)
         {"script", "-"}, "call T40InvokeFaxDialog\n" + adding("Ann", "5") + adding("Bob", "(5)") +
                              "press \"LanFax OK Button\"\nfax \"" + letter + "\" \"" + path("out") + "\"\n");
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.errors,
-              "quelm-driver: warning: Bob ((5)) has the fax number of Ann (5), which so gets the fax "
-              "twice\n");
+    EXPECT_EQ(
+        result.errors,
+        "quelm-driver: warning: Bob ((5)) has the same fax number as Ann (5), so the fax goes there twice\n");
 }
 
 TEST_F(HandoverJourney, HundredsOfWarningsAreAFewLines)

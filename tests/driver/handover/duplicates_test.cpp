@@ -59,7 +59,8 @@ TEST(SharedNumbers, AreNamedInASentenceEach)
                                                someone("B\nob\x1b", "(555) 1234")};
     EXPECT_THAT(
         sharedNumberWarnings(recipients, sharedNumbers(recipients)),
-        ElementsAre("B ob  ((555) 1234) has the fax number of Ann (555-1234), which so gets the fax twice"));
+        ElementsAre(
+            "B ob  ((555) 1234) has the same fax number as Ann (555-1234), so the fax goes there twice"));
 }
 
 class RemovalTest : public HandoverTest {

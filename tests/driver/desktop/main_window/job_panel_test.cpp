@@ -142,10 +142,11 @@ TEST_F(JobPanelTest, WhoDoesNotWantToBeAskedAboutDuplicatesIsWarned)
     numbersGiven = 0;
     fillFax({"Bob"});
     enterText("Main Destination File", folder / "fax.job");
-    EXPECT_THAT(sendAndRead(),
-                AllOf(HasSubstr("was written to"),
-                      HasSubstr("Bob (555-1231) has the fax number of Ann (555-1231), which so "
-                                "gets the fax twice")));
+    EXPECT_THAT(
+        sendAndRead(),
+        AllOf(HasSubstr("was written to"),
+              HasSubstr(
+                  "Bob (555-1231) has the same fax number as Ann (555-1231), so the fax goes there twice")));
 }
 
 TEST_F(JobPanelTest, ACardIsNamedByItsLastDigitsAndTheJobIsItsOwnersAlone)
