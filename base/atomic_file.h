@@ -35,9 +35,9 @@ public:
     /// what was written so far. The object keeps owning it.
     int descriptor();
 
-    /// From now on nobody but the target's owner can read the file, neither while it is written nor once it is
-    /// in its place (mode 0600), whatever the umask or the replaced file's permissions are; also nobody who had
-    /// opened it before. The descriptor stays the same. A target written directly stays as it is.
+    /// From now on nobody but the target's owner can read the file, neither while it is written nor once it
+    /// is in its place (mode 0600), whatever the umask or the replaced file's permissions are; also nobody
+    /// who had opened it before. The descriptor stays the same. A target written directly stays as it is.
     void restrictToOwner();
 
     /// Writes everything durably and puts the file in its place. Called once, last.

@@ -94,7 +94,8 @@ private:
         const std::string& ahead = expected_.dialingPrefix;
         if (!isDialledNumber(number) || !(ahead.empty() || isDialText(ahead)))
             failAtLine();
-        require({line("OID_ATT_FAX_DESTINATION_PHONE \"" + (ahead.empty() ? "" : ahead + ",") + number + "\";")});
+        require(
+            {line("OID_ATT_FAX_DESTINATION_PHONE \"" + (ahead.empty() ? "" : ahead + ",") + number + "\";")});
         if (recipient.mailbox.empty())
             return;
         if (!isMailbox(recipient.mailbox))
@@ -118,15 +119,15 @@ private:
     [[noreturn]] void failAtLine() const
     {
         if (left_.empty())
-            throw Error(
-                localized("the fax cannot be written: the component's fax attributes end too early"));
+            throw Error(localized("the fax cannot be written: the component's fax attributes end too early"));
         constexpr std::size_t longest = 120;
         std::string_view wrong = left_.substr(0, left_.find_first_of("\r\n"));
         if (const auto at = wrong.find(cardName); at != std::string_view::npos)
             wrong = wrong.substr(0, at + cardName.size());
-        throw Error(localized("the fax cannot be written: its attributes hold a line that does not belong there: "
-                              "\"%s\"",
-                              shownText(wrong, longest)));
+        throw Error(
+            localized("the fax cannot be written: its attributes hold a line that does not belong there: "
+                      "\"%s\"",
+                      shownText(wrong, longest)));
     }
 
     /// At a line that is no destination: one that follows them, or any other.
@@ -140,11 +141,12 @@ private:
     [[noreturn]] void failCount() const
     {
         const auto count = expected_.recipients.size();
-        throw Error(localizedCount("the fax cannot be written: it has %d recipient, and the component wrote another "
-                                   "number of destinations",
-                                   "the fax cannot be written: it has %d recipients, and the component wrote "
-                                   "another number of destinations",
-                                   count, count));
+        throw Error(
+            localizedCount("the fax cannot be written: it has %d recipient, and the component wrote another "
+                           "number of destinations",
+                           "the fax cannot be written: it has %d recipients, and the component wrote "
+                           "another number of destinations",
+                           count, count));
     }
 
     std::string_view left_;

@@ -20,8 +20,8 @@ namespace quelm {
 /// True for what a device takes as a mailbox: one to four letters or digits of ASCII, "*" or "#".
 [[nodiscard]] bool isMailbox(std::string_view mailbox);
 
-/// True for what a dialing prefix or a credit card's number may hold: digits, blanks, "-", "*", "#" and ",". An
-/// empty text is none.
+/// True for what a dialing prefix or a credit card's number may hold: digits, blanks, "-", "*", "#" and ",".
+/// An empty text is none.
 [[nodiscard]] bool isDialText(std::string_view text);
 
 /// The job that attribute lines are compared with.

@@ -22,16 +22,18 @@ constexpr std::size_t noteSlot = 10; // the ten ahead of it are strings, the fiv
 [[noreturn]] void failAt(std::string_view line)
 {
     constexpr std::size_t longest = 120;
-    throw Error(localized("the fax cannot be written: its cover page holds a line that does not belong there: "
-                          "\"%s\"",
-                          shownText(line.substr(0, line.find_first_of("\r\n")), longest)));
+    throw Error(
+        localized("the fax cannot be written: its cover page holds a line that does not belong there: "
+                  "\"%s\"",
+                  shownText(line.substr(0, line.find_first_of("\r\n")), longest)));
 }
 
 [[noreturn]] void failValue(std::string_view value)
 {
-    throw Error(localized("the fax cannot be written: a text on its cover page holds a control character, or a "
-                          "parenthesis or backslash that cuts it off: \"%s\"; change that text",
-                          shownText(value)));
+    throw Error(
+        localized("the fax cannot be written: a text on its cover page holds a control character, or a "
+                  "parenthesis or backslash that cuts it off: \"%s\"; change that text",
+                  shownText(value)));
 }
 
 /// The first line of `text`, with its line end.
@@ -85,8 +87,8 @@ std::optional<std::vector<HeaderLine>> headerLines(std::string_view format)
     return values == slotCount ? std::optional(lines) : std::nullopt;
 }
 
-/// How deep `text` ends in the parentheses of a PostScript string that it begins `depth` deep in; nothing when
-/// something else than a blank stands outside of strings, or the text ends behind a backslash.
+/// How deep `text` ends in the parentheses of a PostScript string that it begins `depth` deep in; nothing
+/// when something else than a blank stands outside of strings, or the text ends behind a backslash.
 std::optional<int> depthBehind(std::string_view text, int depth)
 {
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -108,14 +110,13 @@ std::optional<int> depthBehind(std::string_view text, int depth)
 bool isOneString(std::string_view text)
 {
     int depth = 1;
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = 0; at < text.size(); ++at)
         if (text[at] == '(')
             ++depth;
         else if (text[at] == ')' && --depth == 0)
             return false;
         else if (text[at] == '\\' && ++at == text.size())
             return false;
-    }
     return depth == 1;
 }
 

@@ -41,9 +41,9 @@ void refuseUel(std::string_view text)
 {
     UelSearch holdsUel;
     if (holdsUel(text))
-        throw Error(
-            localized("the fax cannot be written: a text of its recipients, sender or cover sheet holds a command "
-                      "that ends a print job (UEL); take it out"));
+        throw Error(localized(
+            "the fax cannot be written: a text of its recipients, sender or cover sheet holds a command "
+            "that ends a print job (UEL); take it out"));
 }
 
 /// The attribute lines of the job, text by text, seen to be the job's; `failure` is the line for none.
@@ -212,8 +212,7 @@ void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
                      const std::function<void()>& beforeCreditCard)
 {
     prepare(session, pdl);
-    const auto lines =
-        attributeLines(session, pdl, localized("the component wrote no fax attributes"));
+    const auto lines = attributeLines(session, pdl, localized("the component wrote no fax attributes"));
     announceCreditCard(lines, beforeCreditCard);
     for (const auto& text : lines)
         writer.writeString(text);

@@ -34,16 +34,16 @@ struct JobFacts {
 ///   without attribute lines, UEL, "@PJL EOJ", UEL.
 ///
 /// What the component writes stands in the stream byte for byte, once it is seen to be what devices know
-/// (`checkAttributeLines`, `checkCoverPage`). Throws quelm::Error when the job has no recipients, the component
-/// writes no attribute lines, others than those of the job's recipients, or not the whole cover page, the
-/// document or a text of the user holds a UEL, or `sink` fails; the stream is of no use then.
+/// (`checkAttributeLines`, `checkCoverPage`). Throws quelm::Error when the job has no recipients, the
+/// component writes no attribute lines, others than those of the job's recipients, or not the whole cover
+/// page, the document or a text of the user holds a UEL, or `sink` fails; the stream is of no use then.
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink,
                  const JobFacts& facts);
 
 /// Writes the attribute lines alone, as the component writes them, text by text, and nothing else. Calls
-/// `beforeCreditCard` ahead of them when they hold the number of a credit card. Throws quelm::Error, with nothing
-/// written, when the job has no recipients or the component writes no attribute lines or others than those of
-/// the job, and when `writer` fails.
+/// `beforeCreditCard` ahead of them when they hold the number of a credit card. Throws quelm::Error, with
+/// nothing written, when the job has no recipients or the component writes no attribute lines or others than
+/// those of the job, and when `writer` fails.
 void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
                      const std::function<void()>& beforeCreditCard = {});
 

@@ -33,9 +33,9 @@ public:
     /// Where to write the job. Lives as long as the destination.
     virtual JobSink& sink() = 0;
 
-    /// Sees to it that nobody but the user can read the job where it will be, whatever would be usual there, and
-    /// meanwhile. Called ahead of what nobody else may see. Destinations over a wire, devices and fifos are as
-    /// they are.
+    /// Sees to it that nobody but the user can read the job where it will be, whatever would be usual there,
+    /// and meanwhile. Called ahead of what nobody else may see. Destinations over a wire, devices and fifos
+    /// are as they are.
     virtual void restrictToOwner() {}
 
     /// Hands over the job, which is complete. Called once, last; may be called on another thread than the

@@ -44,8 +44,9 @@ constexpr std::array<std::pair<const char*, std::string JobRecipient::*>, 6> rec
 } // namespace
 
 // Tarvik40Fax::setFaxParameter(char*, void*), getFaxParameter(char*, void*), CheckFaxInfo(),
-// serializeFaxJob(AbstractPDLWriter*), serializeFaxCoverSheet(AbstractPDLWriter*), getRecipientListCount(int),
-// getFaxRecipientN(int, int); Tarvik40FaxRecipient::getRecipientType(), getRecipientData(const char*).
+// serializeFaxJob(AbstractPDLWriter*), serializeFaxCoverSheet(AbstractPDLWriter*),
+// getRecipientListCount(int), getFaxRecipientN(int, int); Tarvik40FaxRecipient::getRecipientType(),
+// getRecipientData(const char*).
 ComponentFaxSession::ComponentFaxSession(const ComponentLibrary& library, CallGuard& callGuard)
     : library_(library), guard_(callGuard),
       setFaxParameter_(member<Parameter>(library, "_ZN11Tarvik40Fax15setFaxParameterEPcPv")),
@@ -130,9 +131,8 @@ JobRecipient ComponentFaxSession::recipient(RecipientList list, std::size_t posi
 JobTexts ComponentFaxSession::texts()
 {
     const Tarvik40Fax& held = *job();
-    return {held.dialingPrefix,      held.creditCard,  held.coverNotes,
-            held.customText,         held.senderName,  held.senderFaxNumber,
-            held.senderOrganization, held.senderPhone, held.senderEmail};
+    return {held.dialingPrefix,   held.creditCard,         held.coverNotes,  held.customText, held.senderName,
+            held.senderFaxNumber, held.senderOrganization, held.senderPhone, held.senderEmail};
 }
 
 CoverPageTemplate ComponentFaxSession::coverPageTemplate()

@@ -69,9 +69,9 @@ TEST_F(AttributeLinesTest, EveryShapeThatTheComponentWritesPasses)
     for (const char* code : {"0", "1", "2"})
         EXPECT_EQ(with(&Parts::resolution, "%%OID_ATT_FAX_RESOLUTION " + std::string(code) + ";\r\n"), "");
     for (const char* speed : {"FORCED_4800", "14400", "AUTO"})
-        EXPECT_EQ(with(&Parts::speed,
-                       "%%OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_G3_" + std::string(speed) + ";\r\n"),
-                  "");
+        EXPECT_EQ(
+            with(&Parts::speed, "%%OID_ATT_FAX_TYPE OID_VAL_FAX_TYPE_G3_" + std::string(speed) + ";\r\n"),
+            "");
     EXPECT_EQ(with(&Parts::resolution, ""), "") << "an option of an unknown value has no line";
     EXPECT_EQ(with(&Parts::speed, ""), "");
     EXPECT_EQ(with(&Parts::card, "%%OID_ATT_CREDIT_CARD \"4111 1111-1111*#,1\";\r\n"), "");
@@ -82,10 +82,7 @@ TEST_F(AttributeLinesTest, PjlLinesPassInPjlModeAlone)
     const std::string lines = FakeFaxSession::attributeLines(Pdl::pjl);
     const ExpectedLines job{Pdl::pjl, "9", {someone("555-1234", "12")}};
     EXPECT_NO_THROW(checkAttributeLines(lines, job));
-    EXPECT_NE(errorLine([&] {
-                  checkAttributeLines(lines, {Pdl::dsc, "9", job.recipients});
-              }),
-              "");
+    EXPECT_NE(errorLine([&] { checkAttributeLines(lines, {Pdl::dsc, "9", job.recipients}); }), "");
     EXPECT_NE(errorLine([&] { checkAttributeLines(lines + "%%QLMbegin\r\n%%QLMend\r\n", job); }), "");
 }
 
@@ -170,15 +167,17 @@ TEST_F(AttributeLinesTest, ARecipientsTextThatAddsALineIsSeen)
     for (const std::string& number :
          {std::string("555\";\n%%OID_ATT_FAX_DESTINATION_PHONE\t\"9006"),
           std::string("555\";\r\n%%OID_ATT_FAX_DESTINATION_PHONE\t\"9006"), std::string("5\"5"),
-          std::string("5\xc2\x85" "5"), std::string("+"), std::string()}) {
+          std::string("5\xc2\x85"
+                      "5"),
+          std::string("+"), std::string()}) {
         expected.recipients = {someone(number)};
         parts.destinations = "%%OID_ATT_FAX_DESTINATION_PHONE \"" + dialledNumber(number) + "\";\r\n";
         EXPECT_NE(problem(), "") << number;
     }
     for (const std::string& mailbox : {"1\"", "1;", "12345", "\xc3\xa4", "1\r\n2", " "}) {
         expected.recipients = {someone("5", mailbox)};
-        parts.destinations = "%%OID_ATT_FAX_DESTINATION_PHONE \"5\";\r\n%%OID_ATT_FAX_MAILBOX \"" + mailbox +
-                             "\";\r\n";
+        parts.destinations =
+            "%%OID_ATT_FAX_DESTINATION_PHONE \"5\";\r\n%%OID_ATT_FAX_MAILBOX \"" + mailbox + "\";\r\n";
         EXPECT_NE(problem(), "") << mailbox;
     }
     parts.destinations = "%%OID_ATT_FAX_DESTINATION_PHONE \"\r\n,5\";\r\n";

@@ -57,9 +57,10 @@ TEST_F(CoverPageCheckTest, AValueCannotEndItsString)
 
 TEST_F(CoverPageCheckTest, TheRefusalNamesTheTextInOneCleanLine)
 {
-    EXPECT_EQ(withName("Ann\x1b[2J) quit"),
-              "the fax cannot be written: a text on its cover page holds a control character, or a parenthesis or "
-              "backslash that cuts it off: \"Ann [2J) quit\"; change that text");
+    EXPECT_EQ(
+        withName("Ann\x1b[2J) quit"),
+        "the fax cannot be written: a text on its cover page holds a control character, or a parenthesis or "
+        "backslash that cuts it off: \"Ann [2J) quit\"; change that text");
     EXPECT_LT(withName(std::string(3000, '(')).size(), 300U);
 }
 

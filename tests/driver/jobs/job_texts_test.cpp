@@ -50,13 +50,13 @@ TEST(JobTextsTest, APjlTextHasOneTo80Characters)
 
 TEST(JobTextsTest, PlainTextsAreOfAnyScriptWithoutLineEnds)
 {
-    for (const char* text : {"", "Ann", "\xce\x9d\xce\xaf\xce\xba\xce\xbf\xcf\x82 \xe7\x8e\x8b \xf0\x9f\x93\xa0"})
+    for (const char* text :
+         {"", "Ann", "\xce\x9d\xce\xaf\xce\xba\xce\xbf\xcf\x82 \xe7\x8e\x8b \xf0\x9f\x93\xa0"})
         EXPECT_TRUE(isPlainText(text)) << text;
     for (const std::string& text :
          {std::string("a\nb"), std::string("\r"), std::string("\t"), std::string("\x1b"), std::string("\x7f"),
           std::string("a\0b", 3), std::string("\xc2\x80"), std::string("\xc2\x85"), std::string("\xc2\x9f"),
-          std::string("\xe2\x80\xa8"), std::string("\xe2\x80\xa9"), std::string("\xff"),
-          std::string("\xc3")})
+          std::string("\xe2\x80\xa8"), std::string("\xe2\x80\xa9"), std::string("\xff"), std::string("\xc3")})
         EXPECT_FALSE(isPlainText(text)) << text;
     EXPECT_TRUE(isPlainText("\xc2\xa0")) << "the first behind the controls of ISO Latin 1";
 }
@@ -64,11 +64,17 @@ TEST(JobTextsTest, PlainTextsAreOfAnyScriptWithoutLineEnds)
 TEST(JobTextsTest, AShownTextIsOneCleanLine)
 {
     EXPECT_EQ(shownText("Z\xc3\xb6\xc3\xab \xe7\x8e\x8b"), "Z\xc3\xb6\xc3\xab \xe7\x8e\x8b");
-    EXPECT_EQ(shownText("a\r\nb\x1b[2J\xc2\x85\xe2\x80\xa8" "c"), "a  b [2J  c");
-    EXPECT_EQ(shownText("a\xe2\x80\xae" "b\xe2\x81\xa6\xef\xbb\xbf"), "a b  ");
+    EXPECT_EQ(shownText("a\r\nb\x1b[2J\xc2\x85\xe2\x80\xa8"
+                        "c"),
+              "a  b [2J  c");
+    EXPECT_EQ(shownText("a\xe2\x80\xae"
+                        "b\xe2\x81\xa6\xef\xbb\xbf"),
+              "a b  ");
     EXPECT_EQ(shownText(std::string("a\0b", 3)), "a b");
     EXPECT_EQ(shownText("\xff\x80z\xc3"), "??z?");
-    EXPECT_EQ(shownText("\x01\x80" "b"), "??b");
+    EXPECT_EQ(shownText("\x01\x80"
+                        "b"),
+              "??b");
 }
 
 TEST(JobTextsTest, AShownTextIsCutBetweenCharacters)
