@@ -10,6 +10,7 @@
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <unordered_map>
 
@@ -53,8 +54,9 @@ std::vector<std::string> sharedNumberWarnings(const std::vector<JobRecipient>& r
                                               const std::vector<SharedNumber>& shared)
 {
     std::vector<std::string> warnings;
-    for (const auto& [first, later] : shared)
-        warnings.push_back(sharedNumberWarning(recipients[first], recipients[later]));
+    std::ranges::transform(shared, std::back_inserter(warnings), [&recipients](const SharedNumber& both) {
+        return sharedNumberWarning(recipients[both.first], recipients[both.later]);
+    });
     return warnings;
 }
 
@@ -64,9 +66,10 @@ void removeRecipients(Driver& driver, const std::vector<std::size_t>& positions)
         return;
     auto expected = driver.faxSession().recipients();
     auto sorted = positions;
-    std::ranges::sort(sorted);
-    for (auto position = sorted.rbegin(); position != sorted.rend(); ++position)
-        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(*position));
+    // From the last one on, so that those ahead of it keep their positions.
+    std::ranges::sort(sorted, std::greater());
+    for (const auto position : sorted)
+        expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(position));
 
     std::vector<int> rows;
     std::ranges::transform(sorted, std::back_inserter(rows),

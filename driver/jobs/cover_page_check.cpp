@@ -87,37 +87,30 @@ std::optional<std::vector<HeaderLine>> headerLines(std::string_view format)
     return values == slotCount ? std::optional(lines) : std::nullopt;
 }
 
-/// How deep `text` ends in the parentheses of a PostScript string that it begins `depth` deep in; nothing
-/// when something else than a blank stands outside of strings, or the text ends behind a backslash.
-std::optional<int> depthBehind(std::string_view text, int depth)
+/// Whether a text leaves a PostScript reader where it found him: inside of a string, which it does not end,
+/// or outside, with nothing but strings and blanks in it.
+bool staysInPlace(std::string_view text, bool insideString)
 {
+    const int outermost = insideString ? 1 : 0;
+    int depth = outermost; // in parentheses
     for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == '(') {
+        const char character = text[at];
+        if (character == '(') {
             ++depth;
         } else if (depth == 0) {
-            if (text[at] != ' ')
-                return std::nullopt;
-        } else if (text[at] == ')') {
+            if (character != ' ')
+                return false;
+        } else if (character == ')') {
             --depth;
-        } else if (text[at] == '\\' && ++at == text.size()) {
-            return std::nullopt;
+            if (depth < outermost)
+                return false;
+        } else if (character == '\\') {
+            ++at; // takes the next one with it
+            if (at == text.size())
+                return false;
         }
     }
-    return depth;
-}
-
-/// Whether the text, in parentheses, is one string of PostScript.
-bool isOneString(std::string_view text)
-{
-    int depth = 1;
-    for (std::size_t at = 0; at < text.size(); ++at)
-        if (text[at] == '(')
-            ++depth;
-        else if (text[at] == ')' && --depth == 0)
-            return false;
-        else if (text[at] == '\\' && ++at == text.size())
-            return false;
-    return depth == 1;
+    return depth == outermost;
 }
 
 bool isNumber(std::string_view text)
@@ -133,7 +126,7 @@ bool fits(std::string_view value, std::size_t slot)
         return false;
     if (slot > noteSlot)
         return isNumber(value);
-    return slot == noteSlot ? depthBehind(value, 0) == 0 : isOneString(value);
+    return staysInPlace(value, slot != noteSlot);
 }
 
 /// Checks the filled header at the front of `page`, and returns what stands behind it.

@@ -62,9 +62,8 @@ TEST(RecipientCheck, NamesOfRealPeopleInAnyScriptPass)
 
 TEST(RecipientCheck, ANameIsThereAndHoldsNothingElse)
 {
-    for (const std::string& name :
-         {"", "   ", "\u200d", "Ann\n%%EOF", "Ann\"", "Ann;", "Ann(", "Ann\\", "A\x1b", "\xff", "\xc2\x85",
-          "Ann\u2028", "Ann\u202e", "Ann=555", "<Ann>"})
+    for (const char* name : {"", "   ", "\u200d", "Ann\n%%EOF", "Ann\"", "Ann;", "Ann(", "Ann\\", "A\x1b",
+                             "\xff", "\xc2\x85", "Ann\u2028", "Ann\u202e", "Ann=555", "<Ann>"})
         EXPECT_NE(problemWith(&JobRecipient::name, name), "") << name;
     EXPECT_EQ(problemWith(&JobRecipient::name, std::string(255, 'x')), "");
     EXPECT_THAT(problemWith(&JobRecipient::name, std::string(256, 'x')),
@@ -75,8 +74,8 @@ TEST(RecipientCheck, ANumberCanBeDialled)
 {
     for (const char* number : {"5", "+1 (555) 123-4567", "0049/30.1234,*#", "(0) 555"})
         EXPECT_EQ(problemWith(&JobRecipient::number, number), "") << number;
-    for (const std::string& number : {"", "()", "+", "- -", "555\";\n%%OID_ATT_FAX_DESTINATION_PHONE\t\"9006",
-                                      "5\"5", "555;", "5\r5", "five", "\u0665", "5\xc2\x85", "5\xff"})
+    for (const char* number : {"", "()", "+", "- -", "555\";\n%%OID_ATT_FAX_DESTINATION_PHONE\t\"9006",
+                               "5\"5", "555;", "5\r5", "five", "\u0665", "5\xc2\x85", "5\xff"})
         EXPECT_NE(problemWith(&JobRecipient::number, number), "") << number;
     EXPECT_EQ(problemWith(&JobRecipient::number, std::string(46, '5')), "");
     EXPECT_THAT(problemWith(&JobRecipient::number, std::string(47, '5')),
@@ -87,7 +86,7 @@ TEST(RecipientCheck, AMailboxIsShort)
 {
     for (const char* mailbox : {"", "1", "aZ09", "*#"})
         EXPECT_EQ(problemWith(&JobRecipient::mailbox, mailbox), "") << mailbox;
-    for (const std::string& mailbox : {"12345", "\"", ";", "1 2", " ", "\u00e4", "1\n"})
+    for (const char* mailbox : {"12345", "\"", ";", "1 2", " ", "\u00e4", "1\n"})
         EXPECT_NE(problemWith(&JobRecipient::mailbox, mailbox), "") << mailbox;
 }
 
@@ -96,7 +95,7 @@ TEST(RecipientCheck, TheOtherTextsHoldNoControlCharacters)
     for (const auto field : {&JobRecipient::organization, &JobRecipient::phone, &JobRecipient::email}) {
         for (const char* text : {"", "Acme & S\u00f6hne (UK) \"x\"; 50%", "\u682a\u5f0f\u4f1a\u793e"})
             EXPECT_EQ(problemWith(field, text), "") << text;
-        for (const std::string& text :
+        for (const char* text :
              {"a\n%%QLMend", "a\r@PJL", "\x04", "\x7f", "\xc2\x9b", "\u2029", "\xff", "\t"})
             EXPECT_NE(problemWith(field, text), "") << text;
         EXPECT_EQ(problemWith(field, std::string(255, 'x')), "");

@@ -174,7 +174,7 @@ TEST_F(AttributeLinesTest, ARecipientsTextThatAddsALineIsSeen)
         parts.destinations = "%%OID_ATT_FAX_DESTINATION_PHONE \"" + dialledNumber(number) + "\";\r\n";
         EXPECT_NE(problem(), "") << number;
     }
-    for (const std::string& mailbox : {"1\"", "1;", "12345", "\xc3\xa4", "1\r\n2", " "}) {
+    for (const auto& mailbox : std::vector<std::string>{"1\"", "1;", "12345", "\xc3\xa4", "1\r\n2", " "}) {
         expected.recipients = {someone("5", mailbox)};
         parts.destinations =
             "%%OID_ATT_FAX_DESTINATION_PHONE \"5\";\r\n%%OID_ATT_FAX_MAILBOX \"" + mailbox + "\";\r\n";

@@ -100,7 +100,7 @@ TEST_F(CoverPageCheckTest, OfAPageWithoutATemplateOnlyCommandsAreRefused)
             return errorLine([&] { checkCoverPage(page, unknown); });
         };
         EXPECT_EQ(check("%!PS\n%%Page: 1 1\n(x @PJL %%EOF) show\nshowpage\n"), "");
-        for (const std::string& command :
+        for (const char* command :
              {"%%OID_ATT_X", "%%QLMend", "@PJL RESET", "%%EOF", "\x04", " %%EOF", "\t\v\f%%QLMbegin"})
             for (const char* lineEnd : {"\n", "\r", "\r\n", "\f"})
                 EXPECT_NE(check("%!PS" + std::string(lineEnd) + command + "\n"), "") << command;
