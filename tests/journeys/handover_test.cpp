@@ -1,11 +1,11 @@
 // What every command looks at before a job goes out: recipients from wherever they come, cards, numbers that
 // stand twice. SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
+#include "tests/journeys/phonebook_record.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -43,17 +43,8 @@ protected:
             std::filesystem::create_directories(std::filesystem::path(book).parent_path());
             EXPECT_EQ(driver({"phonebook", "add", "Zed", "1", "--file", book}).status, 0);
         }
-        const std::string key = "u" + name;
-        const std::string data = field("usg", "0") + field("nam", name) + field("fxn", number) + otherFields;
-        sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open(book.c_str(), &database), SQLITE_OK);
-        sqlite3_stmt* insertion = nullptr;
-        sqlite3_prepare_v2(database, "INSERT INTO record(key, data) VALUES(?1, ?2)", -1, &insertion, nullptr);
-        sqlite3_bind_blob(insertion, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC);
-        sqlite3_bind_blob(insertion, 2, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
-        EXPECT_EQ(sqlite3_step(insertion), SQLITE_DONE);
-        sqlite3_finalize(insertion);
-        sqlite3_close(database);
+        addRecord(book, "u" + name,
+                  field("usg", "0") + field("nam", name) + field("fxn", number) + otherFields);
     }
 
     /// Runs `fax` and `attributes`, which both have to fail at once and write nothing.

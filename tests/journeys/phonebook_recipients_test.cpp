@@ -1,9 +1,9 @@
 // Recipients from phonebooks: --entry, --group, --shared.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
+#include "tests/journeys/phonebook_record.h"
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 namespace journeys {
 namespace {
@@ -33,15 +33,7 @@ protected:
     /// Puts a record that no dialog would write into the user's phonebook.
     void addRecord(const std::string& key, const std::string& data) const
     {
-        sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open((home / "db/phonebook/user/ann.xdb").c_str(), &database), SQLITE_OK);
-        sqlite3_stmt* insertion = nullptr;
-        sqlite3_prepare_v2(database, "INSERT INTO record(key, data) VALUES(?1, ?2)", -1, &insertion, nullptr);
-        sqlite3_bind_blob(insertion, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC);
-        sqlite3_bind_blob(insertion, 2, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
-        EXPECT_EQ(sqlite3_step(insertion), SQLITE_DONE);
-        sqlite3_finalize(insertion);
-        sqlite3_close(database);
+        journeys::addRecord(home / "db/phonebook/user/ann.xdb", key, data);
     }
 
     /// The numbers that a job with these options goes to.
