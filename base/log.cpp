@@ -28,7 +28,7 @@ std::string& programName()
 
 void log(Severity severity, const std::string& message)
 {
-    const std::string line = oneLine(message);
+    const std::string line = messageLine(message);
     if (const LogSink& sink = currentSink())
         sink(severity, line);
     else
@@ -49,7 +49,10 @@ void writeUnderProgramName(const std::string& line)
 {
     // Takes no memory of its own: a program may have to say that it has none left.
     const std::string& name = programName();
-    std::fprintf(stderr, "%s%s%s\n", name.c_str(), name.empty() ? "" : ": ", line.c_str());
+    const auto [head, tail] = boundedLine(line);
+    std::fprintf(stderr, "%s%s%.*s%s%.*s\n", name.c_str(), name.empty() ? "" : ": ",
+                 static_cast<int>(head.size()), head.data(), tail.empty() ? "" : "\u2026",
+                 static_cast<int>(tail.size()), tail.empty() ? "" : tail.data());
 }
 
 } // namespace quelm

@@ -10,10 +10,10 @@ namespace quelm {
 
 enum class Severity { information, warning, error };
 
-/// Receives each message: one line of UTF-8 without a line end.
+/// Receives each message: one line of UTF-8 without a line end, of at most `longestLogLine` characters.
 using LogSink = std::function<void(Severity, const std::string&)>;
 
-/// Logs a message, as one line.
+/// Logs a message, as one line: `messageLine` of it.
 void log(Severity severity, const std::string& message);
 
 /// Sends messages elsewhere from now on; an empty sink means `logToStandardError`. Returns the sink before.
@@ -26,7 +26,7 @@ void logToStandardError(Severity severity, const std::string& line);
 /// there are other threads; a program without a name writes the bare lines.
 void setProgramName(std::string name);
 
-/// Writes "PROGRAM: line" to standard error.
+/// Writes "PROGRAM: line" to standard error; of a line that is too long, what `boundedLine` leaves.
 void writeUnderProgramName(const std::string& line);
 
 } // namespace quelm

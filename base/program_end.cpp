@@ -5,13 +5,14 @@
 #include "base/catalogue_folder.h"
 #include "base/error.h"
 #include "base/log.h"
+#include "base/standard_output.h"
 #include "base/texts.h"
 #include "base/translation.h"
 
 #include <exception>
 #include <new>
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace quelm {
 namespace {
@@ -20,9 +21,9 @@ constexpr int done = 0;
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
 
-int complain(std::string line, int status)
+int complain(const std::string& line, int status)
 {
-    writeUnderProgramName(oneLine(std::move(line)));
+    writeUnderProgramName(oneLine(line));
     return status;
 }
 
@@ -30,16 +31,18 @@ int complain(std::string line, int status)
 
 int exitStatusOf(std::string_view program, const std::function<void()>& work)
 {
+    occupyStandardDescriptors();
     setProgramName(std::string(program));
     useOwnTranslations();
-    auto outOfMemory = localized("out of memory"); // at hand when there is no more
+    const auto outOfMemory = localized("out of memory"); // at hand when there is no more
     try {
         work();
         return done;
     } catch (const UsageError& error) {
         return complain(error.what(), wrongUsage);
     } catch (const std::bad_alloc&) {
-        return complain(std::move(outOfMemory), failed);
+        writeUnderProgramName(outOfMemory);
+        return failed;
     } catch (const std::exception& error) {
         return complain(error.what(), failed);
     }

@@ -9,8 +9,9 @@
 namespace quelm {
 
 /// Takes the user's language, does `work` and returns the program's exit status: 0 when it returned, 2 when
-/// it threw a UsageError, 1 for every other exception. What was thrown is told on standard error as one line
-/// behind the program's name, and so is what is logged from now on.
+/// it threw a UsageError, 1 for every other exception. Standard streams that the program was started without
+/// are occupied first, so that no file that it opens takes their place. What was thrown is told on standard
+/// error as one line behind the program's name, and so is what is logged from now on.
 int exitStatusOf(std::string_view program, const std::function<void()>& work);
 
 } // namespace quelm

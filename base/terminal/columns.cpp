@@ -7,7 +7,6 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace quelm {
 namespace {
@@ -28,13 +27,7 @@ std::vector<std::string> shownCells(const std::vector<std::string>& row)
 
 } // namespace
 
-std::string shownLine(const std::string& text)
-{
-    char* valid = g_utf8_make_valid(text.data(), static_cast<gssize>(text.size()));
-    std::string copy = valid;
-    g_free(valid);
-    return oneLine(std::move(copy));
-}
+std::string shownLine(const std::string& text) { return oneLine(text); }
 
 std::size_t widthOf(const std::string& text)
 {

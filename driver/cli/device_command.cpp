@@ -1,14 +1,12 @@
 // The command `device info`: the directory settings that the device reports, as the component shows them.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
-#include "base/file_io.h"
+#include "base/standard_output.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/core/driver.h"
 #include "driver/widgets/widget_names.h"
-
-#include <unistd.h>
 
 #include <string>
 
@@ -69,7 +67,7 @@ void runDeviceInfoCommand(const CommandLine& line)
         answer +=
             driver.show(field + " Label").text.value_or(field) + (value.empty() ? "" : " ") + value + "\n";
     }
-    writeAll(STDOUT_FILENO, answer, "standard output");
+    writeAnswer(answer);
 }
 
 } // namespace quelm

@@ -1,15 +1,13 @@
 // The command `directory`: searches the device's directory through the component.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "base/file_io.h"
 #include "base/log.h"
+#include "base/standard_output.h"
 #include "base/terminal/columns.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/job/directory_dialog.h"
 #include "driver/core/driver.h"
-
-#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -37,7 +35,7 @@ void runDirectoryCommand(const CommandLine& line)
     driver.releaseFailures();
     if (people.empty())
         writeUnderProgramName(localized("nobody in the directory has a surname that begins like this"));
-    writeAll(STDOUT_FILENO, asColumns(people), "standard output");
+    writeAnswer(asColumns(people));
 }
 
 } // namespace quelm

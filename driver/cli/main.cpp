@@ -3,11 +3,10 @@
 #include "base/error.h"
 #include "base/file_io.h"
 #include "base/program_end.h"
+#include "base/standard_output.h"
 #include "driver/cli/command_line.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/desktop_command.h"
-
-#include <unistd.h>
 
 namespace {
 
@@ -15,7 +14,7 @@ namespace {
 void run(const quelm::CommandLine& line, char** argv)
 {
     if (!line.information.empty())
-        return quelm::writeAll(STDOUT_FILENO, line.information, "standard output");
+        return quelm::writeAnswer(line.information);
     switch (line.command) {
     case quelm::Command::fax:
         return quelm::runFaxCommand(line);

@@ -1,8 +1,8 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
-#include "base/file_io.h"
 #include "base/log.h"
+#include "base/standard_output.h"
 #include "base/terminal/progress_line.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
@@ -10,8 +10,6 @@
 #include "driver/config/installation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
-
-#include <unistd.h>
 
 namespace quelm {
 namespace {
@@ -30,9 +28,17 @@ void warn(const std::vector<std::string>& warnings)
         log(Severity::warning, warning);
 }
 
+/// For what the user asked to see.
 void print(const Outcome& outcome)
 {
-    writeAll(STDOUT_FILENO, outcome.done, localized("standard output"));
+    writeAnswer(outcome.done);
+    warn(outcome.warnings);
+}
+
+/// For what is done by now, and stays so whether he hears of it or not.
+void confirm(const Outcome& outcome)
+{
+    writeConfirmation(outcome.done);
     warn(outcome.warnings);
 }
 
@@ -50,7 +56,7 @@ void import(const PhonebookPlace& place, const PhonebookRequest& request)
         writeUnderProgramName(refusal);
     if (!report.written)
         throw Error(importFailure(report));
-    print({importSummary(report), report.strayMembers});
+    confirm({importSummary(report), report.strayMembers});
 }
 
 void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
@@ -61,7 +67,10 @@ void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
         throw UsageError(toStandardOutput
                              ? localized("say with --format what to write to standard output")
                              : localized("%s: ends in neither .vcf nor .csv; say --format", request.file));
-    print(toStandardOutput ? exportText(place, *format) : exportFile(place, request.file, *format));
+    if (toStandardOutput)
+        print(exportText(place, *format));
+    else
+        confirm(exportFile(place, request.file, *format));
 }
 
 } // namespace
@@ -76,11 +85,11 @@ void runPhonebookCommand(const CommandLine& line)
     case PhonebookAction::show:
         return print(showItem(place, request.name));
     case PhonebookAction::add:
-        return print(addEntry(place, request.entry, request.replace));
+        return confirm(addEntry(place, request.entry, request.replace));
     case PhonebookAction::addGroup:
-        return print(addGroup(place, {request.name, request.members}, request.replace));
+        return confirm(addGroup(place, {request.name, request.members}, request.replace));
     case PhonebookAction::remove:
-        return print(removeItem(place, request.name));
+        return confirm(removeItem(place, request.name));
     case PhonebookAction::import:
         return import(place, request);
     case PhonebookAction::exportTo:

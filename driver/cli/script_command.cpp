@@ -1,14 +1,12 @@
 // The command `script`: reads it whole, then acts line by line.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/error.h"
-#include "base/file_io.h"
+#include "base/standard_output.h"
 #include "base/translation.h"
 #include "base/whole_file.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/script/script_runner.h"
-
-#include <unistd.h>
 
 #include <cstddef>
 #include <string>
@@ -28,7 +26,6 @@ void runScriptCommand(const CommandLine& line)
     const auto setup = setUpDriver(line);
     Driver driver(setup.driver);
     ScriptRunner runner(driver, setup.pdl);
-    const auto output = localized("standard output");
     for (const auto& step : steps) {
         std::string answer;
         try {
@@ -36,7 +33,7 @@ void runScriptCommand(const CommandLine& line)
         } catch (const Error& error) {
             throw Error(name + ":" + std::to_string(step.line) + ": " + error.what());
         }
-        writeAll(STDOUT_FILENO, answer, output);
+        writeAnswer(answer);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "base/file_handle.h"
 #include "base/file_io.h"
 #include "base/program_end.h"
+#include "base/standard_output.h"
 #include "base/version.h"
 #include "driver/cli/command_line.h"
 #include "driver/cli/driver_setup.h"
@@ -52,7 +53,7 @@ int main(int argc, char** argv)
     const int status = quelm::exitStatusOf("quelm-desktop", [&] {
         const auto line = quelm::parseDesktopCommandLine(argc, argv);
         if (!line.information.empty())
-            return quelm::writeAll(STDOUT_FILENO, line.information, "standard output");
+            return quelm::writeAnswer(line.information);
         keepingFailure(failure, [&line] {
             const auto setup = quelm::setUpDriver(line);
             readNothingFromStandardInput();

@@ -30,8 +30,8 @@ bool sameAttribute(std::string_view left, std::string_view right)
 
 std::string directoryText(std::string_view bytes)
 {
-    // First the bytes below 0x20: a NUL would end the text for the functions that follow.
-    const std::string line = oneLine(std::string(bytes));
+    // First the control characters: a NUL would end the text for the functions that follow.
+    const std::string line = fieldText(bytes);
     char* const valid = g_utf8_make_valid(line.data(), static_cast<gssize>(line.size()));
     std::string text;
     const char* begin = valid; // of what was not appended yet

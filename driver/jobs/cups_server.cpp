@@ -214,7 +214,7 @@ std::string queueResource(const std::string& queue)
 std::string ippName(const std::string& text)
 {
     constexpr std::size_t longest = 255;
-    std::string name = oneLine(text);
+    std::string name = fieldText(text);
     if (!isUtf8(name))
         for (char& byte : name)
             byte = static_cast<unsigned char>(byte) < 0x80 ? byte : '?';

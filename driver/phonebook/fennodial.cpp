@@ -3,6 +3,7 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/program_end.h"
+#include "base/standard_output.h"
 #include "base/terminal/terminal_emulator.h"
 #include "base/terminal/terminal_window.h"
 #include "base/translation.h"
@@ -66,20 +67,17 @@ void open(const quelm::PhonebookPlace& place)
         return;
     }
     const auto list = quelm::listPhonebook(place, false);
-    std::cout << list.done << std::flush;
+    quelm::writeAnswer(list.done);
     for (const auto& warning : list.warnings)
         quelm::log(quelm::Severity::warning, warning);
-    if (!std::cout)
-        throw quelm::Error(
-            quelm::localized("standard output: the list cannot be written; make room, or read all of it"));
 }
 
 void run(const std::vector<std::string>& arguments)
 {
     if (arguments.size() == 1 && arguments.front() == "--help")
-        std::cout << usage() << std::flush;
+        quelm::writeAnswer(usage());
     else if (arguments.size() == 1 && arguments.front() == "--version")
-        std::cout << quelm::programAndVersion("fennodial") << std::endl;
+        quelm::writeAnswer(quelm::programAndVersion("fennodial") + "\n");
     else
         open({pathOf(arguments), false});
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/log.h"
 
+#include "base/texts.h"
 #include "tests/support/log_capture.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,25 @@ TEST(LogTest, AMessageIsOneLine)
     quelm::log(Severity::warning, "two\r\nlines\tand \x1b[31mcolour");
     ASSERT_EQ(log.messages.size(), 1U);
     EXPECT_EQ(log.messages[0], "two  lines and  [31mcolour");
+}
+
+TEST(LogTest, AMessageIsHarmlessAndBounded)
+{
+    const LogCapture log;
+    quelm::log(Severity::warning, "\u202e\u009b" + std::string(100000, 'x') + "; what to do");
+    ASSERT_EQ(log.messages.size(), 1U);
+    const std::string& line = log.messages[0];
+    EXPECT_EQ(line.substr(0, 10), "\\u{202e} x");
+    EXPECT_TRUE(line.ends_with("x; what to do"));
+    EXPECT_EQ(line.size(), quelm::longestLogLine + std::string("…").size() - 1);
+}
+
+TEST(LogTest, ALineOnStandardErrorIsBounded)
+{
+    const ProgramName name("prog");
+    const auto line = errorsOf([] { quelm::writeUnderProgramName(std::string(100000, 'x') + "end"); });
+    EXPECT_EQ(line.size(), std::string("prog: …\n").size() + quelm::longestLogLine - 1);
+    EXPECT_TRUE(line.ends_with("xend\n"));
 }
 
 TEST(LogTest, StandardErrorGetsWarningsAndErrorsUnderTheProgramsName)

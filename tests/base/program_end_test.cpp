@@ -5,8 +5,11 @@
 #include "base/error.h"
 #include "base/log.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <new>
 #include <stdexcept>
 
@@ -52,6 +55,38 @@ TEST(ProgramEnd, AFailureIsOneLineWhateverItHolds)
 {
     const std::string errors = endOf([] { throw quelm::Error("a\nb"); }).errors;
     EXPECT_EQ(errors.find('\n'), errors.size() - 1) << errors;
+}
+
+TEST(ProgramEnd, AFailureIsHarmlessAndBoundedWhateverItHolds)
+{
+    const auto errors =
+        endOf([] {
+            throw quelm::UsageError("\u009b\u202e" + std::string(100000, 'x') + "; see --help");
+        }).errors;
+    EXPECT_TRUE(errors.starts_with("prog:  \\u{202e}xx")) << errors.substr(0, 30);
+    EXPECT_TRUE(errors.ends_with("x; see --help\n"));
+    EXPECT_LT(errors.size(), 1100U);
+}
+
+TEST(ProgramEnd, NoFileTakesThePlaceOfAStreamThatTheProgramWasStartedWithout)
+{
+    // In a process of its own: the streams are the test's own otherwise.
+    EXPECT_EXIT(
+        {
+            for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+                ::close(stream);
+            int lowest = -1;
+            bool refused = false;
+            const int status = quelm::exitStatusOf("prog", [&] {
+                lowest = ::open("/", O_RDONLY | O_CLOEXEC);
+                char byte = 'x';
+                refused = ::write(STDOUT_FILENO, &byte, 1) < 0 && errno == EBADF &&
+                          ::write(STDERR_FILENO, &byte, 1) < 0 && errno == EBADF &&
+                          ::read(STDIN_FILENO, &byte, 1) < 0 && errno == EBADF;
+            });
+            ::_exit(status == 0 && lowest > STDERR_FILENO && refused ? 7 : 8);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 } // namespace

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/texts.h"
 
+#include <glib.h>
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
 
 namespace quelm {
@@ -24,6 +26,57 @@ TEST(OneLine, PutsBlanksInPlaceOfControlCharacters)
     EXPECT_EQ(oneLine("Zo\u00eb"), "Zo\u00eb");
 }
 
+TEST(OneLine, LeavesNothingThatATerminalObeys)
+{
+    EXPECT_EQ(oneLine("a\u009b31mb\u0085c\u2028d\u2029e"), "a 31mb c d e");
+    EXPECT_EQ(oneLine("\u202etxt.exe\u202c \u2067x\u2069"), "\\u{202e}txt.exe\\u{202c} \\u{2067}x\\u{2069}");
+    EXPECT_EQ(oneLine("\x9b[2J caf\xe9"), "\uFFFD[2J caf\uFFFD");
+    EXPECT_EQ(oneLine(std::string("a\0b", 3)), "a b");
+}
+
+TEST(OneLine, LeavesTextsOfEveryScriptAsTheyAre)
+{
+    for (const auto* text : {"שלום עולם", "مرحبا بالعالم 123", "\u200fאבג\u200e ABC", "می\u200cخواهم",
+                             "田中さん", "Ωmega", "👩\u200d👧"})
+        EXPECT_EQ(oneLine(text), text);
+}
+
+TEST(FieldText, ChangesNothingButControlCharacters)
+{
+    EXPECT_EQ(fieldText("a\nb\u009bc\u2028d"), "a b c d");
+    EXPECT_EQ(fieldText("\u202ax\u202c caf\xe9"), "\u202ax\u202c caf\xe9");
+}
+
+TEST(TerminalText, KeepsLinesAndShowsWhatATerminalWouldObey)
+{
+    EXPECT_EQ(terminalText("a\tb\r\nשלום\n"), "a\tb\r\nשלום\n");
+    EXPECT_EQ(terminalText("\x1b]0;x\x07\u009b1m\u202ea\rb\x7f"),
+              "\\u{1b}]0;x\\u{7}\\u{9b}1m\\u{202e}a\\u{d}b\\u{7f}");
+    EXPECT_EQ(terminalText("\x9b"), "\uFFFD");
+}
+
+TEST(BoundedLine, KeepsTheBeginningAndTheEndOfALongLine)
+{
+    std::string line = "start ";
+    for (int i = 0; i < 5000; ++i)
+        line += "é";
+    line += " end";
+    const auto shown = messageLine(line);
+    EXPECT_EQ(shown.substr(0, 6), "start ");
+    EXPECT_TRUE(shown.ends_with("é end"));
+    EXPECT_NE(shown.find("é…é"), std::string::npos);
+    EXPECT_TRUE(isUtf8(shown));
+    EXPECT_EQ(g_utf8_strlen(shown.c_str(), -1), static_cast<glong>(longestLogLine));
+}
+
+TEST(BoundedLine, LeavesALineThatIsNotTooLong)
+{
+    const std::string line(longestLogLine, 'x');
+    EXPECT_EQ(messageLine(line), line);
+    EXPECT_NE(messageLine(line + "x"), line + "x");
+    EXPECT_EQ(messageLine(""), "");
+}
+
 TEST(IsUtf8, TakesWholeCharactersAndNoNul)
 {
     EXPECT_TRUE(isUtf8(""));
@@ -38,7 +91,9 @@ TEST(IsUtf8, TakesWholeCharactersAndNoNul)
 TEST(ControlCharacters, AreFoundAnywhereInAText)
 {
     EXPECT_FALSE(hasControlCharacter("Zoë, 12 (x)"));
-    for (const auto* text : {"a\nb", "a\tb", "\x1b[0m", "\x7f"})
+    EXPECT_FALSE(hasControlCharacter("\u200fשלום\u00a0caf\xe9"));
+    for (const auto* text :
+         {"a\nb", "a\tb", "\x1b[0m", "\x7f", "\u0080", "\u009b1m", "\u009f", "a\u2028b", "\u2029"})
         EXPECT_TRUE(hasControlCharacter(text));
 }
 

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/terminal/yes_no.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <unistd.h>
@@ -48,7 +49,7 @@ bool QuestionPolicy::ask(const std::string& question, const std::string& origin)
     std::erase(text, '\r');
     for (;;) {
         // Translators: a question in several lines, and how to answer it.
-        terminal_.show(localized("%s [y/n] ", text));
+        terminal_.show(localized("%s [y/n] ", terminalText(text)));
         const auto answer = terminal_.readLine();
         if (!answer)
             throw unanswered;

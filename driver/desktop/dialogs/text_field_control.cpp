@@ -59,7 +59,7 @@ void TextFieldControl::typed()
     if (!isUsersDoing())
         return;
     // What is pasted may hold line ends and tabs, which no field of a job takes.
-    const std::string clean = oneLine(entry_.get_text());
+    const std::string clean = fieldText(entry_.get_text().raw());
     if (entry_.get_text() != clean) {
         const int cursor = entry_.get_position();
         entry_.set_text(clean); // comes back here with the clean text

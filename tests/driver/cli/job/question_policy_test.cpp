@@ -17,7 +17,8 @@ using testing::IsEmpty;
 
 class QuestionPolicyTest : public testing::Test {
 protected:
-    bool decide(Duplicates duplicates, bool interactive, std::deque<std::string> lines = {})
+    bool decide(Duplicates duplicates, bool interactive, std::deque<std::string> lines = {},
+                const std::string& question = "Name:   Ann\r\nAdd?")
     {
         Terminal terminal;
         terminal.interactive = interactive;
@@ -29,7 +30,7 @@ protected:
             lines.pop_front();
             return line;
         };
-        return QuestionPolicy(duplicates, terminal).addDuplicate("Name:   Ann\r\nAdd?", "--to Ann=555");
+        return QuestionPolicy(duplicates, terminal).addDuplicate(question, "--to Ann=555");
     }
 
     std::vector<std::string> shown;
@@ -52,6 +53,12 @@ TEST_F(QuestionPolicyTest, AskShowsTheQuestionAtTheTerminal)
     EXPECT_TRUE(decide(Duplicates::ask, true, {"y"}));
     EXPECT_THAT(shown, ElementsAre("Name:   Ann\nAdd? [y/n] "));
     EXPECT_FALSE(decide(Duplicates::ask, true, {"no"}));
+}
+
+TEST_F(QuestionPolicyTest, AskShowsNothingThatTheTerminalObeys)
+{
+    EXPECT_TRUE(decide(Duplicates::ask, true, {"y"}, "Name:   Ann\u009b2J\u202e\nAdd?"));
+    EXPECT_THAT(shown, ElementsAre("Name:   Ann\\u{9b}2J\\u{202e}\nAdd? [y/n] "));
 }
 
 TEST_F(QuestionPolicyTest, AskRepeatsTheQuestionUntilItIsAnswered)
