@@ -4,11 +4,13 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/pipe_wait.h"
 #include "base/system_reason.h"
+#include "base/temporary_file.h"
 #include "base/translation.h"
+#include "base/write_target.h"
 
 #include <fcntl.h>
-#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,11 +18,12 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <optional>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace quelm {
@@ -97,48 +100,6 @@ std::string reasonAndRemedy(int error)
     }
 }
 
-std::string folderOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-/// The file that is to be replaced: where `path` leads when it is a symbolic link.
-std::string followLinks(const std::string& path)
-{
-    std::string target = path;
-    constexpr int mostLinks = 40;
-    for (int links = 0; links < mostLinks; ++links) {
-        std::array<char, PATH_MAX> buffer{};
-        const ssize_t length = readlink(target.c_str(), buffer.data(), buffer.size());
-        if (length < 0)
-            return target;
-        const std::string link(buffer.data(), static_cast<std::size_t>(length));
-        target = link.empty() || link.front() == '/' ? link : folderOf(target) + "/" + link;
-    }
-    errno = ELOOP;
-    return "";
-}
-
-std::string randomName()
-{
-    std::array<unsigned char, 8> bytes{};
-    if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-        static std::atomic<unsigned> counter{0};
-        const unsigned long long mixed = (static_cast<unsigned long long>(getpid()) << 32U) + ++counter;
-        std::memcpy(bytes.data(), &mixed, bytes.size());
-    }
-    std::string name = ".quelm-";
-    for (const unsigned char byte : bytes) {
-        constexpr const char* digits = "0123456789abcdef";
-        name += digits[byte >> 4U];
-        name += digits[byte & 15U];
-    }
-    return name + ".tmp";
-}
-
 } // namespace
 
 struct AtomicFile::State {
@@ -147,12 +108,18 @@ struct AtomicFile::State {
     FileHandle folder; ///< the target's folder; none when the target is written directly
     std::string folderPath;
     FileHandle file;
+    FileHandle lock; ///< keeps the temporary file's lock behind the closing of `file`
+    PipeLimits limits;
+    std::optional<struct stat> replaced; ///< the file that is there now
+    mode_t newPermissions = 0;           ///< for the file when none is
+    bool ownerAlone = false;
     Unfinished* entry = nullptr; ///< the temporary file, while there is one
     std::vector<char> buffer;
 
     ~State()
     {
         file.close(); // first: some file systems keep what is removed while it is open
+        lock.close();
         if (entry != nullptr) {
             unlinkat(folder.get(), entry->name.data(), 0);
             releaseEntry();
@@ -182,101 +149,74 @@ struct AtomicFile::State {
         fail(reasonAndRemedy(error));
     }
 
-    void openDirectly()
+    /// `target` is no plain file.
+    void openDirectly(const WriteTarget& target)
     {
-        file = FileHandle(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+        try {
+            file = openToWrite(target.folder.get(), target.name, openFlags(target), limits);
+        } catch (const PipeTimeout& timeout) {
+            fail(timeout.what());
+        }
         if (!file.isOpen())
             fail(reasonAndRemedy(errno));
+        if (!isFoundFile(file, target))
+            fail(localized("it was replaced at this moment; try again"));
     }
 
-    /// `present` describes the file that is to be replaced, or is null.
-    void openTemporary(const struct stat* present)
+    void openTemporary()
     {
-        folder = FileHandle(open(folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-        if (!folder.isOpen())
-            failOpening(errno);
-        constexpr mode_t readAndWrite = 0666;
-        file = FileHandle(
-            openat(folder.get(), nameTemporary(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, readAndWrite));
-        if (!file.isOpen()) {
+        sweepTemporaryFiles(folder.get());
+        if (!replaced)
+            newPermissions = permissionsOfNewFile(folder.get());
+        constexpr int mostTries = 100;
+        for (int tries = 0; tries < mostTries && !file.isOpen(); ++tries) {
+            const std::string temporary = temporaryName();
+            entry = &takeEntry();
+            entry->folder = folder.get();
+            temporary.copy(entry->name.data(), entry->name.size() - 1);
+            entry->name[temporary.size()] = '\0';
+            entry->active = true; // before the file exists: a signal may come at any moment
+            file = makeTemporaryFile(folder.get(), temporary);
+            if (file.isOpen())
+                return;
             const int error = errno;
             releaseEntry();
-            failOpening(error);
+            if (error != EAGAIN)
+                failOpening(error);
         }
-        if (present != nullptr) {
+        failOpening(EAGAIN);
+    }
+
+    /// The permissions, which so far were for this user alone; not for what is written directly.
+    void openUp() const
+    {
+        if (!folder.isOpen())
+            return;
+        if (replaced) {
             // Only root can keep the owner; the permissions follow, because chown clears some.
-            if (fchown(file.get(), present->st_uid, present->st_gid) != 0)
-                (void)fchown(file.get(), static_cast<uid_t>(-1), present->st_gid);
-            constexpr mode_t permissionBits = 07777;
-            (void)fchmod(file.get(), present->st_mode & permissionBits);
+            if (fchown(file.get(), replaced->st_uid, replaced->st_gid) != 0)
+                (void)fchown(file.get(), static_cast<uid_t>(-1), replaced->st_gid);
         }
-    }
-
-    /// Names a new temporary file, which a signal removes from now on.
-    const char* nameTemporary()
-    {
-        const std::string temporary = randomName();
-        entry = &takeEntry();
-        entry->folder = folder.get();
-        temporary.copy(entry->name.data(), entry->name.size() - 1);
-        entry->name[temporary.size()] = '\0';
-        entry->active = true; // before the file exists: a signal may come at any moment
-        return entry->name.data();
-    }
-
-    /// Goes on in a new file, which nobody but its owner can have opened, under the old descriptor.
-    void moveToPrivateFile()
-    {
-        Unfinished* const before = entry;
-        constexpr mode_t ownersAlone = 0600;
-        const FileHandle moved(
-            openat(folder.get(), nameTemporary(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, ownersAlone));
-        int error = errno;
-        if (moved.isOpen()) {
-            error = copyTo(moved.get());
-            // Past any umask; the owner, which only root can change, is that of a file that is replaced.
-            if (error == 0 && (fchmod(moved.get(), ownersAlone) != 0 ||
-                               dup3(moved.get(), file.get(), O_CLOEXEC) != file.get()))
-                error = errno;
-        }
-        unlinkat(folder.get(), before->name.data(), 0);
-        before->active = false;
-        before->taken = false;
-        if (error != 0 || !moved.isOpen())
-            fail(reasonAndRemedy(error));
-    }
-
-    /// Gives another, empty file this one's owner and content, and its place to write at. Returns the error.
-    int copyTo(int other) const
-    {
-        struct stat present {};
-        if (fstat(file.get(), &present) == 0 && present.st_uid != geteuid())
-            (void)fchown(other, present.st_uid, present.st_gid);
-        std::array<char, 65536> block{};
-        off_t at = 0;
-        for (;;) {
-            ssize_t size = pread(file.get(), block.data(), block.size(), at);
-            if (size > 0)
-                size = ::write(other, block.data(), static_cast<std::size_t>(size));
-            if (size == 0)
-                return 0;
-            if (size < 0 && errno != EINTR)
-                return errno;
-            at += std::max<ssize_t>(size, 0);
-        }
+        constexpr mode_t permissionBits = 07777;
+        constexpr mode_t readAndWrite = S_IRUSR | S_IWUSR;
+        const mode_t permissions = replaced ? replaced->st_mode & permissionBits : newPermissions;
+        if (fchmod(file.get(), ownerAlone ? readAndWrite : permissions) != 0 && ownerAlone)
+            fail(reasonAndRemedy(errno));
     }
 
     void writeOut(const char* bytes, std::size_t size) const
     {
         while (size > 0) {
-            const ssize_t written = ::write(file.get(), bytes, size);
-            if (written < 0) {
-                if (errno == EINTR)
-                    continue;
-                fail(reasonAndRemedy(errno));
+            std::size_t written = 0;
+            try {
+                written = writeBounded(file, bytes, size, limits);
+            } catch (const std::system_error& error) {
+                fail(reasonAndRemedy(error.code().value()));
+            } catch (const PipeTimeout& timeout) {
+                fail(timeout.what());
             }
             bytes += written;
-            size -= static_cast<std::size_t>(written);
+            size -= written;
         }
     }
 
@@ -289,9 +229,13 @@ struct AtomicFile::State {
     void finishWriting()
     {
         flush();
+        openUp();
         // A device or a fifo cannot be synchronised, and need not be.
         if (fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
             fail(reasonAndRemedy(errno));
+        // The lock, which is the open file's, outlives the descriptor that says how writing ended.
+        if (folder.isOpen())
+            lock = FileHandle(fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
         if (const int error = file.close(); error != 0)
             fail(reasonAndRemedy(error));
     }
@@ -323,30 +267,31 @@ struct AtomicFile::State {
     }
 };
 
-AtomicFile::AtomicFile(const std::string& path) : state_(std::make_unique<State>())
+AtomicFile::AtomicFile(const std::string& path, const PipeLimits& limits) : state_(std::make_unique<State>())
 {
     handleSignals();
     state_->path = path;
+    state_->limits = limits;
     if (path.empty())
         state_->fail(localized("the file name is empty; name a file"));
-    const std::string target = followLinks(path);
-    if (target.empty())
-        state_->fail(reasonAndRemedy(errno));
-    state_->folderPath = folderOf(target);
-    state_->name = target.substr(target.rfind('/') + 1);
-    struct stat present {};
-    const bool exists = stat(target.c_str(), &present) == 0;
-    if ((exists && S_ISDIR(present.st_mode)) || state_->name.empty())
+    WriteTarget target = findWriteTarget(path);
+    state_->folderPath = target.folderPath;
+    state_->name = target.name;
+    if (!target.problem.empty())
+        state_->fail(target.problem);
+    if (target.error != 0)
+        state_->failOpening(target.error);
+    if (target.name.empty() || (target.present && S_ISDIR(target.present->st_mode)))
         state_->fail(localized("that is a folder; name a file"));
-    if (exists && !S_ISREG(present.st_mode)) {
-        state_->openDirectly();
+    if (target.present && !S_ISREG(target.present->st_mode)) {
+        state_->openDirectly(target);
         return;
     }
-    if (!exists && errno != ENOENT)
-        state_->failOpening(errno);
-    if (exists && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
+    if (target.present && faccessat(target.folder.get(), target.name.c_str(), W_OK, AT_EACCESS) != 0)
         state_->fail(reasonAndRemedy(errno));
-    state_->openTemporary(exists ? &present : nullptr);
+    state_->folder = std::move(target.folder);
+    state_->replaced = target.present;
+    state_->openTemporary();
 }
 
 AtomicFile::~AtomicFile() = default;
@@ -367,16 +312,14 @@ void AtomicFile::write(std::string_view bytes)
 int AtomicFile::descriptor()
 {
     state_->flush();
+    // Who writes to it knows of no file that does not block.
+    const int flags = fcntl(state_->file.get(), F_GETFL);
+    if (flags >= 0 && (flags & O_NONBLOCK) != 0)
+        fcntl(state_->file.get(), F_SETFL, flags & ~O_NONBLOCK);
     return state_->file.get();
 }
 
-void AtomicFile::restrictToOwner()
-{
-    if (!state_->folder.isOpen())
-        return;
-    state_->flush();
-    state_->moveToPrivateFile();
-}
+void AtomicFile::restrictToOwner() { state_->ownerAlone = true; }
 
 void AtomicFile::commit()
 {

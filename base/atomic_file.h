@@ -3,6 +3,8 @@
 #ifndef BASE_ATOMIC_FILE_H
 #define BASE_ATOMIC_FILE_H
 
+#include "base/pipe_wait.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,18 +14,22 @@ namespace quelm {
 /// One file being written. What is written goes to a hidden temporary file in the target's
 /// folder; `commit` puts it in the target's place in one step. Until then, and when anything
 /// fails, the target is what it was before; the temporary file is removed when the object is
-/// destroyed and when SIGINT, SIGTERM or SIGHUP ends the program.
+/// destroyed and when SIGINT, SIGTERM or SIGHUP ends the program. What a process that was killed left, the
+/// next one of the same user that writes in that folder removes. Until it is committed the temporary file is
+/// for this process's user alone.
 ///
 /// A target that is a device, a fifo or a socket-like node (/dev/null) has no content to protect
-/// and is written directly. A symbolic link stays one: the file that it names is replaced. A new
-/// file gets the permissions that the umask leaves; a replaced one keeps those it had.
+/// and is written directly; a fifo's reader is waited for within limits. A symbolic link stays one: the file
+/// that it names is replaced. In a sticky folder where others may write, such as /tmp, a stranger's link is
+/// not followed, and a stranger's file not written (see base/write_target.h). A new file gets the permissions
+/// that the umask leaves; a replaced one keeps those it had.
 ///
 /// Every failure is a quelm::Error that names the target and the reason. The process ignores SIGXFSZ from
 /// then on, so that a size limit is reported like a full disk.
 class AtomicFile {
 public:
     /// Starts a file at `path`, whose folder exists.
-    explicit AtomicFile(const std::string& path);
+    explicit AtomicFile(const std::string& path, const PipeLimits& limits = {});
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
@@ -35,9 +41,8 @@ public:
     /// what was written so far. The object keeps owning it.
     int descriptor();
 
-    /// From now on nobody but the target's owner can read the file, neither while it is written nor once it
-    /// is in its place (mode 0600), whatever the umask or the replaced file's permissions are; also nobody
-    /// who had opened it before. The descriptor stays the same. A target written directly stays as it is.
+    /// From `commit` on only the file's owner can read and write it, whatever the umask says and the file
+    /// that it replaces had. A target written directly stays as it is.
     void restrictToOwner();
 
     /// Writes everything durably and puts the file in its place. Called once, last.

@@ -10,7 +10,6 @@
 #include "base/whole_file.h"
 #include "driver/config/configuration_keys.h"
 
-#include <fcntl.h>
 #include <glib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -51,11 +50,10 @@ struct Content {
 };
 
 /// The whole file; bounded, so that a device named by mistake does not fill the memory.
-Content contentOf(const std::string& path)
+Content contentOf(const std::string& path, const PipeLimits& limits)
 {
     constexpr std::size_t mostBytes = std::size_t{1} << 20U;
-    // A pipe that nobody writes to must not hold us up.
-    const FileHandle file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const FileHandle file = openToRead(path);
     Content content;
     if (!file.isOpen() && errno == EACCES)
         fail(path, localized("cannot be read: %s; check its permissions", systemReason(errno)));
@@ -65,12 +63,14 @@ Content contentOf(const std::string& path)
     if (S_ISDIR(content.status.st_mode))
         fail(path, localized("is a folder; name a file"));
     try {
-        auto text = restOf(file, mostBytes);
+        auto text = restOf(file, mostBytes, limits);
         if (!text)
             fail(path, localized("is larger than 1 MiB and no configuration file; name another file"));
         content.text = *std::move(text);
     } catch (const std::system_error& failure) {
         fail(path, localized("cannot be read: %s", systemReason(failure.code().value())));
+    } catch (const PipeTimeout& timeout) {
+        fail(path, localized("cannot be read: %s", timeout.what()));
     }
     return content;
 }
@@ -153,11 +153,11 @@ void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* grou
 
 } // namespace
 
-Configuration readConfiguration(const std::string& path)
+Configuration readConfiguration(const std::string& path, const PipeLimits& limits)
 {
     Configuration configuration;
     configuration.file = path;
-    const Content content = contentOf(path);
+    const Content content = contentOf(path, limits);
     const KeyFile keyFile = parse(path, content.text);
     const Texts groups(g_key_file_get_groups(keyFile.get(), nullptr));
     for (gchar** group = groups.get(); *group != nullptr; ++group)

@@ -10,11 +10,12 @@
 
 #include <fcntl.h>
 #include <glib.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 
@@ -49,6 +50,9 @@ Error unwritable(const std::string& path, const std::string& reason)
 
 Keys readKeys(const std::string& path)
 {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) // which reading would wait for
+        throw unusable(path, localized("that is no plain file"));
     Keys keys(g_key_file_new());
     GError* error = nullptr;
     const auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
@@ -67,8 +71,21 @@ public:
     explicit FolderLock(const std::string& path)
         : folder_(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
-        while (folder_.isOpen() && ::flock(folder_.get(), LOCK_EX) != 0 && errno == EINTR) {
+    }
+
+    /// False when another program held the lock for all that time. A file system without locks needs none.
+    bool lock(std::chrono::milliseconds limit)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + limit;
+        while (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0) {
+            if (errno != EWOULDBLOCK && errno != EINTR)
+                return true;
+            if (std::chrono::steady_clock::now() >= deadline)
+                return false;
+            constexpr int moment = 20;
+            ::poll(nullptr, 0, moment);
         }
+        return true;
     }
 
 private:
@@ -106,14 +123,19 @@ std::map<std::string, std::string> FeatureFile::read() const
     return valuesOf(readKeys(ownPath_), ownPath_);
 }
 
-void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
+void FeatureFile::write(const std::map<std::string, FeatureValue>& values, bool patient) const
 {
     const std::filesystem::path folder = std::filesystem::path(ownPath_).parent_path();
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     if (failure)
         throw unwritable(ownPath_, systemReason(failure.value()));
-    const FolderLock lock(folder.string());
+    FolderLock lock(folder.string());
+    if (!lock.lock(patient ? lockLimit_ : std::chrono::milliseconds(0)))
+        throw unwritable(
+            ownPath_,
+            localized("another program keeps the folder \"%s\" locked; end it and choose the options again",
+                      folder.string()));
     const Keys keys = readKeys(ownPath_);
     valuesOf(keys, ownPath_); // what cannot be read is not written over
     for (const auto& [name, value] : values)
@@ -121,8 +143,7 @@ void FeatureFile::write(const std::map<std::string, FeatureValue>& values) const
     gsize length = 0;
     const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
     AtomicFile file(ownPath_);
-    if (::fchmod(file.descriptor(), S_IRUSR | S_IWUSR) != 0)
-        throw unwritable(ownPath_, systemReason(errno));
+    file.restrictToOwner();
     file.write(std::string_view(text.get(), length));
     file.commit();
 }

@@ -3,6 +3,7 @@
 #ifndef DRIVER_FEATURES_FEATURE_FILE_H
 #define DRIVER_FEATURES_FEATURE_FILE_H
 
+#include <chrono>
 #include <map>
 #include <string>
 #include <variant>
@@ -21,7 +22,11 @@ using FeatureValue = std::variant<int, std::string>;
 /// It may hold a credit card number, so only its owner can read it.
 class FeatureFile {
 public:
-    explicit FeatureFile(std::string filePath) : ownPath_(std::move(filePath)) {}
+    /// `lockLimit` is how long another driver may take to write there at the same time.
+    explicit FeatureFile(std::string filePath, std::chrono::milliseconds lockLimit = std::chrono::seconds(5))
+        : ownPath_(std::move(filePath)), lockLimit_(lockLimit)
+    {
+    }
 
     const std::string& path() const { return ownPath_; }
 
@@ -32,11 +37,12 @@ public:
     /// Sets these values and leaves everything else that the file holds, comments included, as it
     /// is; creates the file and its folder. The file changes as a whole or not at all, and two
     /// drivers that write at the same time lose nothing. Throws quelm::Error, also when the file is
-    /// damaged by now.
-    void write(const std::map<std::string, FeatureValue>& values) const;
+    /// damaged by now, or another program keeps it locked: that is waited for, unless `patient` is false.
+    void write(const std::map<std::string, FeatureValue>& values, bool patient = true) const;
 
 private:
     std::string ownPath_;
+    std::chrono::milliseconds lockLimit_;
 };
 
 } // namespace quelm

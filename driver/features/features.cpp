@@ -248,7 +248,8 @@ void Features::keep()
     if (changed.empty())
         return;
     try {
-        file_->write(changed);
+        // What failed lately may go on failing: an action of the user is not held up every time.
+        file_->write(changed, lastFailure_.empty());
         written_ = now;
         lastFailure_.clear();
     } catch (const Error& error) {

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
+#include "base/write_target.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -82,16 +83,25 @@ private:
     /// Waits a moment for a reader that is being started.
     FileHandle open(const Transfer& transfer) const
     {
+        const WriteTarget target = findWriteTarget(path_);
+        if (!target.problem.empty())
+            throw Error(localized("%s: cannot be written: %s", path_, target.problem));
+        if (target.error != 0 || !target.present)
+            fail(target.error != 0 ? target.error : ENOENT);
         const auto deadline = Clock::now() + readerLimit_;
         for (;;) {
             if (transfer.isCancelled())
                 failCancelled(0, 0);
-            FileHandle file(::open(path_.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-            if (file.isOpen())
+            FileHandle file(::openat(target.folder.get(), target.name.c_str(),
+                                     O_WRONLY | O_NONBLOCK | openFlags(target)));
+            if (file.isOpen() && isFoundFile(file, target))
                 return file;
+            if (file.isOpen())
+                throw Error(localized("%s: cannot be written: %s", path_,
+                                      localized("it was replaced at this moment; try again")));
             if (errno == EINTR)
                 continue;
-            if (errno != ENXIO || !isFifo())
+            if (errno != ENXIO || !S_ISFIFO(target.present->st_mode))
                 fail(errno);
             if (Clock::now() >= deadline)
                 throw Error(localized(
@@ -99,14 +109,6 @@ private:
                     path_));
             ::poll(nullptr, 0, static_cast<int>(std::min(readerLimit_, cancellationInterval).count()));
         }
-    }
-
-    bool isFifo() const
-    {
-        struct stat status = {};
-        const bool fifo = ::stat(path_.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
-        errno = ENXIO;
-        return fifo;
     }
 
     /// What the other side has room for; nothing when it had none until a cancellation was to be looked for.

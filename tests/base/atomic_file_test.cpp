@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -204,6 +205,34 @@ TEST_F(AtomicFileTest, NewFileFollowsTheUmask)
     EXPECT_EQ(modeOf(folder / "new"), 0640U);
 }
 
+TEST_F(AtomicFileTest, NobodyElseCanReadItMeanwhile)
+{
+    writeFile(folder / "open", "old");
+    chmod((folder / "open").c_str(), 0666);
+    for (const std::string name : {"open", "new"}) {
+        quelm::AtomicFile file(folder / name);
+        struct stat status {};
+        ASSERT_EQ(fstat(file.descriptor(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, 0600U);
+        file.commit();
+    }
+    EXPECT_EQ(modeOf(folder / "open"), 0666U);
+}
+
+TEST_F(AtomicFileTest, CanBeForItsOwnerAlone)
+{
+    writeFile(folder / "open", "old");
+    chmod((folder / "open").c_str(), 0666);
+    const mode_t before = umask(0);
+    for (const std::string name : {"open", "new"}) {
+        quelm::AtomicFile file(folder / name);
+        file.restrictToOwner();
+        file.commit();
+        EXPECT_EQ(modeOf(folder / name), 0600U);
+    }
+    umask(before);
+}
+
 TEST_F(AtomicFileTest, SymbolicLinkStaysOne)
 {
     std::filesystem::create_directory(folder / "real");
@@ -299,6 +328,54 @@ TEST_F(AtomicFileTest, FifoIsWrittenDirectly)
     EXPECT_EQ(folder.names(), Names{"fifo"});
 }
 
+TEST_F(AtomicFileTest, FifoWithoutAReaderIsWaitedForAndNamed)
+{
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    using std::chrono::milliseconds;
+    EXPECT_EQ(problem([&] {
+                  quelm::AtomicFile file(fifo, {milliseconds(50), milliseconds(50)});
+              }),
+              "\"" + fifo +
+                  "\" cannot be written: no program reads this fifo; start the one that does, and try again");
+    const pid_t reader = fork();
+    if (reader == 0) {
+        const int file = open(fifo.c_str(), O_RDONLY);
+        char byte = 0;
+        _exit(read(file, &byte, 1) == 1 && byte == 'x' ? 7 : 8);
+    }
+    writeWhole(fifo, "x"); // waits for it
+    int status = 0;
+    waitpid(reader, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 7);
+}
+
+TEST_F(AtomicFileTest, FifoWhoseReaderTakesNothingIsGivenUp)
+{
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+    using std::chrono::milliseconds;
+    quelm::AtomicFile file(fifo, {milliseconds(50), milliseconds(50)});
+    EXPECT_TRUE(mentions(problem([&] {
+                             for (int i = 0; i < 100; ++i)
+                                 file.write(std::string(100000, 'x'));
+                             file.commit();
+                         }),
+                         "the program that reads it took nothing for 50 ms"));
+    close(reader);
+}
+
+TEST_F(AtomicFileTest, FifosDescriptorWaitsForRoomAsOthersExpect)
+{
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+    quelm::AtomicFile file(fifo);
+    EXPECT_EQ(fcntl(file.descriptor(), F_GETFL) & O_NONBLOCK, 0);
+    close(reader);
+}
+
 TEST_F(AtomicFileTest, CommitNewNeverReplaces)
 {
     quelm::AtomicFile first(folder / "book");
@@ -350,6 +427,26 @@ TEST_P(EndingSignal, RemovesWhatIsUnfinished)
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, EndingSignal, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST_F(AtomicFileTest, NextWriterRemovesWhatAKilledOneLeft)
+{
+    std::array<int, 2> ready{};
+    ASSERT_EQ(pipe(ready.data()), 0);
+    const pid_t child = fork();
+    if (child == 0)
+        writeUntilEnded(folder / "first", ready[1]);
+    char said = 0;
+    ASSERT_EQ(read(ready[0], &said, 1), 1);
+    writeWhole(folder / "second", "x");
+    EXPECT_EQ(folder.names().size(), 2U) << "a living writer's file stays";
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(folder.names().size(), 2U);
+    writeWhole(folder / "second", "y");
+    EXPECT_EQ(folder.names(), Names{"second"});
+    close(ready[0]);
+    close(ready[1]);
+}
 
 TEST_F(AtomicFileTest, ProgramsOwnSignalHandlerStaysAndCanRemoveWhatIsUnfinished)
 {

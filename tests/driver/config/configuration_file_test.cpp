@@ -3,14 +3,21 @@
 #include "driver/config/configuration_file.h"
 
 #include "base/error.h"
+#include "base/file_handle.h"
+#include "tests/support/failure_line.h"
 #include "tests/support/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -82,6 +89,40 @@ private:
 };
 
 } // namespace
+
+TEST_F(ConfigurationTest, APipeIsReadToItsEndHoweverSlowly)
+{
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const pid_t writer = fork();
+    if (writer == 0) {
+        const int file = open(fifo.c_str(), O_WRONLY);
+        for (const std::string_view part : {"[driver]\nuser=", "zoe\n"}) {
+            poll(nullptr, 0, 150); // longer than a wait between two looks
+            if (write(file, part.data(), part.size()) < 0)
+                _exit(1);
+        }
+        _exit(0);
+    }
+    EXPECT_EQ(quelm::readConfiguration(fifo).user, "zoe");
+    waitpid(writer, nullptr, 0);
+}
+
+TEST_F(ConfigurationTest, AFifoThatNobodyWritesIsNotWaitedForForEver)
+{
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const quelm::PipeLimits impatient{std::chrono::milliseconds(50), std::chrono::milliseconds(50)};
+    EXPECT_EQ(
+        quelm::test::failureLine([&] { static_cast<void>(quelm::readConfiguration(fifo, impatient)); }),
+        "the configuration file \"" + fifo +
+            "\" cannot be read: no program writes to this fifo; start the one that does, and try again");
+    const quelm::FileHandle silent(open(fifo.c_str(), O_RDWR | O_CLOEXEC));
+    EXPECT_NE(quelm::test::failureLine([&] {
+                  static_cast<void>(quelm::readConfiguration(fifo, impatient));
+              }).find("cannot be read: nothing came for 50 ms"),
+              std::string::npos);
+}
 
 TEST_F(ConfigurationTest, SaysEverythingThatItKnows)
 {

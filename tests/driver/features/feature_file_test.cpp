@@ -3,12 +3,18 @@
 #include "driver/features/feature_file.h"
 
 #include "base/error.h"
+#include "base/file_handle.h"
+#include "tests/support/failure_line.h"
 #include "tests/support/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <chrono>
 
 namespace {
 
@@ -53,6 +59,35 @@ TEST_F(FeatureFileTest, OnlyItsOwnerCanReadIt)
     struct stat status {};
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(FeatureFileTest, AFolderThatAnotherProgramKeepsLockedIsNotWaitedForForEver)
+{
+    put("[features]\nNumber=1\n");
+    const auto locked = std::filesystem::path(path).parent_path().string();
+    const quelm::FileHandle other(open(locked.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(flock(other.get(), LOCK_EX), 0);
+    const FeatureFile impatient(path, std::chrono::milliseconds(50));
+    EXPECT_EQ(quelm::test::failureLine([&] {
+                  impatient.write({{"Number", 3}});
+              }),
+              "the options cannot be kept in " + path + ": another program keeps the folder \"" + locked +
+                  "\" locked; end it and choose the options again");
+    EXPECT_EQ(impatient.read(), (Texts{{"Number", "1"}})) << "reading needs no lock";
+    ASSERT_EQ(flock(other.get(), LOCK_UN), 0);
+    impatient.write({{"Number", 3}});
+    EXPECT_EQ(impatient.read(), (Texts{{"Number", "3"}}));
+}
+
+TEST_F(FeatureFileTest, AFifoInItsPlaceIsNotWaitedFor)
+{
+    put("");
+    ASSERT_EQ(unlink(path.c_str()), 0);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(problemOfReading(),
+              "the kept options in " + path +
+                  " cannot be used: that is no plain file; repair or remove the file, it is "
+                  "left as it is");
 }
 
 TEST_F(FeatureFileTest, LeavesNoOtherFileBehind)

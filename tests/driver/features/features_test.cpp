@@ -2,9 +2,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/features/features.h"
 
+#include "base/file_handle.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/test_dialogs.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <chrono>
 
 namespace {
 
@@ -197,6 +203,23 @@ TEST_F(FeaturesTest, ADamagedFileIsAnErrorAndIsNeverWrittenTo)
     widget("LanFax Resolution").setNumber(2);
     features.keep();
     EXPECT_EQ(contentOf(path), damaged);
+}
+
+TEST_F(FeaturesTest, ALockThatAnotherProgramKeepsIsToldAndHoldsNothingUp)
+{
+    features.load(FeatureFile(path, std::chrono::milliseconds(50)), true, true);
+    const quelm::FileHandle other(open(folder.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(flock(other.get(), LOCK_EX), 0);
+    const LogCapture log;
+    widget("LanFax Resolution").setNumber(2);
+    features.keep();
+    features.keep();
+    ASSERT_EQ(log.messages.size(), 1U) << "said once";
+    EXPECT_NE(log.messages[0].find("locked; end it and choose the options again"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    ASSERT_EQ(flock(other.get(), LOCK_UN), 0);
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nLanFax Resolution=2\n") << "kept once the lock is gone";
 }
 
 TEST_F(FeaturesTest, AFileThatIsDamagedLaterIsNotWrittenToEither)

@@ -3,6 +3,7 @@
 #include "driver/jobs/output.h"
 
 #include "tests/driver/jobs/job_support.h"
+#include "tests/support/two_users.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -164,6 +165,28 @@ TEST_F(OutputTest, AFifoThatNobodyReadsIsToldInOneLine)
     EXPECT_EQ(errorLine([&] { destination->deliver(); }),
               path("fifo") +
                   ": no program reads this fifo; start the one that takes the job, and send it again");
+}
+
+class OutputAmongOthers : public TwoUsers {};
+
+TEST_F(OutputAmongOthers, AJobDoesNotGoIntoTheFifoThatAStrangerPutIntoAFolderForEverybody)
+{
+    openFolder(folder / "shared");
+    const auto document = Document::open(writeFile(folder / "document.ps", "%!PS\n"));
+    for (const std::string name : {"shared/fifo", "elsewhere"})
+        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+    std::filesystem::create_symlink("../elsewhere", folder / "shared/link");
+    for (const std::string name : {"shared/fifo", "shared/link"}) {
+        giveTo(folder / name, attacker);
+        const FileHandle reader(::open((folder / name).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        ASSERT_TRUE(reader.isOpen());
+        const auto destination = openOutput(folder / name, document);
+        destination->sink().write("the job");
+        EXPECT_THAT(errorLine([&] { destination->deliver(); }),
+                    testing::HasSubstr("in a folder for everybody"));
+        char byte = 0;
+        EXPECT_EQ(::read(reader.get(), &byte, 1), 0);
+    }
 }
 
 TEST_F(OutputTest, AFifosReaderMayComeALittleLate)
