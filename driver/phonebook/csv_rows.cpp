@@ -14,6 +14,9 @@
 namespace quelm {
 namespace {
 
+constexpr std::size_t bytesOfMebibyte = 1048576;
+constexpr std::size_t largestRow = bytesOfMebibyte; // a group has a thousand members and more
+
 /// libcsv counts no lines, so it is fed one line at a time: a row that is still open after a line
 /// goes on in the next.
 class RowReader {
@@ -33,6 +36,12 @@ public:
                 refuse(line_, problem);
                 continue;
             }
+            rowSize_ += line.size();
+            if (rowSize_ > largestRow) {
+                refuse(rowStart_, localized("is longer than %d MiB; a quotation mark may be missing",
+                                            largestRow / bytesOfMebibyte));
+                continue;
+            }
             const auto rowsBefore = rows_.size();
             if (csv_parse(&parser_, line.data(), line.size(), onField, onRow, this) != line.size()) {
                 requireMemory();
@@ -43,7 +52,7 @@ public:
             }
             const bool blank = line.find_first_not_of(" \t\r\n") == std::string_view::npos;
             if (rows_.size() != rowsBefore || (blank && rowStart_ == line_))
-                rowStart_ = line_ + 1;
+                startRow();
         }
         if (csv_fini(&parser_, onField, onRow, this) != 0) {
             requireMemory();
@@ -68,6 +77,16 @@ private:
     {
         if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0)
             throw std::bad_alloc();
+        // By itself it asks for memory every 128 bytes of a field.
+        constexpr std::size_t blockSize = 65536;
+        csv_set_blk_size(&parser_, blockSize);
+    }
+
+    /// The next row begins on the next line.
+    void startRow()
+    {
+        rowStart_ = line_ + 1;
+        rowSize_ = 0;
     }
 
     void requireMemory()
@@ -81,7 +100,7 @@ private:
     {
         rows_.push_back({line, {}, problem});
         fields_.clear();
-        rowStart_ = line_ + 1;
+        startRow();
         csv_free(&parser_);
         start();
     }
@@ -108,6 +127,7 @@ private:
     std::string_view rest_;
     std::size_t line_ = 0;
     std::size_t rowStart_ = 1;
+    std::size_t rowSize_ = 0; ///< in bytes, so far
     std::vector<std::string> fields_;
     std::vector<CsvRow> rows_;
 };

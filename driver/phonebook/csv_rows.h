@@ -19,7 +19,8 @@ struct CsvRow {
 
 /// The rows of a text: UTF-8 with or without a byte order mark, lines ended by LF or CRLF, fields parted by
 /// commas and quoted with '"' where they need it. Blanks around unquoted fields do not count, empty
-/// lines are passed over. Behind a quotation mark that is never closed nothing more can be read.
+/// lines are passed over. A row of more than 1 MiB has a problem. Behind a quotation mark that is never
+/// closed nothing more can be read.
 std::vector<CsvRow> readCsvRows(std::string_view text);
 
 /// One row as a line that ends in LF, quoted where it has to be.

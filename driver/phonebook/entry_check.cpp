@@ -53,14 +53,11 @@ Problem problemWithNumber(const char* what, const std::string& number)
     return tooLong(what, number, numberLength);
 }
 
-Problem problemWithText(const char* what, const std::string& text, bool severalLines)
+Problem problemWithText(const char* what, const std::string& text)
 {
     if (!isUtf8(text))
         return localized("%s is not UTF-8", translated(what));
-    std::string line = text;
-    if (severalLines)
-        std::ranges::replace(line, '\n', ' ');
-    if (hasControlCharacter(line))
+    if (hasControlCharacter(text))
         return localized("%s holds a line break or control character", translated(what));
     return tooLong(what, text, textLength);
 }
@@ -88,11 +85,11 @@ Problem problemWith(const PhonebookEntry& entry)
     if (!problem)
         problem = problemWithNumber(forTranslation("the fax number"), entry.number);
     if (!problem)
-        problem = problemWithText(forTranslation("the organization"), entry.organization, true);
+        problem = problemWithText(forTranslation("the organization"), entry.organization);
     if (!problem && !entry.phone.empty())
         problem = problemWithNumber(forTranslation("the phone number"), entry.phone);
     if (!problem)
-        problem = problemWithText(forTranslation("the e-mail address"), entry.email, false);
+        problem = problemWithText(forTranslation("the e-mail address"), entry.email);
     return problem ? problem : unlessKept(entry);
 }
 
@@ -105,6 +102,8 @@ Problem problemWith(const PhonebookGroup& group)
     const auto notText = std::ranges::find_if_not(group.members, isUtf8);
     if (notText != group.members.end())
         return localized("the name of a member is not UTF-8");
+    if (std::ranges::any_of(group.members, hasControlCharacter))
+        return localized("%s holds a line break or control character", localized("the name of a member"));
     return unlessKept(group);
 }
 

@@ -65,17 +65,25 @@ void refuseContradictions(Contacts& all)
 std::vector<std::string> strayMembers(const std::vector<Contact>& contacts, const Phonebook& phonebook)
 {
     std::vector<std::string> strays;
+    std::size_t more = 0;
     for (const auto& contact : contacts) {
         const auto* group = std::get_if<PhonebookGroup>(&contact.content);
         if (group == nullptr)
             continue;
         for (const auto& member : group->members) {
-            if (!phonebook.hasEntry(member))
+            if (phonebook.hasEntry(member))
+                continue;
+            if (strays.size() == mostLines)
+                ++more;
+            else
                 strays.push_back(
                     localized("the group \"%s\" has the member \"%s\", which is not in the phonebook",
                               group->name, member));
         }
     }
+    if (more > 0)
+        strays.push_back(localizedCount("%d more member is not in the phonebook",
+                                        "%d more members are not in the phonebook", more, more));
     return strays;
 }
 

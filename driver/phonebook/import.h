@@ -24,8 +24,10 @@ struct ImportReport {
     std::size_t merged = 0; ///< took the place of one of the same name
     std::size_t withoutNumber = 0;
     std::size_t mailboxes = 0;
-    std::vector<Refusal> refused;          ///< by line
-    std::vector<std::string> strayMembers; ///< groups' members that no entry stands for
+    std::vector<Refusal> refused; ///< by line
+    /// What to tell the user of groups' members that no entry stands for, in a hundred lines at most and one
+    /// more.
+    std::vector<std::string> strayMembers;
     bool written = false; ///< false when something was refused: then the phonebook is as it was
 };
 

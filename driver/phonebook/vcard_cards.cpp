@@ -5,10 +5,12 @@
 
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/phonebook/vcard_names.h"
 
 #include <glib.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quelm {
@@ -31,6 +33,30 @@ std::size_t findUnquoted(std::string_view text, std::string_view marks)
         else if (!quoted && marks.find(text[at]) != std::string_view::npos)
             return at;
     return text.size();
+}
+
+/// The properties that a phonebook has a use for. The others, such as pictures, are as long as they like.
+constexpr std::array<std::string_view, 12> usedProperties{
+    "VERSION",         "FN",          "N", "ORG", "TEL", "EMAIL", "UID", "KIND", "MEMBER", oldKindProperty,
+    oldMemberProperty, memberProperty};
+
+bool isUsed(std::string_view line)
+{
+    auto name = line.substr(0, line.find_first_of(";:"));
+    if (const auto dot = name.find('.'); dot != std::string_view::npos)
+        name.remove_prefix(dot + 1);
+    return std::ranges::any_of(usedProperties, [name](std::string_view used) {
+        return name.size() == used.size() && g_ascii_strncasecmp(name.data(), used.data(), used.size()) == 0;
+    });
+}
+
+/// No name, number or address is as long as that or has so many parts, for which the library takes its time.
+bool isAbsurd(std::string_view line)
+{
+    constexpr std::size_t mostBytes = 4096;
+    constexpr std::ptrdiff_t mostParts = 100;
+    const auto parts = [](char character) { return character == ';' || character == ','; };
+    return line.size() > mostBytes || std::ranges::count_if(line, parts) > mostParts;
 }
 
 /// What is wrong with an unfolded line "GROUP.NAME;PARAMETER=VALUE;...:VALUE" ahead of its value, as a text
@@ -128,7 +154,10 @@ private:
     /// A quoted-printable value goes on behind "=" at the end of a line.
     bool softBreak() const
     {
-        return property_.ends_with('=') && property_.find("QUOTED-PRINTABLE") != std::string::npos;
+        constexpr std::size_t longestHead = 1000; // asked at every line, however long the value becomes
+        return property_.ends_with('=') &&
+               std::string_view(property_).substr(0, longestHead).find("QUOTED-PRINTABLE") !=
+                   std::string_view::npos;
     }
 
     /// Takes the property that ends here into the card, and notes the first that is wrong with one.
@@ -137,7 +166,8 @@ private:
         if (!property_.empty()) {
             if (card_.problem.empty())
                 card_.problem = problemOfCard();
-            card_.text += property_ + "\r\n";
+            if (isUsed(property_) && card_.problem.empty())
+                card_.text += property_ + "\r\n";
         }
         property_ = line;
         propertyLine_ = line_;
@@ -155,6 +185,8 @@ private:
             problem = forTranslation("its line %d is not UTF-8; save the cards as UTF-8 text");
         else if (property_.find_first_not_of(" \t") != std::string::npos)
             problem = problemWithProperty(property_);
+        if (problem == nullptr && isUsed(property_) && isAbsurd(property_))
+            problem = forTranslation("its line %d is longer than a name, number or address; mend the card");
         return problem == nullptr ? "" : localized(problem, propertyLine_);
     }
 

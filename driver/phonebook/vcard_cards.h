@@ -10,7 +10,8 @@
 
 namespace quelm {
 
-/// One card from BEGIN to END, each property unfolded on a line of its own that ends in CRLF.
+/// One card from BEGIN to END, each property that a phonebook has a use for unfolded on a line of its own
+/// that ends in CRLF. The others are left out; of a card with a problem, those behind it too.
 struct CardText {
     std::size_t line = 0; ///< of BEGIN, from 1
     std::string text;

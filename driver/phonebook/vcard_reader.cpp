@@ -13,6 +13,9 @@
 namespace quelm {
 namespace {
 
+/// Nobody has as many fax numbers.
+constexpr std::size_t mostNumbers = 100;
+
 /// What became of a card, for the groups that point at it.
 struct CardFate {
     std::size_t line = 0;
@@ -114,6 +117,9 @@ private:
             if (telephone.fax && !telephone.value.empty() &&
                 std::ranges::find(numbers, telephone.value) == numbers.end())
                 numbers.push_back(telephone.value);
+            if (numbers.size() > mostNumbers)
+                return refuse(
+                    line, localized("has more than %d fax numbers of a kind; mend the card", mostNumbers));
         }
         if (work.empty() && home.empty()) {
             ++all_.withoutNumber;

@@ -71,6 +71,7 @@ TEST_F(PhonebookJourney, WhatCannotBeDoneIsOneLine)
                                            {{"add", "Ann", "2"}, "already"},
                                            {{"add", "Bob", "2", "--phone", "none"}, "the phone number"},
                                            {{"add", "Bob", "2", "--email", "a\nb"}, "e-mail address"},
+                                           {{"add", "Bob", "2", "--organization", "a\nb"}, "organization"},
                                            {{"add", "Dr.enamel", "2"}, "mark of the record format"},
                                            {{"add-group", "Team", "Bob"}, "\"Bob\" is not in the phonebook"},
                                            {{"show", "Bob"}, "no entry or group \"Bob\""},
@@ -116,8 +117,8 @@ TEST_F(PhonebookJourney, OtherPhonebooksAreNamed)
 
 TEST_F(PhonebookJourney, WhatIsExportedIsImportedAsItWas)
 {
-    output({"add", "Zoë", "1", "--organization", "a, \"b\"\nc"});
-    output({"add", "Zoë - home", "2", "--organization", "a, \"b\"\nc"});
+    output({"add", "Zoë", "1", "--organization", "a, \"b\"; c\\n"});
+    output({"add", "Zoë - home", "2", "--organization", "a, \"b\"; c\\n"});
     output({"add-group", "Team", "Zoë - home"});
     const auto before = output({"list", "--format", "csv"});
     for (const auto& format : {Arguments{"x.vcf", "vcard3"}, {"x.vcf", "vcard4"}, {"x.csv", "csv"}}) {

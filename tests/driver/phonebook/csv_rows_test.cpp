@@ -48,6 +48,23 @@ TEST(CsvRows, AnOpenQuoteEndsTheReading)
     EXPECT_THAT(rows[1].problem, HasSubstr("not closed"));
 }
 
+TEST(CsvRows, ARowThatNeverEndsIsRefusedWhereItBegins)
+{
+    std::string text = "a\n\"b";
+    for (int i = 0; i < 600000; ++i)
+        text += "x\n";
+    const auto rows = readCsvRows(text + "last\n");
+    ASSERT_GE(rows.size(), 2U);
+    EXPECT_EQ(rows[1].line, 2U);
+    EXPECT_EQ(rows[1].problem, "is longer than 1 MiB; a quotation mark may be missing");
+    EXPECT_EQ(rows.back().fields, Fields{"last"});
+}
+
+TEST(CsvRows, AMillionEmptyLinesAreNoRows)
+{
+    EXPECT_THAT(readCsvRows("a\n" + std::string(1000000, '\n') + "b\n"), SizeIs(2));
+}
+
 TEST(CsvRows, Utf16IsRefused)
 {
     for (const auto* text : {"\xff\xfe"

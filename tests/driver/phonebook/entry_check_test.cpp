@@ -60,13 +60,16 @@ TEST(Entry, IsHeldToTheDialogsRulesForNamesAndNumbers)
     }
 }
 
-TEST(Entry, MayHaveAnOrganizationOfSeveralLines)
+TEST(Entry, HoldsNoControlCharacterInAnyText)
 {
     auto entry = ann();
-    entry.organization = "Acme\nSales, \"East\"";
+    entry.organization = "אקמה, \"East\"";
     EXPECT_EQ(problemWith(entry), std::nullopt);
-    entry.organization = "Acme\x1b[0m";
-    EXPECT_THAT(problemWith(entry), Optional(HasSubstr("the organization holds a line break or control")));
+    for (const auto* text : {"Acme\nSales", "Acme\x1b[0m", "Acme\u009b0m", "Acme\u2028"}) {
+        entry.organization = text;
+        EXPECT_THAT(problemWith(entry),
+                    Optional(HasSubstr("the organization holds a line break or control")));
+    }
     entry.organization = "Acme\xff";
     EXPECT_THAT(problemWith(entry), Optional(HasSubstr("organization is not UTF-8")));
     entry.organization.clear();
@@ -92,6 +95,9 @@ TEST(Group, NeedsANameOfTheDialogsRulesAndAMember)
                 Optional(HasSubstr("31 are possible")));
     EXPECT_THAT(problemWith(PhonebookGroup{"Team", {}}), Optional(HasSubstr("has no member")));
     EXPECT_THAT(problemWith(PhonebookGroup{"Team", {"a\xff"}}), Optional(HasSubstr("not UTF-8")));
+    for (const auto* name : {"a\nb", "a\u009b1m", "a\u2029"})
+        EXPECT_THAT(problemWith(PhonebookGroup{"Team", {"Ann", name}}),
+                    Optional(HasSubstr("name of a member holds a line break")));
     EXPECT_THAT(problemWith(PhonebookGroup{"Team", {"a,ub"}}), Optional(HasSubstr("cannot be kept")));
     EXPECT_THAT(problemWith(PhonebookGroup{"Team", {"a", "b.egen"}}), Optional(HasSubstr("cannot be kept")));
 }

@@ -57,6 +57,19 @@ TEST_F(ImportTest, AnythingRefusedMeansNothingIsWritten)
                                          "the file or leave them out with --skip-bad");
 }
 
+TEST_F(ImportTest, ALineBreakInAnyFieldIsRefusedWithItsLine)
+{
+    const std::string refused = ": the organization holds a line break or control character";
+    const std::string good = "BEGIN:VCARD\nVERSION:3.0\nFN:Ann\nTEL;TYPE=fax:1\nEND:VCARD\n";
+    const auto cards =
+        import(good + "BEGIN:VCARD\nVERSION:3.0\nFN:Bob\nTEL;TYPE=fax:2\nORG:Acme\\n%%EOF\nEND:VCARD\n");
+    EXPECT_FALSE(cards.written);
+    EXPECT_THAT(refusalLines(cards), ElementsAre(folder / "in" + ":6" + refused));
+    const auto rows = import("name,number,organization\nAnn,1,Acme\nBob,2,\"Acme\n@PJL\"\n");
+    EXPECT_FALSE(rows.written);
+    EXPECT_THAT(refusalLines(rows), ElementsAre(folder / "in" + ":3" + refused));
+}
+
 TEST_F(ImportTest, NoPhonebookIsMadeWhenNothingIsWritten)
 {
     import("name,number\nA@n,1\n");
@@ -117,6 +130,16 @@ TEST_F(ImportTest, WarnsOfMembersThatNoEntryStandsFor)
     EXPECT_TRUE(report.written);
     EXPECT_THAT(report.strayMembers,
                 ElementsAre("the group \"Team\" has the member \"Gone\", which is not in the phonebook"));
+}
+
+TEST_F(ImportTest, AHundredSuchMembersAreToldAndTheRestCounted)
+{
+    std::string members;
+    for (int i = 0; i < 103; ++i)
+        members += "Gone " + std::to_string(i) + ",";
+    const auto report = import("name,number,type,members\nTeam,,group,\"" + members + "\"\n");
+    ASSERT_THAT(report.strayMembers, SizeIs(101));
+    EXPECT_EQ(report.strayMembers.back(), "3 more members are not in the phonebook");
 }
 
 TEST_F(ImportTest, AHundredRefusalsAreToldAndTheRestCounted)

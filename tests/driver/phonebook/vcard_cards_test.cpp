@@ -83,10 +83,43 @@ TEST(FindCards, FoldedLinesAreUnfoldedWhereverTheyAreFolded)
         return cards.at(0).text;
     };
     const auto whole = [](const std::string& line) { return "BEGIN:VCARD\r\n" + line + "\r\nEND:VCARD\r\n"; };
-    EXPECT_EQ(text("ADR;LABEL=\"a:b;\r\n c\";TYPE=\n\twork:d"), whole("ADR;LABEL=\"a:b;c\";TYPE=work:d"));
+    EXPECT_EQ(text("TEL;LABEL=\"a:b;\r\n c\";TYPE=\n\twork:d"), whole("TEL;LABEL=\"a:b;c\";TYPE=work:d"));
     EXPECT_EQ(text("FN:Zo\xc3\n \xab"), whole("FN:Zo\xc3\xab"));
-    EXPECT_EQ(text("X;ENCODING=QUOTED-PRINTABLE:a=\nb=\n c"), whole("X;ENCODING=QUOTED-PRINTABLE:ab c"));
+    EXPECT_EQ(text("FN;ENCODING=QUOTED-PRINTABLE:a=\nb=\n c"), whole("FN;ENCODING=QUOTED-PRINTABLE:ab c"));
     EXPECT_EQ(text("\nFN:A\n\n"), whole("FN:A"));
+}
+
+TEST(FindCards, PropertiesWithoutUseForAPhonebookAreLeftOut)
+{
+    const auto cards =
+        findCards(card("FN:A\nPHOTO;ENCODING=b:" + std::string(5000, 'x') + "\nADR:a\nitem1.tel:1\nNOTE:\n " +
+                       std::string(5000, ',') + "\nx.org:b"));
+    ASSERT_THAT(cards, SizeIs(1));
+    EXPECT_EQ(cards[0].problem, "");
+    EXPECT_EQ(cards[0].text, "BEGIN:VCARD\r\nFN:A\r\nitem1.tel:1\r\nx.org:b\r\nEND:VCARD\r\n");
+}
+
+TEST(FindCards, AnAbsurdPropertyIsNoted)
+{
+    const std::string absurd = " is longer than a name, number or address; mend the card";
+    for (const std::string name : {"N:", "ORG:", "TEL;TYPE=a"})
+        for (const std::string part : {",b", ";b=c"}) {
+            std::string line = name;
+            for (int i = 0; i < 100000; ++i)
+                line += part;
+            EXPECT_EQ(problem(card("FN:A\n" + line + ":")), "its line 3" + absurd) << name << part;
+        }
+    EXPECT_EQ(problem(card("FN:" + std::string(5000, 'x'))), "its line 2" + absurd);
+    EXPECT_EQ(problem(card("N:Lee;Ann;B.,C.,D.;Dr.;" + std::string(3000, 'x'))), "");
+}
+
+TEST(FindCards, ManyFoldedLinesAreReadInOneGo)
+{
+    // Each could be the soft end of a quoted-printable line, if the property were one.
+    std::string lines = "NOTE:";
+    for (int i = 0; i < 300000; ++i)
+        lines += "\n x=";
+    EXPECT_EQ(problem(card(lines)), "");
 }
 
 TEST(FindCards, ALineThatContinuesNothingIsNoted)

@@ -103,11 +103,38 @@ TEST(Vcards, ReadsTelephoneUris)
 TEST(Vcards, ReadsFoldedEscapedAndEncodedText)
 {
     EXPECT_THAT(read(card("fn:Zo\xc3\xab M\r\n \xc3\xbcller\r\nitem1.tel;type=WORK;type=FAX:1\r\n"
-                          "ORG:a\\;b\\nc\\\\d\r\n")),
-                ElementsAre(entry("Zo\xc3\xab M\xc3\xbcller", "1", "a;b\nc\\d")));
+                          "ORG:a\\;b\\,c\\\\d\r\n")),
+                ElementsAre(entry("Zo\xc3\xab M\xc3\xbcller", "1", "a;b,c\\d")));
     EXPECT_THAT(
         read(card("FN;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:Zo=EB=\r\n=20M\r\nTEL;FAX;WORK:1\r\n")),
         ElementsAre(entry("Zo\xc3\xab M", "1")));
+}
+
+TEST(Vcards, RefusesControlCharactersInEveryField)
+{
+    const std::string good = "FN:Ann\r\nTEL;TYPE=fax:1\r\n";
+    EXPECT_EQ(refusal(card(good + "ORG:Acme\\n%%EOF\r\n")),
+              "the organization holds a line break or control character");
+    for (const std::string bad : {"\\n", "\x1b", "\u0085", "\u2028", "\u009b"}) {
+        for (const auto& line :
+             {"ORG:a;b" + bad + "c", "EMAIL:a@b" + bad + "c", "TEL;TYPE=voice:1" + bad + "2"})
+            EXPECT_NE(refusal(card(good + line + "\r\n")), "") << line;
+        EXPECT_NE(refusal(card("FN:A" + bad + "nn\r\nTEL;TYPE=fax:1\r\n")), "");
+        EXPECT_NE(refusal(card("FN:Ann\r\nTEL;TYPE=fax:1" + bad + "2\r\n")), "");
+        EXPECT_EQ(refusal(card("KIND:group\r\nFN:Team\r\nX-QUELM-MEMBER:A" + bad + "nn\r\n", "4.0")),
+                  "the name of a member holds a line break or control character");
+    }
+}
+
+TEST(Vcards, RefusesACardWithAnAbsurdNumberOfNumbers)
+{
+    std::string lines = "FN:Ann\r\n";
+    for (int i = 0; i < 100; ++i)
+        lines += "TEL;TYPE=fax:" + std::to_string(i) + "\r\n";
+    EXPECT_THAT(read(card(lines)), SizeIs(100));
+    for (int i = 100; i < 20000; ++i)
+        lines += "TEL;TYPE=fax:" + std::to_string(i) + "\r\n";
+    EXPECT_EQ(refusal(card(lines)), "has more than 100 fax numbers of a kind; mend the card");
 }
 
 TEST(Vcards, TakesTheNameFromNWithoutFn)
