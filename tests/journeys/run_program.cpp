@@ -104,6 +104,8 @@ void openTerminal(const std::string& text, End& ours, End& theirs)
     ::dup2(input, STDIN_FILENO);
     ::dup2(output, STDOUT_FILENO);
     ::dup2(errors, STDERR_FILENO);
+    for (const int stream : request.withoutStreams)
+        ::close(stream);
     ::signal(SIGPIPE, SIG_DFL);
     for (const auto& setting : request.environment) {
         const auto split = setting.find('=');
@@ -170,7 +172,9 @@ Result runProgram(const Request& request)
         errors.openTerminal();
     else
         errors.openPipeForReading();
-    if (request.outputClosed) {
+    if (request.outputIsTerminal) {
+        output.openTerminal();
+    } else if (request.outputClosed) {
         output.openPipeForReading();
         output.ours.close();
     } else if (request.outputFile.empty()) {

@@ -22,6 +22,9 @@ struct Request {
     std::function<void(int)> meanwhile = {};
     std::size_t killedAfterLines = 0; ///< SIGKILL ends it when it has written so many lines; 0: nothing does
     std::vector<std::string> environment; ///< NAME=VALUE, over the test's own
+    bool outputIsTerminal = false;        ///< standard output is a terminal
+    std::vector<int> withoutStreams =
+        {}; ///< standard streams, by number, that the program is started without
 };
 
 struct Result {
