@@ -19,6 +19,8 @@ std::string systemReason(int error)
         return localized("the file would exceed the size limit; raise the limit and try again");
     case EPIPE:
         return localized("the program that reads it has ended");
+    case EBADF: // a standard stream
+        return localized("the program was started without it");
     case EACCES:
     case EPERM:
         return localized("permission denied");

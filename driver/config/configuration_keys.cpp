@@ -31,10 +31,12 @@ constexpr std::size_t longestUser = 32;       // the user model's own bound
 constexpr std::size_t shortestPassphrase = 8; // the same
 constexpr const char* knownCommunity = "public";
 
-/// A relative path counts from the folder of the configuration file.
+/// A relative path counts from the folder of the configuration file; from the working folder when that is an
+/// open pipe, whose name no user chose.
 std::string fromFileFolder(const Configuration& configuration, const std::string& value)
 {
-    if (value.front() == '/')
+    const std::string_view file = configuration.file;
+    if (value.front() == '/' || file.starts_with("/dev/") || file.starts_with("/proc/"))
         return value;
     const std::size_t slash = configuration.file.rfind('/');
     return slash == std::string::npos ? value : configuration.file.substr(0, slash + 1) + value;

@@ -19,6 +19,7 @@ TEST(SystemReasonTest, SaysWhatToDo)
 TEST(SystemReasonTest, SaysWhatItMeansHere)
 {
     EXPECT_EQ(systemReason(EPIPE), "the program that reads it has ended");
+    EXPECT_EQ(systemReason(EBADF), "the program was started without it");
     EXPECT_EQ(systemReason(EACCES), "permission denied");
     EXPECT_EQ(systemReason(EPERM), systemReason(EACCES));
 }

@@ -14,6 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <string>
@@ -106,6 +107,18 @@ TEST_F(ConfigurationTest, APipeIsReadToItsEndHoweverSlowly)
     }
     EXPECT_EQ(quelm::readConfiguration(fifo).user, "zoe");
     waitpid(writer, nullptr, 0);
+}
+
+TEST_F(ConfigurationTest, RelativePathsInAPipeCountFromTheWorkingFolder)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    const quelm::FileHandle out(ends[0]);
+    {
+        const quelm::FileHandle in(ends[1]);
+        ASSERT_EQ(write(in.get(), "[driver]\nhome=here\n", 19), 19);
+    }
+    EXPECT_EQ(quelm::readConfiguration("/dev/fd/" + std::to_string(out.get())).home, "here");
 }
 
 TEST_F(ConfigurationTest, AFifoThatNobodyWritesIsNotWaitedForForEver)
