@@ -37,11 +37,11 @@ using Database = std::unique_ptr<sqlite3, Closer>;
 }
 
 /// Opens a file with SQLITE_OPEN_... flags. `path` is absolute, so that no part of it is a command
-/// to SQLite.
-inline Database open(const std::string& path, int flags)
+/// to SQLite. `layer` names the file layer to open it with; null for SQLite's own.
+inline Database open(const std::string& path, int flags, const char* layer = nullptr)
 {
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_EXRESCODE, nullptr);
+    const int code = sqlite3_open_v2(path.c_str(), &opened, flags | SQLITE_OPEN_EXRESCODE, layer);
     Database database(opened);
     if (code != SQLITE_OK)
         fail(database.get(), code);

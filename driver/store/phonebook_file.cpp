@@ -1,12 +1,17 @@
-// Tells phonebooks from other files, makes empty ones and words what can go wrong.
+// Looks at what lies under a phonebook's name, makes new phonebooks and words what can go wrong.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/store/phonebook_file.h"
 
 #include "base/error.h"
+#include "base/file_handle.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
+#include "driver/store/book_layer.h"
 
+#include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -58,7 +63,7 @@ std::string fileHead(const std::string& path, std::size_t size)
     struct NameCloser {
         void operator()(const char* name) const { sqlite3_free_filename(name); }
     };
-    sqlite3_vfs* layer = sqlite3_vfs_find(nullptr);
+    sqlite3_vfs* layer = sqlite3_vfs_find(book_layer::name());
     const std::unique_ptr<const char, NameCloser> name(
         sqlite3_create_filename(path.c_str(), "", "", 0, nullptr));
     const std::unique_ptr<sqlite3_file, FileCloser> file(
@@ -98,6 +103,46 @@ bool isWhole(const sqlite::Database& database)
     size.reset();
     sqlite::run(database, "COMMIT");
     return whole;
+}
+
+/// What lies under a name and is no plain file, and what to do about it.
+std::string noPlainFile(mode_t mode)
+{
+    if (S_ISLNK(mode))
+        return localized("it is a link; put the file itself in its place or choose another file");
+    if (S_ISDIR(mode))
+        return localized("it is a folder; choose a file in it or another file");
+    if (S_ISFIFO(mode))
+        return localized("it is a pipe and no file; move it away or choose another file");
+    return localized("it is a device or socket and no file; choose another file");
+}
+
+/// The login name, or the number where there is none.
+std::string nameOf(uid_t user)
+{
+    const passwd* entry = ::getpwuid(user);
+    return entry != nullptr ? entry->pw_name : std::to_string(user);
+}
+
+/// The path without links.
+std::string absolutePath(const std::string& path)
+{
+    struct Freer {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Freer> absolute(realpath(path.c_str(), nullptr));
+    if (!absolute)
+        fail(path, Action::open, reasonAndRemedy(errno));
+    return absolute.get();
+}
+
+/// What lies under the name, a link itself; nothing is opened, and so nobody waited for.
+struct stat statusOf(const std::string& shown, const std::string& path)
+{
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0)
+        fail(shown, Action::open, reasonAndRemedy(errno));
+    return status;
 }
 
 const char* failureOf(Action action)
@@ -153,34 +198,41 @@ std::string reason(const sqlite::Failure& failure)
     }
 }
 
-std::string requirePhonebook(const std::string& path)
+Looked requirePhonebook(const std::string& path, Whose whose)
 {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0)
-        fail(path, Action::open, reasonAndRemedy(errno));
-    if (!S_ISREG(status.st_mode))
-        fail(path, Action::open, localized("that is no file but a folder or device; choose a file"));
-    if (status.st_size == 0)
+    if (whose == Whose::own) {
+        const struct stat named = statusOf(path, path);
+        if (!S_ISREG(named.st_mode))
+            fail(path, Action::open, noPlainFile(named.st_mode));
+        if (named.st_uid != geteuid())
+            fail(path, Action::open,
+                 // Translators: %s is a login name.
+                 localized(
+                     "it belongs to %s, who alone may change it; read it as a shared phonebook or choose "
+                     "another file",
+                     nameOf(named.st_uid)));
+    }
+    Looked looked;
+    looked.path = absolutePath(path);
+    looked.status = statusOf(path, looked.path);
+    if (!S_ISREG(looked.status.st_mode))
+        fail(path, Action::open, noPlainFile(looked.status.st_mode));
+    if (looked.status.st_size == 0)
         fail(path, Action::open,
              localized("the file is empty and no phonebook; move it away or choose another file"));
-    struct Freer {
-        void operator()(char* text) const { std::free(text); }
-    };
-    const std::unique_ptr<char, Freer> absolute(realpath(path.c_str(), nullptr));
-    if (!absolute)
-        fail(path, Action::open, reasonAndRemedy(errno));
     constexpr std::size_t headSize = 100;
     constexpr std::size_t versionOffset = 60;
     constexpr std::size_t applicationOffset = 68;
     constexpr std::string_view magic("SQLite format 3\0", 16);
-    const std::string head = fileHead(absolute.get(), headSize);
+    const book_layer::Watch watch(looked.path, looked.status);
+    const std::string head = fileHead(looked.path, headSize);
     if (head.compare(0, magic.size(), magic) != 0 ||
         bigEndian(head, applicationOffset) != phonebookApplication)
         fail(path, Action::open, localized("the file is no phonebook; move it away or choose another file"));
     if (bigEndian(head, versionOffset) > phonebookVersion)
         fail(path, Action::open,
              localized("it was written by a newer version of this program; update the program"));
-    return absolute.get();
+    return looked;
 }
 
 bool holdsPhonebook(const sqlite::Database& database)
@@ -192,12 +244,18 @@ bool holdsPhonebook(const sqlite::Database& database)
     return check.step() && check.bytes(0) == "ok" && isWhole(database);
 }
 
-std::string empty()
+std::string bytesOf(const std::deque<Record>& records)
 {
     const sqlite::Database memory =
         sqlite::open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY);
     sqlite::run(memory, markPhonebook);
     sqlite::run(memory, tableDefinition);
+    for (const Record& record : records) {
+        sqlite::Statement insertion(memory, "INSERT INTO record(key, data) VALUES(?1, ?2)");
+        insertion.bind(1, record.key);
+        insertion.bind(2, record.data);
+        insertion.step();
+    }
     struct Freer {
         void operator()(unsigned char* bytes) const { sqlite3_free(bytes); }
     };

@@ -4,7 +4,11 @@
 #define DRIVER_STORE_PHONEBOOK_FILE_H
 
 #include "base/sqlite/sqlite.h"
+#include "driver/store/record.h"
 
+#include <sys/stat.h>
+
+#include <deque>
 #include <string>
 
 namespace quelm::phonebook_file {
@@ -29,16 +33,26 @@ auto wording(const std::string& path, Action action, Step step)
     }
 }
 
+/// Whose file a phonebook has to be: to be read anybody's, to be changed the user's own.
+enum class Whose { anybodys, own };
+
+/// A plain file as it was looked at.
+struct Looked {
+    std::string path; ///< absolute and without links
+    struct stat status {};
+};
+
 /// Refuses, with an Error, what is no phonebook by the first bytes of the file: before SQLite looks
-/// at it, which might take a foreign file's journal for a reason to write. Returns the absolute
-/// path without links.
-std::string requirePhonebook(const std::string& path);
+/// at it, which might take a foreign file's journal for a reason to write. Only a plain file is opened, so
+/// that no fifo holds us up; one of the user's own must not be reached by a link, whose maker would say which
+/// it is.
+Looked requirePhonebook(const std::string& path, Whose whose = Whose::anybodys);
 
 /// True when the open file holds the one table that a phonebook has, and no page is damaged.
 [[nodiscard]] bool holdsPhonebook(const sqlite::Database& database);
 
-/// An empty phonebook as the bytes of its file.
-std::string empty();
+/// A phonebook with these records, as the bytes of its file.
+std::string bytesOf(const std::deque<Record>& records);
 
 } // namespace quelm::phonebook_file
 

@@ -3,11 +3,16 @@
 #include "driver/store/record_store.h"
 
 #include "base/atomic_file.h"
+#include "base/file_handle.h"
 #include "base/sqlite/sqlite.h"
+#include "base/system_reason.h"
 #include "base/translation.h"
+#include "driver/store/book_layer.h"
 #include "driver/store/phonebook_file.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdint>
@@ -32,12 +37,15 @@ bool exists(const std::string& path)
 } // namespace
 
 struct RecordStore::Connection {
+    book_layer::Watch watch; ///< as long as the database is open
     sqlite::Database database;
     struct stat identity {};
     std::int64_t version = 0; ///< of the content in memory; changes when others commit
     std::optional<sqlite::Statement> upsert;
 
-    Connection(const std::string& path, int flags) : database(sqlite::open(path, flags))
+    Connection(const phonebook_file::Looked& looked, int flags)
+        : watch(looked.path, looked.status), database(sqlite::open(looked.path, flags, book_layer::name())),
+          identity(looked.status)
     {
         sqlite3_busy_timeout(database.get(), static_cast<int>(patience.count()));
         sqlite3_db_config(database.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
@@ -46,8 +54,6 @@ struct RecordStore::Connection {
         // only reads must not look at the file here: it may have to be repaired first.)
         if ((flags & SQLITE_OPEN_READWRITE) != 0)
             sqlite::run(database, "PRAGMA synchronous=EXTRA");
-        if (stat(path.c_str(), &identity) != 0)
-            throw sqlite::Failure{SQLITE_IOERR, errno, ""};
     }
 
     /// Gives up the transaction, if SQLite has not done so itself.
@@ -75,19 +81,52 @@ RecordStore::RecordStore(const std::string& path, Access wanted) : file_(path), 
 
 RecordStore::~RecordStore() = default;
 
-void RecordStore::create(const std::string& path)
+void RecordStore::create(const std::string& path, Readers readers)
 {
     if (exists(path)) {
         // What is wrong with the file helps more than that it is there.
         const RecordStore present(path, Access::readWrite);
         fail(path, Action::create, localized("it exists already; open it or choose another name"));
     }
-    wording(path, Action::create, [&] {
+    if (!createUnlessThere(path, readers))
+        fail(path, Action::create, localized("a file of that name has just appeared; try again"));
+}
+
+bool RecordStore::createUnlessThere(const std::string& path, Readers readers,
+                                    const std::deque<Record>& records)
+{
+    return !exists(path) && wording(path, Action::create, [&] {
         AtomicFile created(path);
-        created.write(phonebook_file::empty());
-        if (!created.commitNew())
-            fail(path, Action::create, localized("a file of that name has just appeared; try again"));
+        // Before anything is in it. What others may read is left to the umask, but nobody else
+        // writes.
+        constexpr mode_t forOthers = S_IWGRP | S_IWOTH;
+        constexpr mode_t forOwner = S_IRUSR | S_IWUSR;
+        struct stat made {};
+        const int descriptor = created.descriptor();
+        if (fstat(descriptor, &made) != 0 ||
+            fchmod(descriptor, readers == Readers::owner ? forOwner : made.st_mode & ~forOthers) != 0)
+            fail(path, Action::create, systemReason(errno));
+        created.write(phonebook_file::bytesOf(records));
+        return created.commitNew();
     });
+}
+
+void RecordStore::makePrivate()
+{
+    constexpr mode_t forOthers = S_IRWXG | S_IRWXO;
+    constexpr mode_t permissionBits = 07777;
+    // A descriptor that stands for the name alone: closing any other one would drop the locks of this
+    // process.
+    const FileHandle file(open(file_.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    struct stat present {};
+    if (!file.isOpen() || fstat(file.get(), &present) != 0 || !isSameFile() ||
+        present.st_ino != connection_->identity.st_ino || (present.st_mode & forOthers) == 0)
+        return;
+    const std::string name = "/proc/self/fd/" + std::to_string(file.get());
+    if (chmod(name.c_str(), present.st_mode & permissionBits & ~forOthers) != 0)
+        fail(file_, Action::open,
+             // Translators: the file, the system's reason.
+             localized("others can read it and it cannot be closed to them: %s", systemReason(errno)));
 }
 
 void RecordStore::reconnect()
@@ -97,20 +136,29 @@ void RecordStore::reconnect()
     pending_.clear();
     index_.clear();
     list_.clear();
+    ++readings_;
+    const bool writes = access_ == Access::readWrite;
     wording(file_, Action::open, [&] {
-        const std::string absolute = phonebook_file::requirePhonebook(file_);
+        using phonebook_file::Whose;
+        const auto looked = phonebook_file::requirePhonebook(file_, writes ? Whose::own : Whose::anybodys);
         std::unique_ptr<Connection> made;
-        const auto connect = [&](int flags) { made = std::make_unique<Connection>(absolute, flags); };
-        connect(access_ == Access::read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-        if (access_ == Access::readWrite && sqlite3_db_readonly(made->database.get(), "main") != 0)
+        const auto connect = [&](int flags) {
+            made.reset();
+            made = std::make_unique<Connection>(looked, flags);
+        };
+        connect(writes ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
+        if (writes && sqlite3_db_readonly(made->database.get(), "main") != 0)
             throw sqlite::Failure{SQLITE_READONLY, 0, ""};
         try {
             if (!phonebook_file::holdsPhonebook(made->database))
                 throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};
         } catch (const sqlite::Failure& failure) {
             // A writer died in the middle of saving. Undoing that takes a writable connection.
-            if (access_ == Access::readWrite || failure.code != SQLITE_READONLY_ROLLBACK)
+            if (writes || failure.code != SQLITE_READONLY_ROLLBACK)
                 throw;
+            if (looked.status.st_uid != geteuid())
+                fail(file_, Action::open,
+                     localized("a program ended while it was saving to it; have its owner open it once"));
             connect(SQLITE_OPEN_READWRITE);
             if (!phonebook_file::holdsPhonebook(made->database))
                 throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};
@@ -123,6 +171,7 @@ void RecordStore::reconnect()
 
 void RecordStore::load(Connection& from)
 {
+    ++readings_;
     pending_.clear();
     index_.clear();
     list_.clear();
@@ -181,6 +230,16 @@ bool RecordStore::isSameFile() const
            present.st_dev == connection_->identity.st_dev && present.st_ino == connection_->identity.st_ino;
 }
 
+/// SQLite would not open it, and could not say which file it is.
+void RecordStore::requireNoForeignJournal() const
+{
+    const auto journal = book_layer::foreignJournal(sqlite3_db_filename(connection_->database.get(), "main"),
+                                                    connection_->identity.st_uid);
+    if (!journal.empty())
+        fail(file_, Action::save,
+             localized("somebody else has put %s beside it; have that removed and try again", journal));
+}
+
 void RecordStore::beginChange()
 {
     if (access_ == Access::read)
@@ -189,6 +248,7 @@ void RecordStore::beginChange()
         fail(file_, Action::save, localized("the file was removed or replaced; open it again"));
     if (inTransaction_)
         return;
+    requireNoForeignJournal();
     sqlite::run(connection_->database, "BEGIN IMMEDIATE");
     inTransaction_ = true;
     for (const Change& change : pending_)

@@ -3,6 +3,8 @@
 #ifndef DRIVER_STORE_RECORD_STORE_H
 #define DRIVER_STORE_RECORD_STORE_H
 
+#include "driver/store/record.h"
+
 #include <chrono>
 #include <cstddef>
 #include <deque>
@@ -15,12 +17,6 @@
 
 namespace quelm {
 
-/// One record. Any bytes but NUL.
-struct Record {
-    std::string key;
-    std::string data;
-};
-
 /// One phonebook file, open. The records are read into memory when the file is opened and by
 /// `refresh`, so that the numbers of rows on the screen stay right while other drivers save to the
 /// same file. Changes go to the file's end of a transaction, and into the file with `commit`; what was
@@ -30,15 +26,28 @@ class RecordStore {
 public:
     enum class Access { read, readWrite };
 
-    /// Opens an existing phonebook. A file that is none (or is damaged, or comes from a newer
-    /// version) is refused; it stays byte for byte as it is, and nothing appears next to it.
+    /// Who may read a phonebook that is made: its owner alone, or everybody (as far as the umask leaves it).
+    enum class Readers { owner, everybody };
+
+    /// Opens an existing phonebook: to read it, anybody's plain file; to change it, one of the user's own
+    /// that no link leads to. A file that is none (or is damaged, or comes from a newer version) is refused;
+    /// it stays byte for byte as it is, and nothing appears next to it. A journal beside it counts only when
+    /// it is a plain file of the phonebook's owner, the user or root.
     RecordStore(const std::string& path, Access access);
     ~RecordStore();
     RecordStore(const RecordStore&) = delete;
     RecordStore& operator=(const RecordStore&) = delete;
 
     /// Creates an empty phonebook. Whatever exists under that name makes it fail.
-    static void create(const std::string& path);
+    static void create(const std::string& path, Readers readers = Readers::owner);
+
+    /// Creates a phonebook with these records. False, and nothing is changed, when something of that name
+    /// exists by now.
+    [[nodiscard]] static bool createUnlessThere(const std::string& path, Readers readers,
+                                                const std::deque<Record>& records = {});
+
+    /// Takes away what others may do with the file of a phonebook that was opened to be changed.
+    void makePrivate();
 
     /// Reads the file again if it changed; what was not committed is dropped.
     void refresh();
@@ -46,6 +55,9 @@ public:
     /// In the order in which the keys were first saved. References stay valid until `refresh`,
     /// `remove` or `clear`; a text until its record is saved again.
     const std::deque<Record>& records() const { return list_; }
+
+    /// Counts how often `records` became others than those that were there and those that were saved since.
+    std::size_t readings() const { return readings_; }
 
     /// The index in `records` of the record with that key.
     std::optional<std::size_t> find(std::string_view key) const;
@@ -74,6 +86,7 @@ private:
     void load(Connection& from);
     void indexRecords();
     bool isSameFile() const;
+    void requireNoForeignJournal() const;
     void beginChange();
     bool apply(const Change& change);
     bool make(Change change);
@@ -86,6 +99,7 @@ private:
     std::unordered_map<std::string_view, std::size_t> index_; ///< keys are those of `list`
     std::vector<Change> pending_;                             ///< since the last commit
     bool inTransaction_ = false;
+    std::size_t readings_ = 0;
 };
 
 /// How long opening and saving wait for another driver that is saving to the same file; 5 s unless

@@ -88,11 +88,19 @@ int inProcess(Body body)
     return WIFEXITED(word) ? WEXITSTATUS(word) : 128 + WTERMSIG(word);
 }
 
+inline constexpr unsigned ordinaryUser = 65534;
+
+/// Root gives away what the ordinary user is to own; anybody else owns it already.
+inline void giveToOrdinaryUser(const std::string& path)
+{
+    if (geteuid() == 0 && chown(path.c_str(), ordinaryUser, ordinaryUser) != 0)
+        throw std::runtime_error("cannot give " + path + " away");
+}
+
 /// Root may write anything; as root this gives that up. To be called in a process of its own.
 inline void becomeOrdinaryUser()
 {
-    constexpr unsigned nobody = 65534;
-    if (geteuid() == 0 && (setgid(nobody) != 0 || setuid(nobody) != 0))
+    if (geteuid() == 0 && (setgid(ordinaryUser) != 0 || setuid(ordinaryUser) != 0))
         throw std::runtime_error("cannot give up root's rights");
 }
 

@@ -45,6 +45,7 @@ TEST_F(RecordStoreTest, ReadOnlyAccessSavesNothing)
 TEST_F(RecordStoreTest, FileWithoutWritePermissionCanBeReadOnly)
 {
     save("uAnne", "1");
+    giveToOrdinaryUser(book);
     chmod(book.c_str(), 0444);
     EXPECT_EQ(inProcess([&] {
                   becomeOrdinaryUser();
@@ -67,7 +68,7 @@ TEST_F(RecordStoreTest, FileWithoutReadPermissionIsRefused)
 
 TEST_F(RecordStoreTest, FolderWithoutWritePermissionMakesSavingFailAndSaysSo)
 {
-    chmod(book.c_str(), 0666);
+    giveToOrdinaryUser(book);
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
     EXPECT_EQ(inProcess([&] {
                   becomeOrdinaryUser();
@@ -175,10 +176,12 @@ TEST_F(RecordStoreTest, DamagedPhonebookIsRefused)
 TEST_F(RecordStoreTest, FolderAndDeviceAreRefused)
 {
     std::filesystem::create_directory(folder / "folder.xdb");
-    expectRefused("folder.xdb", "no file but a folder or device");
+    expectRefused("folder.xdb", "it is a folder; choose a file in it or another file");
     ASSERT_EQ(mkfifo((folder / "fifo.xdb").c_str(), 0600), 0);
-    EXPECT_TRUE(mentions(openingProblem(folder / "fifo.xdb"), "no file but a folder or device"));
-    EXPECT_TRUE(mentions(openingProblem("/dev/null"), "no file but a folder or device"));
+    for (const Access access : {Access::read, Access::readWrite}) {
+        EXPECT_TRUE(mentions(openingProblem(folder / "fifo.xdb", access), "it is a pipe and no file"));
+        EXPECT_TRUE(mentions(openingProblem("/dev/null", access), "it is a device or socket"));
+    }
 }
 
 TEST_F(RecordStoreTest, MissingFileIsNotCreatedByOpening)
