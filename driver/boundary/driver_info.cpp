@@ -23,7 +23,7 @@ char* fact(std::string quelm::HostState::*member)
 
 GlobalDriverInfo* pDriverGlobals = nullptr;
 
-char* GlobalDriverInfo::getExecutableLocation() { return fact(&quelm::HostState::home); }
+char* GlobalDriverInfo::getExecutableLocation() { return fact(&quelm::HostState::location); }
 
 char* GlobalDriverInfo::getCurrentUserName() { return fact(&quelm::HostState::user); }
 

@@ -19,6 +19,12 @@ void Failures::widgetMissing(const std::string& line) { last_.definition = oneLi
 
 void Failures::databaseFailed(const std::string& line) { last_.database = oneLine(line); }
 
+void Failures::phonebookTroubled(const std::string& line)
+{
+    last_.database = oneLine(line);
+    report(false, last_.database);
+}
+
 void Failures::directoryFailed(const std::string& line)
 {
     last_.directory = oneLine(line);

@@ -32,6 +32,9 @@ public:
     void widgetMissing(const std::string& line);
     /// Not logged: the component tries one file after another.
     void databaseFailed(const std::string& line);
+    /// A phonebook did not take what the user saved, or cannot show all that it holds; logged as a warning,
+    /// as the component says nothing of it.
+    void phonebookTroubled(const std::string& line);
     /// Logged as a warning.
     void directoryFailed(const std::string& line);
     void directoryAnswered() { last_.directory.clear(); }

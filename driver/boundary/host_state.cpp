@@ -27,7 +27,7 @@ BaseBiDiSession deviceQueries;
 } // namespace
 
 HostState::HostState(std::string homeFolder, std::string userName)
-    : home(std::move(homeFolder)), user(std::move(userName))
+    : home(std::move(homeFolder)), location(home), user(std::move(userName))
 {
     if (theState != nullptr)
         throw Error(localized("a driver runs in this process already; end it before another one is started"));

@@ -17,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -56,12 +57,15 @@ public:
     void connectDevice(const DeviceSettings& settings);
     std::unique_ptr<DeviceSession> device; ///< null without one
 
-    std::string home; ///< as the component is told it: without a trailing "/"
+    std::string home;     ///< of the installation, without a trailing "/"
+    std::string location; ///< of db/phonebook, as the component is told it; the home folder unless it is said
     std::string user;
 
     std::optional<std::tm> lastReading; ///< of the clock, which several formats of one time share
 
     Failures failures; ///< why the boundary's functions answered false
+
+    std::set<std::string> damagedPhonebooks; ///< of whose unreadable records the user was told
 
     /// The handle on a widget, made on first use; it lives as long as this object.
     GTKObject& handleOf(Widget& widget);

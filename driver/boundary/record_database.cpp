@@ -2,21 +2,32 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "host/record_database.h"
 
+#include "base/bounded_text.h"
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
+#include "driver/store/record_fields.h"
 #include "driver/store/record_store.h"
 #include "host/files.h"
 
+#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace quelm {
 
 namespace {
+
+/// Ends the saving of a record that could not be read again. The component says nothing of it: the user is
+/// told.
+class RefusedRecord : public Error {
+public:
+    using Error::Error;
+};
 
 /// Keeps why an operation failed with the driver that lives; an exception that says nothing leaves no reason.
 void keepReason(const char* reason) noexcept
@@ -28,12 +39,24 @@ void keepReason(const char* reason) noexcept
     }
 }
 
+/// The same for a reason that the component passes over in silence and the user has to hear.
+void tell(const char* reason) noexcept
+{
+    try {
+        if (auto* state = HostState::current())
+            state->failures.phonebookTroubled(reason);
+    } catch (...) { // no memory for the reason
+    }
+}
+
 /// Runs an operation of the boundary.
 template <typename Operation>
 bool guarded(Operation operation) noexcept
 {
     try {
         return operation();
+    } catch (const RefusedRecord& refusal) {
+        tell(refusal.what());
     } catch (const std::exception& error) {
         keepReason(error.what());
     } catch (...) {
@@ -47,6 +70,118 @@ bool guarded(Operation operation) noexcept
     throw Error(localized("no phonebook is open: choose a file and open it first"));
 }
 
+/// What a record is called in messages: its key without the letter of its kind, in bounds.
+std::string nameOf(const Record& record)
+{
+    constexpr std::size_t longest = 80;
+    return std::string(boundedHead(std::string_view(record.key).substr(record.key.empty() ? 0 : 1), longest));
+}
+
+/// One open phonebook and the records in it that the component can read. Of the others it would list nothing,
+/// or list nothing behind them; that there are some is said once for each file.
+class OpenPhonebook {
+public:
+    OpenPhonebook(const std::string& path, RecordStore::Access access) : store_(path, access) { look(); }
+
+    RecordStore& store() { return store_; }
+
+    std::size_t count() { return readable().size(); }
+    const Record* at(std::size_t position)
+    {
+        return position < count() ? &store_.records()[readable_[position]] : nullptr;
+    }
+    std::optional<std::size_t> find(std::string_view key)
+    {
+        const auto at = store_.find(key);
+        if (!at)
+            return std::nullopt;
+        const auto found = std::ranges::lower_bound(readable(), *at);
+        if (found == readable_.end() || *found != *at)
+            return std::nullopt;
+        return static_cast<std::size_t>(found - readable_.begin());
+    }
+
+    void refresh()
+    {
+        store_.refresh();
+        readable();
+    }
+
+    /// Saves a record that can be read.
+    void save(Record record)
+    {
+        const auto before = store_.find(record.key);
+        const bool wasReadable = before && std::ranges::binary_search(readable(), *before);
+        store_.save(std::move(record));
+        if (!before)
+            readable_.push_back(store_.records().size() - 1);
+        else if (!wasReadable)
+            look();
+    }
+
+private:
+    const std::vector<std::size_t>& readable()
+    {
+        if (readings_ != store_.readings())
+            look();
+        return readable_;
+    }
+
+    void look()
+    {
+        readings_ = store_.readings();
+        readable_.clear();
+        const auto& records = store_.records();
+        std::size_t firstBad = records.size();
+        for (std::size_t at = 0; at < records.size(); ++at)
+            if (!fieldProblem(records[at].data))
+                readable_.push_back(at);
+            else
+                firstBad = std::min(firstBad, at);
+        auto* state = HostState::current();
+        if (firstBad == records.size() || state == nullptr ||
+            !state->damagedPhonebooks.insert(store_.path()).second)
+            return;
+        const std::size_t bad = records.size() - readable_.size();
+        state->failures.phonebookTroubled(localizedCount(
+            // Translators: the file, a number, the record's name, and why it cannot be read.
+            "the phonebook \"%s\" has %d record that cannot be read and is left out, \"%s\": %s; replace or "
+            "remove it with quelm-driver phonebook",
+            "the phonebook \"%s\" has %d records that cannot be read and are left out, the first is \"%s\": "
+            "%s; "
+            "replace or remove them with quelm-driver phonebook",
+            bad, store_.path(), bad, nameOf(records[firstBad]),
+            described(*fieldProblem(records[firstBad].data))));
+    }
+
+    RecordStore store_;
+    std::vector<std::size_t> readable_; ///< positions in the store
+    std::size_t readings_ = 0;          ///< of the store when it was looked at
+};
+
+/// A phonebook in the user's folder is nobody else's affair. One that he chose elsewhere keeps the
+/// permissions that it was given: it may be the one that he keeps for others.
+bool isPrivate(std::string_view path)
+{
+    const auto* state = HostState::current();
+    return state != nullptr && path.starts_with(state->location + "/db/phonebook/user/");
+}
+
+/// A record that the component could not read again must not take a good one's place. The component says
+/// nothing of a record that was not saved.
+void requireReadable(const Record& record, const std::string& path)
+{
+    const auto problem = fieldProblem(record.data);
+    if (!problem)
+        return;
+    // Translators: the record's name, the file, and why it could not be read again.
+    const std::string line =
+        localized("\"%s\" was not saved to the phonebook \"%s\": %s; fill it in or leave "
+                  "it empty, and save again",
+                  nameOf(record), path, described(*problem));
+    throw RefusedRecord(line);
+}
+
 } // namespace
 
 } // namespace quelm
@@ -54,16 +189,16 @@ bool guarded(Operation operation) noexcept
 /// Shared with the iterators, which so find out that the file was closed.
 struct QuelmLegacyDatabase::Impl {
     struct Slot {
-        std::unique_ptr<quelm::RecordStore> store;
+        std::unique_ptr<quelm::OpenPhonebook> open;
     };
     std::shared_ptr<Slot> slot = std::make_shared<Slot>();
     std::string missing; ///< what could not be opened last, because there was no such file
 
-    quelm::RecordStore& store() const
+    quelm::OpenPhonebook& phonebook() const
     {
-        if (!slot->store)
+        if (!slot->open)
             quelm::failWithoutFile();
-        return *slot->store;
+        return *slot->open;
     }
 };
 
@@ -78,7 +213,7 @@ QuelmLegacyDatabase::~QuelmLegacyDatabase()
 bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
 {
     return quelm::guarded([&] {
-        impl->slot->store.reset();
+        impl->slot->open.reset();
         const bool reads = mode != nullptr && std::strcmp(mode, "r") == 0;
         const bool writes = mode != nullptr && std::strcmp(mode, "r+") == 0;
         if (path == nullptr || (!reads && !writes))
@@ -87,8 +222,10 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
         // Remembered for `createDatabase`, which is asked next.
         impl->missing = FileObject::doesPathExist(path) ? "" : path;
         using Access = quelm::RecordStore::Access;
-        impl->slot->store =
-            std::make_unique<quelm::RecordStore>(path, reads ? Access::read : Access::readWrite);
+        impl->slot->open =
+            std::make_unique<quelm::OpenPhonebook>(path, reads ? Access::read : Access::readWrite);
+        if (writes && quelm::isPrivate(path))
+            impl->slot->open->store().makePrivate();
         return true;
     });
 }
@@ -96,7 +233,7 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
 bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
 {
     return quelm::guarded([&] {
-        impl->slot->store.reset();
+        impl->slot->open.reset();
         if (path == nullptr)
             throw quelm::Error(quelm::localized("a phonebook is created under a file name; name a file"));
         using Store = quelm::RecordStore;
@@ -112,12 +249,12 @@ bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
                     throw;
             }
         }
-        auto store = std::make_unique<Store>(path, Store::Access::readWrite);
         if (empties) {
-            store->clear();
-            store->commit();
+            Store present(path, Store::Access::readWrite);
+            present.clear();
+            present.commit();
         }
-        impl->slot->store = std::move(store);
+        impl->slot->open = std::make_unique<quelm::OpenPhonebook>(path, Store::Access::readWrite);
         return true;
     });
 }
@@ -125,15 +262,15 @@ bool QuelmLegacyDatabase::createDatabase(char* path, int flags)
 bool QuelmLegacyDatabase::reopenDatabase()
 {
     return quelm::guarded([&] {
-        impl->store().refresh();
+        impl->phonebook().refresh();
         return true;
     });
 }
 
 bool QuelmLegacyDatabase::closeDatabase()
 {
-    const bool open = impl->slot->store != nullptr;
-    impl->slot->store.reset();
+    const bool open = impl->slot->open != nullptr;
+    impl->slot->open.reset();
     return open;
 }
 
@@ -143,7 +280,10 @@ bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* record)
         if (record == nullptr || record->key == nullptr || record->data == nullptr)
             throw quelm::Error(
                 quelm::localized("a phonebook takes records with a key and a text; nothing was saved"));
-        impl->store().save({record->key, record->data});
+        quelm::Record saved{record->key, record->data};
+        auto& phonebook = impl->phonebook();
+        quelm::requireReadable(saved, phonebook.store().path());
+        phonebook.save(std::move(saved));
         return true;
     });
 }
@@ -151,7 +291,7 @@ bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* record)
 bool QuelmLegacyDatabase::serializeDatabase()
 {
     return quelm::guarded([&] {
-        impl->store().commit();
+        impl->phonebook().store().commit();
         return true;
     });
 }
@@ -159,31 +299,31 @@ bool QuelmLegacyDatabase::serializeDatabase()
 bool QuelmLegacyDatabase::getNumberOfRecords(int& count)
 {
     return quelm::guarded([&] {
-        count = static_cast<int>(impl->store().records().size());
+        count = static_cast<int>(impl->phonebook().count());
         return true;
     });
 }
 
 struct QuelmLegacyDatabaseIterator::Impl {
     std::shared_ptr<QuelmLegacyDatabase::Impl::Slot> slot;
-    std::size_t next = 0; ///< index of the record after the one handed out last
+    std::size_t next = 0; ///< position of the record after the one handed out last
     LegacyDBRecord record{};
 
-    const quelm::RecordStore* store() const { return slot ? slot->store.get() : nullptr; }
+    quelm::OpenPhonebook* phonebook() const { return slot ? slot->open.get() : nullptr; }
 
     LegacyDBRecord* handOut(std::size_t at)
     {
-        const quelm::RecordStore* open = store();
-        if (open == nullptr || at >= open->records().size())
+        quelm::OpenPhonebook* open = phonebook();
+        const quelm::Record* found = open == nullptr ? nullptr : open->at(at);
+        if (found == nullptr)
             return nullptr;
-        const quelm::Record& found = open->records()[at];
         next = at + 1;
         // Readers go by the terminators: lengths that do not fit 16 bits wrap, the texts are whole.
-        record.keyLength = static_cast<std::uint16_t>(found.key.size());
-        record.dataLength = static_cast<std::uint16_t>(found.data.size());
-        record.recordLength = static_cast<std::uint16_t>(found.key.size() + found.data.size());
-        record.key = const_cast<char*>(found.key.c_str());
-        record.data = const_cast<char*>(found.data.c_str());
+        record.keyLength = static_cast<std::uint16_t>(found->key.size());
+        record.dataLength = static_cast<std::uint16_t>(found->data.size());
+        record.recordLength = static_cast<std::uint16_t>(found->key.size() + found->data.size());
+        record.key = const_cast<char*>(found->key.c_str());
+        record.data = const_cast<char*>(found->data.c_str());
         return &record;
     }
 };
@@ -208,7 +348,7 @@ LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordN(int n)
 
 LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordByKey(char* key)
 {
-    const quelm::RecordStore* open = impl->store();
+    quelm::OpenPhonebook* open = impl->phonebook();
     const auto at = open != nullptr && key != nullptr ? open->find(key) : std::nullopt;
     return at ? impl->handOut(*at) : nullptr;
 }

@@ -35,7 +35,7 @@ std::string startFailure(const HostState& state)
     if (state.guard.failures() > 0)
         return localized("it failed in its start-up");
     const LastFailure& last = state.failures.last();
-    const fs::path phonebooks = state.home + "/db/phonebook";
+    const fs::path phonebooks = state.location + "/db/phonebook";
     std::error_code failure;
     const std::string folder =
         folderTrouble(fs::exists(phonebooks, failure) ? phonebooks / "user" : phonebooks);

@@ -86,8 +86,9 @@ std::optional<FileFormat> formatByName(std::string_view file)
 Outcome listPhonebook(const PhonebookPlace& place, bool csv)
 {
     const auto items = readItems(place);
-    return {csv ? writeCsvContacts(readableItems(items)) : listText(items),
-            unreadableRecords(items, place.path)};
+    if (!csv)
+        return {listText(items), {}};
+    return {writeCsvContacts(readableItems(items)), unreadableRecords(items, place.path)};
 }
 
 Outcome showItem(const PhonebookPlace& place, const std::string& name)

@@ -20,6 +20,14 @@ std::string listed(const std::vector<std::string>& names)
     return text;
 }
 
+/// The name in a record's key.
+std::string keyName(const Phonebook::Item& item)
+{
+    return shownLine(item.key.empty() ? "" : item.key.substr(1));
+}
+
+bool isGroupKey(const Phonebook::Item& item) { return item.key.starts_with(groupKey("")); }
+
 bool matches(const Phonebook::Item& item, std::string_view name, bool group)
 {
     if (const auto* found = std::get_if<PhonebookGroup>(&item.content))
@@ -49,7 +57,10 @@ std::string listText(const std::vector<Phonebook::Item>& items)
         else if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
             rows.emplace_back("[" + shownLine(group->name) + "]", listed(group->members));
         else
-            continue;
+            rows.emplace_back(
+                isGroupKey(item) ? "[" + keyName(item) + "]" : keyName(item),
+                // Translators: %s is why: its field "name" is blank.
+                localized("(unreadable: %s)", shownLine(std::get<UnreadableRecord>(item.content).reason)));
         widest = std::max(widest, widthOf(rows.back().first));
     }
     std::string text;
@@ -118,7 +129,7 @@ std::string described(const Phonebook::Item& item)
     if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
         return described(*group);
     // Translators: the subject of sentences such as: %s is left out.
-    return localized("the unreadable record \"%s\"", shownLine(item.key.empty() ? "" : item.key.substr(1)));
+    return localized("the unreadable record \"%s\"", keyName(item));
 }
 
 std::string countText(const std::vector<Phonebook::Item>& items)

@@ -14,7 +14,7 @@ namespace quelm {
 
 /// One line for each entry and group, in the phonebook's order: the name, padded to the longest, two
 /// blanks and the fax number; a group's name in brackets and its members, parted by ", ".
-/// Unreadable records have no line.
+/// A record that cannot be read is marked, with the reason, in the number's place.
 std::string listText(const std::vector<Phonebook::Item>& items);
 
 /// The fields of an entry or the members of a group, one a line: "name: Ann". `items` tell which members

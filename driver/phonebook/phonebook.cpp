@@ -7,6 +7,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -20,7 +21,7 @@ bool exists(const std::string& path)
     return std::filesystem::exists(std::filesystem::symlink_status(path, failure));
 }
 
-/// What the component makes for its phonebook: folders that every user may use.
+/// What the component makes for its phonebook: folders as the umask leaves them.
 void makeFolders(const std::string& file)
 {
     constexpr mode_t openToAll = 0777;
@@ -28,15 +29,22 @@ void makeFolders(const std::string& file)
     const auto phonebooks = user.substr(0, user.rfind('/'));
     const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
     for (const auto& folder : {databases, phonebooks, user})
-        if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0)
+        if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0 && errno != EEXIST)
             throw Error(localized("the folder %s cannot be made; check its permissions", folder));
+}
+
+RecordStore::Access accessTo(const PhonebookPlace& place, Phonebook::Access access)
+{
+    if (access != Phonebook::Access::read)
+        return RecordStore::Access::readWrite;
+    return place.personal ? RecordStore::Access::readOwn : RecordStore::Access::read;
 }
 
 } // namespace
 
-PhonebookPlace personalPhonebook(const std::string& home, const std::string& user)
+PhonebookPlace personalPhonebook(const std::string& location, const std::string& user)
 {
-    return {home + "/db/phonebook/user/" + user + ".xdb", true};
+    return {location + "/db/phonebook/user/" + user + ".xdb", true};
 }
 
 Phonebook::Phonebook(const PhonebookPlace& place, Access access) : path_(place.path)
@@ -47,11 +55,15 @@ Phonebook::Phonebook(const PhonebookPlace& place, Access access) : path_(place.p
         if (access == Access::create) {
             if (place.personal)
                 makeFolders(path_);
-            RecordStore::create(path_);
+            // Who makes it at the same time makes the same: both then add to it.
+            using Readers = RecordStore::Readers;
+            static_cast<void>(
+                RecordStore::createUnlessThere(path_, place.personal ? Readers::owner : Readers::everybody));
         }
     }
-    store_ = std::make_unique<RecordStore>(path_, access == Access::read ? RecordStore::Access::read
-                                                                         : RecordStore::Access::readWrite);
+    store_ = std::make_unique<RecordStore>(path_, accessTo(place, access));
+    if (place.personal)
+        store_->makePrivate();
 }
 
 std::vector<Phonebook::Item> Phonebook::items() const
@@ -63,6 +75,16 @@ std::vector<Phonebook::Item> Phonebook::items() const
     for (const auto& record : store_->records())
         items.push_back({record.key, decodeRecord(record)});
     return items;
+}
+
+std::vector<Phonebook::Item> Phonebook::listedItems() const
+{
+    auto listed = items();
+    std::erase_if(listed, [](const Item& item) {
+        const auto* unreadable = std::get_if<UnreadableRecord>(&item.content);
+        return unreadable != nullptr && unreadable->leftOut;
+    });
+    return listed;
 }
 
 bool Phonebook::has(const std::string& key) const { return store_ && store_->find(key).has_value(); }

@@ -18,18 +18,19 @@ namespace quelm {
 struct PhonebookPlace {
     std::string path;
     /// The user's own phonebook: while there is none yet it counts as an empty one, and its folders are
-    /// made with it, as the component does.
+    /// made with it, as the component does. It is a plain file of the user's that nobody else may read.
     bool personal = false;
 };
 
-/// The personal phonebook of a user in an installation. `home` is absolute.
-PhonebookPlace personalPhonebook(const std::string& home, const std::string& user);
+/// The personal phonebook of a user. `location` is the folder that holds db/phonebook, as an absolute path.
+PhonebookPlace personalPhonebook(const std::string& location, const std::string& user);
 
 /// An open phonebook. Failures are quelm::Errors that name the file. Changes reach the file with `commit`,
 /// all of them or none; what was not committed is gone with the object.
 class Phonebook {
 public:
-    /// `create` makes the file when there is none.
+    /// `create` makes the file when there is none: a personal one for the user alone, another one for all to
+    /// read. A phonebook that is to be changed is the user's own file.
     enum class Access { read, write, create };
 
     Phonebook(const PhonebookPlace& place, Access access);
@@ -42,6 +43,9 @@ public:
 
     /// All records in the phonebook's order, unreadable ones included.
     std::vector<Item> items() const;
+
+    /// Those that the component's dialogs list: each in the place of its row.
+    std::vector<Item> listedItems() const;
 
     bool hasEntry(std::string_view name) const { return has(entryKey(name)); }
     bool hasGroup(std::string_view name) const { return has(groupKey(name)); }

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/record_codec.h"
 
-#include "base/texts.h"
 #include "base/translation.h"
+#include "driver/store/record_fields.h"
 
 #include <cstddef>
 #include <map>
@@ -11,8 +11,6 @@
 
 namespace quelm {
 namespace {
-
-constexpr std::size_t tagLength = 3;
 
 std::string field(const char* tag, const std::string& value)
 {
@@ -79,22 +77,11 @@ std::string groupKey(std::string_view name) { return "g" + std::string(name); }
 RecordContent decodeRecord(const Record& record)
 {
     Reading reading;
-    std::string_view rest = record.data;
-    for (auto start = rest.find(".s"); start != std::string_view::npos; start = rest.find(".s")) {
-        rest.remove_prefix(start + 2);
-        const std::string tag(rest.substr(0, tagLength));
-        const auto end = rest.find(".e" + tag);
-        if (end == std::string_view::npos)
-            return UnreadableRecord{localized("its field \"%s\" has no end", tag)};
-        if (end > tagLength) {
-            const auto value = trimmed(rest.substr(tagLength, end - tagLength));
-            // The component gives up listing the whole phonebook at such a field.
-            if (value.empty())
-                return UnreadableRecord{localized("its field \"%s\" is blank", tag)};
-            reading.take(record, tag, value);
-        }
-        rest.remove_prefix(end + tagLength + 1);
-    }
+    RecordFields fields(record.data);
+    while (fields.next())
+        reading.take(record, fields.tag(), fields.value());
+    if (fields.problem())
+        return UnreadableRecord{described(*fields.problem()), true};
     switch (reading.kind) {
     case Reading::Kind::entry:
         return reading.entry;

@@ -15,6 +15,7 @@ namespace quelm {
 /// A record that the component could not show, or not as one of the two kinds.
 struct UnreadableRecord {
     std::string reason;
+    bool leftOut = false; ///< the component cannot read it at all, and its dialogs have no row for it
 
     friend bool operator==(const UnreadableRecord&, const UnreadableRecord&) = default;
 };

@@ -140,7 +140,8 @@ void RecordStore::reconnect()
     const bool writes = access_ == Access::readWrite;
     wording(file_, Action::open, [&] {
         using phonebook_file::Whose;
-        const auto looked = phonebook_file::requirePhonebook(file_, writes ? Whose::own : Whose::anybodys);
+        const auto looked =
+            phonebook_file::requirePhonebook(file_, access_ == Access::read ? Whose::anybodys : Whose::own);
         std::unique_ptr<Connection> made;
         const auto connect = [&](int flags) {
             made.reset();
@@ -242,7 +243,7 @@ void RecordStore::requireNoForeignJournal() const
 
 void RecordStore::beginChange()
 {
-    if (access_ == Access::read)
+    if (access_ != Access::readWrite)
         fail(file_, Action::save, localized("it was opened for reading only"));
     if (!isSameFile())
         fail(file_, Action::save, localized("the file was removed or replaced; open it again"));

@@ -24,15 +24,16 @@ namespace quelm {
 /// file, the reason and the remedy. Used from one thread.
 class RecordStore {
 public:
-    enum class Access { read, readWrite };
+    /// To read anybody's phonebook, or one of the user's own alone, or to change one of his own.
+    enum class Access { read, readOwn, readWrite };
 
     /// Who may read a phonebook that is made: its owner alone, or everybody (as far as the umask leaves it).
     enum class Readers { owner, everybody };
 
-    /// Opens an existing phonebook: to read it, anybody's plain file; to change it, one of the user's own
-    /// that no link leads to. A file that is none (or is damaged, or comes from a newer version) is refused;
-    /// it stays byte for byte as it is, and nothing appears next to it. A journal beside it counts only when
-    /// it is a plain file of the phonebook's owner, the user or root.
+    /// Opens an existing phonebook, a plain file; to one of the user's own no link may lead. A file that is
+    /// none (or is damaged, or comes from a newer version) is refused; it stays byte for byte as it is, and
+    /// nothing appears next to it. A journal beside it counts only when it is a plain file of the phonebook's
+    /// owner, the user or root.
     RecordStore(const std::string& path, Access access);
     ~RecordStore();
     RecordStore(const RecordStore&) = delete;
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] static bool createUnlessThere(const std::string& path, Readers readers,
                                                 const std::deque<Record>& records = {});
 
-    /// Takes away what others may do with the file of a phonebook that was opened to be changed.
+    /// Takes away what others may do with the file, which has to be the user's own.
     void makePrivate();
 
     /// Reads the file again if it changed; what was not committed is dropped.

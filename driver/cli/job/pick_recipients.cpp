@@ -48,7 +48,7 @@ public:
     RecipientPicker(Driver& driver, const JobOptions& options, const QuestionPolicy& policy,
                     RecipientWatch& watch)
         : driver_(driver), options_(options), policy_(policy), watch_(watch),
-          place_(placeOf(driver, options)), items_(Phonebook(place_, Phonebook::Access::read).items())
+          place_(placeOf(driver, options)), items_(Phonebook(place_, Phonebook::Access::read).listedItems())
     {
         for (const auto& item : items_)
             byKey_.emplace(item.key, &item);

@@ -3,10 +3,13 @@
 #include "host/record_database.h"
 
 #include "driver/boundary/host_state.h"
+#include "driver/store/record_store.h"
 #include "host/calls.h"
+#include "tests/support/log_capture.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <memory>
 #include <string>
@@ -317,4 +320,138 @@ TEST_F(RecordDatabaseTest, TwoThatMissTheSamePhonebookBothGetTheOneThatIsMadeFir
     EXPECT_TRUE(host::createDatabase(fast, path, 2));
     EXPECT_TRUE(host::createDatabase(slow, path, 2));
     EXPECT_EQ(count(slow), 0);
+}
+
+namespace {
+
+/// A phonebook into which another program put records that the component cannot read: the second and the
+/// fourth of five.
+class DamagedPhonebook : public RecordDatabaseTest {
+protected:
+    DamagedPhonebook()
+    {
+        quelm::RecordStore store(book, quelm::RecordStore::Access::readWrite);
+        store.save({"uAnne", anne});
+        store.save({"uBlank", blank});
+        store.save({"uBernard", anne});
+        store.save({"uCut", ".snam\r\nCut"});
+        store.save({"xOdd", "neither an entry nor a group"});
+        store.commit();
+    }
+
+    const std::string anne = ".susg\r\n0\r\n.eusg\r\n.snam\r\nAnne\r\n.enam\r\n";
+    const std::string blank = ".susg\r\n0\r\n.eusg\r\n.scmp\r\n \r\n.ecmp\r\n";
+    LogCapture log;
+};
+
+} // namespace
+
+TEST_F(DamagedPhonebook, LeavesOutWhatCannotBeReadInEveryWayOfReading)
+{
+    ASSERT_TRUE(host::openDatabase(database, book, "r+"));
+    EXPECT_EQ(listed(database),
+              (Names{"uAnne=" + anne, "uBernard=" + anne, "xOdd=neither an entry nor a group"}));
+    EXPECT_EQ(count(database), 3);
+    QuelmLegacyDatabaseIterator iterator(&database);
+    EXPECT_EQ(shown(iterator.getRecordN(2)), "uBernard=" + anne);
+    EXPECT_EQ(shown(iterator.getNextRecord(false)), "xOdd=neither an entry nor a group");
+    EXPECT_EQ(iterator.getRecordN(4), nullptr);
+    EXPECT_EQ(iterator.getRecordByKey(host::in("uBlank")), nullptr);
+    EXPECT_EQ(iterator.getRecordByKey(host::in("uCut")), nullptr);
+    EXPECT_EQ(shown(iterator.getRecordByKey(host::in("uBernard"))), "uBernard=" + anne);
+    EXPECT_EQ(shown(iterator.getNextRecord(false)), "xOdd=neither an entry nor a group");
+}
+
+TEST_F(DamagedPhonebook, IsNamedOnceInOneBoundedLine)
+{
+    {
+        quelm::RecordStore store(book, quelm::RecordStore::Access::readWrite);
+        store.remove("uBlank");
+        store.save({"u" + std::string(100000, 'x') + "\n", blank});
+        store.commit();
+    }
+    for (const char* mode : {"r", "r+", "r"}) {
+        ASSERT_TRUE(host::openDatabase(database, book, mode));
+        ASSERT_TRUE(database.reopenDatabase());
+    }
+    EXPECT_EQ(log.messages,
+              Names{"the phonebook \"" + book +
+                    "\" has 2 records that cannot be read and are left out, the first is \"Cut\": its field "
+                    "\"name\" has no end; replace or remove them with quelm-driver phonebook"});
+    QuelmLegacyDatabase other;
+    const std::string second = folder / "second.xdb";
+    quelm::RecordStore::create(second);
+    {
+        quelm::RecordStore store(second, quelm::RecordStore::Access::readWrite);
+        store.save({"u" + std::string(100000, 'x') + "\n", blank});
+        store.commit();
+    }
+    ASSERT_TRUE(host::openDatabase(other, second, "r"));
+    ASSERT_EQ(log.messages.size(), 2U);
+    EXPECT_TRUE(mentions(log.messages[1], "its field \"organization\" is blank"));
+    EXPECT_LT(log.messages[1].size(), 400U + second.size());
+}
+
+TEST_F(DamagedPhonebook, AGoodRecordUnderTheKeyOfABadOneIsBackInItsPlace)
+{
+    ASSERT_TRUE(host::openDatabase(database, book, "r+"));
+    EXPECT_TRUE(saveDurably("uBlank", anne));
+    EXPECT_TRUE(saveDurably("uDora", anne));
+    QuelmLegacyDatabaseIterator iterator(&database);
+    EXPECT_EQ(shown(iterator.getRecordN(2)), "uBlank=" + anne);
+    EXPECT_EQ(shown(iterator.getRecordN(5)), "uDora=" + anne);
+    EXPECT_EQ(count(database), 5);
+}
+
+TEST_F(DamagedPhonebook, WhatAnotherProgramRepairsAppearsWithTheNextReading)
+{
+    ASSERT_TRUE(host::openDatabase(database, book, "r"));
+    {
+        quelm::RecordStore store(book, quelm::RecordStore::Access::readWrite);
+        store.save({"uCut", anne});
+        store.save({"uAnne", blank});
+        store.commit();
+    }
+    EXPECT_EQ(count(database), 3) << "rows stay where they are until then";
+    ASSERT_TRUE(database.reopenDatabase());
+    EXPECT_EQ(listed(database),
+              (Names{"uBernard=" + anne, "uCut=" + anne, "xOdd=neither an entry nor a group"}));
+}
+
+TEST_F(DamagedPhonebook, ARecordThatCouldNotBeReadAgainIsRefusedAndTheUserTold)
+{
+    ASSERT_TRUE(host::openDatabase(database, book, "r+"));
+    log.messages.clear();
+    EXPECT_FALSE(save("uAnne", blank));
+    const std::string line =
+        "\"Anne\" was not saved to the phonebook \"" + book +
+        "\": its field \"organization\" is blank; fill it in or leave it empty, and save "
+        "again";
+    EXPECT_EQ(log.messages, Names{line});
+    EXPECT_EQ(lastFailure(), line);
+    EXPECT_TRUE(database.serializeDatabase());
+    QuelmLegacyDatabaseIterator iterator(&database);
+    EXPECT_EQ(shown(iterator.getRecordByKey(host::in("uAnne"))), "uAnne=" + anne) << "the good one stays";
+}
+
+TEST_F(RecordDatabaseTest, APhonebookOfTheUsersFolderIsForHimAlone)
+{
+    const auto mode = [](const std::string& path) {
+        struct stat status {};
+        stat(path.c_str(), &status);
+        return status.st_mode & 0777;
+    };
+    std::filesystem::create_directories(folder / "db/phonebook/user");
+    const std::string own = folder / "db/phonebook/user/anne.xdb";
+    QuelmLegacyDatabase personal;
+    ASSERT_TRUE(host::createDatabase(personal, own, 2));
+    EXPECT_EQ(mode(own), 0600U);
+    chmod(own.c_str(), 0664);
+    ASSERT_TRUE(host::openDatabase(personal, own, "r"));
+    EXPECT_EQ(mode(own), 0664U) << "only read";
+    ASSERT_TRUE(host::openDatabase(personal, own, "r+"));
+    EXPECT_EQ(mode(own), 0600U);
+    chmod(book.c_str(), 0644);
+    ASSERT_TRUE(host::openDatabase(personal, book, "r+"));
+    EXPECT_EQ(mode(book), 0644U) << "kept elsewhere, for others to read";
 }

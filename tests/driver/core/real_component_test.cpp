@@ -1,6 +1,7 @@
 // The fax component itself in a driver without a screen.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/plugin/component_library.h"
+#include "driver/store/record_store.h"
 #include "driver/widgets/widget_tree.h"
 #include "tests/support/build_paths.h"
 #include "tests/support/driver_fixture.h"
@@ -245,6 +246,48 @@ TEST_F(RealComponentTest, AThousandRecipientsAreListedInTheirOrder)
     const auto rows = driver().rows("LanFax Recipient List");
     ASSERT_EQ(rows.size(), static_cast<std::size_t>(count));
     EXPECT_EQ(rows[999], (std::vector<std::string>{"Recipient 999", "555-999", "", "", "", ""}));
+}
+
+TEST_F(RealComponentTest, AnEntryThatCouldNotBeReadAgainIsNotSavedAndThePhonebookStaysReadable)
+{
+    const LogCapture log;
+    openFaxDialog();
+    const auto saveEntry = [&](const std::string& name, const std::string& organization) {
+        driver().press("AddFaxRcpt");
+        driver().type("RecipientName", name);
+        driver().type("RecipientNumber", "555");
+        driver().type("RecipientOrganization", organization);
+        driver().tick("AddtoPersonalPB", true);
+        driver().press("LanFaxAddRcpt OK Button");
+    };
+    saveEntry("Ann", " ");
+    saveEntry("Bob", "Acme");
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_NE(log.messages[0].find("\"Ann\" was not saved to the phonebook"), std::string::npos);
+    EXPECT_NE(log.messages[0].find("its field \"organization\" is blank"), std::string::npos);
+    driver().press("AddPBFaxRcpt");
+    EXPECT_EQ(names("Fax PB List"), (Names{"Bob"}));
+    EXPECT_EQ(driver().failedCallbacks(), 0);
+}
+
+TEST_F(RealComponentTest, ARecordThatCannotBeReadHidesNoOther)
+{
+    const LogCapture log;
+    {
+        quelm::RecordStore store(options.home + "/db/phonebook/user/ann.xdb",
+                                 quelm::RecordStore::Access::readWrite);
+        store.save({"uBad", ".susg\r\n0\r\n.eusg\r\n.scmp\r\n \r\n.ecmp\r\n"});
+        store.save({"uBob", ".susg\r\n0\r\n.eusg\r\n.snam\r\nBob\r\n.enam\r\n.sfxn\r\n5\r\n.efxn\r\n"});
+        store.commit();
+    }
+    openFaxDialog();
+    driver().press("AddPBFaxRcpt");
+    EXPECT_EQ(names("Fax PB List"), (Names{"Bob"}));
+    driver().select("Fax PB List", {0});
+    driver().press("Add Button");
+    EXPECT_EQ(names("Fax Cur Recipient List"), (Names{"Bob"}));
+    EXPECT_EQ(driver().failedCallbacks(), 0);
+    EXPECT_EQ(log.messages.size(), 1U);
 }
 
 TEST(RealComponentStart, APhonebookThatIsNoneIsNamedAndLeftAsItIs)

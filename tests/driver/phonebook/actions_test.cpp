@@ -71,15 +71,26 @@ TEST_F(ActionsTest, RemoveTakesWhatIsNamedAndWarnsOfItsGroups)
                 HasSubstr("there is no entry or group \"Ann\""));
 }
 
-TEST_F(ActionsTest, AnUnreadableRecordIsToldOfAndCanBeRemoved)
+TEST_F(ActionsTest, AnUnreadableRecordIsMarkedAndCanBeRemoved)
 {
     fill({ann});
     addRecord("uBad", ".snam\r\n\r\n.enam\r\n");
     const auto listed = listPhonebook(place, false);
-    EXPECT_EQ(listed.done, "Ann  1\n");
-    EXPECT_THAT(listed.warnings, ElementsAre(HasSubstr("\"Bad\" is left out")));
+    EXPECT_EQ(listed.done, "Ann  1\nBad  (unreadable: its field \"name\" is blank)\n");
+    EXPECT_THAT(listed.warnings, IsEmpty());
+    EXPECT_THAT(listPhonebook(place, true).warnings, ElementsAre(HasSubstr("\"Bad\" is left out")));
     EXPECT_EQ(removeItem(place, "Bad").done, "removed the unreadable record \"Bad\"\n");
-    EXPECT_THAT(listPhonebook(place, false).warnings, IsEmpty());
+    EXPECT_THAT(listPhonebook(place, true).warnings, IsEmpty());
+}
+
+TEST_F(ActionsTest, AnUnreadableRecordCanBeReplacedByAGoodOne)
+{
+    addRecord("uBad", ".susg\r\n0\r\n.eusg\r\n.snam\r\nBad\r\n.enam\r\n.scmp\r\n \r\n.ecmp\r\n");
+    fill({ann});
+    const PhonebookEntry good{"Bad", "7", "", "", ""};
+    EXPECT_THAT(failureLine([&] { addEntry(place, good, false); }), HasSubstr("is in the phonebook already"));
+    addEntry(place, good, true);
+    EXPECT_EQ(list(), "Bad  7\nAnn  1\n");
 }
 
 TEST_F(ActionsTest, ShowsAndListsAsCsv)
@@ -118,8 +129,8 @@ TEST_F(ActionsTest, ThePhonebookIsNotExportedOntoItself)
 TEST_F(ActionsTest, ReadingNeedsNoRightToWrite)
 {
     fill({ann});
-    std::filesystem::permissions(place.path,
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::others_read);
+    giveToOrdinaryUser(place.path);
+    std::filesystem::permissions(place.path, std::filesystem::perms::owner_read);
     EXPECT_EQ(inProcess([this] {
                   becomeOrdinaryUser();
                   return list() == "Ann  1\n" ? 7 : 1;

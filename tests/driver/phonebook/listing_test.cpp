@@ -15,7 +15,8 @@ std::vector<Phonebook::Item> items()
             {"u田中", PhonebookEntry{"田中", "2", "", "", ""}},
             {"gAnn", PhonebookGroup{"Ann", {"Ann", "Gone"}}},
             {"gTeam", PhonebookGroup{"Team", {"田中"}}},
-            {"uBad", UnreadableRecord{"its field \"nam\" is blank"}}};
+            {"uBad", UnreadableRecord{"its field \"name\" is blank", true}},
+            {"gAll", UnreadableRecord{"its field \"member\" has no end", true}}};
 }
 
 std::string found(const std::string& name)
@@ -25,9 +26,11 @@ std::string found(const std::string& name)
     return item == nullptr ? "nothing" : described(*item);
 }
 
-TEST(Listing, AlignsNumbersAndMembers)
+TEST(Listing, AlignsNumbersAndMembersAndMarksWhatCannotBeRead)
 {
-    EXPECT_EQ(listText(items()), "Ann     1\n田中    2\n[Ann]   Ann, Gone\n[Team]  田中\n");
+    EXPECT_EQ(listText(items()), "Ann     1\n田中    2\n[Ann]   Ann, Gone\n[Team]  田中\n"
+                                 "Bad     (unreadable: its field \"name\" is blank)\n"
+                                 "[All]   (unreadable: its field \"member\" has no end)\n");
     EXPECT_EQ(listText({}), "");
 }
 
@@ -42,7 +45,7 @@ TEST(Listing, ShowsTheFieldsThatThereAre)
     EXPECT_EQ(showText(all[0], all), "name: Ann\nnumber: 1\norganization: Acme East\nphone: 2\nemail: a@b\n");
     EXPECT_EQ(showText(all[1], all), "name: 田中\nnumber: 2\n");
     EXPECT_EQ(showText(all[2], all), "group: Ann\nmember: Ann\nmember: Gone (not in the phonebook)\n");
-    EXPECT_EQ(showText(all[4], all), "record: uBad\nunreadable: its field \"nam\" is blank\n");
+    EXPECT_EQ(showText(all[4], all), "record: uBad\nunreadable: its field \"name\" is blank\n");
 }
 
 TEST(Listing, FindsAnEntryBeforeAGroupAndAGroupInBrackets)
@@ -59,7 +62,8 @@ TEST(Listing, TellsOfUnreadableRecords)
 {
     EXPECT_THAT(
         unreadableRecords(items(), "book.xdb"),
-        ElementsAre("book.xdb: the unreadable record \"Bad\" is left out: its field \"nam\" is blank"));
+        ElementsAre("book.xdb: the unreadable record \"Bad\" is left out: its field \"name\" is blank",
+                    "book.xdb: the unreadable record \"All\" is left out: its field \"member\" has no end"));
     EXPECT_EQ(readableItems(items()).size(), 4U);
 }
 

@@ -73,11 +73,12 @@ TEST(RecordCodec, ReadsMembersAsTheComponentDoesMixedListsIncluded)
 
 TEST(RecordCodec, TellsWhyARecordCannotBeRead)
 {
-    EXPECT_EQ(decoded(".snam\r\nAnne\r\n"), RecordContent(UnreadableRecord{"its field \"nam\" has no end"}));
+    EXPECT_EQ(decoded(".snam\r\nAnne\r\n"),
+              RecordContent(UnreadableRecord{"its field \"name\" has no end", true}));
     EXPECT_EQ(decoded(".snam\r\n\r\n.enam\r\n"),
-              RecordContent(UnreadableRecord{"its field \"nam\" is blank"}));
+              RecordContent(UnreadableRecord{"its field \"name\" is blank", true}));
     EXPECT_EQ(decoded(".sgen\r\n\r\n.egen\r\n"),
-              RecordContent(UnreadableRecord{"its field \"gen\" is blank"}));
+              RecordContent(UnreadableRecord{"its field \"member\" is blank", true}));
     const RecordContent neither = UnreadableRecord{"it is neither an entry nor a group"};
     EXPECT_EQ(decoded(""), neither);
     EXPECT_EQ(decoded("anything"), neither);
