@@ -2,8 +2,9 @@
 #
 #   lib/quelm/                  the home folder: the programs beside the component, locale/, icon/, help/, db
 #   bin/                        a link to each program
-#   <state>/lib/quelm/phonebook the phonebooks of all users, in a folder that everybody may write to and where
-#                               nobody can remove another's (as /tmp); the home folder's db leads there
+#   <state>/lib/quelm/phonebook the machine's shared phonebooks, which its administrator keeps and everybody reads;
+#                               the home folder's db leads there. Each user's own are in a folder of his own, see
+#                               driver/config/user_place.h
 # SPDX-License-Identifier: LGPL-2.1-or-later
 set(programs "")
 foreach(program quelm-driver quelm-desktop fennodial)
@@ -30,9 +31,13 @@ foreach(program IN LISTS programs)
   file(CREATE_LINK "${from_bin}/${program}" "$ENV{DESTDIR}${bin}/${program}" SYMBOLIC)
 endforeach()
 message(STATUS "Phonebooks: $ENV{DESTDIR}${state}/phonebook")
-file(MAKE_DIRECTORY "$ENV{DESTDIR}${state}/phonebook/user")
-execute_process(COMMAND chmod 1777 "$ENV{DESTDIR}${state}/phonebook" "$ENV{DESTDIR}${state}/phonebook/user"
-  COMMAND_ERROR_IS_FATAL ANY)
+file(MAKE_DIRECTORY "$ENV{DESTDIR}${state}/phonebook")
+# Earlier versions let everybody write to both: users' own phonebooks were below, and are taken over from there.
+set(closed "$ENV{DESTDIR}${state}/phonebook")
+if(IS_DIRECTORY "${closed}/user")
+  list(APPEND closed "${closed}/user")
+endif()
+execute_process(COMMAND chmod 755 ${closed} COMMAND_ERROR_IS_FATAL ANY)
 file(RELATIVE_PATH from_home "${home}" "${state}")
 file(CREATE_LINK "${from_home}" "$ENV{DESTDIR}${home}/db" SYMBOLIC)
 ]] COMPONENT Runtime)

@@ -6,6 +6,7 @@
 #include "base/translation.h"
 #include "driver/boundary/gtk_handle.h"
 #include "driver/device/device_session.h"
+#include "driver/store/former_phonebook.h"
 #include "host/device_session.h"
 #include "host/director.h"
 #include "host/driver_info.h"
@@ -44,6 +45,13 @@ HostState::~HostState()
     pFaxSession = nullptr;
     pBiDi = nullptr;
     alive_.reset();
+}
+
+void HostState::settleAt(const std::string& folder, const std::string& formerPhonebook)
+{
+    location = folder;
+    if (!formerPhonebook.empty())
+        takeOverPhonebook(formerPhonebook, location + "/db/phonebook/user/" + user + ".xdb");
 }
 
 void HostState::connectDevice(const DeviceSettings& settings)

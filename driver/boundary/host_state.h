@@ -51,6 +51,11 @@ public:
 
     DirectorySettings directory; ///< what sessions with a directory server go by
 
+    /// Makes `folder` the one that the component is told, and brings in the user's phonebook from
+    /// `formerPhonebook` unless that is empty. Throws quelm::Error when the user has one there that cannot be
+    /// brought in.
+    void settleAt(const std::string& folder, const std::string& formerPhonebook);
+
     /// Lets the component ask a device: `pBiDi` points at a session with it as long as this object
     /// exists. Nothing is sent before the first question. Throws quelm::Error when the settings'
     /// address is none.

@@ -8,8 +8,10 @@
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/config/installation.h"
+#include "driver/config/user_place.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
+#include "driver/store/former_phonebook.h"
 
 namespace quelm {
 namespace {
@@ -19,7 +21,12 @@ PhonebookPlace placeOf(const CommandLine& line)
     if (!line.phonebook.phonebook.empty())
         return {line.phonebook.phonebook, false};
     const auto setup = setUpDriver(line);
-    return personalPhonebook(resolveHome(setup.driver.home), resolveUser(setup.driver.user));
+    const auto user = resolveUser(setup.driver.user);
+    const auto place = prepareUserPlace(setup.driver.home, resolveHome(setup.driver.home), user);
+    auto phonebook = personalPhonebook(place.location, user);
+    if (!place.formerPhonebook.empty())
+        takeOverPhonebook(place.formerPhonebook, phonebook.path);
+    return phonebook;
 }
 
 void warn(const std::vector<std::string>& warnings)

@@ -17,8 +17,6 @@ namespace quelm {
 
 namespace fs = std::filesystem;
 
-namespace {
-
 std::string userHomeFolder()
 {
     std::string folder = environmentVariable("HOME");
@@ -28,6 +26,8 @@ std::string userHomeFolder()
     }
     return folder;
 }
+
+namespace {
 
 std::string settingsFolder()
 {

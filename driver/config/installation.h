@@ -15,6 +15,9 @@ std::string resolveHome(const std::string& given);
 /// name that cannot name a file, as phonebooks and option files are named after it.
 std::string resolveUser(const std::string& given);
 
+/// The user's home folder, by HOME or by his account; empty when neither says.
+std::string userHomeFolder();
+
 /// The component of an installation.
 std::string defaultComponent(const std::string& home);
 

@@ -8,6 +8,7 @@
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
 #include "driver/config/installation.h"
+#include "driver/config/user_place.h"
 #include "driver/core/callbacks.h"
 #include "driver/core/start_failure.h"
 #include "driver/core/user_actions.h"
@@ -71,7 +72,9 @@ Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(op
     useTranslations(options.localeFolder.empty() ? localeFolder(state.home) : options.localeFolder);
     if (!options.device.address.empty())
         state.connectDevice(options.device);
-    prepareInstallation(state.home);
+    const UserPlace place = prepareUserPlace(options.home, state.home, state.user);
+    prepareInstallation(place.location);
+    state.settleAt(place.location, place.formerPhonebook);
     state.failures.hold();
     if (!parts_->library.start(state.guard)) {
         throw Error(
@@ -167,6 +170,8 @@ bool Driver::asksDevice() const { return parts_->state.device != nullptr; }
 const DirectorySettings& Driver::directorySettings() const { return parts_->state.directory; }
 
 const std::string& Driver::home() const { return parts_->state.home; }
+
+const std::string& Driver::location() const { return parts_->state.location; }
 
 const std::string& Driver::user() const { return parts_->state.user; }
 

@@ -149,7 +149,8 @@ public:
     /// What the component registered under `name`, null when nothing.
     void* resource(std::string_view name) const;
 
-    const std::string& home() const; ///< absolute, without a trailing "/"
+    const std::string& home() const;     ///< of the installation; absolute, without a trailing "/"
+    const std::string& location() const; ///< the folder that holds db/phonebook, in the same form
     const std::string& user() const;
 
     /// The user actions for front ends, which know the very widget that was pressed.

@@ -8,6 +8,7 @@
 namespace journeys {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -132,15 +133,15 @@ TEST_F(PhonebookRecipients, ARecordThatCannotBeReadMakesNobodyElseTheRecipient)
     addRecord("uBlank", ".snam\r\n\r\n.enam\r\n");
     phonebook({"add", "Dee", "4"}, {});
     phonebook({"add", "Eve", "5"}, {});
-    EXPECT_THAT(numbers({"--entry", "Cid"}), ElementsAre("3"));
     const auto result = driver({"attributes", "--entry", "Dee", "--entry", "Eve"});
     EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, AllOf(HasSubstr("PHONE \"4\""), HasSubstr("PHONE \"5\"")));
     EXPECT_EQ(result.errors,
               "quelm-driver: warning: the phonebook \"" + (home / "db/phonebook/user/ann.xdb").string() +
                   "\" has 2 records that cannot be read and are left out, the first is \"NoEnd\": its field "
                   "\"name\" has no end; replace or remove them with quelm-driver phonebook\n");
     EXPECT_THAT(driver({"phonebook", "list"}).output,
-                HasSubstr("\nNoEnd   (unreadable: its field \"name\" has no end)\n"));
+                HasSubstr("\nNoEnd     (unreadable: its field \"name\" has no end)\n"));
     EXPECT_EQ(driver({"phonebook", "remove", "Blank"}).status, 0);
     const auto removal = driver({"phonebook", "remove", "NoEnd"});
     EXPECT_EQ(removal.output, "removed the unreadable record \"NoEnd\"\n");

@@ -3,6 +3,7 @@
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(ENV{HOME} "${WORK_DIR}/ann")
 set(ENV{XDG_CONFIG_HOME} "${WORK_DIR}/ann/settings")
+unset(ENV{XDG_DATA_HOME})
 set(ENV{LC_ALL} C.UTF-8)
 unset(ENV{DESTDIR})
 file(MAKE_DIRECTORY "$ENV{HOME}")
@@ -23,20 +24,26 @@ function(expect what value expected)
   endif()
 endfunction()
 
+# Over an earlier version, which let everybody write to the folder of all phonebooks.
+file(MAKE_DIRECTORY "${WORK_DIR}/prefix/var/lib/quelm/phonebook/user")
+run(chmod -R 1777 "${WORK_DIR}/prefix/var/lib/quelm/phonebook")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix" --config "${CONFIG}" --component Runtime)
 set(prefix "${WORK_DIR}/moved")
 file(RENAME "${WORK_DIR}/prefix" "${prefix}")
 
-# Everybody keeps a phonebook there, and nobody can remove another's.
-foreach(folder IN ITEMS var/lib/quelm/phonebook var/lib/quelm/phonebook/user)
-  run(stat --format=%a "${prefix}/${folder}")
-  expect("the mode of ${folder}" "${output}" "1777\n")
-endforeach()
+# Nobody but the administrator makes anything there.
+run(find "${prefix}" -perm /022 -not -type l)
+expect("what others may write to" "${output}" "")
 
 run("${prefix}/bin/quelm-driver" --user ann phonebook add "Anne Miller" "555 1234")
-if(NOT EXISTS "${prefix}/var/lib/quelm/phonebook/user/ann.xdb")
-  message(FATAL_ERROR "the phonebook is not in the state folder")
+set(own "$ENV{HOME}/.local/share/quelm")
+if(NOT EXISTS "${own}/db/phonebook/user/ann.xdb")
+  message(FATAL_ERROR "the phonebook is not in the user's own folder")
 endif()
+run(stat --format=%a "${own}" "${own}/db/phonebook/user/ann.xdb")
+expect("the mode of the user's folder and phonebook" "${output}" "700\n600\n")
+run(readlink "${own}/db/phonebook/shared" "${own}/fennodial")
+expect("what the user's folder leads to" "${output}" "${prefix}/lib/quelm/db/phonebook\n${prefix}/lib/quelm/fennodial\n")
 run("${prefix}/bin/fennodial" --version)
 
 # What the desktop shows lies beside the programs.

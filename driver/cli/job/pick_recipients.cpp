@@ -31,7 +31,7 @@ PhonebookPlace placeOf(const Driver& driver, const JobOptions& options)
 {
     if (options.shared)
         return {std::filesystem::absolute(*options.shared).string(), false};
-    return personalPhonebook(driver.home(), driver.user());
+    return personalPhonebook(driver.location(), driver.user());
 }
 
 /// One thing to pick: its row in the dialog, and the recipients that it stands for.
