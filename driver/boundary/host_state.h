@@ -13,7 +13,10 @@
 #include "driver/widgets/widget_tree.h"
 #include "host/gtk_object.h"
 
+#include <sys/types.h>
+
 #include <ctime>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -67,6 +70,10 @@ public:
     std::string user;
 
     std::optional<std::tm> lastReading; ///< of the clock, which several formats of one time share
+
+    /// Waits until a program that the component started ends, and answers as waitpid does; -1 when it was not
+    /// waited for. Empty: the process waits and does nothing else.
+    std::function<int(pid_t program)> waitForProgram;
 
     Failures failures; ///< why the boundary's functions answered false
 

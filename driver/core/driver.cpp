@@ -169,6 +169,11 @@ bool Driver::asksDevice() const { return parts_->state.device != nullptr; }
 
 const DirectorySettings& Driver::directorySettings() const { return parts_->state.directory; }
 
+void Driver::setProgramWaiting(std::function<int(pid_t program)> wait)
+{
+    parts_->state.waitForProgram = std::move(wait);
+}
+
 const std::string& Driver::home() const { return parts_->state.home; }
 
 const std::string& Driver::location() const { return parts_->state.location; }

@@ -9,7 +9,10 @@
 #include "driver/plugin/fax_session.h"
 #include "driver/widgets/widget_view.h"
 
+#include <sys/types.h>
+
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -148,6 +151,11 @@ public:
 
     /// What the component registered under `name`, null when nothing.
     void* resource(std::string_view name) const;
+
+    /// Lets a front end wait for the phonebook program, which the component opens phonebooks in: `wait`
+    /// returns what waitpid says of the process, or -1 when it gave up waiting. Without one the process waits
+    /// and does nothing else.
+    void setProgramWaiting(std::function<int(pid_t program)> wait);
 
     const std::string& home() const;     ///< of the installation; absolute, without a trailing "/"
     const std::string& location() const; ///< the folder that holds db/phonebook, in the same form
