@@ -1,18 +1,21 @@
-// Starts a terminal emulator.
+// Becomes a terminal emulator.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/terminal_window.h"
 
 #include "base/error.h"
+#include "base/file_handle.h"
+#include "base/system_reason.h"
 #include "base/terminal/terminal_emulator.h"
 #include "base/translation.h"
 
-#include <glib.h>
+#include <fcntl.h>
+#include <unistd.h>
 
-#include <memory>
+#include <cerrno>
 
 namespace quelm {
 
-void openInTerminalWindow(const std::vector<std::string>& command)
+void becomeTerminalWindow(const std::vector<std::string>& command)
 {
     std::vector<std::string> arguments{terminalEmulator(), "-e"};
     arguments.insert(arguments.end(), command.begin(), command.end());
@@ -21,13 +24,19 @@ void openInTerminalWindow(const std::vector<std::string>& command)
     for (auto& argument : arguments)
         texts.push_back(argument.data());
     texts.push_back(nullptr);
-    GError* problem = nullptr;
-    constexpr auto flags = static_cast<GSpawnFlags>(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
-    if (g_spawn_async(nullptr, texts.data(), nullptr, flags, nullptr, nullptr, nullptr, &problem) != FALSE)
-        return;
-    const std::unique_ptr<GError, decltype(&g_error_free)> owner(problem, g_error_free);
+    // What emulators have to say, nobody at a desktop reads.
+    const FileHandle nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    const FileHandle errors(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (nothing.isOpen()) {
+        dup2(nothing.get(), STDOUT_FILENO);
+        dup2(nothing.get(), STDERR_FILENO);
+    }
+    execv(arguments.front().c_str(), texts.data());
+    const int reason = errno;
+    if (errors.isOpen())
+        dup2(errors.get(), STDERR_FILENO);
     throw Error(
-        localized("the terminal program %s cannot be started: %s", arguments.front(), problem->message));
+        localized("the terminal program %s cannot be started: %s", arguments.front(), systemReason(reason)));
 }
 
 } // namespace quelm

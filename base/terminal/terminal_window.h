@@ -8,9 +8,10 @@
 
 namespace quelm {
 
-/// Runs a command in a terminal emulator's window, and does not wait for its end: the desktop that started
-/// this program waits for it. Throws Error when no emulator is installed or it cannot be started.
-void openInTerminalWindow(const std::vector<std::string>& command);
+/// This process becomes a terminal emulator with a window in which the command runs: who waits for this
+/// program waits for the window. (Some emulators hand the command over to one that runs already, and end.)
+/// Throws Error when no emulator is installed or it cannot be started.
+[[noreturn]] void becomeTerminalWindow(const std::vector<std::string>& command);
 
 } // namespace quelm
 

@@ -9,6 +9,7 @@
 #include "driver/config/installation.h"
 #include "driver/core/callbacks.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/desktop/dialogs/program_wait.h"
 #include "driver/desktop/main_window/main_window.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
@@ -116,12 +117,17 @@ void runDesktop(const DesktopOptions& options)
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<SignalsClose> signals;
     std::unique_ptr<DialogWindows> dialogs;
+    ProgramWait waiting;
+    driver.setProgramWaiting([&waiting](pid_t program) { return waiting.forProgram(program); });
     application->signal_activate().connect([&] {
         window = std::make_unique<MainWindow>(driver, windowOptions);
         signals = std::make_unique<SignalsClose>([&window] { window->closeAtOnce(); });
         dialogs = std::make_unique<DialogWindows>(driver, *window);
         window->connectDialogs(*dialogs);
-        window->setClosed([&application] { application->quit(); });
+        window->setClosed([&application, &waiting] {
+            waiting.giveUp();
+            application->quit();
+        });
         driver.callbacks().setHelp([&](const std::string& topic) {
             window->showHelp(topic, placesAround(driver.callbacks().helpButton()));
         });
@@ -137,6 +143,7 @@ void runDesktop(const DesktopOptions& options)
                      });
     });
     application->run();
+    driver.setProgramWaiting({});
     driver.callbacks().setHelp({});
     dialogs.reset();
     signals.reset();

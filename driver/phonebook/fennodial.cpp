@@ -62,9 +62,8 @@ void open(const quelm::PhonebookPlace& place)
         return;
     }
     if (quelm::isStartedFromDesktop()) {
-        quelm::openInTerminalWindow(
+        quelm::becomeTerminalWindow(
             {std::filesystem::read_symlink("/proc/self/exe").string(), "-FP", place.path});
-        return;
     }
     const auto list = quelm::listPhonebook(place, false);
     quelm::writeAnswer(list.done);

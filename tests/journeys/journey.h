@@ -45,6 +45,9 @@ protected:
     /// The names in the work folder, sorted.
     std::vector<std::string> files() const;
 
+    /// A file for LSAN_OPTIONS, of what a build with the leak sanitizer is not to look at.
+    std::string leaks() const { return (root_ / "leaks").string(); }
+
     std::filesystem::path folder; ///< the work folder, empty at first
     std::filesystem::path home;   ///< the installation folder
     std::string user = "ann";     ///< who runs the programs

@@ -10,10 +10,8 @@
 #include <unistd.h>
 
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <thread>
 
 namespace journeys {
 namespace {
@@ -100,8 +98,7 @@ TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
     const auto result = runProgram(request);
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output, "");
-    for (int tries = 0; tries < 1000 && !exists("programs/x-terminal-emulator.started"); ++tries)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    // It becomes the terminal: who waited for it has waited for the window.
     EXPECT_EQ(content("programs/x-terminal-emulator.started"),
               "-e\n" + std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
 }
@@ -164,6 +161,98 @@ TEST_F(PhonebookProgram, TheFaxDialogsOpenButtonsStartIt)
                 "press SharedPBSelectFileDialog", "press \"Open Shared PB Button\""});
     EXPECT_THAT(answers, testing::ElementsAre("ok", "Ann  9", "ok", "ok", "ok", "ok", "Zoë  1", "ok"));
 }
+
+/// The driver as built and as packages have it, without its symbols, in an installation of its own.
+class OpeningPhonebooks : public Journey, public testing::WithParamInterface<bool> {
+protected:
+    OpeningPhonebooks()
+    {
+        std::filesystem::copy_file(build_paths::inStage("quelm-driver"), home / "quelm-driver");
+        if (GetParam()) {
+            Request strip;
+            strip.arguments = {"strip", (home / "quelm-driver").string()};
+            EXPECT_EQ(runProgram(strip).status, 0);
+        }
+        std::filesystem::create_symlink(program, home / "fennodial");
+    }
+
+    /// Carries a script out in the work folder.
+    Result carryOut(const std::string& lines) const
+    {
+        Request request;
+        request.arguments = {"env",
+                             "--chdir=" + folder.string(),
+                             (home / "quelm-driver").string(),
+                             "--home",
+                             home.string(),
+                             "--user",
+                             "ann",
+                             "script",
+                             "-"};
+        request.input = lines;
+        request.environment = {"XDG_CONFIG_HOME=" + path("config"), "LC_ALL=C.UTF-8",
+                               "LANGUAGE=", "LSAN_OPTIONS=print_suppressions=0:suppressions=" + leaks()};
+        return runProgram(request);
+    }
+};
+
+TEST_P(OpeningPhonebooks, NoNameOfAFileIsACommand)
+{
+    for (const char* name : {"b;touch pwned;.xdb", "$(touch pwned).xdb", "`touch pwned`.xdb",
+                             "a & touch pwned.xdb", "two  blanks \\ it's.xdb"}) {
+        const auto chosen = path(name);
+        ASSERT_EQ(driver({"phonebook", "add", "Zoë", "1", "--file", chosen}).status, 0) << name;
+        std::string quoted;
+        for (const char character : chosen)
+            quoted += character == '\\' ? "\\\\" : std::string(1, character);
+        const auto result = carryOut("call T40InvokeFaxDialog\n"
+                                     "press \"Select Personal PB Button\"\n"
+                                     "type PersonalPBSelectFileDialog \"" +
+                                     quoted +
+                                     "\"\n"
+                                     "press PersonalPBSelectFileDialog\n"
+                                     "press \"Open Personal PB Button\"\n"
+                                     "press \"Select Shared PB Button\"\n"
+                                     "type SharedPBSelectFileDialog \"" +
+                                     quoted +
+                                     "\"\n"
+                                     "press SharedPBSelectFileDialog\n"
+                                     "press \"Open Shared PB Button\"\n");
+        EXPECT_EQ(result.status, 0) << name;
+        EXPECT_EQ(result.errors, "") << name;
+        EXPECT_EQ(result.output, "ok\nok\nok\nok\nZoë  1\nok\nok\nok\nok\nZoë  1\nok\n") << name;
+        EXPECT_FALSE(exists("pwned")) << name;
+        std::filesystem::remove(chosen);
+    }
+}
+
+TEST_P(OpeningPhonebooks, TheUsersFolderMayHoldAnotherProgramOfThatName)
+{
+    // Run from a folder that is no build's, the driver is an installation, and its user has a folder of his
+    // own.
+    const auto other = file("fennodial", "#!/bin/sh\ntouch pwned\n");
+    std::filesystem::create_directories(folder / "data/quelm");
+    std::filesystem::permissions(folder / "data/quelm", std::filesystem::perms::owner_all);
+    std::filesystem::rename(other, folder / "data/quelm/fennodial");
+    std::filesystem::permissions(folder / "data/quelm/fennodial", std::filesystem::perms::owner_all);
+    Request request;
+    request.arguments = {
+        "env", "--chdir=" + folder.string(), (home / "quelm-driver").string(), "--user", "ann", "script",
+        "-"};
+    request.input = "call T40InvokeFaxDialog\npress \"Open Personal PB Button\"\n";
+    request.environment = {"XDG_CONFIG_HOME=" + path("config"), "XDG_DATA_HOME=" + path("data"),
+                           "LC_ALL=C.UTF-8",
+                           "LANGUAGE=", "LSAN_OPTIONS=print_suppressions=0:suppressions=" + leaks()};
+    const auto result = runProgram(request);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output, "ok\nok\n") << "the list of an empty phonebook";
+    EXPECT_FALSE(exists("pwned"));
+    EXPECT_TRUE(exists("data/quelm/db/phonebook/user/ann.xdb"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Programs, OpeningPhonebooks, testing::Bool(), [](const auto& tested) {
+    return std::string(tested.param ? "stripped" : "asBuilt");
+});
 
 } // namespace
 } // namespace journeys
