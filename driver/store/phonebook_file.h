@@ -46,7 +46,7 @@ struct Looked {
 /// at it, which might take a foreign file's journal for a reason to write. Only a plain file is opened, so
 /// that no fifo holds us up; one of the user's own must not be reached by a link, whose maker would say which
 /// it is.
-Looked requirePhonebook(const std::string& path, Whose whose = Whose::anybodys);
+[[nodiscard]] Looked requirePhonebook(const std::string& path, Whose whose);
 
 /// True when the open file holds the one table that a phonebook has, and no page is damaged.
 [[nodiscard]] bool holdsPhonebook(const sqlite::Database& database);

@@ -35,6 +35,20 @@ FileStart fileStartOf(const std::string& text)
     return start;
 }
 
+std::string firstFolder(const FileStart& start)
+{
+    namespace fs = std::filesystem;
+    if (!start.pattern.starts_with('*') || start.pattern.find_first_of("*?[", 1) != std::string::npos)
+        return start.folder;
+    const std::string ending = start.pattern.substr(1);
+    std::error_code failure;
+    for (const auto& entry : fs::directory_iterator(start.folder, failure))
+        if (entry.path().filename().string().ends_with(ending) && entry.is_regular_file(failure))
+            return start.folder;
+    const std::string shared = start.folder + "/shared";
+    return fs::is_directory(shared, failure) ? shared : start.folder;
+}
+
 std::string withEnding(const std::string& path, const std::string& pattern)
 {
     const bool hasEnding = path.find('.', path.rfind('/') + 1) != std::string::npos;
@@ -99,7 +113,7 @@ void FileChooserWindow::present(Gtk::Window& over)
     if (!start.file.empty())
         dialog_.set_filename(start.file);
     else if (!start.folder.empty())
-        dialog_.set_current_folder(start.folder);
+        dialog_.set_current_folder(firstFolder(start));
     const bool isNew = !dialog_.get_realized();
     TopLevel::present(over);
     if (isNew) {
@@ -130,10 +144,13 @@ void FileChooserWindow::respond(int response)
     const std::string chosen = dialog_.get_filename();
     const std::string path = mayBeNew ? withEnding(chosen, pattern_) : chosen;
     act([&chooser = tree, mayBeNew, path](UserActions& actions) {
-        if (!mayBeNew && !path.empty()) {
-            // The component would take it all the same, and list nothing.
-            phonebook_file::requirePhonebook(path);
-        }
+        // The component would take it all the same, and list nothing.
+        std::error_code failure;
+        using phonebook_file::Whose;
+        if (!mayBeNew && !path.empty())
+            static_cast<void>(phonebook_file::requirePhonebook(path, Whose::anybodys));
+        else if (mayBeNew && std::filesystem::exists(std::filesystem::symlink_status(path, failure)))
+            static_cast<void>(phonebook_file::requirePhonebook(path, Whose::own));
         actions.type(chooser, path);
         actions.press(chooser);
     });

@@ -20,11 +20,17 @@ struct FileStart {
 
 FileStart fileStartOf(const std::string& text);
 
+/// The folder that a chooser opens with: that of its pattern, or, when no file there matches it, the folder
+/// "shared" in that one, if there is one. Each user's folder has it: it leads to the phonebooks that the
+/// machine's users share.
+std::string firstFolder(const FileStart& start);
+
 /// `path` with the ending of `pattern` ("*.xdb") when its name has none of its own and no such file exists.
 std::string withEnding(const std::string& path, const std::string& pattern);
 
-/// Its OK types the path into the tree's chooser and presses that. A chooser that takes no new files refuses
-/// what is no phonebook, and stays open to show why.
+/// Its OK types the path into the tree's chooser and presses that. What is no phonebook is
+/// refused, and so is, in the chooser that takes new files, one that is not the user's to change; the chooser
+/// then stays open to show why.
 class FileChooserWindow : public TopLevel {
 public:
     FileChooserWindow(Widget& treeWidget, DesktopContext& desktopContext);

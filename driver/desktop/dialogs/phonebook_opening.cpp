@@ -48,7 +48,7 @@ void requireOpenablePhonebook(const Widget& button)
         return;
     const std::string path = shownPath(button, found->field);
     if (!path.empty()) {
-        phonebook_file::requirePhonebook(path);
+        static_cast<void>(phonebook_file::requirePhonebook(path, phonebook_file::Whose::anybodys));
     } else if (found->button == widget_names::openSharedPbButton) {
         // A personal one there always is, also while "Defaults" has emptied its field.
         throw Error(localized("no shared phonebook is chosen; choose one with \"Select File...\""));

@@ -56,6 +56,26 @@ TEST(FileEnding, IsNotAddedToTheNameOfAFileThatExists)
     EXPECT_EQ(withEnding(folder / "J\xF6rg", "*.xdb"), folder / "J\xF6rg");
 }
 
+TEST(FirstFolder, IsThatOfTheSharedPhonebooksWhenThereIsNoOtherOne)
+{
+    const TemporaryFolder folder;
+    const auto first = [&](const std::string& pattern) {
+        return quelm::firstFolder(fileStartOf(folder / pattern));
+    };
+    EXPECT_EQ(first("*.xdb"), folder.path());
+    std::filesystem::create_directory(folder / "machine");
+    std::filesystem::create_directory_symlink(folder / "machine", folder / "shared");
+    EXPECT_EQ(first("*.xdb"), folder / "shared");
+    EXPECT_EQ(first("*"), folder / "shared") << "there are folders alone";
+    EXPECT_EQ(first("*.x?b"), folder.path());
+    writeFile(folder / "letter.ps", "");
+    std::filesystem::create_directory(folder / "a.xdb");
+    EXPECT_EQ(first("*.xdb"), folder / "shared");
+    writeFile(folder / "team.xdb", "");
+    EXPECT_EQ(first("*.xdb"), folder.path());
+    EXPECT_EQ(quelm::firstFolder(fileStartOf(folder / "none/*.xdb")), folder / "none");
+}
+
 namespace {
 
 class FileChooserTest : public DesktopTest {
@@ -99,6 +119,34 @@ TEST_F(FileChooserTest, StartsInTheFolderAndWithTheFilterOfItsPattern)
         loopUntil([&] { return dialog.get_current_folder() == options.home + "/db/phonebook/user"; }));
     EXPECT_EQ(dialog.get_filter()->get_name(), "Phonebooks (*.xdb)");
     EXPECT_EQ(dialog.get_transient_for(), &screen<Gtk::Window>("Lan Fax Window"));
+}
+
+TEST_F(FileChooserTest, TheSharedOneStartsWithTheMachinesPhonebooks)
+{
+    std::filesystem::create_directory(folder / "machine");
+    std::filesystem::create_directory_symlink(folder / "machine", options.home + "/db/phonebook/shared");
+    openChooser("Select Shared PB Button", "SharedPBSelectFileDialog");
+    Gtk::FileChooserDialog& dialog = chooser("SharedPBSelectFileDialog");
+    EXPECT_TRUE(loopUntil([&] {
+        return dialog.get_current_folder() == options.home + "/db/phonebook/shared";
+    })) << dialog.get_current_folder();
+}
+
+TEST_F(FileChooserTest, APersonalPhonebookThatIsNotTheUsersToChangeIsRefused)
+{
+    openChooser("Select Personal PB Button", "PersonalPBSelectFileDialog");
+    std::filesystem::create_symlink(options.home + "/db/phonebook/user/ann.xdb", folder / "link.xdb");
+    Gtk::FileChooserDialog& dialog = chooser("PersonalPBSelectFileDialog");
+    dialog.set_current_folder(folder.path());
+    dialog.set_current_name("link.xdb");
+    ASSERT_TRUE(loopUntil([&] { return dialog.get_filename() == folder / "link.xdb"; }));
+    dialog.response(Gtk::RESPONSE_ACCEPT);
+    ASSERT_TRUE(loopUntil([&] { return !message("PersonalPBSelectFileDialog").empty(); }));
+    EXPECT_EQ(
+        message("PersonalPBSelectFileDialog"),
+        "The phonebook \"" + folder / "link.xdb" +
+            "\" cannot be opened: it is a link; put the file itself in its place or choose another file");
+    EXPECT_TRUE(isOpen("PersonalPBSelectFileDialog"));
 }
 
 TEST_F(FileChooserTest, StandsOverTheMiddleOfTheDialog)
