@@ -125,7 +125,7 @@ void RecordStore::makePrivate()
     const std::string name = "/proc/self/fd/" + std::to_string(file.get());
     if (chmod(name.c_str(), present.st_mode & permissionBits & ~forOthers) != 0)
         fail(file_, Action::open,
-             // Translators: the file, the system's reason.
+
              localized("others can read it and it cannot be closed to them: %s", systemReason(errno)));
 }
 

@@ -24,7 +24,7 @@ protected:
     void SetUp() override
     {
         TwoUsers::SetUp();
-        if (IsSkipped())
+        if (HasFatalFailure())
             return;
         // A program looks for what belongs to it in the folder that it lies in: each is there under its own
         // name.

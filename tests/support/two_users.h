@@ -39,13 +39,13 @@ inline void giveTo(const std::string& path, uid_t user)
         throw std::runtime_error("cannot give " + path + " away");
 }
 
-/// Only root can be two users; where the tests run as root they are not skipped.
+/// Only root can be two users. The test fails where it does not run as root: it would show nothing.
 class TwoUsers : public testing::Test {
 protected:
     void SetUp() override
     {
         if (geteuid() != 0)
-            GTEST_SKIP() << "becoming other users takes root";
+            FAIL() << "becoming other users takes root: run this test as root, as in a container";
     }
 
     /// A folder as /tmp is: everybody may make files in it and remove his own.

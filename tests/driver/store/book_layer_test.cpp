@@ -22,7 +22,7 @@ protected:
     void SetUp() override
     {
         TwoUsers::SetUp();
-        if (IsSkipped())
+        if (HasFatalFailure())
             return;
         openFolder(folder / "open");
         ASSERT_EQ(asUser(victim,
