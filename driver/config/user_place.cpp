@@ -55,6 +55,13 @@ fs::path dataFolder()
                   folder.string()));
 }
 
+[[noreturn]] void failForWriters(const fs::path& folder)
+{
+    throw Error(localized("others can write into the folder %s, and could change the numbers in your "
+                          "phonebooks; run chmod 700 %s",
+                          folder.string(), folder.string()));
+}
+
 /// Makes a folder for the user alone, unless there is something of that name.
 void makeFolder(const fs::path& folder)
 {
@@ -79,6 +86,19 @@ void makeParents(const fs::path& folder)
     }
 }
 
+/// Refuses a folder in which somebody else could put his own in the place of the user's. (One that a group
+/// may write to does: many users' folders are made so, for a group of their own.)
+void requireSafeParent(const fs::path& folder)
+{
+    struct stat status {};
+    if (stat(folder.c_str(), &status) != 0)
+        return;
+    if (status.st_uid != geteuid() && status.st_uid != 0)
+        failForOwner(folder);
+    if ((status.st_mode & S_IWOTH) != 0 && (status.st_mode & S_ISVTX) == 0)
+        failForWriters(folder);
+}
+
 /// Refuses a folder that is not the user's, and closes his own to others.
 void requireOwnFolder(const fs::path& folder)
 {
@@ -91,9 +111,7 @@ void requireOwnFolder(const fs::path& folder)
     if (status.st_uid != geteuid() || link.st_uid != geteuid())
         failForOwner(folder);
     if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
-        throw Error(localized("others can write into the folder %s, and could change the numbers in your "
-                              "phonebooks; run chmod 700 %s",
-                              folder.string(), folder.string()));
+        failForWriters(folder);
     const std::string name = "/proc/self/fd/" + std::to_string(opened.get());
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0 && chmod(name.c_str(), forUserAlone) != 0)
         throw Error(
@@ -130,6 +148,7 @@ UserPlace prepareUserPlace(const std::string& givenHome, const std::string& inst
     const fs::path data = dataFolder().lexically_normal();
     const fs::path own = data / "quelm";
     makeParents(own);
+    requireSafeParent(data);
     requireOwnFolder(own);
     const fs::path phonebooks = own / "db/phonebook";
     for (const fs::path& folder : {own / "db", phonebooks, phonebooks / "user"})

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """The dialogs about cover sheet, sender, phonebooks and directory: filled, accepted, and left in every way."""
 
+import os
+import shutil
+import subprocess
 import unittest
 
 from control import State, has
@@ -9,6 +12,31 @@ from leaving import ways_out
 
 SENDER = {"Sender_Fax_Number": "555-0100", "Sender_Fax_Name": "Zoe Hill", "Sender_Fax_Organization": "Hill Ltd.",
           "Sender_Fax_Tel_Number": "555-0190", "Sender_Fax_Email_Addr": "zoe@hill.example"}
+
+
+class Terminal:
+    """A terminal program that notes what it is to run, and runs until it is told to end."""
+
+    def __init__(self, installation):
+        programs = installation.folder / "programs"
+        programs.mkdir()
+        self.noted = programs / "noted"
+        self.ending = programs / "ending"
+        os.mkfifo(self.ending)
+        for name in ("x-terminal-emulator", "xterm"):
+            program = programs / name
+            program.write_text(f"""#!/bin/sh
+printf '%s\\n' "$@" >{self.noted}.new && mv {self.noted}.new {self.noted}
+read -r line <{self.ending}
+""")
+            program.chmod(0o700)
+        installation.environment["PATH"] = f"{programs}:{installation.environment['PATH']}"
+
+    def arguments(self):
+        return self.noted.read_text().splitlines() if self.noted.exists() else []
+
+    def end(self):
+        self.ending.write_text("\n")
 
 
 class OtherDialogs(Journey):
@@ -197,6 +225,47 @@ class OtherDialogs(Journey):
         self.fax.turn_to("LanFax Preferences Tab")
         self.fax.press("Open Shared PB Button")
         self.eventually(lambda: "No shared phonebook is chosen" in self.told(self.fax), lambda: self.told(self.fax))
+
+    def test_a_phonebooks_name_is_no_command_and_the_windows_wait_for_its_program(self):
+        terminal = self.start_stripped_with_terminal()
+        book = self.installation.work / "b;touch pwned;$(touch pwned) .xdb"
+        self.installation.driver("phonebook", "add", "Dora Fields", "555-0104", "--file", str(book))
+        self.type_shared_phonebook(book).await_gone()
+        self.fax.press("Open Shared PB Button")
+        program = str((self.installation.home / "fennodial").resolve())
+        self.eventually(lambda: terminal.arguments() == ["-e", program, "-FP", str(book)], terminal.arguments)
+        button = self.fax.control("Open Shared PB Button")
+        self.assertTrue(button.showing)
+        self.assertFalse(button.sensitive)
+        terminal.end()
+        self.eventually(lambda: button.sensitive)
+        self.assertFalse((self.installation.work / "pwned").exists())
+
+    def test_the_desktop_ends_while_a_phonebook_is_open(self):
+        terminal = self.start_stripped_with_terminal()
+        self.fax.turn_to("LanFax Preferences Tab")
+        self.fax.press("Open Personal PB Button")
+        self.eventually(lambda: terminal.arguments() != [], terminal.arguments)
+        self.desktop.process.terminate()
+        self.assertEqual(self.desktop.process.wait(20), 0)
+        self.assertEqual(self.desktop.errors(), "")
+        terminal.end()
+
+    def start_stripped_with_terminal(self):
+        """Another desktop, without its symbols, as packages have it, and a terminal program for it."""
+        self.fax.keys("Escape")
+        self.fax.await_gone()
+        self.quits_silently(self.desktop)
+        stripped = self.installation.folder / "stripped"
+        stripped.mkdir()
+        for program in ("quelm-driver", "quelm-desktop"):
+            shutil.copy(self.installation.stage / program, stripped)
+            subprocess.run(["strip", stripped / program], check=True)
+        self.installation.stage = stripped
+        terminal = Terminal(self.installation)
+        self.desktop = self.start_with_letter()
+        self.fax = self.desktop.fax_setup()
+        return terminal
 
     def test_a_group_is_saved_only_when_it_is_accepted(self):
         self.add_ann()

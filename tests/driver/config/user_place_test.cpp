@@ -147,6 +147,17 @@ TEST_F(UserPlaceTest, AFolderThatOthersMayReadIsClosedAndOneThatTheyMayWriteRefu
     }
 }
 
+TEST_F(UserPlaceTest, AFolderInWhichOthersCouldPutTheirsIsRefused)
+{
+    fs::create_directory(folder / "data");
+    fs::permissions(folder / "data", fs::perms(0777));
+    EXPECT_THAT(problem(), HasSubstr("others can write into the folder " + folder / "data"));
+    for (const int mode : {01777, 0775}) {
+        fs::permissions(folder / "data", fs::perms(mode));
+        EXPECT_EQ(problem(), "") << "where nobody else can";
+    }
+}
+
 TEST_F(UserPlaceTest, WhatIsNoFolderIsRefused)
 {
     fs::create_directory(folder / "data");
@@ -237,6 +248,14 @@ TEST_F(ContestedPlace, AnotherUsersLinkToAFolderOfTheVictimsIsRefused)
     ASSERT_EQ(asUser(attacker, [&] { return symlink((folder / "private").c_str(), own.c_str()); }), 0);
     EXPECT_THAT(told(), HasSubstr("belongs to another user"));
     EXPECT_TRUE(fs::is_empty(folder / "private"));
+}
+
+TEST_F(ContestedPlace, AFolderOfTheVictimsInAnotherUsersFolderIsRefused)
+{
+    fs::create_directory(own);
+    giveTo(own, victim);
+    giveTo(folder / "data", attacker);
+    EXPECT_THAT(told(), HasSubstr("the folder " + folder / "data" + " belongs to another user"));
 }
 
 TEST_F(ContestedPlace, NothingIsMadeInAnotherUsersFolder)
