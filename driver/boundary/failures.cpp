@@ -19,11 +19,13 @@ void Failures::widgetMissing(const std::string& line) { last_.definition = oneLi
 
 void Failures::databaseFailed(const std::string& line) { last_.database = oneLine(line); }
 
-void Failures::phonebookTroubled(const std::string& line)
+void Failures::recordRefused(const std::string& line)
 {
     last_.database = oneLine(line);
     report(false, last_.database);
 }
+
+void Failures::recordsLeftOut(const std::string& line) { report(false, oneLine(line)); }
 
 void Failures::directoryFailed(const std::string& line)
 {

@@ -32,9 +32,11 @@ public:
     void widgetMissing(const std::string& line);
     /// Not logged: the component tries one file after another.
     void databaseFailed(const std::string& line);
-    /// A phonebook did not take what the user saved, or cannot show all that it holds; logged as a warning,
-    /// as the component says nothing of it.
-    void phonebookTroubled(const std::string& line);
+    /// A phonebook did not take what the user saved; logged as a warning, as the component says nothing of
+    /// it.
+    void recordRefused(const std::string& line);
+    /// A phonebook cannot show all that it holds; logged as a warning, and no failure: the rest is shown.
+    void recordsLeftOut(const std::string& line);
     /// Logged as a warning.
     void directoryFailed(const std::string& line);
     void directoryAnswered() { last_.directory.clear(); }

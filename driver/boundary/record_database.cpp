@@ -44,7 +44,7 @@ void tell(const char* reason) noexcept
 {
     try {
         if (auto* state = HostState::current())
-            state->failures.phonebookTroubled(reason);
+            state->failures.recordRefused(reason);
     } catch (...) { // no memory for the reason
     }
 }
@@ -143,13 +143,12 @@ private:
             !state->damagedPhonebooks.insert(store_.path()).second)
             return;
         const std::size_t bad = records.size() - readable_.size();
-        state->failures.phonebookTroubled(localizedCount(
+        state->failures.recordsLeftOut(localizedCount(
             // Translators: the file, a number, the record's name, and why it cannot be read.
             "the phonebook \"%s\" has %d record that cannot be read and is left out, \"%s\": %s; replace or "
             "remove it with quelm-driver phonebook",
             "the phonebook \"%s\" has %d records that cannot be read and are left out, the first is \"%s\": "
-            "%s; "
-            "replace or remove them with quelm-driver phonebook",
+            "%s; replace or remove them with quelm-driver phonebook",
             bad, store_.path(), bad, nameOf(records[firstBad]),
             described(*fieldProblem(records[firstBad].data))));
     }

@@ -41,8 +41,8 @@ struct Watched {
 
 Watched& watched()
 {
-    static Watched all;
-    return all;
+    static auto* const all = new Watched; // phonebooks may be closed as late as the process ends
+    return *all;
 }
 
 /// What may be opened under a name.
@@ -103,7 +103,7 @@ int openCarefully(const char* path, int flags, int mode)
     if (fstat(descriptor, &opened) == 0 && isAllowed(*rule, opened))
         return descriptor;
     ::close(descriptor);
-    errno = EPERM;
+    errno = rule->isBook ? ESTALE : EPERM; // a phonebook was replaced since it was looked at
     return -1;
 }
 

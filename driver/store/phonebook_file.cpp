@@ -73,7 +73,7 @@ std::string fileHead(const std::string& path, std::size_t size)
         code =
             layer->xOpen(layer, name.get(), file.get(), SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
     if (code != SQLITE_OK)
-        throw sqlite::Failure{code, 0, sqlite3_errstr(code)};
+        throw sqlite::Failure{code, errno, sqlite3_errstr(code)};
     std::string head(size, '\0');
     code = file->pMethods->xRead(file.get(), head.data(), static_cast<int>(size), 0);
     if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ)
@@ -179,6 +179,8 @@ std::string reason(const sqlite::Failure& failure)
                 "its folder may not be written; change the folder's permissions or choose another file");
         return localized("it may not be written; change its permissions or choose another file");
     case SQLITE_CANTOPEN:
+        if (failure.systemError == ESTALE)
+            return localized("it was replaced while it was being opened; try again");
         return localized("the file or its folder may not be used; check their permissions");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:

@@ -31,6 +31,15 @@ TEST_F(FailuresTest, WhatAUserHasToHearOfIsLoggedAtOnceAsOneLine)
     EXPECT_EQ(failures.last().device, "the device is off");
 }
 
+TEST_F(FailuresTest, OfAPhonebookTheUserHearsWhatTheComponentPassesOver)
+{
+    failures.recordRefused("it was\nnot saved");
+    failures.recordsLeftOut("some are\nleft out");
+    EXPECT_THAT(log.messages, ElementsAre("it was not saved", "some are left out"));
+    EXPECT_THAT(log.severities, ElementsAre(Severity::warning, Severity::warning));
+    EXPECT_EQ(failures.last().database, "it was not saved") << "the rest of a phonebook is shown";
+}
+
 TEST_F(FailuresTest, WhatTheComponentMayGetOverIsKeptAndNotLogged)
 {
     failures.widgetMissing("there is no widget");
