@@ -23,12 +23,6 @@ void ignore(int signal, struct sigaction& before)
     ::sigaction(signal, &ignored, &before);
 }
 
-std::string temporaryFolder()
-{
-    const char* folder = std::getenv("TMPDIR");
-    return folder != nullptr && *folder ? folder : "/tmp";
-}
-
 } // namespace
 
 WriteSignalsIgnored::WriteSignalsIgnored()
@@ -70,6 +64,12 @@ std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long o
             throw Error(localized("%s: cannot be read: %s", source, systemReason(errno)));
     }
     return total;
+}
+
+std::string temporaryFolder()
+{
+    const char* folder = std::getenv("TMPDIR");
+    return folder != nullptr && *folder ? folder : "/tmp";
 }
 
 FileHandle makeUnnamedFile()

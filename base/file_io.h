@@ -35,6 +35,9 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& target)
 [[nodiscard]] std::size_t readFully(int descriptor, char* bytes, std::size_t size, long long offset,
                                     const std::string& source);
 
+/// The folder for temporary files: what TMPDIR names, or /tmp.
+std::string temporaryFolder();
+
 /// A new empty file without a name in the folder for temporary files: it is gone when it is closed,
 /// however the process ends.
 [[nodiscard]] FileHandle makeUnnamedFile();

@@ -50,7 +50,8 @@ struct Pipe {
 /// A child process. Its destructor ends one that still runs.
 class Child {
 public:
-    Child(const ProcessRequest& request, int input, int output, int errors)
+    Child(const ProcessRequest& request, const std::string& name, int input, int output, int errors)
+        : grace_(request.grace)
     {
         const std::string& program = request.arguments.front();
         posix_spawn_file_actions_t actions;
@@ -70,25 +71,24 @@ public:
         sigemptyset(&unblocked);
         posix_spawnattr_setsigmask(&attributes, &unblocked);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-        std::vector<char*> arguments;
-        for (const std::string& argument : request.arguments)
-            arguments.push_back(const_cast<char*>(argument.c_str()));
-        arguments.push_back(nullptr);
-        const int error =
-            posix_spawnp(&id_, program.c_str(), &actions, &attributes, arguments.data(), environ);
+        const std::vector<char*> arguments = pointersTo(request.arguments);
+        std::vector<char*> environment;
+        if (request.environment)
+            environment = pointersTo(*request.environment);
+        const int error = posix_spawnp(&id_, program.c_str(), &actions, &attributes, arguments.data(),
+                                       request.environment ? environment.data() : environ);
         posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);
         if (error != 0) {
             id_ = -1;
             if (error == ENOENT)
-                throw Error(
-                    localized("the program \"%s\" is not installed; install it and try again", program));
-            cannotRun(program, systemReason(error));
+                throw Error(localized("the program \"%s\" is not installed; install it and try again", name));
+            cannotRun(name, systemReason(error));
         }
     }
     ~Child()
     {
-        if (id_ <= 0)
+        if (id_ <= 0 || (grace_ > milliseconds(0) && endsItself()))
             return;
         kill(id_, SIGKILL);
         while (waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
@@ -110,12 +110,33 @@ public:
     }
 
 private:
+    static std::vector<char*> pointersTo(const std::vector<std::string>& texts)
+    {
+        std::vector<char*> pointers;
+        for (const std::string& text : texts)
+            pointers.push_back(const_cast<char*>(text.c_str()));
+        pointers.push_back(nullptr);
+        return pointers;
+    }
+
+    /// True when SIGTERM ends it within its grace.
+    bool endsItself()
+    {
+        kill(id_, SIGTERM);
+        int status = 0;
+        for (const auto deadline = Clock::now() + grace_; Clock::now() < deadline;
+             poll(nullptr, 0, 1)) // a millisecond
+            if (ended(status))
+                return true;
+        return false;
+    }
+
+    milliseconds grace_;
     pid_t id_ = -1;
 };
 
-/// Appends what the pipe holds now and closes it at its end. False when `text` would exceed
-/// `limit`; with `keepTail` its head is dropped instead.
-bool drain(FileHandle& pipe, std::string& text, std::size_t limit, bool keepTail)
+/// Hands on what the pipe holds now and closes it at its end. False once `take` takes no more.
+bool drain(FileHandle& pipe, const std::function<bool(std::string_view)>& take)
 {
     std::array<char, 16384> chunk;
     // Bounded, because a program may write faster than we read; more than a pipe holds at once.
@@ -129,14 +150,19 @@ bool drain(FileHandle& pipe, std::string& text, std::size_t limit, bool keepTail
             pipe.close();
             break;
         }
-        text.append(chunk.data(), static_cast<std::size_t>(got));
-        if (text.size() <= limit)
-            continue;
-        if (!keepTail)
+        if (!take({chunk.data(), static_cast<std::size_t>(got)}))
             return false;
-        text.erase(0, text.size() - limit);
     }
     return true;
+}
+
+/// Keeps the last `limit` bytes of a text that comes in pieces, and up to as many more meanwhile, so that
+/// pieces need not be moved each time.
+void keepEnd(std::string& text, std::string_view piece, std::size_t limit)
+{
+    text += piece;
+    if (text.size() > 2 * limit)
+        text.erase(0, text.size() - limit);
 }
 
 /// Waits until a pipe has something to read or was closed, at most for `longest`.
@@ -157,13 +183,12 @@ FileHandle openFile(const std::string& program, const std::string& path, int fla
     return file;
 }
 
-constexpr std::size_t mostErrorBytes = 4096;
-
-/// Drops the part of a line that the bound left at the front.
-void startAtLine(std::string& errors)
+/// Keeps the last `limit` bytes, without the part of a line that this leaves at the front.
+void startAtLine(std::string& errors, std::size_t limit)
 {
-    if (errors.size() < mostErrorBytes)
+    if (errors.size() < limit)
         return;
+    errors.erase(0, errors.size() - limit);
     const std::size_t lineEnd = errors.find('\n');
     if (lineEnd != std::string::npos && lineEnd + 1 < errors.size())
         errors.erase(0, lineEnd + 1);
@@ -175,7 +200,7 @@ ProcessResult runProcess(const ProcessRequest& request)
 {
     if (request.arguments.empty() || request.arguments.front().empty())
         throw Error(localized("no program was named to run"));
-    const std::string& program = request.arguments.front();
+    const std::string& program = request.name.empty() ? request.arguments.front() : request.name;
     const FileHandle input = openFile(program, request.inputFile.empty() ? "/dev/null" : request.inputFile,
                                       O_RDONLY, forTranslation("\"%s\" cannot be read: %s"));
     Pipe errorPipe(program);
@@ -190,19 +215,30 @@ ProcessResult runProcess(const ProcessRequest& request)
         outputPipe.readEnd.close(); // nothing is captured
 
     const auto deadline = Clock::now() + request.timeLimit;
-    Child child(request, input.get(), output, errorPipe.writeEnd.get());
+    Child child(request, program, input.get(), output, errorPipe.writeEnd.get());
     outputPipe.writeEnd.close();
     errorPipe.writeEnd.close();
 
     ProcessResult result;
+    const auto takeOutput = [&](std::string_view piece) {
+        if (request.takeOutput)
+            request.takeOutput(piece);
+        else
+            result.output += piece;
+        return result.output.size() <= request.outputLimit;
+    };
+    const auto takeErrors = [&](std::string_view piece) {
+        keepEnd(result.errors, piece, request.errorLimit);
+        return true;
+    };
     // Pipes normally close when the program ends, which wakes the wait. The bound on a wait
     // covers programs that close them early, or leave a process behind that keeps them open.
     for (milliseconds pause(1);; pause = std::min(pause * 2, milliseconds(50))) {
         const bool ended = child.ended(result.exitStatus);
-        if (!drain(outputPipe.readEnd, result.output, request.outputLimit, false))
+        if (!drain(outputPipe.readEnd, takeOutput))
             throw Error(localized("the program \"%s\" was ended: it wrote more than %d bytes", program,
                                   request.outputLimit));
-        drain(errorPipe.readEnd, result.errors, mostErrorBytes, true);
+        drain(errorPipe.readEnd, takeErrors);
         if (ended)
             break;
         if (request.stop.stop_requested())
@@ -214,7 +250,7 @@ ProcessResult runProcess(const ProcessRequest& request)
         const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
         waitForPipes(outputPipe.readEnd, errorPipe.readEnd, std::clamp(left, milliseconds(0), pause));
     }
-    startAtLine(result.errors);
+    startAtLine(result.errors, request.errorLimit);
     return result;
 }
 

@@ -35,6 +35,11 @@ function(add_room_tests room)
   if(arg_DEPENDS)
     add_dependencies(${program} ${arg_DEPENDS})
   endif()
+  if(room MATCHES "^driver/")
+    # Programs look for it beside themselves.
+    add_dependencies(${program} quelm-supervisor)
+    file(CREATE_LINK "${BRAMBLECOR_STAGE_DIR}/quelm-supervisor" "${CMAKE_CURRENT_BINARY_DIR}/quelm-supervisor" SYMBOLIC)
+  endif()
 
   set(tests "${CMAKE_CURRENT_BINARY_DIR}/${program}.cmake")
   file(GENERATE OUTPUT "${tests}" CONTENT "\

@@ -1,195 +1,81 @@
-// Opens the document of a print job and hands out its PostScript.
+// Makes PostScript of a document's file, and sees to it that it can be run to its end.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document.h"
 
 #include "base/error.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
-#include "driver/documents/print_wrapping.h"
+#include "driver/documents/document_copy.h"
+#include "driver/documents/document_file.h"
+#include "driver/documents/file_sink.h"
+#include "driver/documents/pdf_conversion.h"
+#include "driver/documents/postscript_check.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <string_view>
 #include <utility>
 
 namespace quelm {
 namespace {
 
-constexpr std::size_t headSize = 64 * 1024;
-constexpr std::size_t tailSize = 8 * 1024;
-constexpr std::size_t blockSize = 256 * 1024;
-
-constexpr const char* standardInput = "-";
-
-/// The name of the document in error lines.
-std::string shown(const std::string& path)
+/// The document as it goes into a job.
+FileHandle copyForJob(const DocumentFile& file, const GhostscriptBounds& bounds)
 {
-    return path == standardInput ? localized("standard input") : path;
+    FileHandle copy = makeUnnamedFile();
+    FileSink sink(copy, shownCopy(file.path()));
+    copyDocument(file, sink, [&](std::uint64_t, std::uint64_t) {
+        if (bounds.stop.stop_requested())
+            throw Error(localized("%s: the document was given up", shownDocument(file.path())));
+    });
+    return copy;
 }
-
-std::string copyOf(const std::string& path) { return localized("the copy of %s", shown(path)); }
-
-bool isPostScript(std::string_view head) { return head.starts_with("%!"); }
-
-bool isPdf(std::string_view head)
-{
-    // Readers of PDF accept other bytes ahead of it, up to this many.
-    constexpr std::size_t pdfSearchSize = 1024;
-    return head.substr(0, pdfSearchSize).find("%PDF-") != std::string_view::npos;
-}
-
-bool isTaggedBinary(std::string_view head) { return head.starts_with("\001M"); }
-
-std::string_view firstLine(std::string_view head) { return head.substr(0, head.find_first_of("\r\n")); }
 
 } // namespace
 
-Document Document::open(const std::string& path, const PdfConversion& conversion)
+Document Document::open(const std::string& path, const GhostscriptBounds& bounds)
 {
+    DocumentFile file(path);
     Document document;
     document.path_ = path;
-    document.openFile();
-    if (document.end_ == 0)
-        throw Error(localized("%s: is empty; there is nothing to fax", shown(path)));
-    document.locate(conversion);
+    document.device_ = file.device();
+    document.inode_ = file.inode();
+    document.encapsulated_ = file.isEncapsulated();
+    const std::string name = shownDocument(path);
+    if (file.isPdf()) {
+        ConvertedPdf converted = convertPdf(file.releaseFile(), name, bounds);
+        document.postScript_ = std::move(converted.postScript);
+        if (!converted.warning.empty())
+            document.warnings_.push_back(std::move(converted.warning));
+    } else {
+        document.postScript_ = copyForJob(file, bounds);
+        checkPostScript(document.postScript_, name, bounds);
+    }
+
+    struct stat status = {};
+    if (::fstat(document.postScript_.get(), &status) != 0)
+        throw Error(localized("%s: its PostScript cannot be read: %s", name, systemReason(errno)));
+    document.size_ = static_cast<std::uint64_t>(status.st_size);
     return document;
 }
 
 std::string Document::name() const
 {
-    if (path_ == standardInput)
+    if (path_ == "-")
         return "Standard input"; // in every language: it goes into the job
     return std::filesystem::path(path_).filename().string();
 }
 
-void Document::openFile()
-{
-    const std::string who = shown(path_);
-    // Without O_NONBLOCK a fifo that nobody writes to would never be opened.
-    file_ = FileHandle(path_ == standardInput
-                           ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
-                           : ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status = {};
-    if (!file_.isOpen() || ::fstat(file_.get(), &status) != 0)
-        throw Error(errno == ENOENT ? localized("%s: there is no such document", who)
-                                    : localized("%s: cannot be opened: %s", who, systemReason(errno)));
-    if (S_ISDIR(status.st_mode))
-        throw Error(localized("%s: is a folder; name a PostScript or PDF document in it", who));
-    if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode))
-        throw Error(localized("%s: is a device, not a document", who));
-
-    device_ = status.st_dev;
-    inode_ = status.st_ino;
-    if (S_ISREG(status.st_mode) && (path_ != standardInput || ::lseek(file_.get(), 0, SEEK_CUR) == 0))
-        end_ = static_cast<std::uint64_t>(status.st_size);
-    else
-        spool();
-}
-
-void Document::spool()
-{
-    if (const int flags = ::fcntl(file_.get(), F_GETFL); path_ != standardInput && flags >= 0)
-        ::fcntl(file_.get(), F_SETFL, flags & ~O_NONBLOCK);
-    FileHandle copy = makeUnnamedFile();
-    const std::string copyName = copyOf(path_);
-    std::string block(blockSize, '\0');
-    constexpr long long whereItStands = -1;
-    while (const auto size =
-               readFully(file_.get(), block.data(), block.size(), whereItStands, shown(path_))) {
-        const WriteSignalsIgnored failuresOnly;
-        writeAll(copy.get(), std::string_view(block).substr(0, size), copyName);
-        end_ += size;
-    }
-    file_ = std::move(copy);
-}
-
-std::string Document::window(std::uint64_t offset, std::uint64_t size) const
-{
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    bytes.resize(
-        readFully(file_.get(), bytes.data(), bytes.size(), static_cast<long long>(offset), shown(path_)));
-    return bytes;
-}
-
-void Document::locate(const PdfConversion& conversion)
-{
-    const std::string who = shown(path_);
-    std::string head = window(0, std::min<std::uint64_t>(end_, headSize));
-    if (const auto section = readPreviewHeader(head)) {
-        if (section->size == 0 || section->offset > end_ || section->size > end_ - section->offset)
-            throw Error(localized(
-                "%s: the EPS file is damaged: its PostScript would end behind the end of the file", who));
-        begin_ = section->offset;
-        end_ = section->offset + section->size;
-        head = window(begin_, std::min<std::uint64_t>(size(), headSize));
-    }
-
-    const Prologue prologue = measurePrologue(head);
-    begin_ += prologue.size;
-    head.erase(0, prologue.size);
-    if (isPostScript(head)) {
-        encapsulated_ = firstLine(head).find("EPSF-") != std::string_view::npos;
-        const std::uint64_t tail = std::min<std::uint64_t>(size(), tailSize);
-        end_ = end_ - tail + findEpilogue(window(end_ - tail, tail));
-        return;
-    }
-    if (isPdf(head)) {
-        replaceByPostScript(conversion);
-        return;
-    }
-    if (isTaggedBinary(head))
-        throw Error(
-            localized("%s: is in tagged binary form (TBCP), for serial lines; print it to a file again as "
-                      "plain PostScript",
-                      who));
-    if (!prologue.language.empty() && prologue.language != "POSTSCRIPT")
-        // Translators: the document and a printer language, such as PCLXL.
-        throw Error(localized("%s: is a print file in %s, not in PostScript; print it to a file again with a "
-                              "PostScript driver",
-                              who, prologue.language));
-    throw Error(localized("%s: is neither PostScript nor PDF; save or print it as PDF and fax that", who));
-}
-
-void Document::replaceByPostScript(const PdfConversion& conversion)
-{
-    if (begin_ != 0) {
-        // Ghostscript reads the file from its start.
-        FileHandle copy = makeUnnamedFile();
-        const std::string copyName = copyOf(path_);
-        std::string block(blockSize, '\0');
-        for (std::uint64_t offset = 0; const auto count = read(offset, block.data(), block.size());
-             offset += count) {
-            const WriteSignalsIgnored failuresOnly;
-            writeAll(copy.get(), std::string_view(block).substr(0, count), copyName);
-        }
-        file_ = std::move(copy);
-    }
-    ConvertedPdf converted = convertPdf(file_, shown(path_), conversion);
-    file_ = std::move(converted.postScript);
-    if (!converted.warning.empty())
-        warnings_.push_back(std::move(converted.warning));
-
-    struct stat status = {};
-    if (::fstat(file_.get(), &status) != 0)
-        throw Error(localized("%s: its PostScript cannot be read: %s", shown(path_), systemReason(errno)));
-    begin_ = 0;
-    end_ = static_cast<std::uint64_t>(status.st_size);
-}
-
 std::size_t Document::read(std::uint64_t offset, char* bytes, std::size_t size) const
 {
-    const std::uint64_t left = offset < this->size() ? this->size() - offset : 0;
+    const std::uint64_t left = offset < size_ ? size_ - offset : 0;
     const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, size));
-    const auto position = static_cast<long long>(begin_ + offset);
-    const std::size_t count = readFully(file_.get(), bytes, wanted, position, shown(path_));
+    const std::string name = shownDocument(path_);
+    const std::size_t count =
+        readFully(postScript_.get(), bytes, wanted, static_cast<long long>(offset), name);
     if (count < wanted)
-        throw Error(
-            localized("%s: became shorter while it was read; try again when it is complete", shown(path_)));
+        throw Error(localized("%s: its PostScript became shorter while it was read; try again", name));
     return count;
 }
 

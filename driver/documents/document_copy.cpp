@@ -22,6 +22,9 @@ namespace {
 
 bool isLineEnd(char byte) { return byte == '\n' || byte == '\r'; }
 
+/// What may stand ahead of a line that a device takes for one of its own.
+constexpr std::string_view blankBytes(" \t\f\v\0", 5);
+
 bool startsLike(std::string_view line, std::string_view prefix)
 {
     const auto same = [](unsigned char left, unsigned char right) {
@@ -87,7 +90,7 @@ private:
 
 class DocumentCopier {
 public:
-    DocumentCopier(const Document& document, JobSink& sink) : document_(document), sink_(sink) {}
+    DocumentCopier(const DocumentBytes& document, JobSink& sink) : document_(document), sink_(sink) {}
 
     DocumentEnd copy(const Progress& progress)
     {
@@ -104,84 +107,116 @@ public:
     }
 
 private:
+    /// Where in a line the next byte stands.
+    enum class Place { start, behindBlanks, inside };
+
     /// The most of a line that is looked at; a structuring comment is no longer.
     static constexpr std::size_t longestComment = 255;
     /// Needed at the start of a line to judge it and to see both bytes of its line end.
     static constexpr std::size_t lookAhead = longestComment + 2;
 
     /// Neutralises what the buffer holds; returns how much of it is done. Unless it is the document's
-    /// end, the start of a line is left for later when it may not be there whole.
+    /// end, what can only be judged with the bytes behind it is left for later.
     std::size_t scan(bool atEnd)
     {
         std::size_t position = 0;
         LineEnds lineEnds(std::string_view(buffer_.data(), filled_));
         while (position < filled_) {
-            if (binaryLeft_ > 0) {
-                const auto size = std::min<std::uint64_t>(binaryLeft_, filled_ - position);
-                position += static_cast<std::size_t>(size);
-                binaryLeft_ -= size;
-                continue;
-            }
-            if (atLineStart_) {
-                if (!atEnd && filled_ - position < lookAhead)
-                    break;
-                if (const auto binary = judgeLine(position)) {
-                    position = *binary;
+            if (place_ != Place::inside) {
+                const std::string_view rest(buffer_.data() + position, filled_ - position);
+                if (const std::size_t blanks = std::min(rest.find_first_not_of(blankBytes), rest.size())) {
+                    place_ = Place::behindBlanks;
+                    position += blanks;
                     continue;
                 }
-                atLineStart_ = false;
+                if (!atEnd && filled_ - position < lookAhead)
+                    return position;
+                judgeLine(position);
+                place_ = Place::inside;
             }
-            position = lineEnds.from(position);
+            const std::size_t lineEnd = lineEnds.from(position);
+            if (const auto undecided = neutraliseJobEnds(position, lineEnd, atEnd))
+                return *undecided;
+            position = lineEnd;
             if (position < filled_) {
                 ++position; // of "\r\n" the second byte then is an empty line, which changes nothing
-                atLineStart_ = true;
+                place_ = Place::start;
             }
         }
         return position;
     }
 
-    /// Neutralises the line at `position` where needed. When a binary section follows it, returns where
-    /// that begins.
-    std::optional<std::size_t> judgeLine(std::size_t position)
+    bool inBinarySection(std::size_t position) const { return offset_ + position < binaryEnd_; }
+
+    /// Neutralises the line at `position` where needed.
+    void judgeLine(std::size_t position)
     {
         char* const start = buffer_.data() + position;
         if (*start != '%' && *start != '@' && *start != endOfTransmission)
-            return std::nullopt;
+            return;
         const auto rest = std::span(buffer_).subspan(position, std::min(lookAhead, filled_ - position));
         const auto length = static_cast<std::size_t>(std::ranges::find_if(rest, isLineEnd) - rest.begin());
         const std::string_view line(start, std::min(length, longestComment));
+        const bool structural = place_ == Place::start && !inBinarySection(position);
 
-        if (startsLike(line, "%%OID_ATT_") || startsLike(line, "%%QLM") || endsNoDocument(line)) {
+        if (startsLike(line, "%%OID_ATT_") || startsLike(line, "%%QLM") || misleads(line, structural))
             start[1] = ' ';
-        } else if (startsLike(line, "@PJL")) {
+        else if (startsLike(line, "@PJL"))
             start[0] = '%';
-        } else if (line.starts_with("\x04%!")) {
+        else if (line.starts_with("\x04%!"))
             start[0] = ' ';
-        } else if (const auto size = announcedBinarySize(line); size && length < rest.size()) {
-            // Behind a "\r", a "\n" belongs to the line end or is the first byte of the data.
-            const bool isPair = length + 1 < rest.size() && rest[length] == '\r' && rest[length + 1] == '\n';
-            for (const std::size_t lineEnd : {isPair ? 2U : 1U, 1U}) {
-                const auto begin = position + length + lineEnd;
-                if (endsBinarySection(offset_ + begin, *size)) {
-                    binaryLeft_ = *size;
-                    return begin;
-                }
-            }
-        }
-        return std::nullopt;
+        else if (const auto size = announcedBinarySize(line); structural && size && length < rest.size())
+            enterBinarySection(position + length, rest.subspan(length), *size);
     }
 
-    /// Keeps count of embedded documents; true when the line ends one that did not begin.
-    bool endsNoDocument(std::string_view line)
+    /// Keeps count of embedded documents; true when the line would make a device count otherwise: by ending
+    /// one that did not begin, or where only some devices see a line.
+    bool misleads(std::string_view line, bool structural)
     {
-        if (line.starts_with("%%BeginDocument"))
+        const bool begins = line.starts_with("%%BeginDocument");
+        const bool ends = line.starts_with("%%EndDocument");
+        if (!structural)
+            return begins || ends;
+        if (begins)
             ++end_.openDocuments;
-        if (!line.starts_with("%%EndDocument"))
+        if (!ends)
             return false;
         if (end_.openDocuments == 0)
             return true;
         --end_.openDocuments;
         return false;
+    }
+
+    /// Takes note of a binary section of `size` bytes behind the line end that `rest` starts with.
+    void enterBinarySection(std::size_t lineEnd, std::span<const char> rest, std::uint64_t size)
+    {
+        // Behind a "\r", a "\n" belongs to the line end or is the first byte of the data.
+        const bool isPair = rest.size() > 1 && rest[0] == '\r' && rest[1] == '\n';
+        for (const std::size_t bytes : {isPair ? 2U : 1U, 1U}) {
+            const std::uint64_t begin = offset_ + lineEnd + bytes;
+            if (endsBinarySection(begin, size)) {
+                binaryEnd_ = begin + size;
+                return;
+            }
+        }
+    }
+
+    /// Makes blanks of what would end a job ahead of the next one, between two positions of a line. Where the
+    /// bytes that decide it are not there yet, returns that place.
+    std::optional<std::size_t> neutraliseJobEnds(std::size_t begin, std::size_t end, bool atEnd)
+    {
+        constexpr std::string_view jobEnd = "\x04%!";
+        const std::string_view line(buffer_.data(), end);
+        for (auto found = line.find(jobEnd.front(), begin); found != std::string_view::npos;
+             found = line.find(jobEnd.front(), found + 1)) {
+            if (inBinarySection(found))
+                continue;
+            if (!atEnd && filled_ - found < jobEnd.size())
+                return found;
+            if (line.substr(found, jobEnd.size()) == jobEnd)
+                buffer_[found] = ' ';
+        }
+        return std::nullopt;
     }
 
     /// True when a binary section of `size` bytes from `offset` on is followed by the comment that ends it.
@@ -214,20 +249,20 @@ private:
         offset_ += size;
     }
 
-    const Document& document_;
+    const DocumentBytes& document_;
     JobSink& sink_;
     std::string buffer_ = std::string(std::size_t{256} * 1024, '\0');
     std::size_t filled_ = 0;
     std::uint64_t offset_ = 0; ///< of the buffer's first byte in the document
-    bool atLineStart_ = true;
-    std::uint64_t binaryLeft_ = 0;
+    Place place_ = Place::start;
+    std::uint64_t binaryEnd_ = 0; ///< where the last binary section ends in the document
     UelSearch searchUel_;
     DocumentEnd end_;
 };
 
 } // namespace
 
-DocumentEnd copyDocument(const Document& document, JobSink& sink, const Progress& progress)
+DocumentEnd copyDocument(const DocumentBytes& document, JobSink& sink, const Progress& progress)
 {
     return DocumentCopier(document, sink).copy(progress);
 }

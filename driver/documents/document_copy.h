@@ -3,7 +3,7 @@
 #ifndef DRIVER_DOCUMENTS_DOCUMENT_COPY_H
 #define DRIVER_DOCUMENTS_DOCUMENT_COPY_H
 
-#include "driver/documents/document.h"
+#include "driver/documents/document_bytes.h"
 #include "driver/documents/sink.h"
 
 #include <cstdint>
@@ -22,16 +22,22 @@ struct DocumentEnd {
 
 /// Copies the document's PostScript into `sink`, in constant memory.
 ///
-/// A device looks for attributes at the starts of lines. So lines (ended by "\r", "\n" or both) that
-/// begin like an attribute ("%%OID_ATT_", "%%QLM"), like a PJL command ("@PJL"), like the end of a
-/// document that did not begin ("%%EndDocument") or with a Ctrl-D ahead of "%!" are changed in their
-/// first two bytes: to a comment of no meaning ("% OID_ATT_", "%PJL") or a blank. The size stays what it
-/// was, so that counts of bytes in the document stay right. Binary sections that the document announces
-/// ("%%BeginBinary: N", "%%BeginData: N Binary Bytes") and really ends after N bytes stay untouched.
+/// A device looks for attributes at the starts of lines, perhaps behind blanks (blank, tab, form feed,
+/// vertical tab, NUL). So lines (ended by "\r", "\n" or both) that begin like an attribute ("%%OID_ATT_",
+/// "%%QLM"), like a PJL command ("@PJL") or like the end of a document that did not begin ("%%EndDocument")
+/// are changed in one of their first two bytes: to a comment of no meaning ("% OID_ATT_", "%PJL"). A Ctrl-D
+/// ahead of "%!" becomes a blank wherever it stands. The size stays what it was, so that counts of bytes in
+/// the document stay right, and copying a copy changes nothing.
+///
+/// A device may know nothing of binary sections that the document announces ("%%BeginBinary: N",
+/// "%%BeginData: N Binary Bytes") and really ends after N bytes. Lines in them are changed like others; so
+/// are
+/// "%%BeginDocument" and "%%EndDocument", which count for nothing there. A Ctrl-D within a line stays, as
+/// what looks like that one is found in many pictures.
 ///
 /// Throws quelm::Error when the document holds a UEL: a device ends the job there wherever it stands, and
 /// inside of binary data no other bytes would mean the same.
-DocumentEnd copyDocument(const Document& document, JobSink& sink, const Progress& progress = {});
+DocumentEnd copyDocument(const DocumentBytes& document, JobSink& sink, const Progress& progress = {});
 
 } // namespace quelm
 

@@ -3,11 +3,13 @@
 #include "driver/documents/pdf_conversion.h"
 
 #include "base/error.h"
-#include "base/process.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/documents/file_sink.h"
+#include "driver/documents/page_tally.h"
 
-#include <cctype>
+#include <algorithm>
+#include <charconv>
 #include <sstream>
 #include <string_view>
 
@@ -16,10 +18,11 @@ namespace {
 
 /// How Ghostscript's messages about one PDF read.
 struct Diagnosis {
-    bool processedPage = false;
+    long pages = 0; ///< how many there are, as far as they were reached
     bool processedNothing = false;
     bool needsPassword = false;
     bool hasNoPages = false;
+    bool couldNotWrite = false;
     std::string firstFault; ///< the first fault that was found in the file
 };
 
@@ -28,20 +31,28 @@ bool contains(std::string_view line, std::string_view part)
     return line.find(part) != std::string_view::npos;
 }
 
+/// The number behind `words` in the line; 0 where they do not stand at its start or no number follows.
+long numberBehind(std::string_view words, std::string_view line)
+{
+    long number = 0;
+    if (line.starts_with(words))
+        std::from_chars(line.data() + words.size(), line.data() + line.size(), number);
+    return number;
+}
+
 Diagnosis diagnose(const std::string& messages)
 {
     Diagnosis diagnosis;
     std::istringstream lines(messages);
     bool inFaults = false;
     for (std::string line; std::getline(lines, line);) {
-        constexpr std::string_view page = "Page ";
-        if (line.starts_with(page) && line.size() > page.size() &&
-            std::isdigit(static_cast<unsigned char>(line[page.size()])) != 0)
-            diagnosis.processedPage = true;
+        diagnosis.pages = std::max({diagnosis.pages, numberBehind("Page ", line),
+                                    numberBehind("Processing pages 1 through ", line)});
         diagnosis.processedNothing |=
             contains(line, "No pages will be processed") || contains(line, "Couldn't initialise file");
         diagnosis.needsPassword |= contains(line, "password");
         diagnosis.hasNoPages |= contains(line, "document has no pages");
+        diagnosis.couldNotWrite |= contains(line, "ioerror") && contains(line, "on closing");
 
         // The faults are listed one a line, indented by a tab, below a heading.
         if (inFaults && line.starts_with('\t') && diagnosis.firstFault.empty())
@@ -50,10 +61,6 @@ Diagnosis diagnose(const std::string& messages)
     }
     return diagnosis;
 }
-
-/// The messages are kept up to a size from their end, so that in a long list of faults the lines that
-/// name the pages can be missing.
-bool areWhole(const std::string& messages) { return contains(messages, "Copyright"); }
 
 [[noreturn]] void fail(const std::string& name, const Diagnosis& diagnosis, int exitStatus)
 {
@@ -70,33 +77,46 @@ bool areWhole(const std::string& messages) { return contains(messages, "Copyrigh
 
 } // namespace
 
-ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const PdfConversion& conversion)
+ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const GhostscriptBounds& bounds)
 {
     ConvertedPdf converted;
     converted.postScript = makeUnnamedFile();
 
-    ProcessRequest request;
-    // No -q: without the lines that name the pages nothing tells a PDF that cannot be opened, for which
-    // Ghostscript puts out one empty page and ends with status 0, from one that has one.
-    request.arguments = {
-        conversion.ghostscript, "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=ps2write", "-sstdout=%stderr",
-        "-sOutputFile=%stdout", "-"};
-    request.inputFile = "/proc/self/fd/" + std::to_string(pdf.get());
-    request.outputDescriptor = converted.postScript.get();
-    request.timeLimit = conversion.timeLimit;
-    request.stop = conversion.stop;
+    GhostscriptStreams streams;
+    streams.inputFile = "/proc/self/fd/" + std::to_string(pdf.get());
+    // Ghostscript does not notice when its last bytes find no room: we write them ourselves.
+    PageTally tally;
+    FileSink sink(converted.postScript, localized("the file for it in %s", temporaryFolder()));
+    streams.takeOutput = [&](std::string_view bytes) {
+        tally.append(bytes);
+        sink.write(bytes);
+    };
 
     ProcessResult result;
     try {
-        result = runProcess(request);
+        // No -q: without the lines that name the pages nothing tells a PDF that cannot be opened, for which
+        // Ghostscript puts out one empty page and ends with status 0, from one that has one. Given by a name,
+        // the PDF is read where it is; from standard input Ghostscript would copy it first.
+        result =
+            runGhostscript(bounds, {"-sDEVICE=ps2write", "-sOutputFile=%stdout", "/proc/self/fd/0"}, streams);
     } catch (const Error& error) {
         throw Error(localized("%s: the PDF cannot be turned into PostScript: %s", name, error.what()));
     }
 
     const Diagnosis diagnosis = diagnose(result.errors);
-    const bool noPage = !diagnosis.processedPage && areWhole(result.errors);
-    if (result.exitStatus != 0 || diagnosis.processedNothing || noPage)
+    if (diagnosis.couldNotWrite)
+        throw Error(
+            localized("%s: the PDF cannot be turned into PostScript: the disk is full, there is no room "
+                      "for temporary files in %s; make room there, or set TMPDIR to a folder with more",
+                      name, temporaryFolder()));
+    if (result.exitStatus != 0 || diagnosis.processedNothing || diagnosis.pages == 0)
         fail(name, diagnosis, result.exitStatus);
+    const long wholePages = tally.atEnd() ? tally.pages() : std::max(tally.pages() - 1, 0L);
+    if (wholePages < diagnosis.pages)
+        // Translators: the document, and how many of how many pages.
+        throw Error(localized("%s: only %d of its %d pages could be turned into PostScript; open and save it "
+                              "again, and fax that",
+                              name, wholePages, diagnosis.pages));
     if (!diagnosis.firstFault.empty())
         converted.warning =
             localized("%s: the PDF is damaged and was mended (%s); check the pages of the fax", name,

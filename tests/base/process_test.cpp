@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -99,6 +100,70 @@ TEST_F(Process, LargeOutputIsCapturedWhole)
     EXPECT_EQ(quelm::runProcess(request).output, std::string(1000000, 'x'));
 }
 
+TEST_F(Process, OutputIsTakenPieceByPieceWhateverItsSize)
+{
+    auto request = shell("head -c 3000000 /dev/zero | tr '\\0' x");
+    std::string taken;
+    request.takeOutput = [&](std::string_view piece) { taken += piece; };
+    EXPECT_EQ(quelm::runProcess(request).output, "");
+    EXPECT_EQ(taken, std::string(3000000, 'x'));
+}
+
+TEST_F(Process, OutputThatCannotBeTakenEndsTheProgram)
+{
+    auto request = shell("echo $$ > " + (folder / "id") + "; exec cat /dev/zero");
+    request.takeOutput = [](std::string_view) { throw quelm::Error("no room"); };
+    EXPECT_EQ(problemWith(request), "no room");
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST_F(Process, TheEnvironmentMayBeAnother)
+{
+    auto request = shell("/usr/bin/env");
+    EXPECT_TRUE(mentions(quelm::runProcess(request).output, "PATH="));
+    request.environment = std::vector<std::string>{"ONE=1", "TWO=a b"};
+    const std::string output = quelm::runProcess(request).output;
+    EXPECT_TRUE(mentions(output, "ONE=1\n") && mentions(output, "TWO=a b\n")) << output;
+    EXPECT_FALSE(mentions(output, "HOME=")) << output;
+}
+
+TEST_F(Process, AProgramMayHaveAnotherNameInErrorLines)
+{
+    quelm::ProcessRequest request;
+    request.arguments = {"no-such-program-of-ours"};
+    request.name = "converter";
+    EXPECT_EQ(problemWith(request), "the program \"converter\" is not installed; install it and try again");
+    request.arguments = {"sleep", "60"};
+    request.timeLimit = milliseconds(10);
+    EXPECT_TRUE(mentions(problemWith(request), "the program \"converter\" was ended"));
+}
+
+TEST_F(Process, AGraceLetsTheProgramPutThingsInOrder)
+{
+    auto request = shell("trap 'echo done > " + (folder / "order") + "; exit' TERM; touch " +
+                         (folder / "ready") + "; while :; do sleep 0.01; done");
+    request.grace = seconds(20);
+    std::stop_source stop;
+    request.stop = stop.get_token();
+    const std::jthread other([&] {
+        while (!std::filesystem::exists(folder / "ready"))
+            std::this_thread::yield();
+        stop.request_stop();
+    });
+    EXPECT_TRUE(mentions(problemWith(request), "was stopped"));
+    EXPECT_EQ(contentOf(folder / "order"), "done\n");
+}
+
+TEST_F(Process, BehindItsGraceAProgramIsEnded)
+{
+    auto request = shell("trap '' TERM; echo $$ > " + (folder / "id") + "; while :; do sleep 0.01; done");
+    request.timeLimit = milliseconds(200);
+    request.grace = milliseconds(100);
+    EXPECT_TRUE(mentions(problemWith(request), "ran longer"));
+    EXPECT_EQ(kill(std::stoi(contentOf(folder / "id")), 0), -1);
+}
+
 TEST_F(Process, OutputBeyondTheLimitEndsTheProgram)
 {
     auto request = shell("echo $$ > " + (folder / "id") + "; exec cat /dev/zero");
@@ -114,6 +179,17 @@ TEST_F(Process, LastLinesOfTheErrorsAreKept)
     EXPECT_LE(result.errors.size(), 4096U);
     EXPECT_EQ(result.errors.find("line "), 0U);
     EXPECT_TRUE(mentions(result.errors, "\nline 1999\n"));
+}
+
+TEST_F(Process, AsManyErrorsAreKeptAsAreAskedFor)
+{
+    auto request = shell("i=0; while [ $i -lt 2000 ]; do echo line $i >&2; i=$((i+1)); done");
+    request.errorLimit = std::size_t{1} << 20U;
+    const auto result = quelm::runProcess(request);
+    EXPECT_EQ(result.errors.find("line 0\n"), 0U);
+    EXPECT_TRUE(mentions(result.errors, "\nline 1999\n"));
+    request.errorLimit = 20;
+    EXPECT_EQ(quelm::runProcess(request).errors, "line 1999\n");
 }
 
 TEST_F(Process, TimeLimitEndsTheProgram)

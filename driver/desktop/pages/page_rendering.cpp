@@ -8,15 +8,16 @@
 #include "base/translation.h"
 #include "driver/desktop/pages/block_reading.h"
 #include "driver/desktop/pages/png_stream.h"
+#include "driver/documents/ghostscript.h"
 
 #include <fcntl.h>
 #include <gio/gio.h>
-#include <sys/prctl.h>
 
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -36,8 +37,7 @@ constexpr std::string_view pageCountMark = "quelm pages: ";
 /// The arguments of Ghostscript; the stream is its standard input.
 std::vector<std::string> argumentsFor(const RenderingRequest& request)
 {
-    std::vector<std::string> arguments = {request.ghostscript, "-q",         "-dSAFER",         "-dBATCH",
-                                          "-dNOPAUSE",         "-dNOPROMPT", "-sstdout=%stderr"};
+    std::vector<std::string> arguments = {"-q"};
     if (request.pages == RenderingRequest::Pages::count) {
         arguments.insert(arguments.end(), {"-sDEVICE=nullpage", "-", "-c",
                                            "(\\n" + std::string(pageCountMark) +
@@ -48,6 +48,17 @@ std::vector<std::string> argumentsFor(const RenderingRequest& request)
                      {"-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4",
                       "-r" + std::to_string(request.resolution), "-sOutputFile=%stdout", "-"});
     return arguments;
+}
+
+/// With a null pointer at the end, valid as long as the texts.
+template <typename Text = const gchar*>
+std::vector<Text> pointersTo(const std::vector<std::string>& texts)
+{
+    std::vector<Text> pointers;
+    for (const auto& text : texts)
+        pointers.push_back(const_cast<Text>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
 }
 
 int pageCountIn(std::string_view messages)
@@ -95,26 +106,10 @@ public:
             ::open(("/proc/self/fd/" + std::to_string(stream.get())).c_str(), O_RDONLY | O_CLOEXEC));
         if (!input.isOpen())
             return endSoon(systemReason(errno));
-        const Reference<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
-            static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
-        g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
-        // A document may keep Ghostscript busy for ever: it does not outlive the desktop, however that ends.
-        g_subprocess_launcher_set_child_setup(
-            launcher.get(), [](gpointer) { ::prctl(PR_SET_PDEATHSIG, SIGKILL); }, nullptr, nullptr);
-        const auto arguments = argumentsFor(request_);
-        std::vector<const gchar*> pointers;
-        pointers.reserve(arguments.size() + 1);
-        for (const auto& argument : arguments)
-            pointers.push_back(argument.c_str());
-        pointers.push_back(nullptr);
-        GError* error = nullptr;
-        process_.reset(g_subprocess_launcher_spawnv(launcher.get(), pointers.data(), &error));
-        if (!process_) {
-            const std::string reason = g_error_matches(error, G_SPAWN_ERROR, G_SPAWN_ERROR_NOENT)
-                                           ? translated("Ghostscript is not installed")
-                                           : std::string(error->message);
-            g_error_free(error);
-            return endSoon(reason);
+        try {
+            startProcess(std::move(input));
+        } catch (const Error& error) {
+            return endSoon(error.what());
         }
         timer_ = g_timeout_add(static_cast<guint>(request_.timeLimit.count()), &Run::outOfTime, this);
         read(g_subprocess_get_stdout_pipe(process_.get()), &Run::takePictures);
@@ -140,10 +135,31 @@ private:
         return *held;
     }
 
+    void startProcess(FileHandle input)
+    {
+        GhostscriptBounds bounds;
+        bounds.program = request_.ghostscript;
+        bounds.timeLimit = request_.timeLimit;
+        command_.emplace(bounds, argumentsFor(request_));
+        const Reference<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
+            static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
+        g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
+        g_subprocess_launcher_set_environ(launcher.get(), pointersTo<gchar*>(command_->environment()).data());
+        GError* error = nullptr;
+        process_.reset(
+            g_subprocess_launcher_spawnv(launcher.get(), pointersTo(command_->arguments()).data(), &error));
+        if (!process_) {
+            const std::string reason = error->message;
+            g_error_free(error);
+            throw Error(reason);
+        }
+    }
+
     void stop()
     {
+        // Not SIGKILL: the supervisor ends Ghostscript and clears up.
         if (process_)
-            g_subprocess_force_exit(process_.get());
+            g_subprocess_send_signal(process_.get(), SIGTERM);
         g_cancellable_cancel(cancellation_.get());
     }
 
@@ -262,6 +278,7 @@ private:
     std::function<void()> forget_;
     PngStream pictures_;
     Reference<GCancellable> cancellation_;
+    std::optional<GhostscriptCommand> command_; ///< its folder outlives the process
     Reference<GSubprocess> process_;
     std::string messages_;
     std::string trouble_;

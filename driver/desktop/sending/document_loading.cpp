@@ -4,6 +4,8 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/documents/document_file.h"
+#include "driver/documents/file_sink.h"
 #include "driver/jobs/job_writer.h"
 
 #include <filesystem>
@@ -11,15 +13,6 @@
 
 namespace quelm {
 namespace {
-
-class FileSink final : public JobSink {
-public:
-    explicit FileSink(const FileHandle& file) : file_(file) {}
-    void write(std::string_view bytes) override { writeAll(file_.get(), bytes, "the copy of the document"); }
-
-private:
-    const FileHandle& file_;
-};
 
 /// A fifo would keep the thread waiting for whoever writes to it.
 void requireFile(const std::string& path)
@@ -35,11 +28,11 @@ void requireFile(const std::string& path)
 LoadedDocument loadDocument(const std::string& path, const std::stop_token& stop)
 {
     requireFile(path);
-    PdfConversion conversion;
-    conversion.stop = stop;
-    LoadedDocument loaded{Document::open(path, conversion), makeUnnamedFile()};
+    GhostscriptBounds bounds;
+    bounds.stop = stop;
+    LoadedDocument loaded{Document::open(path, bounds), makeUnnamedFile()};
 
-    FileSink sink(loaded.pages);
+    FileSink sink(loaded.pages, shownCopy(path));
     JobFacts facts;
     facts.progress = [&stop](std::uint64_t, std::uint64_t) {
         if (stop.stop_requested())

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document_copy.h"
 
+#include "driver/documents/document_file.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <sys/resource.h>
@@ -20,7 +21,7 @@ protected:
     /// A document of these lines behind "%!PS\n", as it stands in the job, without that first line.
     std::string copied(const std::string& lines)
     {
-        const Document document = Document::open(file("a.ps", "%!PS\n" + lines));
+        const DocumentFile document(file("a.ps", "%!PS\n" + lines));
         StringSink sink;
         end = copyDocument(document, sink);
         EXPECT_EQ(sink.text.size(), document.size()) << "no byte may be added or lost";
@@ -75,22 +76,71 @@ TEST_F(DocumentCopyTest, EmbeddedDocumentsStayBalanced)
     EXPECT_EQ(end.openDocuments, 1U);
 }
 
-TEST_F(DocumentCopyTest, AnnouncedBinarySectionsStayUntouched)
+TEST_F(DocumentCopyTest, LinesBehindBlanksAreSeenAsADeviceMaySeeThem)
 {
-    const std::string binary("\n%%QLMbegin\n@PJL\r%%OID_ATT_X;\n\0\x04%!", 34);
+    const std::string blanks(" \t\f\v\0", 5);
+    for (const char blank : blanks) {
+        const std::string some(3, blank);
+        EXPECT_EQ(copied(some + "%%OID_ATT_X;\n"), some + "% OID_ATT_X;\n");
+        EXPECT_EQ(copied("a\r" + some + "%%QLMbegin\r"), "a\r" + some + "% QLMbegin\r");
+        EXPECT_EQ(copied("a\r\n" + some + "@PJL\n"), "a\r\n" + some + "%PJL\n");
+        EXPECT_EQ(copied(some + "\x04%!PS\n"), some + " %!PS\n");
+        expectUnchanged("a" + some + "%%OID_ATT_X;\n");
+    }
+    // More than the copier holds at once.
+    const std::string many(std::size_t{300} * 1024, '\0');
+    EXPECT_TRUE(copied(many + "@PJL\n").ends_with(std::string("\0%PJL\n", 6)));
+}
+
+TEST_F(DocumentCopyTest, EmbeddedDocumentsBehindBlanksCountForNoDevice)
+{
+    EXPECT_EQ(copied("%%BeginDocument: a\n %%EndDocument\n\t%%BeginDocument: b\n%%EndDocument\n"),
+              "%%BeginDocument: a\n % EndDocument\n\t% BeginDocument: b\n%%EndDocument\n");
+    EXPECT_EQ(end.openDocuments, 0U);
+}
+
+TEST_F(DocumentCopyTest, AJobsEndAheadOfAnotherDocumentIsSeenWithinALine)
+{
+    EXPECT_EQ(copied("showpage\x04%!PS-Adobe-3.0\n"), "showpage %!PS-Adobe-3.0\n");
+    EXPECT_EQ(copied("a \x04\x04%!PS \x04%!\n\x04%!"), "a \x04 %!PS  %!\n %!");
+    expectUnchanged("a\x04 %!PS\nb\x04%\nc\x04\nd\n");
+}
+
+TEST_F(DocumentCopyTest, LinesOfAnnouncedBinarySectionsAreChangedInPlace)
+{
+    const std::string binary("\n%%QLMbegin\n@PJL\r%%OID_ATT_X;\n\0\x04%!\x01\x04%!", 38);
+    const std::string changed("\n% QLMbegin\n%PJL\r% OID_ATT_X;\n\0 %!\x01\x04%!", 38);
     for (const std::string lineEnd : {"\n", "\r", "\r\n"}) {
         const std::string size = std::to_string(binary.size());
-        expectUnchanged("%%BeginBinary: " + size + lineEnd + binary + lineEnd + "%%EndBinary" + lineEnd);
-        expectUnchanged("%%BeginData: " + size + " Binary Bytes" + lineEnd + binary + lineEnd + "%%EndData" +
-                        lineEnd);
-        expectUnchanged("%%BeginData: " + size + lineEnd + binary + "%%EndData" + lineEnd);
+        for (const std::string& begin :
+             {"%%BeginBinary: " + size + lineEnd, "%%BeginData: " + size + " Binary Bytes" + lineEnd,
+              "%%BeginData: " + size + lineEnd})
+            EXPECT_EQ(copied(begin + binary + "\n%%EndData" + lineEnd),
+                      begin + changed + "\n%%EndData" + lineEnd);
     }
+}
+
+TEST_F(DocumentCopyTest, EmbeddedDocumentsInABinarySectionCountForNoDevice)
+{
+    EXPECT_EQ(
+        copied("%%BeginBinary: 36\n%%BeginDocument: a\n%%EndDocument\nab\n%%EndBinary\n%%EndDocument\n"),
+        "%%BeginBinary: 36\n% BeginDocument: a\n% EndDocument\nab\n%%EndBinary\n% EndDocument\n");
+    EXPECT_EQ(end.openDocuments, 0U);
 }
 
 TEST_F(DocumentCopyTest, LinesBehindABinarySectionAreLookedAtAgain)
 {
-    EXPECT_EQ(copied("%%BeginBinary: 7\n%%QLM%%\n%%EndBinary\n%%QLMend\n"),
-              "%%BeginBinary: 7\n%%QLM%%\n%%EndBinary\n% QLMend\n");
+    EXPECT_EQ(copied("%%BeginBinary: 7\n%%Qlm%%\n%%EndBinary\nx\x04%!\n%%EndDocument\n"),
+              "%%BeginBinary: 7\n% Qlm%%\n%%EndBinary\nx %!\n% EndDocument\n");
+}
+
+TEST_F(DocumentCopyTest, ACopyOfACopyIsTheSame)
+{
+    std::string lines = "%%OID_ATT_X;\n \t@PJL\nx\x04%!\n%%EndDocument\n%%BeginDocument: a\n";
+    lines += "%%BeginBinary: 9\r\n@PJL\n\x04%!\n\r\n%%EndBinary\n  %%EndDocument\n";
+    const std::string once = copied(lines);
+    EXPECT_NE(once, lines);
+    expectUnchanged(once);
 }
 
 TEST_F(DocumentCopyTest, AnAnnouncementThatIsNotTrueHidesNothing)
@@ -109,8 +159,9 @@ TEST_F(DocumentCopyTest, EveryPositionOfALineInALargeDocumentIsSeen)
     const std::string before(std::size_t{256} * 1024 - 300, 'x');
     for (std::size_t more = 0; more < 320; ++more) {
         const std::string lead = before + std::string(more, 'y') + "\r\n";
-        ASSERT_TRUE(copied(lead + "%%QLMbegin\r\n%%BeginBinary: 6\r\n@PJL\n\n%%EndBinary\r\n@PJL")
-                        .ends_with("\r\n% QLMbegin\r\n%%BeginBinary: 6\r\n@PJL\n\n%%EndBinary\r\n%PJL"))
+        ASSERT_TRUE(
+            copied(lead + "%%QLMbegin\r\n%%BeginBinary: 6\r\n@PJL\n\n%%EndBinary\r\nx\x04%!\r\n@PJL")
+                .ends_with("\r\n% QLMbegin\r\n%%BeginBinary: 6\r\n%PJL\n\n%%EndBinary\r\nx %!\r\n%PJL"))
             << more;
     }
 }
@@ -126,6 +177,7 @@ TEST_F(DocumentCopyTest, RandomBytesComeThroughInTheSameSize)
         const std::string copy = copied(text);
         EXPECT_EQ(copy.find("\n@PJL"), std::string::npos);
         EXPECT_EQ(copy.find("\r%%QLM"), std::string::npos);
+        EXPECT_EQ(copy.find("\x04%!"), std::string::npos);
     }
 }
 
@@ -135,7 +187,7 @@ TEST_F(DocumentCopyTest, AUelInTheMiddleFailsTheJob)
     const std::string uelInData = "%%BeginBinary: 9\n\x1b%-12345X\n%%EndBinary\n";
     for (const std::string& lines : {uelInText, uelInData}) {
         const std::string name = file("a.ps", "%!PS\n" + lines);
-        const Document document = Document::open(name);
+        const DocumentFile document(name);
         StringSink sink;
         EXPECT_EQ(
             errorLine([&] { copyDocument(document, sink); }),
@@ -146,8 +198,7 @@ TEST_F(DocumentCopyTest, AUelInTheMiddleFailsTheJob)
 
 TEST_F(DocumentCopyTest, TellsItsProgress)
 {
-    const Document document =
-        Document::open(file("a.ps", "%!PS\n" + std::string(std::size_t{1} << 20U, 'x')));
+    const DocumentFile document(file("a.ps", "%!PS\n" + std::string(std::size_t{1} << 20U, 'x')));
     StringSink sink;
     std::vector<std::uint64_t> done;
     copyDocument(document, sink, [&](std::uint64_t now, std::uint64_t total) {
@@ -176,9 +227,9 @@ long mostMemoryInKilobytes()
 TEST_F(DocumentCopyTest, ALargeDocumentNeedsNoMoreMemoryThanASmallOne)
 {
     const std::string name = file("large.ps", "%!PS\n");
-    constexpr std::uint64_t size = 400'000'000;
+    constexpr std::uint64_t size = 100'000'000;
     std::filesystem::resize_file(name, size); // takes no room on the disk
-    const Document document = Document::open(name);
+    const DocumentFile document(name);
     // In a process of its own, whose high-water mark no other test has raised meanwhile.
     const pid_t child = ::fork();
     if (child == 0) {

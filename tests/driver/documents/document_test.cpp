@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/document.h"
 
+#include "base/file_io.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <fcntl.h>
@@ -174,14 +175,51 @@ TEST_F(DocumentTest, EmptyStandardInputIsRefused)
     EXPECT_EQ(errorLine([] { Document::open("-"); }), "standard input: is empty; there is nothing to fax");
 }
 
-TEST_F(DocumentTest, ADocumentThatBecomesShorterFailsTheReading)
+TEST_F(DocumentTest, WhatIsDoneToItsFileMeanwhileChangesNothing)
 {
-    const std::string name = file("a.ps", "%!PS\n" + std::string(1000, ' '));
+    const std::string content = "%!PS\nshowpage\n" + std::string(1000, ' ');
+    const std::string name = file("a.ps", content);
     const Document document = Document::open(name);
     std::filesystem::resize_file(name, 500);
-    std::array<char, 900> bytes{};
-    EXPECT_EQ(errorLine([&] { document.read(0, bytes.data(), bytes.size()); }),
-              name + ": became shorter while it was read; try again when it is complete");
+    file("a.ps", "%!PS\nnonsense\n");
+    EXPECT_EQ(postScriptOf(document), content);
+}
+
+TEST_F(DocumentTest, LinesThatMeanSomethingToADeviceAreChangedAheadOfTheCheck)
+{
+    // As it stands, "@PJL" would be a command that is not known.
+    const Document document = Document::open(file("a.ps", "%!PS\n@PJL\n%%QLMbegin\nshowpage\x04%!\n"));
+    EXPECT_EQ(postScriptOf(document), "%!PS\n%PJL\n% QLMbegin\nshowpage %!\n");
+}
+
+TEST_F(DocumentTest, PostScriptThatFailsIsRefused)
+{
+    EXPECT_EQ(refusal("%!PS\nshowpage showpage nonsense showpage\n"),
+              "page 3 cannot be faxed: it uses a command that is not known (PostScript error /undefined in "
+              "nonsense); print or save the document again and fax that");
+    EXPECT_EQ(namesInFolder(), std::vector<std::string>{"refused"});
+}
+
+TEST_F(DocumentTest, OpeningStopsSoonWhenThatIsAskedFor)
+{
+    std::stop_source stop;
+    stop.request_stop();
+    GhostscriptBounds bounds;
+    bounds.stop = stop.get_token();
+    const std::string name = file("a.ps", "%!PS\n{ } loop\n");
+    EXPECT_EQ(errorLine([&] { Document::open(name, bounds); }), name + ": the document was given up");
+}
+
+TEST_F(DocumentTest, ADiskWithoutRoomForTheCopyIsNamed)
+{
+    const std::string name = file("a.ps", "%!PS\nshowpage\n" + std::string(300'000, ' '));
+    const std::string line = errorLine([&] {
+        const FileSizeLimit limit(100'000);
+        Document::open(name);
+    });
+    EXPECT_EQ(line, "the copy of " + name + " in " + folder() +
+                        ": cannot be written: the file would exceed the size limit; raise the limit and try "
+                        "again");
 }
 
 TEST_F(DocumentTest, KnowsItsOwnFileByAnyName)

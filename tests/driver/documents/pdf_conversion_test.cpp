@@ -2,12 +2,18 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/documents/pdf_conversion.h"
 
+#include "base/error.h"
 #include "driver/documents/document.h"
+#include "driver/documents/page_tally.h"
 #include "tests/driver/jobs/job_support.h"
+#include "tests/support/temporary_folder.h"
 
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 #include <chrono>
+#include <filesystem>
 
 namespace quelm::tests {
 namespace {
@@ -26,12 +32,12 @@ protected:
     }
 
     /// A stand-in for Ghostscript that does what the shell commands say.
-    PdfConversion standIn(const std::string& commands) const
+    GhostscriptBounds standIn(const std::string& commands) const
     {
-        PdfConversion conversion;
-        conversion.ghostscript = file("stand-in", "#!/bin/sh\n" + commands);
-        ::chmod(conversion.ghostscript.c_str(), 0700);
-        return conversion;
+        GhostscriptBounds bounds;
+        bounds.program = file("stand-in", "#!/bin/sh\n" + commands);
+        ::chmod(bounds.program.c_str(), 0700);
+        return bounds;
     }
 
     std::vector<std::string> pagesOf(const Document& document) const
@@ -130,10 +136,10 @@ TEST_F(PdfConversionTest, AMendedPdfIsFaxedWithAWarning)
 
 TEST_F(PdfConversionTest, WithoutGhostscriptTheLineSaysSo)
 {
-    PdfConversion conversion;
-    conversion.ghostscript = "quelm-no-such-program";
+    GhostscriptBounds bounds;
+    bounds.program = "quelm-no-such-program";
     const std::string name = pdf("a.pdf");
-    EXPECT_EQ(errorLine([&] { Document::open(name, conversion); }),
+    EXPECT_EQ(errorLine([&] { Document::open(name, bounds); }),
               name +
                   ": the PDF cannot be turned into PostScript: the program \"quelm-no-such-program\" is not "
                   "installed; install it and try again");
@@ -141,10 +147,10 @@ TEST_F(PdfConversionTest, WithoutGhostscriptTheLineSaysSo)
 
 TEST_F(PdfConversionTest, AConversionThatNeverEndsIsStopped)
 {
-    PdfConversion conversion = standIn("exec sleep 600\n");
-    conversion.timeLimit = std::chrono::milliseconds(50);
+    GhostscriptBounds bounds = standIn("exec sleep 600\n");
+    bounds.timeLimit = std::chrono::milliseconds(50);
     const std::string name = file("a.pdf", "%PDF-1.4\n");
-    const std::string line = errorLine([&] { Document::open(name, conversion); });
+    const std::string line = errorLine([&] { Document::open(name, bounds); });
     EXPECT_NE(line.find("ran longer than 50 ms"), std::string::npos) << line;
 }
 
@@ -155,6 +161,113 @@ TEST_F(PdfConversionTest, AFailureWithoutExplanationNamesTheStatus)
         errorLine([&] { Document::open(name, standIn("exit 7\n")); }),
         name +
             ": the PDF is damaged (Ghostscript ended with status 7); open and save it again, and fax that");
+}
+
+/// Twelve pages with a picture each that no compression makes smaller, some 1.3 MB as PostScript.
+std::string largeDocument()
+{
+    return "%!PS\n1 1 12 { pop gsave 72 72 translate 200 200 scale 200 200 8 [200 0 0 200 0 0]\n"
+           "{ 200 string 0 1 199 { 1 index exch rand 256 mod put } for } image grestore showpage } for\n";
+}
+
+class LargePdfTest : public PdfConversionTest {
+protected:
+    LargePdfTest()
+    {
+        runGhostscript({"-sDEVICE=pdfwrite", "-sOutputFile=" + name, file("large.ps", largeDocument())});
+    }
+
+    std::string refusal(const GhostscriptBounds& bounds = {}) const
+    {
+        const std::string line = errorLine([&] { Document::open(name, bounds); });
+        return line.starts_with(name + ": ") ? line.substr(name.size() + 2) : "(" + line + ")";
+    }
+
+    /// What happens in a folder for temporary files with so much room, which only root can make: the line of
+    /// refusal, or the number of the pages that are there. Empty when it cannot be made.
+    std::string resultWithRoom(int kilobytes) const
+    {
+        const std::string room = path("room");
+        std::filesystem::create_directory(room);
+        const int status = inProcess([&] {
+            const std::string options = "size=" + std::to_string(kilobytes) + "k";
+            if (::unshare(CLONE_NEWNS) != 0 || ::mount("", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                ::mount("none", room.c_str(), "tmpfs", 0, options.c_str()) != 0)
+                return 2;
+            ::setenv("TMPDIR", room.c_str(), 1);
+            std::string result;
+            try {
+                const Document document = Document::open(name);
+                std::string text(document.size(), '\0');
+                (void)document.read(0, text.data(), text.size());
+                PageTally tally;
+                tally.append(text);
+                result = std::to_string(tally.pages()) + " pages";
+            } catch (const Error& error) {
+                result = error.what();
+            }
+            (void)file("result", result);
+            return std::filesystem::is_empty(room) ? 0 : 1;
+        });
+        EXPECT_TRUE(status == 0 || status == 2) << status << ": a file was left";
+        return status == 0 ? contentOf(path("result")) : "";
+    }
+
+    const std::string name = path("large.pdf");
+};
+
+TEST_F(LargePdfTest, NotASinglePageIsLostWhereTheDiskIsFull)
+{
+    const std::string start = name + ": the PDF cannot be turned into PostScript: ";
+    const std::string forGhostscript = start + "the disk is full, there is no room for temporary files in " +
+                                       path("room") +
+                                       "; make room there, or set TMPDIR to a folder with more";
+    const std::string forUs = start + "the file for it in " + path("room") +
+                              ": cannot be written: the disk is full; make room and try again";
+    int refused = 0;
+    for (int room = 200; room < 4000; room += 400) {
+        const std::string result = resultWithRoom(room);
+        if (result.empty() || result == "12 pages")
+            continue;
+        ++refused;
+        EXPECT_TRUE(result == forGhostscript || result == forUs) << result;
+    }
+    EXPECT_EQ(refused > 2, !resultWithRoom(10'000).empty());
+}
+
+TEST_F(LargePdfTest, TemporaryFilesThatCannotBeWrittenAreNamed)
+{
+    // As on a full disk, writing fails; by itself the limit would end Ghostscript.
+    EXPECT_EQ(
+        refusal(standIn("trap '' XFSZ; ulimit -f 500; exec gs \"$@\"\n")),
+        "the PDF cannot be turned into PostScript: the disk is full, there is no room for temporary files "
+        "in " +
+            folder() + "; make room there, or set TMPDIR to a folder with more");
+    EXPECT_EQ(refusal(standIn("ulimit -f 500; exec gs \"$@\"\n")),
+              "the PDF cannot be turned into PostScript: the program \"" + path("stand-in") +
+                  "\" was ended: in " + folder() +
+                  ", the file would exceed the size limit; raise the limit and try again");
+}
+
+TEST_F(LargePdfTest, PostScriptThatCannotBeWrittenIsNamed)
+{
+    const std::string postScript = file("large.out.ps", std::string(200'000, ' '));
+    const GhostscriptBounds bounds = standIn("exec cat '" + postScript + "'\n");
+    const FileSizeLimit limit(100'000);
+    EXPECT_EQ(refusal(bounds),
+              "the PDF cannot be turned into PostScript: the file for it in " + folder() +
+                  ": cannot be written: the file would exceed the size limit; raise the limit "
+                  "and try again");
+}
+
+TEST_F(LargePdfTest, PostScriptThatIsNotWholeIsRefused)
+{
+    const std::string rest =
+        " of its 12 pages could be turned into PostScript; open and save it again, and fax "
+        "that";
+    EXPECT_EQ(refusal(standIn("gs \"$@\" | head -c 500000\n")), "only 4" + rest);
+    EXPECT_EQ(refusal(standIn("gs \"$@\" | grep -av '^%%EOF'\n")), "only 11" + rest);
+    EXPECT_EQ(refusal(standIn("gs \"$@\" | grep -av '^%%Page: 5 '\n")), "only 4" + rest);
 }
 
 TEST_F(PdfConversionTest, AConverterThatNamesNoPageMadeNone)

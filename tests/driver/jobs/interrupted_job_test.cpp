@@ -21,13 +21,11 @@ protected:
     InterruptedJobTest()
     {
         session.cover = true;
-        file("document.ps", postScriptPages({"One"}) + std::string(300'000, ' '));
         file("job.ps", "before");
     }
 
     void writeJob(const std::string& output)
     {
-        const Document document = Document::open(path("document.ps"));
         const auto destination = openOutput(output, document);
         writeFaxJob(session, document, Pdl::dsc, destination->sink(), someFacts());
         destination->deliver();
@@ -59,6 +57,8 @@ protected:
         EXPECT_EQ(namesInFolder(), (std::vector<std::string>{"document.ps", "job.ps"}));
     }
 
+    Document document =
+        Document::open(file("document.ps", postScriptPages({"One"}) + std::string(300'000, ' ')));
     FakeFaxSession session;
 };
 

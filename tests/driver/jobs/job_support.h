@@ -9,6 +9,7 @@
 #include "driver/plugin/fax_session.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <functional>
 #include <string>
@@ -23,6 +24,7 @@ protected:
     JobTest();
     ~JobTest() override;
 
+    const std::string& folder() const { return folder_; }
     std::string path(const std::string& name) const { return folder_ + "/" + name; }
 
     /// Writes a file in the folder and returns its path.
@@ -40,6 +42,23 @@ private:
 };
 
 std::string contentOf(const std::string& path);
+
+/// While it lives, no file of this process, or of those that it starts, may become larger.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t size)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{size, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit before_ = {};
+};
 
 /// Bytes of every value, the same in each run.
 std::string bytesOfEveryValue(std::size_t size);

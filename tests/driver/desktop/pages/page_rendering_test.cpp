@@ -3,6 +3,8 @@
 #include "driver/desktop/pages/page_rendering.h"
 
 #include "tests/driver/desktop/main_loop.h"
+#include "tests/support/kept_variable.h"
+#include "tests/support/processes.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
@@ -152,7 +154,8 @@ TEST_F(PageRenderingTest, TheTimeLimitHoldsForAProgramThatLeavesItsPipesToAnothe
     request.timeLimit = milliseconds(300);
     draw("%!PS\n");
     EXPECT_NE(end->trouble, "");
-    kill(std::stoi(contentOf(folder / "left")), SIGKILL);
+    const pid_t left = processIdIn(folder / "left");
+    EXPECT_TRUE(soon([left] { return !isRunning(left); }));
 }
 
 TEST_F(PageRenderingTest, APageThatIsTooLargeIsRefused)
@@ -190,44 +193,35 @@ TEST_F(PageRenderingTest, ACancelledRunIsSilent)
     EXPECT_FALSE(end);
 }
 
-/// The processes that this thread started.
-std::string children()
-{
-    std::ifstream list("/proc/self/task/" + std::to_string(::gettid()) + "/children");
-    return {std::istreambuf_iterator<char>(list), {}};
-}
-
-/// False once it ended, reaped or not.
-bool isRunning(const std::string& process)
-{
-    std::ifstream status("/proc/" + process + "/stat");
-    std::string number;
-    std::string name;
-    std::string state;
-    return static_cast<bool>(status >> number >> name >> state) && state != "Z";
-}
-
-TEST_F(PageRenderingTest, GhostscriptDoesNotOutliveADesktopThatDies)
+TEST_F(PageRenderingTest, GhostscriptDoesNotOutliveADesktopThatIsKilled)
 {
     const auto endless = stream("%!PS\n{ } loop\n");
-    std::array<int, 2> pipe{};
-    ASSERT_EQ(::pipe(pipe.data()), 0);
+    const KeptVariable kept("TMPDIR");
+    setenv("TMPDIR", folder.path().c_str(), 1);
+    request.ghostscript = scriptInsteadOfGhostscript("echo $$ >" + (folder / "id") + "; exec gs \"$@\"\n");
     const auto desktop = ::fork();
     if (desktop == 0) {
         start(endless);
-        const auto started = children();
-        const auto written = ::write(pipe[1], started.data(), started.size());
-        ::_exit(written > 0 ? 0 : 1);
+        for (;;)
+            ::pause();
     }
-    ::close(pipe[1]);
-    std::array<char, 64> text{};
-    const auto size = ::read(pipe[0], text.data(), text.size());
-    ::close(pipe[0]);
+    const auto id = processIdIn(folder / "id");
+    ::kill(desktop, SIGKILL);
     int status = -1;
     ASSERT_EQ(::waitpid(desktop, &status, 0), desktop);
-    ASSERT_GT(size, 0);
-    const auto process = std::to_string(std::stoi(std::string(text.data(), static_cast<std::size_t>(size))));
-    EXPECT_TRUE(loopUntil([&] { return !isRunning(process); }));
+    EXPECT_TRUE(soon([&] { return !isRunning(id); }));
+    EXPECT_TRUE(soon([&] {
+        return folder.names() == std::vector<std::string>{"gs", "id"};
+    })) << "its folder for temporary files is gone";
+}
+
+TEST_F(PageRenderingTest, GhostscriptGetsNothingFromTheEnvironmentThatChangesIt)
+{
+    const KeptVariable kept("GS_OPTIONS");
+    setenv("GS_OPTIONS", "-dNOSAFER", 1);
+    draw("%!PS\n(/etc/passwd) (r) file pop\n" + pages(1));
+    EXPECT_TRUE(drawn.empty());
+    EXPECT_THAT(end->trouble, HasSubstr("invalidfileaccess"));
 }
 
 TEST_F(PageRenderingTest, ANewRunTakesThePlaceOfTheOneBefore)

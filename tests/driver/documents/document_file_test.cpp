@@ -1,0 +1,46 @@
+// Tests of finding a document in its file. What is refused, and from where it is read, is tested with
+// documents. SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/documents/document_file.h"
+
+#include "tests/driver/jobs/job_support.h"
+
+#include <array>
+#include <filesystem>
+
+namespace quelm::tests {
+namespace {
+
+using DocumentFileTest = JobTest;
+
+std::string contentOf(const FileHandle& opened)
+{
+    return tests::contentOf("/proc/self/fd/" + std::to_string(opened.get()));
+}
+
+TEST_F(DocumentFileTest, WhatTheDocumentIsItsContentSays)
+{
+    EXPECT_FALSE(DocumentFile(file("a.pdf", "%!PS\nshowpage\n")).isPdf());
+    EXPECT_TRUE(DocumentFile(file("a.ps", "%PDF-1.4\n")).isPdf());
+    EXPECT_TRUE(DocumentFile(file("a.eps", "%!PS-Adobe-3.0 EPSF-3.0\n")).isEncapsulated());
+    EXPECT_FALSE(DocumentFile(file("b.eps", "%!PS-Adobe-3.0\n%EPSF-3.0\n")).isEncapsulated());
+}
+
+TEST_F(DocumentFileTest, AFileThatBecomesShorterFailsTheReading)
+{
+    const std::string name = file("a.ps", "%!PS\n" + std::string(1000, ' '));
+    const DocumentFile document(name);
+    std::filesystem::resize_file(name, 500);
+    std::array<char, 900> bytes{};
+    EXPECT_EQ(errorLine([&] { (void)document.read(0, bytes.data(), bytes.size()); }),
+              name + ": became shorter while it was read; try again when it is complete");
+}
+
+TEST_F(DocumentFileTest, ItsFileHoldsTheDocumentFromTheStart)
+{
+    EXPECT_EQ(contentOf(DocumentFile(file("a.pdf", "%PDF-1.4\nx")).releaseFile()), "%PDF-1.4\nx");
+    DocumentFile wrapped(file("a.prn", "\x1b%-12345X@PJL JOB\r\n@PJL ENTER LANGUAGE=PDF\r\n%PDF-1.4\nx"));
+    EXPECT_EQ(contentOf(wrapped.releaseFile()), "%PDF-1.4\nx");
+}
+
+} // namespace
+} // namespace quelm::tests
