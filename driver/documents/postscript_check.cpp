@@ -15,7 +15,8 @@
 namespace quelm {
 namespace {
 
-/// Runs standard input, and says on lines of their own which faults there were.
+/// Runs the file that is standard input, and says on lines of their own which faults there were. It opens the file by a
+/// name, because Ghostscript reads standard input byte by byte.
 ///
 /// The state is a string, because `restore` leaves the content of strings alone: "e" after an error, "s"
 /// after a `stop` of the document's own; then "p" once a page was shown since the error. Nothing of it stays
@@ -41,7 +42,7 @@ userdict /showpage [ //quelmstate 1 (p) /putinterval load /showpage load ] cvx p
 userdict /stop [ //quelmstate 0 (s) /putinterval load /stop load ] cvx put
 userdict /quit [ //quelmstate { 1 get 32 eq } /exec load { //quelmfault exec } /if load /quit load ] cvx put
 {
-  { (%stdin) (r) file cvx exec } stopped
+  { (/proc/self/fd/0) (r) file cvx exec } stopped
   { //quelmstate dup 0 get 101 eq exch 1 get 32 eq or { //quelmfault exec } if } if
   systemdict /quit get exec
 }
@@ -126,7 +127,7 @@ void checkPostScript(const FileHandle& postScript, const std::string& name, cons
     streams.takeOutput = [](std::string_view) {}; // whatever it writes there is no part of it
     ProcessResult result;
     try {
-        result = runGhostscript(bounds, {"-q", "-sDEVICE=nullpage", "-c", watcher}, streams);
+        result = runGhostscript(bounds, {"-q", "-sDEVICE=nullpage", "--permit-file-read=/proc/self/fd/0", "-c", watcher}, streams);
     } catch (const Error& error) {
         throw Error(localized("%s: cannot be checked: %s", name, error.what()));
     }

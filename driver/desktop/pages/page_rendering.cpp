@@ -34,19 +34,22 @@ using Reference = std::unique_ptr<Object, Unref<Object>>;
 constexpr std::size_t mostMessageBytes = 16384;
 constexpr std::string_view pageCountMark = "quelm pages: ";
 
+/// By this name Ghostscript reads it in blocks, by its own ("-") byte by byte.
+constexpr char standardInput[] = "/proc/self/fd/0";
+
 /// The arguments of Ghostscript; the stream is its standard input.
 std::vector<std::string> argumentsFor(const RenderingRequest& request)
 {
     std::vector<std::string> arguments = {"-q"};
     if (request.pages == RenderingRequest::Pages::count) {
-        arguments.insert(arguments.end(), {"-sDEVICE=nullpage", "-", "-c",
+        arguments.insert(arguments.end(), {"-sDEVICE=nullpage", standardInput, "-c",
                                            "(\\n" + std::string(pageCountMark) +
                                                ") print currentpagedevice /PageCount get = flush"});
         return arguments;
     }
     arguments.insert(arguments.end(),
                      {"-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4",
-                      "-r" + std::to_string(request.resolution), "-sOutputFile=%stdout", "-"});
+                      "-r" + std::to_string(request.resolution), "-sOutputFile=%stdout", standardInput});
     return arguments;
 }
 
