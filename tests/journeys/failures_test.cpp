@@ -35,6 +35,20 @@ TEST_F(FailuresJourney, ADocumentThatIsNone)
     EXPECT_FALSE(exists("out"));
 }
 
+TEST_F(FailuresJourney, PostScriptThatFails)
+{
+    const std::string faulty = file("faulty.ps", "%!PS\nshowpage nonsense showpage\n");
+    const std::string words = faulty +
+                              ": page 2 cannot be faxed: it uses a command that is not known (PostScript "
+                              "error /undefined in nonsense)";
+    expectFailure(fax(faulty, path("out")), 1, words);
+    const auto result =
+        driver({"script", "-"}, "call T40InvokeFaxDialog\nfax " + faulty + " " + path("out") + "\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, testing::HasSubstr(words));
+    EXPECT_FALSE(exists("out"));
+}
+
 TEST_F(FailuresJourney, AnOutputFolderThatIsNotThere)
 {
     expectFailure(fax(letter, path("none/out")), 1, "none");

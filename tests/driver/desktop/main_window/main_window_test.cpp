@@ -22,6 +22,12 @@ using testing::HasSubstr;
 
 // --- What is on the screen ---------------------------------------------------------------------------
 
+/// A document that fails only where its pages are really drawn.
+std::string failingWhenDrawn(const std::string& command)
+{
+    return "%!PS\ncurrentpagedevice /OutputDevice get /nullpage ne { " + command + " } if showpage\n";
+}
+
 TEST_F(MainWindowTest, EveryControlHasItsFixedNameAndOneToBeReadAloud)
 {
     for (const int kind : {fileItem, deviceItem, queueItem}) {
@@ -88,9 +94,20 @@ TEST_F(MainWindowTest, ADocumentThatCannotBeOpenedIsToldInOneLine)
     EXPECT_EQ(shownText("Main Document Name"), "No document");
 }
 
+TEST_F(MainWindowTest, ADocumentThatFailsIsToldWithItsPageAndNotTaken)
+{
+    window->openDocument(writeFile(folder / "odd.ps", "%!PS\nshowpage unknownoperator showpage\n"));
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"),
+                HasSubstr("page 2 cannot be faxed: it uses a command that is not known "
+                          "(PostScript error /undefined in unknownoperator)"));
+    EXPECT_FALSE(isUsable("Main Send Button"));
+    EXPECT_EQ(shownText("Main Document Name"), "No document");
+}
+
 TEST_F(MainWindowTest, ADocumentThatCannotBeDrawnCanStillBeSent)
 {
-    openDocument(writeFile(folder / "odd.ps", "%!PS\nunknownoperator\n"));
+    openDocument(writeFile(folder / "odd.ps", failingWhenDrawn("unknownoperator")));
     ASSERT_TRUE(loopUntil([] { return shownText("Main Document Trouble") != ""; }));
     EXPECT_THAT(shownText("Main Document Trouble"), HasSubstr("undefined in unknownoperator"));
     fillFax({"Ann"});
@@ -142,7 +159,7 @@ TEST_F(MainWindowTest, AMissingDocumentOfAnyNameIsTold)
 
 TEST_F(MainWindowTest, WhatGhostscriptSaysInOtherBytesIsShown)
 {
-    openDocument(writeFile(folder / "odd.ps", "%!PS\n\xff\xfe_unknown\n"));
+    openDocument(writeFile(folder / "odd.ps", failingWhenDrawn("\xff\xfe_unknown")));
     ASSERT_TRUE(loopUntil([] { return shownText("Main Document Trouble") != ""; }));
     EXPECT_THAT(shownText("Main Document Trouble"), HasSubstr("\uFFFD\uFFFD_unknown"));
     fillFax({"Ann"});

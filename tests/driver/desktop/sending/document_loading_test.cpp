@@ -54,6 +54,12 @@ TEST_F(DocumentLoadingTest, ADocumentThatNoJobCanCarryIsRefusedAtOnce)
     EXPECT_NE(troubleWith(writeFile(folder / "a.ps", "%!PS\n(\x1b%-12345X) show showpage\n")), "");
 }
 
+TEST_F(DocumentLoadingTest, PostScriptThatFailsIsRefused)
+{
+    EXPECT_THAT(troubleWith(writeFile(folder / "a.ps", "%!PS\nshowpage nonsense\n")),
+                HasSubstr("a.ps: page 2 cannot be faxed: "));
+}
+
 TEST_F(DocumentLoadingTest, WhatIsNoDocumentIsRefused)
 {
     EXPECT_THAT(troubleWith(folder / "missing.ps"), HasSubstr("no such document"));
