@@ -110,15 +110,6 @@ public:
     }
 
 private:
-    static std::vector<char*> pointersTo(const std::vector<std::string>& texts)
-    {
-        std::vector<char*> pointers;
-        for (const std::string& text : texts)
-            pointers.push_back(const_cast<char*>(text.c_str()));
-        pointers.push_back(nullptr);
-        return pointers;
-    }
-
     /// True when SIGTERM ends it within its grace.
     bool endsItself()
     {
@@ -195,6 +186,16 @@ void startAtLine(std::string& errors, std::size_t limit)
 }
 
 } // namespace
+
+std::vector<char*> pointersTo(const std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
 
 ProcessResult runProcess(const ProcessRequest& request)
 {

@@ -56,6 +56,10 @@ struct ProcessResult {
 /// leaves behind is not waited for.
 ProcessResult runProcess(const ProcessRequest& request);
 
+/// Arguments or an environment as functions of the system take them: with a null pointer at the end, valid as
+/// long as the texts.
+[[nodiscard]] std::vector<char*> pointersTo(const std::vector<std::string>& texts);
+
 } // namespace quelm
 
 #endif

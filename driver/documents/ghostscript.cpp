@@ -57,7 +57,7 @@ std::string findProgram(const std::string& name)
 
 std::string findSupervisor()
 {
-    const std::string program = (programFolder() / supervision::program).string();
+    std::string program = (programFolder() / supervision::program).string();
     std::error_code failure;
     if (!fs::is_regular_file(program, failure))
         throw Error(localized("there is no program %s; install the driver again", program));

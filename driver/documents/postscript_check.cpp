@@ -15,8 +15,8 @@
 namespace quelm {
 namespace {
 
-/// Runs the file that is standard input, and says on lines of their own which faults there were. It opens the file by a
-/// name, because Ghostscript reads standard input byte by byte.
+/// Runs the file that is standard input, and says on lines of their own which faults there were. It opens the
+/// file by a name, because Ghostscript reads standard input byte by byte.
 ///
 /// The state is a string, because `restore` leaves the content of strings alone: "e" after an error, "s"
 /// after a `stop` of the document's own; then "p" once a page was shown since the error. Nothing of it stays
@@ -127,7 +127,9 @@ void checkPostScript(const FileHandle& postScript, const std::string& name, cons
     streams.takeOutput = [](std::string_view) {}; // whatever it writes there is no part of it
     ProcessResult result;
     try {
-        result = runGhostscript(bounds, {"-q", "-sDEVICE=nullpage", "--permit-file-read=/proc/self/fd/0", "-c", watcher}, streams);
+        result = runGhostscript(
+            bounds, {"-q", "-sDEVICE=nullpage", "--permit-file-read=/proc/self/fd/0", "-c", watcher},
+            streams);
     } catch (const Error& error) {
         throw Error(localized("%s: cannot be checked: %s", name, error.what()));
     }

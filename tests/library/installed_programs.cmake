@@ -57,6 +57,13 @@ if(NOT output MATCHES "OID_ATT_FAX_DESTINATION_PHONE \"5551234\"")
   message(FATAL_ERROR "the job does not dial the recipient of the phonebook:\n${output}")
 endif()
 
+# Ghostscript is started by the supervisor, which lies beside the programs too.
+file(WRITE "${WORK_DIR}/letter.ps" "%!PS\nshowpage\n")
+run("${prefix}/bin/quelm-driver" --user ann fax "${WORK_DIR}/letter.ps" --entry "Anne Miller" --output "${WORK_DIR}/job")
+if(NOT EXISTS "${WORK_DIR}/job")
+  message(FATAL_ERROR "no job was written")
+endif()
+
 # The catalogues are found beside the programs.
 set(ENV{LANGUAGE} de)
 file(WRITE "${WORK_DIR}/script" "call T40InvokeFaxDialog\npress \"AddFaxRcpt\"\nshow \"LanFax Add Recipient Window\"\n")

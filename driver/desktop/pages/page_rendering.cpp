@@ -53,17 +53,6 @@ std::vector<std::string> argumentsFor(const RenderingRequest& request)
     return arguments;
 }
 
-/// With a null pointer at the end, valid as long as the texts.
-template <typename Text = const gchar*>
-std::vector<Text> pointersTo(const std::vector<std::string>& texts)
-{
-    std::vector<Text> pointers;
-    for (const auto& text : texts)
-        pointers.push_back(const_cast<Text>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 int pageCountIn(std::string_view messages)
 {
     const auto mark = messages.rfind(pageCountMark);
@@ -147,7 +136,7 @@ private:
         const Reference<GSubprocessLauncher> launcher(g_subprocess_launcher_new(
             static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_PIPE)));
         g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
-        g_subprocess_launcher_set_environ(launcher.get(), pointersTo<gchar*>(command_->environment()).data());
+        g_subprocess_launcher_set_environ(launcher.get(), pointersTo(command_->environment()).data());
         GError* error = nullptr;
         process_.reset(
             g_subprocess_launcher_spawnv(launcher.get(), pointersTo(command_->arguments()).data(), &error));

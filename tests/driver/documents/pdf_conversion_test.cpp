@@ -134,6 +134,20 @@ TEST_F(PdfConversionTest, AMendedPdfIsFaxedWithAWarning)
         name + ": the PDF is damaged and was mended (no startxref token found); check the pages of the fax");
 }
 
+TEST_F(PdfConversionTest, APdfOfWhichAPageCannotBeFoundIsRefused)
+{
+    std::string content = contentOf(pdf("whole.pdf"));
+    const std::size_t secondPage = content.find("<</Type/Page/", content.find("<</Type/Page/") + 1);
+    ASSERT_NE(secondPage, std::string::npos);
+    const std::size_t end = content.find("endobj", secondPage);
+    content.replace(secondPage, end - secondPage, end - secondPage, 'x');
+    const std::string name = file("a.pdf", content);
+    EXPECT_EQ(errorLine([&] { Document::open(name); }),
+              name +
+                  ": only 1 of its 2 pages could be turned into PostScript; open and save it again, and fax "
+                  "that");
+}
+
 TEST_F(PdfConversionTest, WithoutGhostscriptTheLineSaysSo)
 {
     GhostscriptBounds bounds;

@@ -82,12 +82,9 @@ TEST_F(SupervisorTest, ATerminalsSignalsEndTheProgramAndClearUp)
             // As a driver may that ignores a signal itself.
             std::signal(signal, SIG_IGN);
             std::signal(SIGCHLD, SIG_IGN);
-            auto arguments = commandLine(::getppid(), path("quelm-gs-123456"),
-                                         "echo $$ > '" + path("id") + "'; exec sleep 600");
-            std::vector<char*> pointers;
-            for (auto& argument : arguments)
-                pointers.push_back(argument.data());
-            pointers.push_back(nullptr);
+            const auto arguments = commandLine(::getppid(), path("quelm-gs-123456"),
+                                               "echo $$ > '" + path("id") + "'; exec sleep 600");
+            const std::vector<char*> pointers = pointersTo(arguments);
             ::execv(pointers.front(), pointers.data());
             ::_exit(1);
         }
