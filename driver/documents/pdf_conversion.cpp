@@ -3,13 +3,16 @@
 #include "driver/documents/pdf_conversion.h"
 
 #include "base/error.h"
+#include "base/system_reason.h"
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/documents/file_sink.h"
 #include "driver/documents/page_tally.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <cstdint>
 #include <sstream>
 #include <string_view>
 
@@ -86,8 +89,13 @@ ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const Gh
     streams.inputFile = "/proc/self/fd/" + std::to_string(pdf.get());
     // Ghostscript does not notice when its last bytes find no room: we write them ourselves.
     PageTally tally;
-    FileSink sink(converted.postScript, localized("the file for it in %s", temporaryFolder()));
+    const std::string target = localized("the file for it in %s", temporaryFolder());
+    FileSink sink(converted.postScript, target);
+    std::uint64_t size = 0;
     streams.takeOutput = [&](std::string_view bytes) {
+        size += bytes.size();
+        if (size > bounds.fileLimit)
+            throw Error(localized("%s: cannot be written: %s", target, systemReason(EFBIG)));
         tally.append(bytes);
         sink.write(bytes);
     };
