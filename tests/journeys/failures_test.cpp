@@ -1,9 +1,13 @@
 // Bad input of every kind: one line, status 1, and nothing lost or overwritten.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
+#include "tests/support/processes.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+
+#include <csignal>
+#include <filesystem>
 
 namespace journeys {
 namespace {
@@ -46,6 +50,35 @@ TEST_F(FailuresJourney, PostScriptThatFails)
         driver({"script", "-"}, "call T40InvokeFaxDialog\nfax " + faulty + " " + path("out") + "\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, testing::HasSubstr(words));
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(FailuresJourney, ADriverThatIsKilledLeavesNothingOfItsDocument)
+{
+    namespace fs = std::filesystem;
+    const fs::path temporary = folder / "temporary";
+    fs::create_directory(temporary);
+    // The document makes a file of its own once it runs.
+    const std::string endless = file("endless.ps", "%!PS\nnull (w) .tempfile { } loop\n");
+    const auto isRun = [&] {
+        std::error_code gone;
+        for (const auto& entry : fs::directory_iterator(temporary))
+            if (entry.path().filename().string().starts_with("quelm-gs-") && !fs::is_empty(entry, gone) &&
+                !gone)
+                return true;
+        return false;
+    };
+    for (const int signal : {SIGKILL, SIGINT, SIGTERM}) {
+        Request request;
+        request.arguments = {"fax", endless, "--to", "Ann=1", "--output", path("out")};
+        request.environment = {"TMPDIR=" + temporary.string()};
+        request.meanwhile = [&](int process) {
+            EXPECT_TRUE(soon(isRun));
+            ::kill(process, signal);
+        };
+        EXPECT_EQ(driver(request).status, 128 + signal);
+        EXPECT_TRUE(soon([&] { return fs::is_empty(temporary); }));
+    }
     EXPECT_FALSE(exists("out"));
 }
 
