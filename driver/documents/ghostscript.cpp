@@ -51,7 +51,8 @@ std::string findProgram(const std::string& name)
         reason = errno;
     }
     if (reason == ENOENT)
-        throw Error(localized("the program \"%s\" is not installed; install it and try again", name));
+        throw Error(
+            localized("Ghostscript, the program \"%s\", is not installed; install it and try again", name));
     throw Error(localized("the program \"%s\" cannot be run: %s", name, systemReason(reason)));
 }
 

@@ -203,8 +203,9 @@ TEST_F(GhostscriptTest, AKilledSupervisorTakesItAlongAndTheNextRunClearsUp)
 TEST_F(GhostscriptTest, WhatIsNotInstalledIsNamed)
 {
     bounds.program = "quelm-no-such-program";
-    EXPECT_EQ(errorLine([&] { messagesOf(""); }),
-              "the program \"quelm-no-such-program\" is not installed; install it and try again");
+    EXPECT_EQ(
+        errorLine([&] { messagesOf(""); }),
+        "Ghostscript, the program \"quelm-no-such-program\", is not installed; install it and try again");
     bounds.program = file("plain", "no program");
     EXPECT_EQ(errorLine([&] { messagesOf(""); }),
               "the program \"" + path("plain") + "\" cannot be run: permission denied");

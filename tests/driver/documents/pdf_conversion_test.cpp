@@ -154,9 +154,9 @@ TEST_F(PdfConversionTest, WithoutGhostscriptTheLineSaysSo)
     bounds.program = "quelm-no-such-program";
     const std::string name = pdf("a.pdf");
     EXPECT_EQ(errorLine([&] { Document::open(name, bounds); }),
-              name +
-                  ": the PDF cannot be turned into PostScript: the program \"quelm-no-such-program\" is not "
-                  "installed; install it and try again");
+              name + ": the PDF cannot be turned into PostScript: Ghostscript, the program "
+                     "\"quelm-no-such-program\", is not "
+                     "installed; install it and try again");
 }
 
 TEST_F(PdfConversionTest, AConversionThatNeverEndsIsStopped)

@@ -133,10 +133,9 @@ TEST_F(PostScriptCheckTest, MemoryAndTimeAreBounded)
 TEST_F(PostScriptCheckTest, WithoutGhostscriptTheLineSaysSo)
 {
     bounds.program = "quelm-no-such-program";
-    EXPECT_EQ(
-        refusal("showpage"),
-        "a.ps: cannot be checked: the program \"quelm-no-such-program\" is not installed; install it and "
-        "try again");
+    EXPECT_EQ(refusal("showpage"), "a.ps: cannot be checked: Ghostscript, the program "
+                                   "\"quelm-no-such-program\", is not installed; install it and "
+                                   "try again");
 }
 
 TEST_F(PostScriptCheckTest, AnInterpreterThatBreaksDownIsToldOf)
