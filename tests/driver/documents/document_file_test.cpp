@@ -4,9 +4,6 @@
 
 #include "tests/driver/jobs/job_support.h"
 
-#include <array>
-#include <filesystem>
-
 namespace quelm::tests {
 namespace {
 
@@ -23,16 +20,6 @@ TEST_F(DocumentFileTest, WhatTheDocumentIsItsContentSays)
     EXPECT_TRUE(DocumentFile(file("a.ps", "%PDF-1.4\n")).isPdf());
     EXPECT_TRUE(DocumentFile(file("a.eps", "%!PS-Adobe-3.0 EPSF-3.0\n")).isEncapsulated());
     EXPECT_FALSE(DocumentFile(file("b.eps", "%!PS-Adobe-3.0\n%EPSF-3.0\n")).isEncapsulated());
-}
-
-TEST_F(DocumentFileTest, AFileThatBecomesShorterFailsTheReading)
-{
-    const std::string name = file("a.ps", "%!PS\n" + std::string(1000, ' '));
-    const DocumentFile document(name);
-    std::filesystem::resize_file(name, 500);
-    std::array<char, 900> bytes{};
-    EXPECT_EQ(errorLine([&] { (void)document.read(0, bytes.data(), bytes.size()); }),
-              name + ": became shorter while it was read; try again when it is complete");
 }
 
 TEST_F(DocumentFileTest, ItsFileHoldsTheDocumentFromTheStart)

@@ -3,6 +3,7 @@
 #include "driver/documents/document.h"
 
 #include "base/file_io.h"
+#include "driver/documents/document_file.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <fcntl.h>
@@ -183,6 +184,16 @@ TEST_F(DocumentTest, WhatIsDoneToItsFileMeanwhileChangesNothing)
     std::filesystem::resize_file(name, 500);
     file("a.ps", "%!PS\nnonsense\n");
     EXPECT_EQ(postScriptOf(document), content);
+}
+
+TEST_F(DocumentTest, ADocumentThatBecomesShorterFailsTheReading)
+{
+    const std::string name = file("a.ps", "%!PS\n" + std::string(1000, ' '));
+    const DocumentFile document(name); // what opening reads
+    std::filesystem::resize_file(name, 500);
+    std::array<char, 900> bytes{};
+    EXPECT_EQ(errorLine([&] { (void)document.read(0, bytes.data(), bytes.size()); }),
+              name + ": became shorter while it was read; try again when it is complete");
 }
 
 TEST_F(DocumentTest, LinesThatMeanSomethingToADeviceAreChangedAheadOfTheCheck)
