@@ -69,55 +69,6 @@ bool mentions(const std::string& text, const std::string& part)
         pause();
 }
 
-TEST_F(AtomicFileTest, ARestrictedFileIsItsOwnersAlone)
-{
-    const mode_t before = umask(0);
-    quelm::AtomicFile file(folder / "new");
-    file.write("secret");
-    file.restrictToOwner();
-    file.write(" and more");
-    file.commit();
-    umask(before);
-    EXPECT_EQ(modeOf(folder / "new"), 0600U);
-    EXPECT_EQ(contentOf(folder / "new"), "secret and more");
-}
-
-TEST_F(AtomicFileTest, ARestrictedFileDoesNotKeepThePermissionsOfTheOneThatItReplaces)
-{
-    writeFile(folder / "old", "before");
-    ASSERT_EQ(chmod((folder / "old").c_str(), 0664), 0);
-    const mode_t umaskBefore = umask(0277);
-    quelm::AtomicFile file(folder / "old");
-    file.restrictToOwner();
-    umask(umaskBefore);
-    file.write("secret");
-    file.commit();
-    EXPECT_EQ(modeOf(folder / "old"), 0600U);
-    EXPECT_EQ(contentOf(folder / "old"), "secret");
-}
-
-TEST_F(AtomicFileTest, WhoeverOpenedTheTemporaryFileEarlierReadsNothingOfARestrictedOne)
-{
-    quelm::AtomicFile file(folder / "new");
-    const int writer = file.descriptor();
-    ASSERT_EQ(write(writer, "before ", 7), 7);
-    const auto names = folder.names();
-    ASSERT_EQ(names.size(), 1U);
-    const int reader = open((folder / names[0]).c_str(), O_RDONLY | O_CLOEXEC);
-    ASSERT_GE(reader, 0);
-    file.restrictToOwner();
-    EXPECT_EQ(file.descriptor(), writer);
-    ASSERT_EQ(write(writer, "secret", 6), 6);
-    std::array<char, 100> seen{};
-    EXPECT_EQ(read(reader, seen.data(), seen.size()), 7);
-    close(reader);
-    EXPECT_EQ(folder.names().size(), 1U);
-    EXPECT_EQ(modeOf(folder / folder.names()[0]), 0600U);
-    file.commit();
-    EXPECT_EQ(contentOf(folder / "new"), "before secret");
-    EXPECT_EQ(folder.names(), Names{"new"});
-}
-
 TEST_F(AtomicFileTest, ARestrictedFileThatIsGivenUpLeavesNothing)
 {
     {

@@ -14,14 +14,12 @@ class HandoverTest : public DriverTest {
 protected:
     HandoverTest() : DriverTest(build_paths::componentLibrary()) { driver().call("T40InvokeFaxDialog"); }
 
-    void add(const std::string& name, const std::string& number, const std::string& mailbox = {},
-             const std::string& organization = {})
+    void add(const std::string& name, const std::string& number, const std::string& mailbox = {})
     {
         driver().press("AddFaxRcpt");
         driver().type("RecipientName", name);
         driver().type("RecipientNumber", number);
         driver().type("RecipientMailbox", mailbox);
-        driver().type("RecipientOrganization", organization);
         driver().press("LanFaxAddRcpt OK Button");
     }
 };

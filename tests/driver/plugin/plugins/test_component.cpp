@@ -201,7 +201,7 @@ COMPONENT_EXPORT int InitializeFaxComponent()
 
 // Of the fax job, what the driver calls.
 
-Tarvik40FaxRecipientList::Tarvik40FaxRecipientList() : cursor(recipients.end()) {}
+Tarvik40FaxRecipientList::Tarvik40FaxRecipientList() : cursor(0), lastPositionNumber(-1) {}
 Tarvik40FaxRecipientList::~Tarvik40FaxRecipientList() = default;
 Tarvik40FaxRecipient::Tarvik40FaxRecipient() = default;
 Tarvik40FaxRecipient::~Tarvik40FaxRecipient() = default;
