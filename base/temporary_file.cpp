@@ -37,6 +37,10 @@ bool isTemporaryName(std::string_view name)
     return name.substr(prefix.size(), 2 * randomBytes).find_first_not_of(digits) == std::string_view::npos;
 }
 
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
 /// True when `name` still is the file that is open.
 bool isStillNamed(int folder, const char* name, const struct stat& file)
 {
@@ -111,7 +115,7 @@ void sweepTemporaryFiles(int folder) noexcept
     const int readable = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (readable < 0)
         return;
-    const std::unique_ptr<DIR, decltype(&closedir)> entries(fdopendir(readable), closedir);
+    const std::unique_ptr<DIR, CloseFolder> entries(fdopendir(readable));
     if (entries == nullptr) {
         ::close(readable);
         return;
