@@ -51,7 +51,7 @@ void runFaxCommand(const CommandLine& line)
         if (!receipt.note.empty())
             text += "; " + receipt.note;
         text += behindSummary(job.remarks());
-        std::cerr << oneLine(text) << std::endl;
+        std::cerr << messageLine(text) << std::endl;
     };
     writeDocument(job.session(), job.pdl(), document, target, job.user(), tell);
 }

@@ -69,6 +69,48 @@ bool mentions(const std::string& text, const std::string& part)
         pause();
 }
 
+TEST_F(AtomicFileTest, ARestrictedFileIsItsOwnersAlone)
+{
+    const mode_t before = umask(0);
+    quelm::AtomicFile file(folder / "new");
+    file.write("secret");
+    file.restrictToOwner();
+    file.write(" and more");
+    file.commit();
+    umask(before);
+    EXPECT_EQ(modeOf(folder / "new"), 0600U);
+    EXPECT_EQ(contentOf(folder / "new"), "secret and more");
+}
+
+TEST_F(AtomicFileTest, ARestrictedFileDoesNotKeepThePermissionsOfTheOneThatItReplaces)
+{
+    writeFile(folder / "old", "before");
+    ASSERT_EQ(chmod((folder / "old").c_str(), 0664), 0);
+    const mode_t umaskBefore = umask(0277);
+    quelm::AtomicFile file(folder / "old");
+    file.restrictToOwner();
+    umask(umaskBefore);
+    file.write("secret");
+    file.commit();
+    EXPECT_EQ(modeOf(folder / "old"), 0600U);
+    EXPECT_EQ(contentOf(folder / "old"), "secret");
+}
+
+TEST_F(AtomicFileTest, RestrictingAFileKeepsItsDescriptorAndWhatWasWritten)
+{
+    quelm::AtomicFile file(folder / "new");
+    const int writer = file.descriptor();
+    ASSERT_EQ(write(writer, "before ", 7), 7);
+    file.restrictToOwner();
+    EXPECT_EQ(file.descriptor(), writer);
+    ASSERT_EQ(write(writer, "secret", 6), 6);
+    ASSERT_EQ(folder.names().size(), 1U);
+    EXPECT_EQ(modeOf(folder / folder.names()[0]), 0600U);
+    file.commit();
+    EXPECT_EQ(contentOf(folder / "new"), "before secret");
+    EXPECT_EQ(folder.names(), Names{"new"});
+}
+
 TEST_F(AtomicFileTest, ARestrictedFileThatIsGivenUpLeavesNothing)
 {
     {
@@ -168,20 +210,6 @@ TEST_F(AtomicFileTest, NobodyElseCanReadItMeanwhile)
         file.commit();
     }
     EXPECT_EQ(modeOf(folder / "open"), 0666U);
-}
-
-TEST_F(AtomicFileTest, CanBeForItsOwnerAlone)
-{
-    writeFile(folder / "open", "old");
-    chmod((folder / "open").c_str(), 0666);
-    const mode_t before = umask(0);
-    for (const std::string name : {"open", "new"}) {
-        quelm::AtomicFile file(folder / name);
-        file.restrictToOwner();
-        file.commit();
-        EXPECT_EQ(modeOf(folder / name), 0600U);
-    }
-    umask(before);
 }
 
 TEST_F(AtomicFileTest, SymbolicLinkStaysOne)
