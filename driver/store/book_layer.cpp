@@ -97,8 +97,11 @@ int openCarefully(const char* path, int flags, int mode)
     if (!rule)
         return systemOpen(path, flags, mode);
     const int descriptor = systemOpen(path, flags | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW, mode);
-    if (descriptor < 0)
+    if (descriptor < 0) {
+        if (rule->isBook && errno == ELOOP) // by a link
+            errno = ESTALE;
         return descriptor;
+    }
     struct stat opened {};
     if (fstat(descriptor, &opened) == 0 && isAllowed(*rule, opened))
         return descriptor;

@@ -30,6 +30,8 @@ constexpr const char* markPhonebook = "PRAGMA application_id=0x51584442; PRAGMA 
 constexpr const char* tableDefinition =
     "CREATE TABLE record(position INTEGER PRIMARY KEY, key BLOB NOT NULL UNIQUE, data BLOB NOT NULL)";
 
+std::string replacedMeanwhile() { return localized("it was replaced while it was being opened; try again"); }
+
 /// What to do about it, where that depends on its being a phonebook.
 std::string reasonAndRemedy(int error)
 {
@@ -97,9 +99,12 @@ bool isWhole(const sqlite::Database& database)
     sqlite::Statement size(database,
                            "SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
     size.step();
-    struct stat status {};
-    const bool whole = stat(sqlite3_db_filename(database.get(), "main"), &status) == 0 &&
-                       size.number(0) <= static_cast<std::int64_t>(status.st_size);
+    // Of the file that is open, whatever lies under its name by now.
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 bytes = 0;
+    const bool whole =
+        sqlite3_file_control(database.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file) == SQLITE_OK &&
+        file->pMethods->xFileSize(file, &bytes) == SQLITE_OK && size.number(0) <= bytes;
     size.reset();
     sqlite::run(database, "COMMIT");
     return whole;
@@ -180,7 +185,7 @@ std::string reason(const sqlite::Failure& failure)
         return localized("it may not be written; change its permissions or choose another file");
     case SQLITE_CANTOPEN:
         if (failure.systemError == ESTALE)
-            return localized("it was replaced while it was being opened; try again");
+            return replacedMeanwhile();
         return localized("the file or its folder may not be used; check their permissions");
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
@@ -202,23 +207,26 @@ std::string reason(const sqlite::Failure& failure)
 
 Looked requirePhonebook(const std::string& path, Whose whose)
 {
-    if (whose == Whose::own) {
-        const struct stat named = statusOf(path, path);
-        if (!S_ISREG(named.st_mode))
-            fail(path, Action::open, noPlainFile(named.st_mode));
-        if (named.st_uid != geteuid())
-            fail(path, Action::open,
-                 // Translators: %s is a login name.
-                 localized(
-                     "it belongs to %s, who alone may change it; read it as a shared phonebook or choose "
-                     "another file",
-                     nameOf(named.st_uid)));
-    }
+    const struct stat named = statusOf(path, path);
+    if (whose == Whose::own && S_ISLNK(named.st_mode))
+        fail(path, Action::open, noPlainFile(named.st_mode));
     Looked looked;
     looked.path = absolutePath(path);
     looked.status = statusOf(path, looked.path);
     if (!S_ISREG(looked.status.st_mode))
         fail(path, Action::open, noPlainFile(looked.status.st_mode));
+    if (whose == Whose::own) {
+        // A link that was put there since would lead to whatever its maker wants.
+        if (looked.status.st_dev != named.st_dev || looked.status.st_ino != named.st_ino)
+            fail(path, Action::open, replacedMeanwhile());
+        if (looked.status.st_uid != geteuid())
+            fail(path, Action::open,
+                 // Translators: %s is a login name.
+                 localized(
+                     "it belongs to %s, who alone may change it; read it as a shared phonebook or choose "
+                     "another file",
+                     nameOf(looked.status.st_uid)));
+    }
     if (looked.status.st_size == 0)
         fail(path, Action::open,
              localized("the file is empty and no phonebook; move it away or choose another file"));

@@ -148,8 +148,12 @@ void RecordStore::reconnect()
             made = std::make_unique<Connection>(looked, flags);
         };
         connect(writes ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
-        if (writes && sqlite3_db_readonly(made->database.get(), "main") != 0)
+        if (writes && sqlite3_db_readonly(made->database.get(), "main") != 0) {
+            // SQLite is content with reading when it could not open the file the first time.
+            if (faccessat(AT_FDCWD, looked.path.c_str(), W_OK, AT_EACCESS) == 0)
+                throw sqlite::Failure{SQLITE_CANTOPEN, ESTALE, ""};
             throw sqlite::Failure{SQLITE_READONLY, 0, ""};
+        }
         try {
             if (!phonebook_file::holdsPhonebook(made->database))
                 throw sqlite::Failure{SQLITE_CORRUPT, 0, ""};

@@ -64,16 +64,7 @@ protected:
     HotJournal()
     {
         save("uAnne", "before");
-        EXPECT_EQ(inProcess([&] {
-                      const auto database = quelm::sqlite::open(book, SQLITE_OPEN_READWRITE);
-                      quelm::sqlite::run(
-                          database,
-                          "PRAGMA cache_size=1; BEGIN; UPDATE record SET data = x'41'; "
-                          "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 2000) "
-                          "INSERT INTO record(key, data) SELECT randomblob(20), randomblob(500) FROM n");
-                      raise(SIGKILL);
-                      return 0;
-                  }),
+        EXPECT_EQ(inProcess([&]() -> int { dieWhileSaving(book, "UPDATE record SET data = x'41'"); }),
                   128 + SIGKILL);
         EXPECT_EQ(folder.names(), (Names{"anne.xdb", "anne.xdb-journal"}));
     }
@@ -95,17 +86,7 @@ TEST_F(RecordStoreTest, ReaderThatIsOpenMeanwhileSurvivesAKilledWriter)
 {
     save("uAnne", "before");
     RecordStore reader(book, Access::read);
-    EXPECT_EQ(inProcess([&] {
-                  const auto database = quelm::sqlite::open(book, SQLITE_OPEN_READWRITE);
-                  quelm::sqlite::run(
-                      database,
-                      "PRAGMA cache_size=1; BEGIN; "
-                      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 2000) "
-                      "INSERT INTO record(key, data) SELECT randomblob(20), randomblob(500) FROM n");
-                  raise(SIGKILL);
-                  return 0;
-              }),
-              128 + SIGKILL);
+    EXPECT_EQ(inProcess([&]() -> int { dieWhileSaving(book); }), 128 + SIGKILL);
     reader.refresh();
     EXPECT_EQ(listed(reader), Names{"uAnne=before"});
 }

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -40,6 +42,20 @@ inline void makeForeignDatabase(const std::string& path, const char* statements)
 {
     const auto database = quelm::sqlite::open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     quelm::sqlite::run(database, statements);
+}
+
+/// Ends this process as one that is killed while it saves: pages of the phonebook are half in the file, and
+/// what they were before is in the journal beside it. First it makes the change that nobody has finished.
+[[noreturn]] inline void dieWhileSaving(const std::string& path, const std::string& change = "")
+{
+    const auto database = quelm::sqlite::open(path, SQLITE_OPEN_READWRITE);
+    quelm::sqlite::run(database,
+                       ("PRAGMA cache_size=1; BEGIN; " + change +
+                        "; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n LIMIT 2000) "
+                        "INSERT INTO record(key, data) SELECT randomblob(20), randomblob(500) FROM n")
+                           .c_str());
+    raise(SIGKILL);
+    std::abort();
 }
 
 class RecordStoreTest : public testing::Test {
