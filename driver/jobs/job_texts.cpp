@@ -28,34 +28,6 @@ std::string_view takeCharacter(std::string_view& text)
     return character;
 }
 
-/// The number of a character that `takeCharacter` took; of one that is no UTF-8 nothing of use.
-char32_t codeOf(std::string_view character)
-{
-    const auto byte = [character](std::size_t at) {
-        return static_cast<char32_t>(static_cast<unsigned char>(character[at]));
-    };
-    constexpr std::array<char32_t, 5> leadBits{0, 0x7f, 0x1f, 0x0f, 0x07};
-    char32_t code = byte(0) & leadBits[character.size()];
-    for (std::size_t at = 1; at < character.size(); ++at)
-        code = code << 6U | (byte(at) & 0x3fU);
-    return code;
-}
-
-bool isControl(char32_t code)
-{
-    constexpr char32_t lineSeparator = 0x2028;
-    constexpr char32_t paragraphSeparator = 0x2029;
-    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == lineSeparator ||
-           code == paragraphSeparator;
-}
-
-/// Marks that turn the direction of the writing around them, and the mark at the start of files.
-bool isInvisibleMark(char32_t code)
-{
-    return code == 0x200e || code == 0x200f || (code >= 0x202a && code <= 0x202e) ||
-           (code >= 0x2066 && code <= 0x2069) || code == 0xfeff;
-}
-
 std::string escaped(std::string_view character)
 {
     std::string result;
@@ -77,36 +49,15 @@ std::string escaped(std::string_view character)
 
 } // namespace
 
-bool isPlainText(std::string_view text)
-{
-    if (!isUtf8(text))
-        return false;
-    while (!text.empty())
-        if (isControl(codeOf(takeCharacter(text))))
-            return false;
-    return true;
-}
+bool isPlainText(std::string_view text) { return isUtf8(text) && !hasControlCharacter(text); }
 
 std::string shownText(std::string_view text, std::size_t most)
 {
-    std::string shown;
-    for (std::size_t count = 0; !text.empty(); ++count) {
-        if (count == most)
-            return shown + "...";
-        const std::string_view character = takeCharacter(text);
-        if (!isUtf8(character) && character.front() != '\0') {
-            // A byte that is no UTF-8 counts for itself, and what was taken behind it comes next.
-            shown += '?';
-            text = {character.data() + 1, character.size() - 1 + text.size()};
-            continue;
-        }
-        const char32_t code = codeOf(character);
-        if (isControl(code) || isInvisibleMark(code))
-            shown += ' ';
-        else
-            shown += character;
-    }
-    return shown;
+    const std::string line = oneLine(std::string(text));
+    std::string_view left = line;
+    for (std::size_t count = 0; count < most && !left.empty(); ++count)
+        static_cast<void>(takeCharacter(left));
+    return left.empty() ? line : line.substr(0, line.size() - left.size()) + "...";
 }
 
 std::string dscComment(std::string_view keyword, std::string_view text)

@@ -13,9 +13,9 @@ namespace quelm {
 /// separators of lines and paragraphs. Such a text cannot add a line to a job.
 [[nodiscard]] bool isPlainText(std::string_view text);
 
-/// A text of whatever origin as a sentence for the user can hold it: one line of UTF-8, at most `most`
-/// characters and then "...". What shows as nothing or turns the direction of writing becomes a blank, a
-/// byte that is no UTF-8 a question mark.
+/// A text of whatever origin as a sentence for the user can hold it: `oneLine`, at most `most` characters and
+/// then
+/// "...".
 [[nodiscard]] std::string shownText(std::string_view text, std::size_t most = 60);
 
 /// The structuring comment `keyword` ("%%Title:") with a text: "%%Title: (...)\n". Parentheses,
