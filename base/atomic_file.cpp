@@ -321,6 +321,8 @@ int AtomicFile::descriptor()
 
 void AtomicFile::restrictToOwner() { state_->ownerAlone = true; }
 
+void AtomicFile::denyWritingToOthers() { state_->newPermissions &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH); }
+
 void AtomicFile::commit()
 {
     state_->finishWriting();

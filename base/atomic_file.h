@@ -45,6 +45,10 @@ public:
     /// that it replaces had. A target written directly stays as it is.
     void restrictToOwner();
 
+    /// A new file lets nobody but its owner write, whatever the umask leaves; one that is replaced keeps what
+    /// it had.
+    void denyWritingToOthers();
+
     /// Writes everything durably and puts the file in its place. Called once, last.
     void commit();
 

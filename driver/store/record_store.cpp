@@ -97,15 +97,10 @@ bool RecordStore::createUnlessThere(const std::string& path, Readers readers,
 {
     return !exists(path) && wording(path, Action::create, [&] {
         AtomicFile created(path);
-        // Before anything is in it. What others may read is left to the umask, but nobody else
-        // writes.
-        constexpr mode_t forOthers = S_IWGRP | S_IWOTH;
-        constexpr mode_t forOwner = S_IRUSR | S_IWUSR;
-        struct stat made {};
-        const int descriptor = created.descriptor();
-        if (fstat(descriptor, &made) != 0 ||
-            fchmod(descriptor, readers == Readers::owner ? forOwner : made.st_mode & ~forOthers) != 0)
-            fail(path, Action::create, systemReason(errno));
+        if (readers == Readers::owner)
+            created.restrictToOwner();
+        else
+            created.denyWritingToOthers();
         created.write(phonebook_file::bytesOf(records));
         return created.commitNew();
     });

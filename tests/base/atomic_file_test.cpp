@@ -212,6 +212,21 @@ TEST_F(AtomicFileTest, NobodyElseCanReadItMeanwhile)
     EXPECT_EQ(modeOf(folder / "open"), 0666U);
 }
 
+TEST_F(AtomicFileTest, CanBeForAllToReadAndItsOwnerToWrite)
+{
+    const auto before = umask(0);
+    const auto write = [&](const std::string& path) {
+        quelm::AtomicFile file(path);
+        file.denyWritingToOthers();
+        file.commit();
+        return modeOf(path);
+    };
+    EXPECT_EQ(write(folder / "new"), 0644U);
+    chmod((folder / "new").c_str(), 0664);
+    EXPECT_EQ(write(folder / "new"), 0664U) << "as it was given";
+    umask(before);
+}
+
 TEST_F(AtomicFileTest, SymbolicLinkStaysOne)
 {
     std::filesystem::create_directory(folder / "real");
