@@ -157,5 +157,17 @@ TEST_F(OneInstallation, WhatAnotherUserPutsAtTheFormerPlaceIsIgnored)
     expectEmpty("a link to a phonebook of the victim's");
 }
 
+TEST_F(OneInstallation, ASharedPhonebookThatIsAFifoIsNotWaitedFor)
+{
+    const auto fifo = former + "/team.xdb";
+    ASSERT_EQ(asUser(attacker, [&] { return mkfifo(fifo.c_str(), 0666); }), 0);
+    for (const auto& arguments : {std::vector<std::string>{"phonebook", "list", "--shared", fifo},
+                                  {"attributes", "--shared", fifo, "--entry", "Dora"}}) {
+        const auto result = driver(victim, arguments);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.errors, HasSubstr("it is a pipe and no file"));
+    }
+}
+
 } // namespace
 } // namespace journeys

@@ -67,6 +67,17 @@ TEST_F(MenuTest, AsksBeforeItReplacesOrRemoves)
     EXPECT_EQ(list(), "");
 }
 
+TEST_F(MenuTest, MarksWhatCannotBeReadAndRepairsIt)
+{
+    addRecord("uBob", ".susg\r\n0\r\n.eusg\r\n.scmp\r\n \r\n.ecmp\r\n");
+    addRecord("uCid", ".snam\r\nCid");
+    EXPECT_THAT(typed("list\n"), HasSubstr("Ann  1\nBob  (unreadable: its field \"organization\" is blank)\n"
+                                           "Cid  (unreadable: its field \"name\" has no end)\n"));
+    EXPECT_THAT(typed("add\nBob\n2\n\n\n\ny\n"), HasSubstr("replaced the entry \"Bob\""));
+    EXPECT_THAT(typed("remove Cid\ny\n"), HasSubstr("removed the unreadable record \"Cid\""));
+    EXPECT_EQ(list(), "Ann  1\nBob  2\n");
+}
+
 TEST_F(MenuTest, AddsAGroupMemberByMember)
 {
     EXPECT_THAT(typed("add group\nTeam\nAnn\n\nshow [Team]\n"),
