@@ -5,6 +5,7 @@
 # makes the program driver_device_tests. ctest runs each of its suites as one test, driver/device.SUITE, with a label:
 #
 #   fast     everything that is not said to be something else
+#   root     the suites behind ROOT, which become other users of the machine: root alone can
 #   server   the suites behind SERVER, which wait for servers on loopback, or for silence
 #   screen   the suites behind SCREEN, which get a display of their own
 #   journey  whole tasks on the built programs
@@ -18,7 +19,7 @@ include_guard(GLOBAL)
 set(WITH_DISPLAY "${PROJECT_SOURCE_DIR}/tests/driver/desktop/with-display")
 
 function(add_room_tests room)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;PRECOMPILED" "SOURCES;LIBRARIES;DEPENDS;SERVER;SCREEN")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;PRECOMPILED" "SOURCES;LIBRARIES;DEPENDS;ROOT;SERVER;SCREEN")
   if(NOT arg_LABEL)
     set(arg_LABEL fast)
   endif()
@@ -45,6 +46,7 @@ function(add_room_tests room)
 set(program \"$<TARGET_FILE:${program}>\")
 set(room \"${room}\")
 set(label \"${arg_LABEL}\")
+set(root \"${arg_ROOT}\")
 set(server \"${arg_SERVER}\")
 set(screen \"${arg_SCREEN}\")
 set(with_display \"${WITH_DISPLAY}\")

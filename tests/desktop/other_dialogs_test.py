@@ -258,7 +258,7 @@ class OtherDialogs(Journey):
         self.quits_silently(self.desktop)
         stripped = self.installation.folder / "stripped"
         stripped.mkdir()
-        for program in ("quelm-driver", "quelm-desktop"):
+        for program in ("quelm-driver", "quelm-desktop", "quelm-supervisor"):
             shutil.copy(self.installation.stage / program, stripped)
             subprocess.run(["strip", stripped / program], check=True)
         self.installation.stage = stripped
