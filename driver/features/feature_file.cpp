@@ -58,6 +58,9 @@ Keys readKeys(const std::string& path)
     const auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
     if (g_key_file_load_from_file(keys.get(), path.c_str(), flags, &error) == FALSE) {
         const Failure failure(error);
+        // Its text quotes the line, which may hold the number of a credit card.
+        if (error->domain == G_KEY_FILE_ERROR)
+            throw unusable(path, localized("it holds what is no option"));
         if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT))
             throw unusable(path, error->message);
     }

@@ -223,9 +223,11 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
         const auto kept = values.find(std::string(name));
         Widget* widget = tree_.find(name);
         if (kept != values.end() && widget != nullptr && !takeKept(*widget, kept->second)) {
+            // The number of a credit card is nobody's to read.
+            const std::string shown = name == widget_names::lanFaxCreditCardInfo ? "..." : kept->second;
             log(Severity::warning,
                 // Translators: a value, the name of its option and the file that keeps it.
-                localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", kept->second,
+                localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", shown,
                           kept->first, source.path()));
         }
     }

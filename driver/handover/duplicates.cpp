@@ -43,6 +43,16 @@ std::vector<SharedNumber> sharedNumbers(const std::vector<JobRecipient>& recipie
     return shared;
 }
 
+bool holdsRecipient(FaxSession& session, const std::string& name, const std::string& number)
+{
+    const auto isHeld = [&](const std::vector<JobRecipient>& recipients) {
+        return std::ranges::any_of(recipients, [&](const JobRecipient& recipient) {
+            return recipient.name == name && recipient.number == number;
+        });
+    };
+    return isHeld(session.recipients()) || isHeld(session.picks());
+}
+
 std::string sharedNumberWarning(const JobRecipient& first, const JobRecipient& later)
 {
     // Translators: two recipients with their numbers.

@@ -27,6 +27,11 @@ struct SharedNumber {
 /// added.
 [[nodiscard]] std::vector<SharedNumber> sharedNumbers(const std::vector<JobRecipient>& recipients);
 
+/// Whether somebody of that very name and number is among the job's recipients or the picks. The component
+/// compares name and number as one text, and so asks about "Ann1" with 555 when "Ann" with 1555 is there:
+/// they are two people.
+[[nodiscard]] bool holdsRecipient(FaxSession& session, const std::string& name, const std::string& number);
+
 /// What a user should know of two recipients of one number, as a sentence.
 [[nodiscard]] std::string sharedNumberWarning(const JobRecipient& first, const JobRecipient& later);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/handover/recipient_check.h"
 
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/jobs/attribute_lines.h"
 #include "driver/jobs/job_texts.h"
@@ -57,7 +58,8 @@ std::optional<std::string> problemOfName(const std::string& name)
     if (auto problem = tooLong(translated("the name"), name))
         return problem;
     // Names of directories are "SURNAME, GIVEN NAME".
-    const std::string plain = withoutNameMarks(name);
+    // Without the marks, bytes that are no text could join to one.
+    const std::string plain = isUtf8(name) ? withoutNameMarks(name) : name;
     if (plain.empty())
         return localized("%s is missing", translated("the name"));
     return problemWithName(plain, "- .,");
@@ -126,7 +128,8 @@ std::optional<std::string> trunkZeroWarning(const JobRecipient& recipient)
     const auto at = number.find(trunkZero);
     if (at == std::string::npos)
         return std::nullopt;
-    const std::string country = dialledNumber(number.substr(0, at));
+    std::string country = dialledNumber(number.substr(0, at));
+    std::erase_if(country, [](char character) { return character == '.' || character == '/'; });
     const std::size_t code = country.starts_with('+') ? 1 : country.starts_with("00") ? 2 : country.size();
     if (country.size() <= code || country.find_first_not_of("0123456789", code) != std::string::npos)
         return std::nullopt;

@@ -179,7 +179,11 @@ bool isMailbox(std::string_view mailbox)
     });
 }
 
-bool isDialText(std::string_view text) { return !text.empty() && consistsOf(text, "0123456789 -*#,"); }
+bool isDialText(std::string_view text)
+{
+    return consistsOf(text, "0123456789 -*#,") &&
+           text.find_first_of("0123456789*#") != std::string_view::npos;
+}
 
 void checkAttributeLines(std::string_view lines, const ExpectedLines& expected)
 {

@@ -21,7 +21,7 @@ namespace quelm {
 [[nodiscard]] bool isMailbox(std::string_view mailbox);
 
 /// True for what a dialing prefix or a credit card's number may hold: digits, blanks, "-", "*", "#" and ",".
-/// An empty text is none.
+/// A text that dials nothing is none.
 [[nodiscard]] bool isDialText(std::string_view text);
 
 /// The job that attribute lines are compared with.

@@ -58,6 +58,19 @@ TEST_F(CoverSheetJourney, ShowsACustomTextInPlaceOfTheName)
                 AllOf(HasSubstr("/RecipientName    (All of sales)"), Not(HasSubstr("(Ann)"))));
 }
 
+TEST_F(CoverSheetJourney, WhoHidesTheRecipientsHidesAKeptTextInTheirPlaceToo)
+{
+    EXPECT_EQ(driver({"script", "-"}, "call T40InvokeFaxDialog\nchoose \"LanFax Cover Sheet Option\" 1\n"
+                                      "press \"LanFax Setup Cover Sheet Button\"\n"
+                                      "tick \"Show Rcpt Info Checkbox\" on\nchoose \"Show Rcpt Info\" 1\n"
+                                      "type \"Cover Sheet Custom Text\" \"Dear Cid\"\n"
+                                      "press \"LanFaxCover OK Button\"\npress \"LanFax OK Button\"\n")
+                  .status,
+              0);
+    EXPECT_THAT(cover({"--to", "Bob=2"}), HasSubstr("(Dear Cid)"));
+    EXPECT_THAT(cover({"--to", "Bob=2", "--hide-recipients"}), Not(HasSubstr("Dear Cid")));
+}
+
 TEST_F(CoverSheetJourney, ShowsTheSender)
 {
     EXPECT_THAT(

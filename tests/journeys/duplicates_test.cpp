@@ -52,10 +52,14 @@ TEST_F(DuplicatesJourney, SameNameWithAnotherNumberIsNoDuplicate)
     EXPECT_EQ(attributes({"--to", "Ann=1", "--to", "Ann=2"}).size(), 7U);
 }
 
-TEST_F(DuplicatesJourney, NameAndNumberThatJoinToTheSameTextAreDuplicates)
+TEST_F(DuplicatesJourney, NameAndNumberThatJoinToTheSameTextAreTwoPeople)
 {
-    expectFailure(driver({"attributes", "--to", "Anne=5551234", "--to", "Anne5=551234"}), 1,
-                  "--to Anne5=551234: this recipient is in the job already");
+    for (const auto* duplicates : {"ask", "skip", "add"}) {
+        const auto lines =
+            attributes({"--to", "Anne=5551234", "--to", "Anne5=551234", "--duplicates", duplicates});
+        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"5551234\";\r\n")) << duplicates;
+        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"551234\";\r\n")) << duplicates;
+    }
 }
 
 TEST_F(DuplicatesJourney, ARowOfAListIsNamedByItsLine)

@@ -248,6 +248,15 @@ TEST_F(HandoverJourney, AJobWithACardIsItsOwnersAlone)
     EXPECT_EQ(modeOf("out"), 0666U) << "without a card nothing is changed";
 }
 
+TEST_F(HandoverJourney, ANameThatTwoEntriesHaveIsNobodys)
+{
+    const auto book = path("book.xdb");
+    addEntry(book, "Ian", "5559");
+    addRecord(book, "uIan2", field("usg", "0") + field("nam", "Ian") + field("fxn", "9999"));
+    expectRefusal({"--shared", book, "--entry", "Ian"},
+                  "--entry Ian: the phonebook " + book + " has two entries of that name; rename one of them");
+}
+
 TEST_F(HandoverJourney, AKeptCardIsChargedOnlyWhenTheJobAsksForIt)
 {
     keepCard("4111 1111 1111 2345");
@@ -365,6 +374,37 @@ TEST_F(HandoverJourney, AScriptsFaxWarnsOfANumberThatStandsTwice)
     EXPECT_EQ(
         result.errors,
         "quelm-driver: warning: Bob ((5)) has the same fax number as Ann (5), so the fax goes there twice\n");
+}
+
+TEST_F(HandoverJourney, AScriptsFaxSaysWhatIsChargedAndDialled)
+{
+    const std::string faxes = "press \"LanFax OK Button\"\nfax \"" + letter + "\" \"" + path("out") + "\"\n";
+    const auto result = driver(
+        {"script", "-"}, "call T40InvokeFaxDialog\n" + adding("Ann", "5") +
+                             "tick \"LanFax Dialing Prefix\" on\ntype \"LanFax Dialing Prefix Info\" \"9\"\n"
+                             "tick \"LanFax Credit Card\" on\n"
+                             "type \"LanFax Credit Card Info\" \"4111222233334444\"\n" +
+                             faxes +
+                             "call T40InvokeFaxDialog\ntick \"LanFax Dialing Prefix\" off\n"
+                             "tick \"LanFax Credit Card\" off\n" +
+                             faxes);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(
+        result.errors,
+        "quelm-driver: the credit card ending in 4444 is charged\n"
+        "quelm-driver: the dialing prefix 9 is dialled, though its box is not ticked any more\n"
+        "quelm-driver: the credit card ending in 4444 is charged, though its box is not ticked any more\n");
+}
+
+TEST_F(HandoverJourney, AScriptsFaxWaitsForNoAnswer)
+{
+    const auto result = driver(
+        {"script", "-"}, "call T40InvokeFaxDialog\n" + adding("Ann", "5") +
+                             "select \"LanFax Recipient List\" 0\npress \"LanFax Remove Button\"\nfax \"" +
+                             letter + "\" \"" + path("out") + "\"\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("a question is waiting for an answer; answer it first"));
+    EXPECT_FALSE(exists("out"));
 }
 
 TEST_F(HandoverJourney, HundredsOfWarningsAreAFewLines)

@@ -93,11 +93,18 @@ TEST_F(ScriptJourney, TheCoverSheetChoiceFreesItsNotes)
 TEST_F(ScriptJourney, UntickingTheDialingPrefixKeepsItInTheJob)
 {
     const auto letter = document("letter.ps", "Hello");
-    script(openDialog + adding("Ann", "555") +
-           std::vector<std::string>{
-               "tick \"LanFax Dialing Prefix\" on", "type \"LanFax Dialing Prefix Info\" \"9\"",
-               "press \"LanFax OK Button\"", "call T40InvokeFaxDialog", "tick \"LanFax Dialing Prefix\" off",
-               "press \"LanFax OK Button\"", "fax \"" + letter + "\" \"" + path("job") + "\""});
+    std::string text;
+    for (const auto& line :
+         openDialog + adding("Ann", "555") +
+             std::vector<std::string>{"tick \"LanFax Dialing Prefix\" on",
+                                      "type \"LanFax Dialing Prefix Info\" \"9\"",
+                                      "press \"LanFax OK Button\"", "call T40InvokeFaxDialog",
+                                      "tick \"LanFax Dialing Prefix\" off", "press \"LanFax OK Button\"",
+                                      "fax \"" + letter + "\" \"" + path("job") + "\""})
+        text += line + "\n";
+    const auto result = driver({"script", "-"}, text);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.errors, HasSubstr("the dialing prefix 9 is dialled"));
     EXPECT_THAT(content("job"), HasSubstr("PHONE \"9,555\";"));
     EXPECT_THAT(pages(path("job")), ElementsAre("Hello"));
 }

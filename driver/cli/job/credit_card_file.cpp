@@ -34,8 +34,7 @@ std::string readCreditCard(const std::string& file)
 {
     const std::string text = readTextFile(file, largest);
     std::string number = text.substr(0, text.find('\n'));
-    if (number.ends_with('\r'))
-        number.pop_back();
+    number.erase(number.find_last_not_of(" \t\r") + 1);
     if (!isDialText(number))
         throw Error(
             localized("%s: the first line is no credit card number: it may hold digits, blanks, \"-\", "

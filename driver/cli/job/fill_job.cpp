@@ -162,6 +162,11 @@ private:
                               *option));
             return;
         }
+        // The component shows several recipients a text of the user's own also where none are to be shown.
+        if (options_.showRecipients == false && driver_.show(widget_names::showRcptInfo).value == 1) {
+            tick("--hide-recipients", widget_names::showRcptInfoCheckbox, true);
+            choose("--hide-recipients", widget_names::showRcptInfo, 0);
+        }
         if (options_.showRecipients)
             tick("--show-recipients", widget_names::showRcptInfoCheckbox, *options_.showRecipients);
         const bool recipientsShown = driver_.show(widget_names::showRcptInfoCheckbox).ticked.value_or(false);
@@ -253,7 +258,8 @@ private:
         if (!question)
             return;
         progress.wipe();
-        const bool add = policy_.addDuplicate(question->text, recipient.origin);
+        const bool add = !holdsRecipient(driver_.faxSession(), recipient.name, recipient.number) ||
+                         policy_.addDuplicate(question->text, recipient.origin);
         driver_.answer(add);
         if (!add)
             driver_.press(widget_names::lanFaxAddRcptCancelButton);

@@ -7,6 +7,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
+#include "driver/handover/duplicates.h"
 #include "driver/handover/recipient_watch.h"
 #include "driver/phonebook/listing.h"
 #include "driver/phonebook/phonebook.h"
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -82,11 +84,20 @@ private:
     Pick findEntry(const std::string& name) const
     {
         const auto origin = "--entry " + oneLine(name);
+        std::optional<Pick> found;
         for (std::size_t i = 0; i < items_.size(); ++i) {
             const auto* entry = std::get_if<PhonebookEntry>(&items_[i].content);
-            if (entry != nullptr && entry->name == name)
-                return {origin, static_cast<int>(i), {*entry}};
+            if (entry == nullptr || entry->name != name)
+                continue;
+            // Under keys of their own, which another program may have given them.
+            if (found)
+                // Translators: an option, such as --entry Ann, and a file.
+                throw Error(localized("%s: the phonebook %s has two entries of that name; rename one of them",
+                                      origin, oneLine(place_.path)));
+            found = Pick{origin, static_cast<int>(i), {*entry}};
         }
+        if (found)
+            return *found;
         throw Error(
             // Translators: an option, such as --entry Ann, and a file.
             localized("%s: is no entry of the phonebook %s; quelm-driver phonebook list shows what there is",
@@ -186,7 +197,9 @@ private:
         while (const auto question = driver_.pendingQuestion()) {
             next = asked(expected, next, question->text, pick.origin);
             progress.wipe();
-            const bool yes = policy_.addDuplicate(question->text, pick.origin);
+            const bool yes =
+                !holdsRecipient(driver_.faxSession(), expected[next].name, expected[next].number) ||
+                policy_.addDuplicate(question->text, pick.origin);
             driver_.answer(yes);
             if (yes)
                 ++next;

@@ -3,6 +3,7 @@
 #include "driver/cli/script/script_runner.h"
 
 #include "base/error.h"
+#include "base/log.h"
 #include "base/translation.h"
 #include "driver/cli/job/write_document.h"
 #include "driver/cli/script/script_answers.h"
@@ -83,7 +84,12 @@ void ScriptRunner::fax(const ScriptStep& step)
         else if (step.place == ScriptPlace::queue)
             receipt_ = queueAnswer(step.text, receipt.job);
     };
-    logWarnings(prepareHandover(driver_).allWarnings());
+    if (driver_.pendingQuestion())
+        throw Error(localized("a question is waiting for an answer; answer it first"));
+    const Handover handover = prepareHandover(driver_);
+    logWarnings(handover.allWarnings());
+    for (const auto& remark : handover.remarks)
+        writeUnderProgramName(remark);
     writeDocument(driver_.faxSession(), pdl_, openDocument(step.target), target, driver_.user(), tell);
 }
 

@@ -102,8 +102,9 @@ TEST_F(FeatureFileTest, LeavesNoOtherFileBehind)
 TEST_F(FeatureFileTest, DamageIsNamedWithTheFile)
 {
     for (const char* damaged :
-         {"no group", "[features]\nkey without value\n", "[features\na=b\n", "[features]\nText=\xff\xfe\n"}) {
+         {"no group", "[features]\n4111222233334444\n", "[features\na=b\n", "[features]\nText=\xff\xfe\n"}) {
         put(damaged);
+        EXPECT_EQ(problemOfReading().find("4111"), std::string::npos) << "a card's number may stand there";
         EXPECT_NE(problemOfReading().find("the kept options in " + path + " cannot be used: "),
                   std::string::npos)
             << damaged;

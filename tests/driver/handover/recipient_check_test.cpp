@@ -133,6 +133,13 @@ TEST(RecipientCheck, TheSentenceNamesTheRecipientAndIsCleanAndShort)
         }
 }
 
+TEST(RecipientCheck, BytesThatAreNoTextAreNoneWithoutTheMarksBetweenThem)
+{
+    auto recipient = ann();
+    recipient.name = "J\xc2\xe2\x80\x90\xaao";
+    EXPECT_TRUE(problemWithRecipient(recipient));
+}
+
 TEST(TrunkZero, IsNamedWithBothReadings)
 {
     auto recipient = ann();
@@ -142,6 +149,11 @@ TEST(TrunkZero, IsNamedWithBothReadings)
               "+442079460000 to leave it out");
     recipient.number = "0049(0)30 1";
     EXPECT_TRUE(trunkZeroWarning(recipient));
+    for (const char* number : {"+44.(0)20 1", "+44/(0)20 1"}) {
+        recipient.number = number;
+        EXPECT_TRUE(trunkZeroWarning(recipient)) << number;
+    }
+    recipient.number = "0049(0)30 1";
     EXPECT_THAT(trunkZeroWarnings({ann(), recipient}), ElementsAre(HasSubstr("this dials 0049030")));
 }
 

@@ -219,5 +219,13 @@ TEST_F(AttributeLinesTest, TenThousandDestinationsTakeNoTime)
     EXPECT_EQ(problem(), "");
 }
 
+TEST(DialText, DialsSomething)
+{
+    for (const char* text : {"9", "4111 2222-3333", "*", "#31#,"})
+        EXPECT_TRUE(isDialText(text)) << text;
+    for (const char* text : {"", " ", "-", ",", "9\"", "9;", "9\n", "x"})
+        EXPECT_FALSE(isDialText(text)) << text;
+}
+
 } // namespace
 } // namespace quelm::tests
