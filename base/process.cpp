@@ -47,6 +47,9 @@ struct Pipe {
     }
 };
 
+/// Of a program whose end was missed; no success.
+constexpr int unknownStatus = 255;
+
 /// A child process. Its destructor ends one that still runs.
 class Child {
 public:
@@ -101,7 +104,14 @@ public:
     bool ended(int& status)
     {
         int word = 0;
-        if (waitpid(id_, &word, WNOHANG) != id_)
+        const pid_t waited = waitpid(id_, &word, WNOHANG);
+        if (waited < 0 && errno == ECHILD) {
+            // Somebody else, or the system where SIGCHLD is ignored, took its end: how it went nobody knows.
+            id_ = -1;
+            status = unknownStatus;
+            return true;
+        }
+        if (waited != id_)
             return false;
         id_ = -1;
         constexpr int killedBySignal = 128;

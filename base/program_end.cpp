@@ -9,6 +9,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 
+#include <csignal>
 #include <exception>
 #include <new>
 #include <string>
@@ -33,6 +34,8 @@ int exitStatusOf(std::string_view program, const std::function<void()>& work)
 {
     occupyStandardDescriptors();
     setProgramName(std::string(program));
+    // Whoever starts us may ignore it, and then no program that we run could be waited for.
+    std::signal(SIGCHLD, SIG_DFL);
     useOwnTranslations();
     const auto outOfMemory = localized("out of memory"); // at hand when there is no more
     try {

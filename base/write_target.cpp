@@ -116,11 +116,13 @@ private:
             if (!last)
                 return go(FileHandle(openat(here_.get(), part.c_str(), openPath | O_DIRECTORY)));
             struct stat open {};
-            if (fstatat(here_.get(), part.c_str(), &open, 0) == 0 && !S_ISREG(open.st_mode) &&
-                !S_ISDIR(open.st_mode)) {
+            const bool isThere = fstatat(here_.get(), part.c_str(), &open, 0) == 0;
+            if (isThere && !S_ISREG(open.st_mode) && !S_ISDIR(open.st_mode)) {
                 target_.isOpenFile = true;
                 return finish(part, open);
             }
+            if (isThere && open.st_nlink == 0)
+                return refuse(localized("that open file has no name any more; name a file"));
         }
         std::array<char, PATH_MAX> buffer{};
         const ssize_t length = readlinkat(link.get(), "", buffer.data(), buffer.size());

@@ -44,12 +44,15 @@ Document Document::open(const std::string& path, const GhostscriptBounds& bounds
     document.encapsulated_ = file.isEncapsulated();
     const std::string name = shownDocument(path);
     if (file.isPdf()) {
-        ConvertedPdf converted = convertPdf(file.releaseFile(), name, bounds);
+        const FileHandle copy = file.standsAlone() ? FileHandle() : file.copy();
+        ConvertedPdf converted = convertPdf(file.standsAlone() ? file.file() : copy, name, bounds);
+        file.requireUnchanged();
         document.postScript_ = std::move(converted.postScript);
         if (!converted.warning.empty())
             document.warnings_.push_back(std::move(converted.warning));
     } else {
         document.postScript_ = copyForJob(file, bounds);
+        file.requireUnchanged();
         checkPostScript(document.postScript_, name, bounds);
     }
 

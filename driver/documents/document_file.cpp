@@ -79,10 +79,12 @@ void DocumentFile::openFile()
 
     device_ = status.st_dev;
     inode_ = status.st_ino;
-    if (S_ISREG(status.st_mode) && (path_ != standardInput || ::lseek(file_.get(), 0, SEEK_CUR) == 0))
+    if (S_ISREG(status.st_mode) && (path_ != standardInput || ::lseek(file_.get(), 0, SEEK_CUR) == 0)) {
         end_ = static_cast<std::uint64_t>(status.st_size);
-    else
+        written_ = status.st_mtim;
+    } else {
         spool();
+    }
 }
 
 void DocumentFile::spool()
@@ -148,10 +150,10 @@ void DocumentFile::locate()
     throw Error(localized("%s: is neither PostScript nor PDF; save or print it as PDF and fax that", who));
 }
 
-FileHandle DocumentFile::releaseFile()
+bool DocumentFile::standsAlone() const { return begin_ == 0 && (path_ != standardInput || !written_); }
+
+FileHandle DocumentFile::copy() const
 {
-    if (begin_ == 0)
-        return std::move(file_);
     FileHandle copy = makeUnnamedFile();
     FileSink sink(copy, shownCopy(path_));
     std::string block(blockSize, '\0');
@@ -159,6 +161,15 @@ FileHandle DocumentFile::releaseFile()
          offset += count)
         sink.write(std::string_view(block).substr(0, count));
     return copy;
+}
+
+void DocumentFile::requireUnchanged() const
+{
+    struct stat status = {};
+    if (written_ && (::fstat(file_.get(), &status) != 0 || status.st_mtim.tv_sec != written_->tv_sec ||
+                     status.st_mtim.tv_nsec != written_->tv_nsec))
+        throw Error(localized("%s: was changed while it was read; try again when it is complete",
+                              shownDocument(path_)));
 }
 
 std::size_t DocumentFile::read(std::uint64_t offset, char* bytes, std::size_t size) const

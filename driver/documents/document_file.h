@@ -7,9 +7,11 @@
 #include "driver/documents/document_bytes.h"
 
 #include <sys/types.h>
+#include <time.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace quelm {
@@ -37,8 +39,17 @@ public:
     /// True for PostScript that is one figure meant for embedding (EPS).
     bool isEncapsulated() const { return encapsulated_; }
 
-    /// A file that holds the document alone, from its start: the file itself, or an unnamed copy.
-    FileHandle releaseFile();
+    /// Whether the file holds the document alone, and may be opened once more: one that is standard input may
+    /// be somebody else's.
+    bool standsAlone() const;
+    const FileHandle& file() const { return file_; }
+
+    /// An unnamed file that holds the document alone, from its start.
+    FileHandle copy() const;
+
+    /// Throws quelm::Error when the file was written to since it was opened: what was read of it may be part
+    /// of one document and part of another.
+    void requireUnchanged() const;
 
     dev_t device() const { return device_; }
     ino_t inode() const { return inode_; }
@@ -53,6 +64,7 @@ private:
     FileHandle file_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
+    std::optional<timespec> written_; ///< when the file was last written to; none for a copy of our own
     std::uint64_t begin_ = 0;
     std::uint64_t end_ = 0;
     bool pdf_ = false;

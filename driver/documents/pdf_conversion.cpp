@@ -10,6 +10,7 @@
 #include "driver/documents/page_tally.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
@@ -43,6 +44,14 @@ long numberBehind(std::string_view words, std::string_view line)
     return number;
 }
 
+/// Whether a line tells that an image, a font or a stream could not be read whole.
+bool losesSomething(std::string_view line)
+{
+    static constexpr std::array<std::string_view, 4> losses{
+        "recoverable image error", "cannot process embedded stream", "ignoring zlib error", "FATAL ERROR"};
+    return std::ranges::any_of(losses, [line](std::string_view loss) { return contains(line, loss); });
+}
+
 Diagnosis diagnose(const std::string& messages)
 {
     Diagnosis diagnosis;
@@ -57,10 +66,12 @@ Diagnosis diagnose(const std::string& messages)
         diagnosis.hasNoPages |= contains(line, "document has no pages");
         diagnosis.couldNotWrite |= contains(line, "ioerror") && contains(line, "on closing");
 
-        // The faults are listed one a line, indented by a tab, below a heading.
-        if (inFaults && line.starts_with('\t') && diagnosis.firstFault.empty())
+        // The faults are listed one a line, indented by a tab, below a heading. Some that change what the
+        // pages show are among the warnings, or stand alone.
+        const bool isListed = line.starts_with('\t');
+        if (((inFaults && isListed) || losesSomething(line)) && diagnosis.firstFault.empty())
             diagnosis.firstFault = trimmed(line);
-        inFaults = contains(line, "errors were encountered") || (inFaults && line.starts_with('\t'));
+        inFaults = contains(line, "errors were encountered") || (inFaults && isListed);
     }
     return diagnosis;
 }

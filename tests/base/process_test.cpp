@@ -30,6 +30,13 @@ quelm::ProcessRequest shell(const std::string& script)
 
 quelm::ProcessResult runShell(const std::string& script) { return quelm::runProcess(shell(script)); }
 
+TEST(MissedEnd, IsNoSuccess)
+{
+    std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_NE(runShell("exit 0").exitStatus, 0);
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
 std::string problemWith(const quelm::ProcessRequest& request)
 {
     try {

@@ -4,12 +4,14 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "base/process.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <new>
 #include <stdexcept>
 
@@ -31,6 +33,18 @@ End endOf(const std::function<void()>& work)
 TEST(ProgramEnd, WorkThatIsDoneIsSilent)
 {
     EXPECT_EQ(endOf([] {}), (End{0, ""}));
+}
+
+TEST(ProgramEnd, ProgramsAreWaitedForAlsoWhereTheirEndsWereIgnored)
+{
+    std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(endOf([] {
+                  quelm::ProcessRequest request;
+                  request.arguments = {"sh", "-c", "exit 3"};
+                  EXPECT_EQ(quelm::runProcess(request).exitStatus, 3);
+              }),
+              (End{0, ""}));
+    std::signal(SIGCHLD, SIG_DFL);
 }
 
 TEST(ProgramEnd, WrongUsageIsStatusTwo)

@@ -88,6 +88,17 @@ TEST_F(FindWriteTarget, LeadsToAPipeThatIsOpen)
     EXPECT_STREQ(got.data(), "new");
 }
 
+TEST_F(FindWriteTarget, AnOpenFileWithoutANameIsRefused)
+{
+    writeFile(folder / "file", "old");
+    const FileHandle open(::open((folder / "file").c_str(), O_RDWR | O_CLOEXEC));
+    const std::string path = "/dev/fd/" + std::to_string(open.get());
+    EXPECT_EQ(findWriteTarget(path).name, "file");
+    std::filesystem::remove(folder / "file");
+    EXPECT_FALSE(canWrite(path));
+    EXPECT_EQ(folder.names().size(), 0U);
+}
+
 TEST_F(FindWriteTarget, AnOwnLinkInAFolderForEverybodyIsFollowed)
 {
     std::filesystem::create_directory(folder / "shared");

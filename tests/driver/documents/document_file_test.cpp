@@ -24,9 +24,9 @@ TEST_F(DocumentFileTest, WhatTheDocumentIsItsContentSays)
 
 TEST_F(DocumentFileTest, ItsFileHoldsTheDocumentFromTheStart)
 {
-    EXPECT_EQ(contentOf(DocumentFile(file("a.pdf", "%PDF-1.4\nx")).releaseFile()), "%PDF-1.4\nx");
+    EXPECT_EQ(contentOf(DocumentFile(file("a.pdf", "%PDF-1.4\nx")).copy()), "%PDF-1.4\nx");
     DocumentFile wrapped(file("a.prn", "\x1b%-12345X@PJL JOB\r\n@PJL ENTER LANGUAGE=PDF\r\n%PDF-1.4\nx"));
-    EXPECT_EQ(contentOf(wrapped.releaseFile()), "%PDF-1.4\nx");
+    EXPECT_EQ(contentOf(wrapped.copy()), "%PDF-1.4\nx");
 }
 
 } // namespace

@@ -196,6 +196,28 @@ TEST_F(DocumentTest, ADocumentThatBecomesShorterFailsTheReading)
               name + ": became shorter while it was read; try again when it is complete");
 }
 
+TEST_F(DocumentTest, AFileThatIsWrittenToWhileItIsReadIsRefused)
+{
+    const std::string name = file("a.ps", "%!PS\nshowpage\n");
+    const DocumentFile document(name);
+    EXPECT_NO_THROW(document.requireUnchanged());
+    std::filesystem::last_write_time(name,
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    EXPECT_EQ(errorLine([&] { document.requireUnchanged(); }),
+              name + ": was changed while it was read; try again when it is complete");
+}
+
+TEST_F(DocumentTest, WhatIsDoneToAPdfMeanwhileChangesNothing)
+{
+    const std::string name = file("a.pdf", "%PDF-1.4\nold");
+    const DocumentFile document(name);
+    const FileHandle copy = document.copy();
+    file("a.pdf", "%PDF-1.4\nnew");
+    std::array<char, 32> bytes{};
+    const auto size = readFully(copy.get(), bytes.data(), bytes.size(), 0, name);
+    EXPECT_EQ(std::string(bytes.data(), size), "%PDF-1.4\nold");
+}
+
 TEST_F(DocumentTest, LinesThatMeanSomethingToADeviceAreChangedAheadOfTheCheck)
 {
     // As it stands, "@PJL" would be a command that is not known.

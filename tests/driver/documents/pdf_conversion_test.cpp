@@ -134,6 +134,32 @@ TEST_F(PdfConversionTest, AMendedPdfIsFaxedWithAWarning)
         name + ": the PDF is damaged and was mended (no startxref token found); check the pages of the fax");
 }
 
+TEST_F(PdfConversionTest, APdfThatLosesAnImageIsFaxedWithAWarning)
+{
+    std::string content = "%PDF-1.4\n";
+    std::string references = "xref\n0 6\n0000000000 65535 f \n";
+    const auto add = [&](int number, const std::string& object) {
+        const std::string place = std::to_string(content.size());
+        references += std::string(10 - place.size(), '0') + place + " 00000 n \n";
+        content += std::to_string(number) + " 0 obj\n" + object + "\nendobj\n";
+    };
+    add(1, "<</Type/Catalog/Pages 2 0 R>>");
+    add(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+    add(3,
+        "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 200]/Resources<</XObject<</I 5 0 R>>>>/Contents 4 0 R>>");
+    add(4, "<</Length 29>>stream\nq 99 0 0 99 9 9 cm /I Do Q    \nendstream");
+    add(5, "<</Type/XObject/Subtype/Image/Width 9/Height 9/BitsPerComponent 8/ColorSpace/DeviceGray"
+           "/Filter/DCTDecode/Length 9>>stream\nno image.\nendstream");
+    const std::string start = std::to_string(content.size());
+    content += references + "trailer\n<</Size 6/Root 1 0 R>>\nstartxref\n" + start + "\n%%EOF\n";
+    const std::string name = file("image.pdf", content);
+    const Document document = Document::open(name);
+    ASSERT_EQ(document.warnings().size(), 1U);
+    EXPECT_EQ(
+        document.warnings().front(),
+        name + ": the PDF is damaged and was mended (recoverable image error); check the pages of the fax");
+}
+
 TEST_F(PdfConversionTest, APdfOfWhichAPageCannotBeFoundIsRefused)
 {
     std::string content = contentOf(pdf("whole.pdf"));
