@@ -57,8 +57,10 @@ TEST_F(DuplicatesJourney, NameAndNumberThatJoinToTheSameTextAreTwoPeople)
     for (const auto* duplicates : {"ask", "skip", "add"}) {
         const auto lines =
             attributes({"--to", "Anne=5551234", "--to", "Anne5=551234", "--duplicates", duplicates});
-        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"5551234\";\r\n")) << duplicates;
-        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"551234\";\r\n")) << duplicates;
+        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"5551234\";\r\n"))
+            << duplicates;
+        EXPECT_THAT(lines, testing::Contains("%%OID_ATT_FAX_DESTINATION_PHONE \"551234\";\r\n"))
+            << duplicates;
     }
 }
 
