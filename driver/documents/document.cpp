@@ -53,7 +53,9 @@ Document Document::open(const std::string& path, const GhostscriptBounds& bounds
     } else {
         document.postScript_ = copyForJob(file, bounds);
         file.requireUnchanged();
-        checkPostScript(document.postScript_, name, bounds);
+        // A figure may leave it to the job to put out its page.
+        if (!checkPostScript(document.postScript_, name, bounds) && !document.encapsulated_)
+            throw Error(localized("%s: puts out no page; there is nothing to fax", name));
     }
 
     struct stat status = {};

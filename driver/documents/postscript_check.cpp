@@ -19,10 +19,10 @@ namespace {
 /// file by a name, because Ghostscript reads standard input byte by byte.
 ///
 /// The state is a string, because `restore` leaves the content of strings alone: "e" after an error, "s"
-/// after a `stop` of the document's own; then "p" once a page was shown since the error. Nothing of it stays
-/// in a dictionary where a document could come across it.
+/// after a `stop` of the document's own; then "p" once a page was shown since the error; then "p" once any
+/// was. Nothing of it stays in a dictionary where a document could come across it.
 constexpr char watcher[] = R"ps(
-/quelmstate (  ) def
+/quelmstate (   ) def
 /quelmtext { { 255 string cvs } stopped { pop pop (?) } if } bind def
 /quelmpages { currentpagedevice /PageCount 2 copy known { get } { pop pop 0 } ifelse } bind def
 /quelmfault {
@@ -38,19 +38,26 @@ errordict {
   { [ //quelmstate 0 (e ) /putinterval load 5 index /exec load ] } ifelse
   cvx exch pop errordict 3 1 roll put
 } forall
-userdict /showpage [ //quelmstate 1 (p) /putinterval load /showpage load ] cvx put
+userdict /showpage [ //quelmstate 1 (pp) /putinterval load /showpage load ] cvx put
 userdict /stop [ //quelmstate 0 (s) /putinterval load /stop load ] cvx put
-userdict /quit [ //quelmstate { 1 get 32 eq } /exec load { //quelmfault exec } /if load /quit load ] cvx put
+/quelmnopage {
+  //quelmstate 2 get 32 eq //quelmpages exec 0 eq and { (\nquelm: no page\n) print flush } if
+} bind def
+userdict /quit [
+  //quelmstate { 1 get 32 eq } /exec load { //quelmfault exec } /if load /quelmnopage load /exec load /quit load
+] cvx put
 {
   { (/proc/self/fd/0) (r) file cvx exec } stopped
   { //quelmstate dup 0 get 101 eq exch 1 get 32 eq or { //quelmfault exec } if } if
+  //quelmnopage exec
   systemdict /quit get exec
 }
-[ /quelmstate /quelmtext /quelmpages /quelmfault ] { userdict exch undef } forall
+[ /quelmstate /quelmtext /quelmpages /quelmfault /quelmnopage ] { userdict exch undef } forall
 exec
 )ps";
 
 constexpr std::string_view faultMark = "\nquelm fault: ";
+constexpr std::string_view noPageMark = "\nquelm: no page\n";
 
 /// An error of the interpreter.
 struct Fault {
@@ -120,7 +127,7 @@ std::string explain(const std::string& error)
 
 } // namespace
 
-void checkPostScript(const FileHandle& postScript, const std::string& name, const GhostscriptBounds& bounds)
+bool checkPostScript(const FileHandle& postScript, const std::string& name, const GhostscriptBounds& bounds)
 {
     GhostscriptStreams streams;
     streams.inputFile = "/proc/self/fd/" + std::to_string(postScript.get());
@@ -145,6 +152,7 @@ void checkPostScript(const FileHandle& postScript, const std::string& name, cons
             localized("%s: cannot be faxed: Ghostscript, which runs it beforehand, ended with status %d; "
                       "print or save the document again and fax that",
                       name, result.exitStatus));
+    return result.errors.find(noPageMark) == std::string::npos;
 }
 
 } // namespace quelm

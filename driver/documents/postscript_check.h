@@ -17,7 +17,10 @@ namespace quelm {
 /// It fails as it would in a device: by an error that ends it or that it has reported (handleerror). What a
 /// document tries and catches itself is no failure, nor are `stop` and `quit`, unless they follow an error
 /// without a page between.
-void checkPostScript(const FileHandle& postScript, const std::string& name, const GhostscriptBounds& bounds);
+///
+/// False when it ran to its end and put out no page, as far as that can be told.
+[[nodiscard]] bool checkPostScript(const FileHandle& postScript, const std::string& name,
+                                   const GhostscriptBounds& bounds);
 
 } // namespace quelm
 

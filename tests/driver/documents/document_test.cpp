@@ -225,6 +225,16 @@ TEST_F(DocumentTest, LinesThatMeanSomethingToADeviceAreChangedAheadOfTheCheck)
     EXPECT_EQ(postScriptOf(document), "%!PS\n%PJL\n% QLMbegin\nshowpage %!\n");
 }
 
+TEST_F(DocumentTest, PostScriptWithoutAPageIsRefused)
+{
+    for (const char* content : {"%!PS\n1 pop\n", "%!PS\n1 pop quit\n", "%!PS\nstop\nshowpage\n"})
+        EXPECT_EQ(refusal(content), "puts out no page; there is nothing to fax") << content;
+    for (const char* content :
+         {"%!PS\ncopypage\n", "%!PS\nsystemdict /showpage get exec quit\n",
+          "%!PS\nshowpage <</PageSize [300 300]>> setpagedevice\n", "%!PS-Adobe-3.0 EPSF-3.0\n1 pop\n"})
+        EXPECT_NO_THROW(Document::open(file("a.ps", content))) << content;
+}
+
 TEST_F(DocumentTest, PostScriptThatFailsIsRefused)
 {
     EXPECT_EQ(refusal("%!PS\nshowpage showpage nonsense showpage\n"),
@@ -257,7 +267,7 @@ TEST_F(DocumentTest, ADiskWithoutRoomForTheCopyIsNamed)
 
 TEST_F(DocumentTest, KnowsItsOwnFileByAnyName)
 {
-    const std::string name = file("a.ps", "%!PS\n");
+    const std::string name = file("a.ps", "%!PS\nshowpage\n");
     std::filesystem::create_symlink(name, path("link.ps"));
     const Document document = Document::open(name);
     EXPECT_TRUE(document.isSameFile(name));

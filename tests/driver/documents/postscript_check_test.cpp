@@ -19,7 +19,7 @@ protected:
     std::string refusal(const std::string& program) const
     {
         const FileHandle opened(::open(file("a.ps", "%!PS\n" + program).c_str(), O_RDONLY | O_CLOEXEC));
-        return errorLine([&] { checkPostScript(opened, "a.ps", bounds); });
+        return errorLine([&] { static_cast<void>(checkPostScript(opened, "a.ps", bounds)); });
     }
 
     /// Which page and which error that line names: "3 /undefined in foo".

@@ -215,7 +215,7 @@ TEST_F(JobWriterTest, OnlyTheComponentsAttributeLinesAreInTheJob)
 {
     const Document document =
         Document::open(file("a.ps", "%!PS\n" + FakeFaxSession::attributeLines(Pdl::dsc) +
-                                        FakeFaxSession::attributeLines(Pdl::pjl)));
+                                        FakeFaxSession::attributeLines(Pdl::pjl) + "showpage\n"));
     const std::string job = writtenJob(session, document, Pdl::dsc);
     const std::string lines = FakeFaxSession::attributeLines(Pdl::dsc);
     const auto first = job.find(lines);

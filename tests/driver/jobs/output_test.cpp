@@ -22,7 +22,7 @@ protected:
     /// The destination for a job with a document of its own.
     std::unique_ptr<JobDestination> open(const std::string& output) const
     {
-        return openOutput(output, Document::open(file("document.ps", "%!PS\n")));
+        return openOutput(output, Document::open(file("document.ps", "%!PS\nshowpage\n")));
     }
 
     std::string failure(const std::string& output) const
@@ -76,11 +76,11 @@ TEST_F(OutputTest, AnExistingFileIsReplacedOnDeliveryOnly)
 
 TEST_F(OutputTest, TheDocumentItselfIsRefused)
 {
-    const std::string name = file("document.ps", "%!PS\n");
+    const std::string name = file("document.ps", "%!PS\nshowpage\n");
     std::filesystem::create_symlink(name, path("link.ps"));
     for (const std::string& output : {name, path("link.ps"), path("./document.ps")})
         EXPECT_EQ(failure(output), output + ": is the document itself; name another file for the fax job");
-    EXPECT_EQ(contentOf(name), "%!PS\n");
+    EXPECT_EQ(contentOf(name), "%!PS\nshowpage\n");
 }
 
 TEST_F(OutputTest, PlacesThatCannotBeWrittenToAreRefusedAtOnce)
@@ -159,7 +159,7 @@ TEST_F(OutputTest, AFifoGetsNothingOfAJobThatFails)
 TEST_F(OutputTest, AFifoThatNobodyReadsIsToldInOneLine)
 {
     ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
-    const auto destination = openOutput(path("fifo"), Document::open(file("document.ps", "%!PS\n")),
+    const auto destination = openOutput(path("fifo"), Document::open(file("document.ps", "%!PS\nshowpage\n")),
                                         std::chrono::milliseconds(50));
     destination->sink().write("the job");
     EXPECT_EQ(errorLine([&] { destination->deliver(); }),
@@ -172,7 +172,7 @@ class OutputAmongOthers : public TwoUsers {};
 TEST_F(OutputAmongOthers, AJobDoesNotGoIntoTheFifoThatAStrangerPutIntoAFolderForEverybody)
 {
     openFolder(folder / "shared");
-    const auto document = Document::open(writeFile(folder / "document.ps", "%!PS\n"));
+    const auto document = Document::open(writeFile(folder / "document.ps", "%!PS\nshowpage\n"));
     for (const std::string name : {"shared/fifo", "elsewhere"})
         ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
     std::filesystem::create_symlink("../elsewhere", folder / "shared/link");
