@@ -55,7 +55,8 @@ Document Document::open(const std::string& path, const GhostscriptBounds& bounds
         file.requireUnchanged();
         // A figure may leave it to the job to put out its page.
         if (!checkPostScript(document.postScript_, name, bounds) && !document.encapsulated_)
-            throw Error(localized("%s: puts out no page; there is nothing to fax", name));
+            document.warnings_.push_back(
+                localized("%s: puts out no page; the fax shows nothing of it", name));
     }
 
     struct stat status = {};
