@@ -7,10 +7,10 @@
 #include "driver/documents/document_bytes.h"
 
 #include <sys/types.h>
-#include <time.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <optional>
 #include <string>
 
