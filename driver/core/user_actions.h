@@ -37,8 +37,10 @@ public:
     void answer(bool yes);
     void call(std::string_view exportedName);
 
-private:
+    /// Throws quelm::Error while a question waits for an answer, as every action but the answer does.
     void requireNoQuestion() const;
+
+private:
     Widget& existing(std::string_view name) const;
     void requireOperable(const Widget& widget) const;
     void requireUsableItem(const Widget& item) const;

@@ -8,6 +8,7 @@
 #include "driver/cli/job/write_document.h"
 #include "driver/cli/script/script_answers.h"
 #include "driver/core/driver.h"
+#include "driver/core/user_actions.h"
 #include "driver/handover/handover.h"
 #include "driver/handover/warnings.h"
 
@@ -84,8 +85,7 @@ void ScriptRunner::fax(const ScriptStep& step)
         else if (step.place == ScriptPlace::queue)
             receipt_ = queueAnswer(step.text, receipt.job);
     };
-    if (driver_.pendingQuestion())
-        throw Error(localized("a question is waiting for an answer; answer it first"));
+    driver_.actions().requireNoQuestion();
     const Handover handover = prepareHandover(driver_);
     logWarnings(handover.allWarnings());
     for (const auto& remark : handover.remarks)
