@@ -17,6 +17,8 @@ namespace quelm {
 
 namespace fs = std::filesystem;
 
+namespace {
+
 std::string userHomeFolder()
 {
     std::string folder = environmentVariable("HOME");
@@ -27,20 +29,24 @@ std::string userHomeFolder()
     return folder;
 }
 
-namespace {
-
 std::string settingsFolder()
 {
-    const std::string configHome = environmentVariable("XDG_CONFIG_HOME");
-    if (!configHome.empty() && configHome.front() == '/')
-        return configHome + "/quelm";
-    const std::string home = userHomeFolder();
-    if (home.empty())
+    const std::string folder = xdgFolder("XDG_CONFIG_HOME", ".config");
+    if (folder.empty())
         throw Error(localized("no folder for the driver's settings is known; set HOME or XDG_CONFIG_HOME"));
-    return home + "/.config/quelm";
+    return folder + "/quelm";
 }
 
 } // namespace
+
+std::string xdgFolder(const char* variable, const char* belowHome)
+{
+    std::string given = environmentVariable(variable);
+    if (given.starts_with('/'))
+        return given;
+    const std::string home = userHomeFolder();
+    return home.empty() ? home : home + "/" + belowHome;
+}
 
 std::string resolveHome(const std::string& given)
 {

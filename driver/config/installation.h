@@ -15,8 +15,10 @@ std::string resolveHome(const std::string& given);
 /// name that cannot name a file, as phonebooks and option files are named after it.
 std::string resolveUser(const std::string& given);
 
-/// The user's home folder, by HOME or by his account; empty when neither says.
-std::string userHomeFolder();
+/// The user's folder for files of one kind: what the variable says ("XDG_DATA_HOME"), if that is an absolute
+/// path, or `belowHome` (".local/share") in his home folder, by HOME or by his account. Empty when nothing
+/// says.
+std::string xdgFolder(const char* variable, const char* belowHome);
 
 /// The component of an installation.
 std::string defaultComponent(const std::string& home);

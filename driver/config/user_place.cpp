@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/user_place.h"
 
-#include "base/environment.h"
 #include "base/error.h"
 #include "base/file_handle.h"
 #include "base/log.h"
@@ -38,13 +37,10 @@ bool isInBuildTree(const fs::path& installation)
 
 fs::path dataFolder()
 {
-    const std::string given = environmentVariable("XDG_DATA_HOME");
-    if (!given.empty() && given.front() == '/')
-        return given;
-    const std::string home = userHomeFolder();
-    if (home.empty())
+    const std::string folder = xdgFolder("XDG_DATA_HOME", ".local/share");
+    if (folder.empty())
         throw Error(localized("no folder for your phonebooks is known; set HOME or XDG_DATA_HOME"));
-    return fs::path(home) / ".local/share";
+    return folder;
 }
 
 [[noreturn]] void failForOwner(const fs::path& folder)
