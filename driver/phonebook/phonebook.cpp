@@ -4,22 +4,15 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/store/phonebook_file.h"
 
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace quelm {
 namespace {
-
-bool exists(const std::string& path)
-{
-    std::error_code failure;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, failure));
-}
 
 /// What the component makes for its phonebook: folders as the umask leaves them.
 void makeFolders(const std::string& file)
@@ -29,7 +22,7 @@ void makeFolders(const std::string& file)
     const auto phonebooks = user.substr(0, user.rfind('/'));
     const auto databases = phonebooks.substr(0, phonebooks.rfind('/'));
     for (const auto& folder : {databases, phonebooks, user})
-        if (!exists(folder) && ::mkdir(folder.c_str(), openToAll) != 0 && errno != EEXIST)
+        if (::mkdir(folder.c_str(), openToAll) != 0 && errno != EEXIST)
             throw Error(localized("the folder %s cannot be made; check its permissions", folder));
 }
 
@@ -49,7 +42,7 @@ PhonebookPlace personalPhonebook(const std::string& location, const std::string&
 
 Phonebook::Phonebook(const PhonebookPlace& place, Access access) : path_(place.path)
 {
-    if (!exists(path_)) {
+    if (!phonebook_file::isTaken(path_)) {
         if (access != Access::create && place.personal)
             return;
         if (access == Access::create) {

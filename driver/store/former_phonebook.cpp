@@ -5,6 +5,7 @@
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/store/phonebook_file.h"
 #include "driver/store/record_store.h"
 
 #include <sys/stat.h>
@@ -13,12 +14,6 @@
 namespace quelm {
 
 namespace {
-
-bool exists(const std::string& path)
-{
-    struct stat status {};
-    return lstat(path.c_str(), &status) == 0;
-}
 
 /// A file with a second name may be one that somebody else chose.
 bool isOwnPlainFile(const std::string& path)
@@ -49,9 +44,9 @@ void copyPhonebook(const std::string& former, const std::string& present)
 void takeOverPhonebook(const std::string& former, const std::string& present)
 {
     const std::string done = present + ".taken-over";
-    if (exists(done) || !isOwnPlainFile(former))
+    if (phonebook_file::isTaken(done) || !isOwnPlainFile(former))
         return;
-    if (!exists(present))
+    if (!phonebook_file::isTaken(present))
         copyPhonebook(former, present);
     AtomicFile note(done);
     note.write(former + "\n");

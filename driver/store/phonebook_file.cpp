@@ -205,6 +205,12 @@ std::string reason(const sqlite::Failure& failure)
     }
 }
 
+bool isTaken(const std::string& path)
+{
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
 Looked requirePhonebook(const std::string& path, Whose whose)
 {
     const struct stat named = statusOf(path, path);

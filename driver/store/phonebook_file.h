@@ -33,6 +33,9 @@ auto wording(const std::string& path, Action action, Step step)
     }
 }
 
+/// Whether there is something of that name, a link that leads nowhere included.
+[[nodiscard]] bool isTaken(const std::string& path);
+
 /// Whose file a phonebook has to be: to be read anybody's, to be changed the user's own.
 enum class Whose { anybodys, own };
 

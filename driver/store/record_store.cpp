@@ -28,12 +28,6 @@ namespace {
 
 std::chrono::milliseconds patience{5000};
 
-bool exists(const std::string& path)
-{
-    struct stat status {};
-    return lstat(path.c_str(), &status) == 0;
-}
-
 } // namespace
 
 struct RecordStore::Connection {
@@ -83,7 +77,7 @@ RecordStore::~RecordStore() = default;
 
 void RecordStore::create(const std::string& path, Readers readers)
 {
-    if (exists(path)) {
+    if (phonebook_file::isTaken(path)) {
         // What is wrong with the file helps more than that it is there.
         const RecordStore present(path, Access::readWrite);
         fail(path, Action::create, localized("it exists already; open it or choose another name"));
@@ -95,7 +89,7 @@ void RecordStore::create(const std::string& path, Readers readers)
 bool RecordStore::createUnlessThere(const std::string& path, Readers readers,
                                     const std::deque<Record>& records)
 {
-    return !exists(path) && wording(path, Action::create, [&] {
+    return !phonebook_file::isTaken(path) && wording(path, Action::create, [&] {
         AtomicFile created(path);
         if (readers == Readers::owner)
             created.restrictToOwner();

@@ -163,8 +163,8 @@ private:
         }
     }
 
-    /// The dialog takes the record whose place in the file is that of the row. A record ahead of it that has
-    /// no row, for it cannot be read, makes the two differ.
+    /// The dialog takes the record whose place among those that can be read is that of the row. Another
+    /// component, or a phonebook that has just changed, makes the two differ.
     void requireRow(const Pick& pick, const std::vector<std::vector<std::string>>& rows) const
     {
         const auto& content = items_[static_cast<std::size_t>(pick.row)].content;
