@@ -30,6 +30,19 @@ constexpr const char* filePage = "file";
 constexpr const char* devicePage = "device";
 constexpr const char* queuePage = "queue";
 
+/// Lets a file chooser's completion leave the name in its field as it stands. The toolkit completes the name
+/// that a chooser begins with once it has read the folder, so that "fax.job" would be "fax.job.old" where
+/// only that is.
+void keepName(Gtk::Widget& widget)
+{
+    if (auto* field = dynamic_cast<Gtk::Entry*>(&widget); field != nullptr && field->get_completion())
+        g_signal_connect(field->get_completion()->gobj(), "insert-prefix",
+                         G_CALLBACK(+[](GtkEntryCompletion*, gchar*, gpointer) -> gboolean { return TRUE; }),
+                         nullptr);
+    else if (auto* container = dynamic_cast<Gtk::Container*>(&widget); container != nullptr)
+        container->forall(&keepName);
+}
+
 } // namespace
 
 DestinationPanel::DestinationPanel(QueueLister lister)
@@ -246,6 +259,7 @@ void DestinationPanel::chooseFile()
     chooser_->set_current_name(present.has_filename()
                                    ? Glib::filename_display_name(present.filename().string())
                                    : Glib::ustring(translated("fax.job")));
+    keepName(*chooser_);
     chooser_->signal_response().connect([this, shown](int response) {
         const std::string chosen = chooser_->get_filename();
         // What the chooser began with comes back by its name on the screen.

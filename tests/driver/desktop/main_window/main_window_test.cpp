@@ -213,6 +213,38 @@ TEST_F(MainWindowTest, AFileOfAnyNameStaysWhenTheChooserIsLeftAsItBegan)
     EXPECT_EQ(contentOf(path), expectedJob());
 }
 
+TEST_F(MainWindowTest, TheNameThatTheChooserBeginsWithIsNotCompleted)
+{
+    writeFile(folder / "fax.job.old", "another");
+    openDocument();
+    fillFax({"Ann"});
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Choose File Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
+    GtkEntry* name = nullptr;
+    forEachWidget([&](GtkWidget* widget) {
+        if (GTK_IS_ENTRY(widget) && gtk_widget_has_focus(widget))
+            name = GTK_ENTRY(widget);
+    });
+    ASSERT_NE(name, nullptr);
+    GtkEntryCompletion* completion = gtk_entry_get_completion(name);
+    ASSERT_NE(completion, nullptr);
+    const auto offered = [&] {
+        gtk_entry_completion_complete(completion);
+        const std::unique_ptr<gchar, decltype(&g_free)> prefix(
+            gtk_entry_completion_compute_prefix(completion, "fax.job"), g_free);
+        return prefix && std::string(prefix.get()) == "fax.job.old";
+    };
+    ASSERT_TRUE(loopUntil(offered)) << "the folder's files are known to the field";
+    // What the toolkit does when the folder was read after the field took the keyboard.
+    gtk_entry_completion_insert_prefix(completion);
+    EXPECT_STREQ(gtk_entry_get_text(name), "fax.job");
+    acceptChosenFile(folder / "fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+    EXPECT_EQ(contentOf(folder / "fax.job.old"), "another");
+    EXPECT_EQ(job(), expectedJob());
+}
+
 // --- Messages ----------------------------------------------------------------------------------------
 
 TEST_F(MainWindowTest, MessagesBesideOneAnotherStandInLinesTheWorstFirst)
