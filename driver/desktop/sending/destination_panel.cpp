@@ -30,17 +30,23 @@ constexpr const char* filePage = "file";
 constexpr const char* devicePage = "device";
 constexpr const char* queuePage = "queue";
 
-/// Lets a file chooser's completion leave the name in its field as it stands. The toolkit completes the name
-/// that a chooser begins with once it has read the folder, so that "fax.job" would be "fax.job.old" where
-/// only that is.
+/// Lets a file chooser's completion leave the name that stands in its field now. The toolkit completes that
+/// once it has read the folder, so that "fax.job" would be "fax.job.old" where only that is. Other names are
+/// completed as ever.
 void keepName(Gtk::Widget& widget)
 {
-    if (auto* field = dynamic_cast<Gtk::Entry*>(&widget); field != nullptr && field->get_completion())
-        g_signal_connect(field->get_completion()->gobj(), "insert-prefix",
-                         G_CALLBACK(+[](GtkEntryCompletion*, gchar*, gpointer) -> gboolean { return TRUE; }),
-                         nullptr);
-    else if (auto* container = dynamic_cast<Gtk::Container*>(&widget); container != nullptr)
+    if (auto* field = dynamic_cast<Gtk::Entry*>(&widget); field != nullptr && field->get_completion()) {
+        constexpr const char* key = "quelm-name-kept";
+        g_object_set_data_full(G_OBJECT(field->gobj()), key, g_strdup(field->get_text().c_str()), g_free);
+        const auto leave = [](GtkEntryCompletion* completion, gchar*, gpointer) -> gboolean {
+            GtkWidget* entry = gtk_entry_completion_get_entry(completion);
+            const auto* kept = static_cast<const gchar*>(g_object_get_data(G_OBJECT(entry), key));
+            return g_strcmp0(gtk_entry_get_text(GTK_ENTRY(entry)), kept) == 0 ? TRUE : FALSE;
+        };
+        g_signal_connect(field->get_completion()->gobj(), "insert-prefix", G_CALLBACK(+leave), nullptr);
+    } else if (auto* container = dynamic_cast<Gtk::Container*>(&widget); container != nullptr) {
         container->forall(&keepName);
+    }
 }
 
 } // namespace

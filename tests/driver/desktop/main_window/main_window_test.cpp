@@ -239,6 +239,14 @@ TEST_F(MainWindowTest, TheNameThatTheChooserBeginsWithIsNotCompleted)
     // What the toolkit does when the folder was read after the field took the keyboard.
     gtk_entry_completion_insert_prefix(completion);
     EXPECT_STREQ(gtk_entry_get_text(name), "fax.job");
+
+    // What a person types, and the key that completes it.
+    gtk_entry_set_text(name, "fax.j");
+    gtk_entry_completion_complete(completion);
+    gtk_entry_completion_insert_prefix(completion);
+    EXPECT_STREQ(gtk_entry_get_text(name), "fax.job.old");
+
+    gtk_entry_set_text(name, "fax.job");
     acceptChosenFile(folder / "fax.job");
     EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
     EXPECT_EQ(contentOf(folder / "fax.job.old"), "another");
