@@ -31,8 +31,7 @@ struct DocumentEnd {
 ///
 /// A device may know nothing of binary sections that the document announces ("%%BeginBinary: N",
 /// "%%BeginData: N Binary Bytes") and really ends after N bytes. Lines in them are changed like others; so
-/// are
-/// "%%BeginDocument" and "%%EndDocument", which count for nothing there. A Ctrl-D within a line stays, as
+/// are "%%BeginDocument" and "%%EndDocument", which count for nothing there. A Ctrl-D within a line stays, as
 /// what looks like that one is found in many pictures.
 ///
 /// Throws quelm::Error when the document holds a UEL: a device ends the job there wherever it stands, and

@@ -9,8 +9,7 @@
 namespace quelm {
 
 /// Looks at the structuring comments of a document that comes piece by piece: one that Ghostscript made has a
-/// line
-/// "%%Page: N N" ahead of each page, and "%%EOF" as its last line.
+/// line "%%Page: N N" ahead of each page, and "%%EOF" as its last line.
 class PageTally {
 public:
     void append(std::string_view bytes);

@@ -18,13 +18,11 @@ namespace quelm {
 /// to. Those of phonebooks and directories have to keep to what can be typed:
 ///
 /// - The name is there, at most 255 bytes long, and made of letters and digits of any script, blanks, and the
-/// marks
-///   that people's names are written with.
+///   marks that people's names are written with.
 /// - The number is at most 46 characters long: digits, blanks, and "+-.,*#()/". One digit there must be.
 /// - The mailbox is at most 4 letters or digits of ASCII, "*" or "#"; or there is none.
 /// - Organization, phone number and e-mail address are at most 255 bytes of UTF-8 each, without line ends and
-/// other
-///   control characters.
+///   other control characters.
 /// - It is a single recipient, not a group.
 [[nodiscard]] std::optional<std::string> problemWithRecipient(const JobRecipient& recipient);
 

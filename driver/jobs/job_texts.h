@@ -14,8 +14,7 @@ namespace quelm {
 [[nodiscard]] bool isPlainText(std::string_view text);
 
 /// A text of whatever origin as a sentence for the user can hold it: `oneLine`, at most `most` characters and
-/// then
-/// "...".
+/// then "...".
 [[nodiscard]] std::string shownText(std::string_view text, std::size_t most = 60);
 
 /// The structuring comment `keyword` ("%%Title:") with a text: "%%Title: (...)\n". Parentheses,

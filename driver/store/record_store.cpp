@@ -114,7 +114,6 @@ void RecordStore::makePrivate()
     const std::string name = "/proc/self/fd/" + std::to_string(file.get());
     if (chmod(name.c_str(), present.st_mode & permissionBits & ~forOthers) != 0)
         fail(file_, Action::open,
-
              localized("others can read it and it cannot be closed to them: %s", systemReason(errno)));
 }
 
