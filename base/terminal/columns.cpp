@@ -17,7 +17,7 @@ std::vector<std::string> shownCells(const std::vector<std::string>& row)
     std::vector<std::string> cells;
     cells.reserve(row.size());
     for (const auto& cell : row)
-        cells.push_back(shownLine(cell));
+        cells.push_back(oneLine(cell));
     while (!cells.empty() && cells.back().empty())
         cells.pop_back();
     for (auto& cell : cells)
@@ -26,8 +26,6 @@ std::vector<std::string> shownCells(const std::vector<std::string>& row)
 }
 
 } // namespace
-
-std::string shownLine(const std::string& text) { return oneLine(text); }
 
 std::size_t widthOf(const std::string& text)
 {

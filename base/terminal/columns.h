@@ -8,9 +8,6 @@
 
 namespace quelm {
 
-/// Any bytes as one line of UTF-8.
-std::string shownLine(const std::string& text);
-
 /// How many columns a UTF-8 text takes on a terminal.
 std::size_t widthOf(const std::string& text);
 

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/process.h"
 #include "base/system_reason.h"
 #include "base/terminal/terminal_emulator.h"
 #include "base/translation.h"
@@ -19,11 +20,6 @@ void becomeTerminalWindow(const std::vector<std::string>& command)
 {
     std::vector<std::string> arguments{terminalEmulator(), "-e"};
     arguments.insert(arguments.end(), command.begin(), command.end());
-    std::vector<char*> texts;
-    texts.reserve(arguments.size() + 1);
-    for (auto& argument : arguments)
-        texts.push_back(argument.data());
-    texts.push_back(nullptr);
     // What emulators have to say, nobody at a desktop reads.
     const FileHandle nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
     const FileHandle errors(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
@@ -31,7 +27,7 @@ void becomeTerminalWindow(const std::vector<std::string>& command)
         dup2(nothing.get(), STDOUT_FILENO);
         dup2(nothing.get(), STDERR_FILENO);
     }
-    execv(arguments.front().c_str(), texts.data());
+    execv(arguments.front().c_str(), pointersTo(arguments).data());
     const int reason = errno;
     if (errors.isOpen())
         dup2(errors.get(), STDERR_FILENO);

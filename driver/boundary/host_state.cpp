@@ -50,8 +50,7 @@ HostState::~HostState()
 void HostState::settleAt(const std::string& folder, const std::string& formerPhonebook)
 {
     location = folder;
-    if (!formerPhonebook.empty())
-        takeOverPhonebook(formerPhonebook, location + "/db/phonebook/user/" + user + ".xdb");
+    takeOverPhonebook(formerPhonebook, location + "/db/phonebook/user/" + user + ".xdb");
 }
 
 void HostState::connectDevice(const DeviceSettings& settings)

@@ -24,8 +24,7 @@ PhonebookPlace placeOf(const CommandLine& line)
     const auto user = resolveUser(setup.driver.user);
     const auto place = prepareUserPlace(setup.driver.home, resolveHome(setup.driver.home), user);
     auto phonebook = personalPhonebook(place.location, user);
-    if (!place.formerPhonebook.empty())
-        takeOverPhonebook(place.formerPhonebook, phonebook.path);
+    takeOverPhonebook(place.formerPhonebook, phonebook.path);
     return phonebook;
 }
 

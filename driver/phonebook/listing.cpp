@@ -3,6 +3,7 @@
 #include "driver/phonebook/listing.h"
 
 #include "base/terminal/columns.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <algorithm>
@@ -16,14 +17,14 @@ std::string listed(const std::vector<std::string>& names)
 {
     std::string text;
     for (const auto& name : names)
-        text += (text.empty() ? "" : ", ") + shownLine(name);
+        text += (text.empty() ? "" : ", ") + oneLine(name);
     return text;
 }
 
 /// The name in a record's key.
 std::string keyName(const Phonebook::Item& item)
 {
-    return shownLine(item.key.empty() ? "" : item.key.substr(1));
+    return oneLine(item.key.empty() ? "" : item.key.substr(1));
 }
 
 bool isGroupKey(const Phonebook::Item& item) { return item.key.starts_with(groupKey("")); }
@@ -53,14 +54,14 @@ std::string listText(const std::vector<Phonebook::Item>& items)
     std::size_t widest = 0;
     for (const auto& item : items) {
         if (const auto* entry = std::get_if<PhonebookEntry>(&item.content))
-            rows.emplace_back(shownLine(entry->name), shownLine(entry->number));
+            rows.emplace_back(oneLine(entry->name), oneLine(entry->number));
         else if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
-            rows.emplace_back("[" + shownLine(group->name) + "]", listed(group->members));
+            rows.emplace_back("[" + oneLine(group->name) + "]", listed(group->members));
         else
             rows.emplace_back(
                 isGroupKey(item) ? "[" + keyName(item) + "]" : keyName(item),
                 // Translators: %s is why: its field "name" is blank.
-                localized("(unreadable: %s)", shownLine(std::get<UnreadableRecord>(item.content).reason)));
+                localized("(unreadable: %s)", oneLine(std::get<UnreadableRecord>(item.content).reason)));
         widest = std::max(widest, widthOf(rows.back().first));
     }
     std::string text;
@@ -74,7 +75,7 @@ std::string showText(const Phonebook::Item& item, const std::vector<Phonebook::I
     std::string text;
     const auto line = [&text](const std::string& label, const std::string& value) {
         if (!value.empty())
-            text += label + ": " + shownLine(value) + "\n";
+            text += label + ": " + oneLine(value) + "\n";
     };
     if (const auto* entry = std::get_if<PhonebookEntry>(&item.content)) {
         // Translators: these are labels; a colon and the value follow.
@@ -113,13 +114,13 @@ const Phonebook::Item* findItem(const std::vector<Phonebook::Item>& items, std::
 std::string described(const PhonebookEntry& entry)
 {
     // Translators: the subject of sentences such as: %s is in the phonebook already.
-    return localized("the entry \"%s\"", shownLine(entry.name));
+    return localized("the entry \"%s\"", oneLine(entry.name));
 }
 
 std::string described(const PhonebookGroup& group)
 {
     // Translators: the subject of sentences such as: %s is in the phonebook already.
-    return localized("the group \"%s\"", shownLine(group.name));
+    return localized("the group \"%s\"", oneLine(group.name));
 }
 
 std::string described(const Phonebook::Item& item)
@@ -150,8 +151,8 @@ std::vector<std::string> unreadableRecords(const std::vector<Phonebook::Item>& i
     for (const auto& item : items) {
         if (const auto* unreadable = std::get_if<UnreadableRecord>(&item.content))
             // Translators: a phonebook, the unreadable record "Ann", and why it cannot be read.
-            lines.push_back(localized("%s: %s is left out: %s", shownLine(path), described(item),
-                                      shownLine(unreadable->reason)));
+            lines.push_back(localized("%s: %s is left out: %s", oneLine(path), described(item),
+                                      oneLine(unreadable->reason)));
     }
     return lines;
 }

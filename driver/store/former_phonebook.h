@@ -9,8 +9,8 @@ namespace quelm {
 
 /// Copies the phonebook at `former` to `present`, once: it is looked through and copied whole or not at all,
 /// and stays where it is. A file beside `present` says that this was done, so that a phonebook that the user
-/// removes does not come back. Nothing happens when there is a phonebook at `present`, or when what lies at
-/// `former` is no plain file of the user's own: anybody could have laid it there.
+/// removes does not come back. Nothing happens when there is a phonebook at `present`, when `former` is
+/// empty, or when what lies there is no plain file of the user's own: anybody could have laid it there.
 ///
 /// Throws quelm::Error when the user's own phonebook cannot be copied; the next call tries again.
 void takeOverPhonebook(const std::string& former, const std::string& present);

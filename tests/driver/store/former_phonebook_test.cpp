@@ -55,6 +55,7 @@ TEST_F(FormerPhonebook, ReplacesNoPhonebookThatIsThere)
 TEST_F(FormerPhonebook, ThatIsNotThereIsLookedForAgain)
 {
     takeOverPhonebook(folder / "none.xdb", present);
+    takeOverPhonebook("", present);
     EXPECT_TRUE(std::filesystem::is_empty(folder / "own"));
     takeOverPhonebook(book, present);
     EXPECT_TRUE(std::filesystem::exists(present));
