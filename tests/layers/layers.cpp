@@ -28,7 +28,7 @@ const std::vector<std::string> withoutScreen = {
     "base",          "base/net",        "base/sqlite",      "base/terminal",   "host",
     "driver/store",  "driver/widgets",  "driver/plugin",    "driver/features", "driver/directory",
     "driver/device", "driver/boundary", "driver/config",    "driver/core",     "driver/documents",
-    "driver/jobs",   "driver/handover", "driver/phonebook",
+    "driver/cover",  "driver/jobs",     "driver/handover",  "driver/phonebook",
 };
 
 std::vector<std::string> withoutScreenAnd(std::vector<std::string> folders)
@@ -70,9 +70,11 @@ const std::vector<Row>& table()
          {"base", "host", "driver/boundary", "driver/config", "driver/device", "driver/directory",
           "driver/plugin", "driver/widgets"}},
         {"driver/documents", {"base"}},
-        {"driver/jobs", {"base", "base/net", "host", "driver/documents", "driver/plugin"}},
+        {"driver/cover", {"base", "driver/plugin"}},
+        {"driver/jobs", {"base", "base/net", "host", "driver/cover", "driver/documents", "driver/plugin"}},
         {"driver/handover",
-         {"base", "driver/core", "driver/jobs", "driver/plugin", "driver/store", "driver/widgets"}},
+         {"base", "driver/core", "driver/cover", "driver/jobs", "driver/plugin", "driver/store",
+          "driver/widgets"}},
         {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
         {"driver/cli/job", withoutScreen},
         {"driver/cli/script", withoutScreenAnd({"driver/cli/job"})},

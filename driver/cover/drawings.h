@@ -1,0 +1,75 @@
+// Texts in any script as drawings that a PostScript page can call.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DRIVER_COVER_DRAWINGS_H
+#define DRIVER_COVER_DRAWINGS_H
+
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quelm {
+
+class Fonts;
+
+/// What a text looks like beside the page's own fonts.
+enum class Typeface {
+    sans,  ///< goes with Helvetica
+    serif, ///< goes with Times-Roman
+};
+
+/// The drawings of one page: outlines of texts, which need no font at the device. One object belongs to one
+/// thread at a time; several threads may each have theirs.
+class Drawings {
+public:
+    /// One line of a text.
+    struct Line {
+        std::size_t drawing = 0; ///< its position in the array that `postScript` defines
+        double width = 0;        ///< in points, from the beginning of the line to its right end
+    };
+
+    /// Draws with the fonts of this machine, which are looked for with the first text.
+    Drawings();
+
+    /// Draws with other fonts; null stands for those of this machine.
+    explicit Drawings(std::shared_ptr<const Fonts> fonts);
+
+    ~Drawings();
+    Drawings(const Drawings&) = delete;
+    Drawings& operator=(const Drawings&) = delete;
+
+    /// Lays out `text` (UTF-8 without control characters) at `size` points, more than 0, and draws it: as one
+    /// line, or as many as it takes to stay within `widest` points; only a single character that is wider
+    /// still goes beyond. Lines of a text that is read from right to left end at `widest` where that is
+    /// finite. The empty text is one line, too. The blank at which a line was broken counts for nothing.
+    ///
+    /// Throws quelm::Error when there is no font, one cannot be read, the text is longer than 128 KB, or the
+    /// page has more than 65,535 lines, an array's limit; then nothing was added.
+    [[nodiscard]] std::vector<Line> add(std::string_view text, Typeface typeface, double size,
+                                        double widest = std::numeric_limits<double>::infinity());
+
+    /// The characters of all texts so far that no font of this machine has, each once, as UTF-8. The drawings
+    /// leave them out.
+    [[nodiscard]] const std::string& missing() const { return missing_; }
+
+    /// PostScript of Level 2 that defines, in the dictionary on top of the stack, what the drawings share
+    /// (`/NAMEGlyphs`) and `/NAME`, an array of procedures. Each draws its line from the current point, which
+    /// is the beginning of the base line, in the current colour and within what clips the page, and leaves
+    /// the current point at the line's end, and all else as it was.
+    ///
+    /// It has to be run by itself, not as a part of a procedure. It is ASCII in lines of some 100 characters,
+    /// each with a line end.
+    [[nodiscard]] std::string postScript(std::string_view name) const;
+
+private:
+    struct Parts;
+
+    std::unique_ptr<Parts> parts_;
+    std::string missing_;
+};
+
+} // namespace quelm
+
+#endif

@@ -1,0 +1,116 @@
+// Looks for the fonts that texts are drawn with.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/cover/fonts.h"
+
+#include "base/error.h"
+#include "base/translation.h"
+
+#include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
+
+#include <mutex>
+
+#if defined(__has_feature)
+#    if __has_feature(address_sanitizer)
+// Fontconfig reaches what it keeps by offsets, which the search for leaks does not follow: the default
+// configuration, which Pango loads for the process, and what a thread of Pango's holds that the end of the
+// process finds at work.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+#    endif
+#endif
+
+namespace quelm {
+namespace {
+
+/// Fonts of pixels, which look coarse on paper and have no outlines.
+constexpr const char* withoutPixels = R"(<fontconfig><selectfont><rejectfont>
+<pattern><patelt name="scalable"><bool>false</bool></patelt></pattern>
+</rejectfont></selectfont></fontconfig>)";
+
+constexpr const char* withoutColours = R"(<fontconfig><selectfont><rejectfont>
+<pattern><patelt name="color"><bool>true</bool></patelt></pattern>
+</rejectfont></selectfont></fontconfig>)";
+
+[[noreturn]] void reportBrokenConfiguration()
+{
+    throw Error(
+        localized("the cover page cannot be drawn: the machine's font configuration (fontconfig) cannot be "
+                  "read; look at what \"fc-list\" says about it"));
+}
+
+void addRules(FcConfig* configuration, const char* rules)
+{
+    if (FcConfigParseAndLoadFromMemory(configuration, reinterpret_cast<const FcChar8*>(rules), FcFalse) ==
+        FcFalse)
+        reportBrokenConfiguration();
+}
+
+void findFonts(FcConfig* configuration)
+{
+    if (FcConfigBuildFonts(configuration) == FcFalse)
+        reportBrokenConfiguration();
+}
+
+FontConfigurationHandle loadDefault(const char*) { return FontConfigurationHandle(FcInitLoadConfig()); }
+
+FontConfigurationHandle loadFile(const char* file)
+{
+    FontConfigurationHandle configuration(FcConfigCreate());
+    if (configuration != nullptr &&
+        FcConfigParseAndLoad(configuration.get(), reinterpret_cast<const FcChar8*>(file), FcTrue) == FcFalse)
+        configuration.reset();
+    return configuration;
+}
+
+} // namespace
+
+void FontMapRelease::operator()(PangoFontMap* map) const
+{
+    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map), nullptr);
+    g_object_unref(map);
+}
+
+Fonts::Fonts(const std::string& configurationFile) : Fonts(loadFile, configurationFile.c_str()) {}
+
+Fonts::Fonts(Loader load, const char* file) : outlines_(load(file)), all_(load(file))
+{
+    if (outlines_ == nullptr || all_ == nullptr)
+        reportBrokenConfiguration();
+    addRules(outlines_.get(), withoutPixels);
+    addRules(outlines_.get(), withoutColours);
+    addRules(all_.get(), withoutPixels);
+    findFonts(outlines_.get());
+    findFonts(all_.get());
+
+    // Pango ends the program when it finds no font.
+    const FcFontSet* found = FcConfigGetFonts(outlines_.get(), FcSetSystem);
+    if (found == nullptr || found->nfont == 0)
+        throw Error(
+            localized("the cover page cannot be drawn: no font is installed on this machine; install one, "
+                      "such as the package fonts-dejavu-core"));
+}
+
+bool Fonts::upToDate() const { return FcConfigUptoDate(outlines_.get()) == FcTrue; }
+
+std::shared_ptr<const Fonts> Fonts::ofThisMachine()
+{
+    static std::mutex alone;
+    static std::shared_ptr<const Fonts> fonts;
+    const std::scoped_lock lock(alone);
+    if (fonts == nullptr || !fonts->upToDate())
+        fonts = std::shared_ptr<const Fonts>(new Fonts(loadDefault, nullptr));
+    return fonts;
+}
+
+FontMapHandle Fonts::newFontMap(FontChoice choice) const
+{
+    FontMapHandle map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
+    if (map == nullptr)
+        reportBrokenConfiguration();
+    FcConfig* const configuration = choice == FontChoice::outlines ? outlines_.get() : all_.get();
+    pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map.get()), configuration);
+    return map;
+}
+
+} // namespace quelm
