@@ -160,4 +160,15 @@ bool isUtf8(std::string_view text)
     return text.empty() || g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != 0;
 }
 
+bool isPlainText(std::string_view text) { return isUtf8(text) && !hasControlCharacter(text); }
+
+std::string shownText(std::string_view text, std::size_t most)
+{
+    const std::string line = oneLine(std::string(text));
+    std::string_view left = line;
+    for (std::size_t count = 0; count < most && !left.empty(); ++count)
+        static_cast<void>(takeCharacter(left));
+    return left.empty() ? line : line.substr(0, line.size() - left.size()) + "...";
+}
+
 } // namespace quelm

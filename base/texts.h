@@ -54,6 +54,13 @@ struct BoundedLine {
 /// True when `text` is valid UTF-8 throughout and holds no NUL byte.
 [[nodiscard]] bool isUtf8(std::string_view text);
 
+/// True for UTF-8 without control characters: a text that fits in one line of whatever it is written into.
+[[nodiscard]] bool isPlainText(std::string_view text);
+
+/// A text of whatever origin as a sentence for the user can hold it: `oneLine`, at most `most` characters and
+/// then "...".
+[[nodiscard]] std::string shownText(std::string_view text, std::size_t most = 60);
+
 } // namespace quelm
 
 #endif

@@ -3,12 +3,12 @@
 #include "driver/handover/handover.h"
 
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/core/driver.h"
 #include "driver/handover/card_remark.h"
 #include "driver/handover/recipient_check.h"
 #include "driver/jobs/attribute_lines.h"
-#include "driver/jobs/job_texts.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>

@@ -5,7 +5,6 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/jobs/attribute_lines.h"
-#include "driver/jobs/job_texts.h"
 #include "driver/store/name_checks.h"
 
 #include <array>

@@ -3,8 +3,8 @@
 #include "driver/jobs/attribute_lines.h"
 
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
-#include "driver/jobs/job_texts.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,10 +3,9 @@
 #include "driver/jobs/job_texts.h"
 
 #include "base/texts.h"
+#include "driver/cover/postscript_string.h"
 
-#include <array>
 #include <cstddef>
-#include <cstdio>
 
 namespace quelm {
 namespace {
@@ -28,37 +27,7 @@ std::string_view takeCharacter(std::string_view& text)
     return character;
 }
 
-std::string escaped(std::string_view character)
-{
-    std::string result;
-    for (const char byte : character) {
-        if (byte == '(' || byte == ')' || byte == '\\') {
-            result += '\\';
-            result += byte;
-        } else if (isPrintableAscii(byte)) {
-            result += byte;
-        } else {
-            std::array<char, 5> octal{};
-            std::snprintf(octal.data(), octal.size(), "\\%03o",
-                          static_cast<unsigned>(static_cast<unsigned char>(byte)));
-            result += octal.data();
-        }
-    }
-    return result;
-}
-
 } // namespace
-
-bool isPlainText(std::string_view text) { return isUtf8(text) && !hasControlCharacter(text); }
-
-std::string shownText(std::string_view text, std::size_t most)
-{
-    const std::string line = oneLine(std::string(text));
-    std::string_view left = line;
-    for (std::size_t count = 0; count < most && !left.empty(); ++count)
-        static_cast<void>(takeCharacter(left));
-    return left.empty() ? line : line.substr(0, line.size() - left.size()) + "...";
-}
 
 std::string dscComment(std::string_view keyword, std::string_view text)
 {
@@ -66,7 +35,7 @@ std::string dscComment(std::string_view keyword, std::string_view text)
     std::string line(keyword);
     line += " (";
     while (!text.empty()) {
-        const std::string next = escaped(takeCharacter(text));
+        const std::string next = postScriptEscaped(takeCharacter(text));
         if (line.size() + next.size() + 1 > longestLine)
             break;
         line += next;

@@ -4,9 +4,9 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cover/cover_page.h"
 #include "driver/documents/print_wrapping.h"
 #include "driver/jobs/attribute_lines.h"
-#include "driver/jobs/cover_page_check.h"
 #include "driver/jobs/job_texts.h"
 #include "driver/jobs/pdl_writers.h"
 
@@ -144,7 +144,7 @@ private:
     {
         const bool cover = session != nullptr && session->coverPageChosen();
         if (cover)
-            writeCoverPage(*session);
+            put(coverPageOf(*session).postScript);
         put(cover ? "%%Page: Document 2\n" : "%%Page: Document 1\n");
         if (document_.isEncapsulated())
             put(countPages);
@@ -157,21 +157,6 @@ private:
         if (document_.isEncapsulated())
             put(showPageUnlessCounted);
         put("%%Trailer\n%%EOF\n");
-    }
-
-    void writeCoverPage(FaxSession& session)
-    {
-        CollectingPdlWriter writer;
-        const bool written = session.serializeCoverSheet(writer);
-        writer.rethrowFailure();
-        if (!written || writer.size() == 0)
-            throw Error(localized("the fax cannot be written: the component did not write its cover page"));
-        const std::string page = writer.whole();
-        refuseUel(page);
-        checkCoverPage(page, session.coverPageTemplate());
-        put(page);
-        if (writer.endsInsideLine())
-            put("\n");
     }
 
     // A figure may leave it to the page that embeds it to put the page out, and then nothing would be faxed.
@@ -197,6 +182,18 @@ void prepare(FaxSession& session, Pdl pdl)
 }
 
 } // namespace
+
+CoverPage coverPageOf(FaxSession& session)
+{
+    CollectingPdlWriter writer;
+    const bool written = session.serializeCoverSheet(writer);
+    writer.rethrowFailure();
+    if (!written || writer.size() == 0)
+        throw Error(localized("the fax cannot be written: the component did not write its cover page"));
+    const std::string page = writer.whole();
+    refuseUel(page);
+    return makeCoverPage(page, session.coverPageTemplate());
+}
 
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink, const JobFacts& facts)
 {

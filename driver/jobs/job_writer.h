@@ -3,6 +3,7 @@
 #ifndef DRIVER_JOBS_JOB_WRITER_H
 #define DRIVER_JOBS_JOB_WRITER_H
 
+#include "driver/cover/cover_page.h"
 #include "driver/documents/document.h"
 #include "driver/documents/document_copy.h"
 #include "driver/documents/sink.h"
@@ -25,6 +26,11 @@ struct JobFacts {
     std::function<void()> beforeCreditCard;
 };
 
+/// Has the component write its cover page, and makes of it the page that goes out (`makeCoverPage`). Throws
+/// quelm::Error when the component does not write it whole, the page or a value is refused, or a text of the
+/// user holds a UEL. The job is not changed.
+[[nodiscard]] CoverPage coverPageOf(FaxSession& session);
+
 /// Writes the fax job of `session` with `document` into `sink`: page 1 is the cover page when one was
 /// chosen, the document's pages follow. Ghostscript renders the stream as it stands.
 ///
@@ -33,10 +39,11 @@ struct JobFacts {
 /// - Pdl::pjl: UEL, "@PJL JOB", the attribute lines, "@PJL ENTER LANGUAGE=POSTSCRIPT", the same PostScript
 ///   without attribute lines, UEL, "@PJL EOJ", UEL.
 ///
-/// What the component writes stands in the stream byte for byte, once it is seen to be what devices know
-/// (`checkAttributeLines`, `checkCoverPage`). Throws quelm::Error when the job has no recipients, the
-/// component writes no attribute lines, others than those of the job's recipients, or not the whole cover
-/// page, the document or a text of the user holds a UEL, or `sink` fails; the stream is of no use then.
+/// The attribute lines that the component writes stand in the stream byte for byte, once they are seen to be
+/// what devices know (`checkAttributeLines`); the cover page is that of `coverPageOf`. Throws quelm::Error
+/// when the job has no recipients, the component writes no attribute lines, others than those of the job's
+/// recipients, or not the whole cover page, the document or a text of the user holds a UEL, or `sink` fails;
+/// the stream is of no use then.
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink,
                  const JobFacts& facts);
 

@@ -48,33 +48,5 @@ TEST(JobTextsTest, APjlTextHasOneTo80Characters)
     EXPECT_EQ(pjlText(""), "Fax");
 }
 
-TEST(JobTextsTest, PlainTextsAreOfAnyScriptWithoutLineEnds)
-{
-    for (const char* text :
-         {"", "Ann", "\xce\x9d\xce\xaf\xce\xba\xce\xbf\xcf\x82 \xe7\x8e\x8b \xf0\x9f\x93\xa0"})
-        EXPECT_TRUE(isPlainText(text)) << text;
-    for (const std::string& text :
-         {std::string("a\nb"), std::string("\r"), std::string("\t"), std::string("\x1b"), std::string("\x7f"),
-          std::string("a\0b", 3), std::string("\xc2\x80"), std::string("\xc2\x85"), std::string("\xc2\x9f"),
-          std::string("\xe2\x80\xa8"), std::string("\xe2\x80\xa9"), std::string("\xff"), std::string("\xc3")})
-        EXPECT_FALSE(isPlainText(text)) << text;
-    EXPECT_TRUE(isPlainText("\xc2\xa0")) << "the first behind the controls of ISO Latin 1";
-}
-
-TEST(JobTextsTest, AShownTextIsOneCleanLine)
-{
-    EXPECT_EQ(shownText("Z\xc3\xb6\xc3\xab \xe7\x8e\x8b"), "Z\xc3\xb6\xc3\xab \xe7\x8e\x8b");
-    EXPECT_EQ(shownText("a\r\nb\x1b[2J"), "a  b [2J");
-    EXPECT_EQ(shownText("\xff"), "\xef\xbf\xbd");
-    EXPECT_EQ(shownText(""), "");
-}
-
-TEST(JobTextsTest, AShownTextIsCutBetweenCharacters)
-{
-    EXPECT_EQ(shownText("\xc3\xbc\xc3\xbc\xc3\xbc", 3), "\xc3\xbc\xc3\xbc\xc3\xbc");
-    EXPECT_EQ(shownText("\xc3\xbc\xc3\xbc\xc3\xbc", 2), "\xc3\xbc\xc3\xbc...");
-    EXPECT_EQ(shownText(std::string(100'000, '\xff')).size(), 60U * 3 + 3);
-}
-
 } // namespace
 } // namespace quelm

@@ -1,0 +1,221 @@
+// Decides how each value prints, and writes it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "driver/cover/printed_values.h"
+
+#include "base/error.h"
+#include "base/texts.h"
+#include "base/translation.h"
+#include "driver/cover/drawings.h"
+#include "driver/cover/note_texts.h"
+#include "driver/cover/page_fonts.h"
+#include "driver/cover/postscript_string.h"
+#include "driver/cover/refusals.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace quelm {
+namespace {
+
+// Where the page program prints values, and where it clips them: at the margins of the page.
+constexpr double rightMargin = 540;
+constexpr double roomForValue = rightMargin - 221;
+constexpr double roomForNote = rightMargin - 77;
+constexpr std::size_t linesForNote = 13; // from 270 down to the margin at 72, 16 points apart
+
+bool isPrintableAscii(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; });
+}
+
+bool hasPairedParentheses(std::string_view text)
+{
+    int depth = 0;
+    for (const char byte : text) {
+        depth += byte == '(' ? 1 : byte == ')' ? -1 : 0;
+        if (depth < 0)
+            return false;
+    }
+    return depth == 0;
+}
+
+/// Whether a text in a PostScript string prints as it was typed without being changed. The page's fonts print
+/// a hyphen as a minus sign, which passes for one, and a grave accent as a quotation mark.
+bool printsAsTyped(std::string_view text)
+{
+    return isPrintableAscii(text) && text.find_first_of("\\`") == std::string_view::npos &&
+           hasPairedParentheses(text);
+}
+
+std::string cutValue(std::string_view text)
+{
+    return localized("the cover sheet has no room for all of \"%s\": the text is cut off at the right "
+                     "margin; shorten it",
+                     shownText(text));
+}
+
+std::string cutNote()
+{
+    return localized("the cover sheet has no room for more than %d lines of its note: what comes behind "
+                     "them is cut off; shorten the note",
+                     linesForNote);
+}
+
+/// Collects what is written anew, and what that needs ahead of the page.
+class NewValues {
+public:
+    /// The text as the content of a string that prints in Helvetica.
+    std::string value(const std::string& text)
+    {
+        double width = 0;
+        std::string content;
+        if (const auto plain = latin1(text)) {
+            const std::string codes = latin1Codes(*plain);
+            width = printedWidth(codes, PageFont::helvetica);
+            content = postScriptEscaped(codes);
+        } else {
+            const auto line = drawings_.add(text, Typeface::sans, pageFontSize).front();
+            width = line.width;
+            content = keyFor(line);
+        }
+        if (width > roomForValue)
+            cut_.push_back(cutValue(text));
+        return content;
+    }
+
+    /// The texts of a note as the strings of an array that print in Times-Roman.
+    std::string note(const std::vector<std::string_view>& texts)
+    {
+        std::string strings = " ";
+        std::size_t count = 0;
+        const auto append = [&](const auto& lines, const auto& contentOf) {
+            for (const auto& line : lines)
+                if (++count <= linesForNote)
+                    strings += "(" + contentOf(line) + ") ";
+        };
+        for (const auto text : texts) {
+            if (const auto plain = latin1(text))
+                append(brokenLines(*plain, PageFont::timesRoman, roomForNote),
+                       [this](std::string_view line) { return noteLine(line); });
+            else
+                append(drawings_.add(text, Typeface::serif, pageFontSize, roomForNote),
+                       [this](const Drawings::Line& line) { return keyFor(line); });
+        }
+        if (count > linesForNote)
+            cut_.push_back(cutNote());
+        return strings;
+    }
+
+    /// What has to stand ahead of the page. Throws Error when a character cannot be printed.
+    std::string ahead() const
+    {
+        if (const auto& missing = drawings_.missing(); !missing.empty())
+            throw Error(localized("the cover sheet cannot be printed: no font of this computer has \"%s\"; "
+                                  "install a font that has it, or change the text",
+                                  shownText(missing)));
+        if (texts_.empty())
+            return {};
+        std::string text = "% What the fonts of the cover page cannot print is looked up here instead.\n"
+                           "save\n"
+                           "8 dict begin\n";
+        if (needsAccents_)
+            text += accentedFont;
+        if (needsDrawings_)
+            text += drawings_.postScript("QuelmDrawings");
+        text += "/QuelmShow /show load def\n/QuelmTexts [\n";
+        for (const auto& procedure : texts_)
+            text += "{ " + procedure + " }\n";
+        return text + "] def\n" + std::string(showInstead);
+    }
+
+    std::string behind() const { return texts_.empty() ? "" : "end\nrestore\n"; }
+
+    std::vector<std::string> cut() && { return std::move(cut_); }
+
+private:
+    /// The content of the string that stands for this line.
+    std::string keyFor(const Drawings::Line& line)
+    {
+        needsDrawings_ = true;
+        return keyFor("QuelmDrawings " + std::to_string(line.drawing) + " get exec");
+    }
+
+    /// No value that a person types begins with a control character. The strings are never keys of a
+    /// dictionary, which on a device may have no more than 127 bytes.
+    std::string keyFor(std::string procedure)
+    {
+        texts_.push_back(std::move(procedure));
+        return "\\001" + postScriptEscaped(std::string(1, static_cast<char>(texts_.size() - 1)));
+    }
+
+    /// One line in ISO Latin 1. The page prints notes in a font that has the characters of ASCII alone.
+    std::string noteLine(std::string_view line)
+    {
+        if (isPrintableAscii(line) && line.find('`') == std::string_view::npos)
+            return postScriptEscaped(line);
+        needsAccents_ = true;
+        return keyFor("/QuelmTimes " + std::to_string(static_cast<int>(pageFontSize)) + " selectfont (" +
+                      postScriptEscaped(latin1Codes(line)) + ") QuelmShow");
+    }
+
+    // A copy without FID, which definefont makes anew.
+    static constexpr const char* accentedFont = "/Times-Roman findfont dup length dict begin\n"
+                                                "{ 1 index /FID ne { def } { pop pop } ifelse } forall\n"
+                                                "/Encoding ISOLatin1Encoding def\n"
+                                                "currentdict end /QuelmTimes exch definefont pop\n";
+
+    // The page program's procedures look `show` up when they are run, for it is a procedure here.
+    static constexpr const char* showInstead = "/show {\n"
+                                               "dup length 2 eq { dup 0 get 1 eq } { false } ifelse\n"
+                                               "{ 1 get QuelmTexts exch get currentfont exch exec setfont }\n"
+                                               "{ QuelmShow } ifelse\n"
+                                               "} bind def\n";
+
+    Drawings drawings_;
+    std::vector<std::string> texts_; ///< the procedures that show them
+    std::vector<std::string> cut_;
+    bool needsAccents_ = false;
+    bool needsDrawings_ = false;
+};
+
+/// What of a page on which all values stay does not fit.
+std::vector<std::string> cutAsTyped(const CoverValues& typed, std::size_t noteLines)
+{
+    std::vector<std::string> cut;
+    for (std::size_t slot = 0; slot < noteSlot; ++slot)
+        if (printedWidth(typed.at(slot), PageFont::helvetica) > roomForValue)
+            cut.push_back(cutValue(typed.at(slot)));
+    if (noteLines > linesForNote)
+        cut.push_back(cutNote());
+    return cut;
+}
+
+} // namespace
+
+PrintedValues printedValues(const CoverValues& typed)
+{
+    const auto note = noteTexts(typed.at(noteSlot));
+    if (!note)
+        refuseValue(typed.at(noteSlot));
+    const bool notePrints = std::ranges::all_of(*note, [](std::string_view text) {
+        return printsAsTyped(text) && printedWidth(latin1Codes(text), PageFont::timesRoman) <= roomForNote;
+    });
+    PrintedValues printed{typed, "", "", {}};
+    if (notePrints && std::all_of(typed.begin(), typed.begin() + noteSlot, printsAsTyped)) {
+        printed.cut = cutAsTyped(typed, note->size());
+        return printed;
+    }
+    NewValues anew;
+    for (std::size_t slot = 0; slot < noteSlot; ++slot)
+        printed.values.at(slot) = anew.value(typed.at(slot));
+    printed.values.at(noteSlot) = anew.note(*note);
+    printed.ahead = anew.ahead();
+    printed.behind = anew.behind();
+    printed.cut = std::move(anew).cut();
+    return printed;
+}
+
+} // namespace quelm

@@ -1,0 +1,86 @@
+// Fills the component's page, and reads what prints of one.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "page_support.h"
+
+#include "base/process.h"
+#include "base/texts.h"
+#include "tests/support/build_paths.h"
+#include "tests/support/temporary_folder.h"
+
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+
+namespace quelm::tests {
+namespace {
+
+std::string runGhostscriptOn(const std::string& program, const std::vector<std::string>& options)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder / "page.ps";
+    std::ofstream(path, std::ios::binary) << program;
+    ProcessRequest request;
+    request.arguments = {"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE"};
+    request.arguments.insert(request.arguments.end(), options.begin(), options.end());
+    request.arguments.push_back(path);
+    const ProcessResult result = runProcess(request);
+    if (result.exitStatus != 0 || !result.errors.empty())
+        throw std::runtime_error("Ghostscript: " + result.output + result.errors);
+    return result.output;
+}
+
+} // namespace
+
+const CoverPageTemplate& realTemplate()
+{
+    static const CoverPageTemplate texts{
+        contentOf(build_paths::inProject("component/output/cover_page_header.txt")),
+        contentOf(build_paths::inProject("component/output/cover_page.ps"))};
+    return texts;
+}
+
+CoverValues typedValues(const std::string& name, const std::string& note)
+{
+    return {name, "", "", "", "", "", "", "", "", "", " (" + note + ") ", "2024", "03", "05", "14", "07"};
+}
+
+std::string componentsPage(const CoverValues& values)
+{
+    std::string page;
+    auto value = values.begin();
+    const std::string& format = realTemplate().header;
+    for (std::size_t at = 0; at < format.size(); ++at)
+        if (format[at] != '%')
+            page += format[at];
+        else if (format[++at] == '%')
+            page += '%';
+        else
+            page += *value++;
+    return page + realTemplate().trailer;
+}
+
+std::vector<std::vector<std::string>> printedTexts(const std::string& postScript)
+{
+    static const std::regex labels(
+        "^(Fax Cover Sheet|To:|From:|(Name|Organization|Voice|Fax|E.{1,3}Mail|Date|Note):)");
+    const TemporaryFolder folder;
+    runGhostscriptOn(postScript, {"-sDEVICE=txtwrite", "-sOutputFile=" + (folder / "%d")});
+    std::vector<std::vector<std::string>> pages(folder.names().size());
+    for (std::size_t page = 0; page < pages.size(); ++page) {
+        std::istringstream lines(contentOf(folder / std::to_string(page + 1)));
+        for (std::string line; std::getline(lines, line);) {
+            const std::string text(trimmed(std::regex_replace(std::string(trimmed(line)), labels, "")));
+            if (!text.empty())
+                pages[page].push_back(text);
+        }
+    }
+    return pages;
+}
+
+std::string ghostscriptOutput(const std::string& program)
+{
+    return runGhostscriptOn(program, {"-dNODISPLAY"});
+}
+
+} // namespace quelm::tests

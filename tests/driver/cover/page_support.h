@@ -1,0 +1,33 @@
+// What the tests of the cover page share: the component's real page, filled, and what prints of it.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef TESTS_DRIVER_COVER_PAGE_SUPPORT_H
+#define TESTS_DRIVER_COVER_PAGE_SUPPORT_H
+
+#include "driver/cover/cover_header.h"
+#include "driver/plugin/fax_session.h"
+
+#include <string>
+#include <vector>
+
+namespace quelm::tests {
+
+/// The template that the component publishes.
+const CoverPageTemplate& realTemplate();
+
+/// Values as the component puts them into the header: the recipient's name, and a note as it is typed. The
+/// time is 2024-03-05 14:07; all else is empty.
+CoverValues typedValues(const std::string& name, const std::string& note);
+
+/// The page that the component writes for these values.
+std::string componentsPage(const CoverValues& values);
+
+/// The texts on each page of some PostScript, line by line from above, without blanks around them and without
+/// the labels of the cover page. Throws when Ghostscript fails.
+std::vector<std::vector<std::string>> printedTexts(const std::string& postScript);
+
+/// What Ghostscript writes to its standard output when it runs the program. Throws when it fails.
+std::string ghostscriptOutput(const std::string& program);
+
+} // namespace quelm::tests
+
+#endif
