@@ -37,7 +37,10 @@ FilledJob::FilledJob(const CommandLine& line)
     driver_.releaseFailures();
     handover_ = prepareHandover(driver_);
     // Whoever was asked about the numbers that stand twice knows of them.
-    logWarnings(options_.duplicates == Duplicates::ask ? handover_.warnings : handover_.allWarnings());
+    Handover untold = handover_;
+    if (options_.duplicates == Duplicates::ask)
+        untold.sharedWarnings.clear();
+    logWarnings(untold.allWarnings());
 }
 
 void FilledJob::tellKeptCard() const

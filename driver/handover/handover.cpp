@@ -9,6 +9,7 @@
 #include "driver/handover/card_remark.h"
 #include "driver/handover/recipient_check.h"
 #include "driver/jobs/attribute_lines.h"
+#include "driver/jobs/job_writer.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -76,6 +77,7 @@ std::vector<std::string> remarksOn(const Driver& driver, const JobTexts& texts)
 std::vector<std::string> Handover::allWarnings() const
 {
     auto all = sharedWarnings;
+    std::ranges::copy(cutTexts, std::back_inserter(all));
     std::ranges::copy(warnings, std::back_inserter(all));
     return all;
 }
@@ -89,9 +91,11 @@ Handover prepareHandover(Driver& driver)
     const JobTexts texts = session.texts();
     requireDialText(texts.dialingPrefix, forTranslation("the dialing prefix"));
     requireDialText(texts.creditCard, forTranslation("the credit card number"));
-    if (session.coverPageChosen())
+    if (session.coverPageChosen()) {
         requirePlainCoverTexts(texts);
-
+        if (!handover.recipients.empty())
+            handover.cutTexts = coverPageOf(session).cut;
+    }
     handover.shared = sharedNumbers(handover.recipients);
     handover.sharedWarnings = sharedNumberWarnings(handover.recipients, handover.shared);
     handover.warnings = trunkZeroWarnings(handover.recipients);

@@ -18,17 +18,18 @@ struct Handover {
     std::vector<JobRecipient> recipients;
     std::vector<SharedNumber> shared;        ///< those that one fax would reach twice
     std::vector<std::string> sharedWarnings; ///< a sentence for each of them
-    std::vector<std::string> warnings;       ///< sentences about other things
-    std::vector<std::string> remarks;        ///< what the line about the finished job says besides
+    std::vector<std::string> cutTexts; ///< a sentence for each text that the cover sheet has no room for
+    std::vector<std::string> warnings; ///< sentences about other things
+    std::vector<std::string> remarks;  ///< what the line about the finished job says besides
 
     /// All of the warnings.
     [[nodiscard]] std::vector<std::string> allWarnings() const;
 };
 
 /// Looks at the driver's job as it would be written now. Throws quelm::Error, naming the first that is wrong,
-/// when a recipient cannot be faxed to, or the dialing prefix, the credit card or a text of the cover sheet
-/// holds what must not get into a job; the job must not be written then. Changes nothing, and writes nothing.
-/// That the job has recipients at all is for the writer to ask.
+/// when a recipient cannot be faxed to, the dialing prefix, the credit card or a text of the cover sheet
+/// holds what must not get into a job, or the cover sheet cannot be printed; the job must not be written
+/// then. Changes nothing, and writes nothing. That the job has recipients at all is for the writer to ask.
 [[nodiscard]] Handover prepareHandover(Driver& driver);
 
 /// "; ..." for each of the remarks.

@@ -86,6 +86,38 @@ TEST_F(CoverSheetJourney, WithSeveralRecipientsNamesThemAll)
     EXPECT_THAT(cover({"--show-recipients", "--to", "Bob=2"}), HasSubstr("/RecipientName    (Bob, Ann)"));
 }
 
+TEST_F(CoverSheetJourney, ANoteOfAnySignsPrintsAsItIsTyped)
+{
+    for (const char* note : {"See you :)", "(", "\\", ")/showpage{}def(", "J\u00fcrgen"}) {
+        cover({"--note", note, "--show-recipients"});
+        const auto texts = pages("job");
+        ASSERT_EQ(texts.size(), 2U) << note;
+        std::string squeezed = note;
+        std::erase(squeezed, ' ');
+        EXPECT_THAT(texts[0], AllOf(HasSubstr("Ann"), HasSubstr("Note:" + squeezed))) << note;
+        EXPECT_THAT(texts[1], HasSubstr("Hello"));
+    }
+}
+
+TEST_F(CoverSheetJourney, ANoteInAnotherScriptIsDrawnAndDisturbsNoDocument)
+{
+    EXPECT_THAT(cover({"--note", "\u05e9\u05dc\u05d5\u05dd \U0001F600"}),
+                HasSubstr("/CoverNote        [ (\\001\\000) ]"));
+    EXPECT_THAT(pages("job"), testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Hello")));
+}
+
+TEST_F(CoverSheetJourney, ATextThatIsCutOffIsWarnedOfAheadOfTheJob)
+{
+    const auto result =
+        driver({"fax", document("letter.ps", "Hello"), "--to", "Ann=1", "--cover", "--note",
+                "1) (2) (3) (4) (5) (6) (7) (8) (9) (a) (b) (c) (d) (e", "--output", path("job")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.errors,
+                testing::StartsWith(
+                    "quelm-driver: warning: the cover sheet has no room for more than 13 lines of its "
+                    "note: what comes behind them is cut off; shorten the note\n"));
+}
+
 TEST_F(CoverSheetJourney, OptionsThatNeedOthersSayWhich)
 {
     const auto expect = [this](const Arguments& options, const std::string& words) {

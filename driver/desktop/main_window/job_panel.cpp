@@ -32,6 +32,15 @@ bool isOrdinaryFile(const std::string& path)
 
 constexpr std::size_t mostWarnings = 5;
 
+/// The sentences as the details of a question.
+std::string inLines(const std::vector<std::string>& sentences)
+{
+    std::string lines;
+    for (const auto& sentence : bounded(sentences, mostWarnings))
+        lines += (lines.empty() ? "" : "\n") + sentence;
+    return lines;
+}
+
 DestinationChoice withAbsolutePath(DestinationChoice choice)
 {
     choice.file = absolutePath(choice.file, Glib::get_home_dir(), Glib::get_current_dir());
@@ -110,8 +119,12 @@ JobOrder JobPanel::orderFor(const DestinationChoice& destination,
 void JobPanel::preview()
 {
     dialogs_->act([this] {
-        if (!document_ || sending_.running() || !readyToWrite())
+        if (!document_ || sending_.running())
             return;
+        const auto handover = readyToWrite();
+        if (!handover)
+            return;
+        tellWarnings(handover->cutTexts);
         if (!previewWindow_)
             previewWindow_ = std::make_unique<PagePreview>(around_.window);
         previewWindow_->showJob(orderFor({}, document_));
@@ -133,22 +146,40 @@ void JobPanel::send()
             around_.destination.focusField();
             return;
         }
-        const bool asks = around_.driver.show(widget_names::lanFaxPrefDuplicates).ticked.value_or(false);
-        if (asks && !handover->shared.empty())
-            askAboutDuplicates(*handover, chosen);
+        if (handover->cutTexts.empty())
+            sendUnlessDuplicates(*handover, chosen);
         else
-            sendTo({chosen, document_, handover->allWarnings(), {}, 0});
+            askAboutCutTexts(*handover, chosen);
     });
+}
+
+void JobPanel::askAboutCutTexts(const Handover& handover, const DestinationChoice& chosen)
+{
+    Handover unasked = handover;
+    unasked.cutTexts.clear();
+    around_.question.ask(
+        {"Main Cover Sheet Question", translated("Send the fax although its cover sheet is cut off?"),
+         inLines(handover.cutTexts), translated("_Cancel"), translated("_Send Anyway")},
+        [this, unasked, chosen] {
+            dialogs_->act([this, unasked, chosen] { sendUnlessDuplicates(unasked, chosen); });
+        });
+}
+
+void JobPanel::sendUnlessDuplicates(const Handover& handover, const DestinationChoice& chosen)
+{
+    const bool asks = around_.driver.show(widget_names::lanFaxPrefDuplicates).ticked.value_or(false);
+    if (asks && !handover.shared.empty())
+        askAboutDuplicates(handover, chosen);
+    else
+        sendTo({chosen, document_, handover.allWarnings(), {}, 0});
 }
 
 void JobPanel::askAboutDuplicates(const Handover& handover, const DestinationChoice& chosen)
 {
-    std::string details;
-    for (const auto& line : bounded(handover.sharedWarnings, mostWarnings))
-        details += (details.empty() ? "" : "\n") + line;
     const Sending sending{chosen, document_, handover.warnings, {}, 0};
     around_.question.ask({"Main Duplicates Question", translated("Send the fax twice to the same number?"),
-                          details, translated("_Cancel"), translated("_Send Anyway")},
+                          inLines(handover.sharedWarnings), translated("_Cancel"),
+                          translated("_Send Anyway")},
                          [this, sending] { dialogs_->act([this, sending] { sendTo(sending); }); });
 }
 

@@ -45,11 +45,13 @@ struct JobSurroundings {
 /// that cancels it; it is hidden at other times.
 ///
 /// A job that must not go out is neither shown nor sent, and the message says why. What the user should know
-/// of a job that is sent stands in the message beside how that ends; about numbers that stand twice there is
-/// a question first, unless the preference about duplicates is off.
+/// of a job that is sent stands in the message beside how that ends; about texts that the cover sheet has no
+/// room for there is a question first, and one about numbers that stand twice, unless the preference about
+/// duplicates is off.
 ///
 /// The fixed names of its controls are "Main Progress" and "Main Cancel Button", those of its questions "Main
-/// Duplicates Question" and "Main Replace Question"; its button is the action "win.cancel".
+/// Cover Sheet Question", "Main Duplicates Question" and "Main Replace Question"; its button is the action
+/// "win.cancel".
 class JobPanel : public Gtk::Box {
 public:
     explicit JobPanel(JobSurroundings around);
@@ -91,6 +93,8 @@ private:
     [[nodiscard]] std::optional<Handover> readyToWrite();
     [[nodiscard]] JobOrder orderFor(const DestinationChoice& destination,
                                     const std::shared_ptr<const LoadedDocument>& document);
+    void askAboutCutTexts(const Handover& handover, const DestinationChoice& destination);
+    void sendUnlessDuplicates(const Handover& handover, const DestinationChoice& destination);
     void askAboutDuplicates(const Handover& handover, const DestinationChoice& destination);
     void sendTo(const Sending& sending);
     void startSending(Sending sending);

@@ -146,5 +146,32 @@ TEST_F(PrepareHandover, RefusesControlCharactersInAKeptTextThatGoesOntoTheCoverS
     }
 }
 
+TEST_F(PrepareHandover, SaysWhichTextsTheCoverSheetHasNoRoomFor)
+{
+    const std::string wide(31, 'W');
+    add(wide, "1");
+    driver().choose("LanFax Cover Sheet Option", 1);
+    driver().press("LanFax Setup Cover Sheet Button");
+    driver().tick("Show Rcpt Info Checkbox", true);
+    driver().press("LanFaxCover OK Button");
+    confirm();
+    const auto expected = ElementsAre("the cover sheet has no room for all of \"" + wide +
+                                      "\": the text is cut off at the right margin; shorten it");
+    EXPECT_THAT(prepareHandover(driver()).cutTexts, expected);
+    EXPECT_THAT(prepareHandover(driver()).allWarnings(), expected) << "a second look finds the same";
+    driver().call("T40InvokeFaxDialog");
+    driver().choose("LanFax Cover Sheet Option", 0);
+    confirm();
+    EXPECT_THAT(prepareHandover(driver()).cutTexts, IsEmpty());
+}
+
+TEST_F(PrepareHandover, LooksAtNoCoverSheetWithoutRecipients)
+{
+    driver().call("T40InvokeFaxDialog");
+    driver().choose("LanFax Cover Sheet Option", 1);
+    confirm();
+    EXPECT_EQ(failure(), "nothing") << "the writer asks for recipients";
+}
+
 } // namespace
 } // namespace quelm

@@ -133,6 +133,52 @@ TEST_F(JobPanelTest, ANumberThatStandsTwiceIsAskedAbout)
     EXPECT_EQ(job(), expectedJob());
 }
 
+TEST_F(JobPanelTest, ATextThatTheCoverSheetHasNoRoomForIsAskedAbout)
+{
+    openDocument();
+    fillFax({std::string(31, 'W')}, true);
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Cover Sheet Question No") != nullptr; }));
+    press("Main Cover Sheet Question No");
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Cover Sheet Question Yes") != nullptr; }));
+    press("Main Cover Sheet Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+    EXPECT_EQ(shownText("Main Message"),
+              "The fax job of letter.ps for 1 recipient was written to " + (folder / "fax.job") + ".");
+    EXPECT_EQ(job(), expectedJob());
+}
+
+TEST_F(JobPanelTest, TheQuestionsAboutTheCoverSheetAndDuplicatesComeOneAfterTheOther)
+{
+    openDocument();
+    fillFax({std::string(31, 'W')});
+    numbersGiven = 0;
+    fillFax({"Bob"}, true);
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Cover Sheet Question Yes") != nullptr; }));
+    press("Main Cover Sheet Question Yes");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Duplicates Question No") != nullptr; }));
+    press("Main Duplicates Question No");
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+}
+
+TEST_F(JobPanelTest, TheCoverPageOfAJobInAnotherScriptIsWhatTheDriverWrites)
+{
+    openDocument();
+    fillFax({"\u738b\u5c0f\u660e", "J\u00fcrgen"}, true);
+    press("Main Preview Button");
+    ASSERT_TRUE(loopUntil([] { return shownText("Preview Caption") == "Cover page (1 of 3)"; }));
+    press("Preview Close Button");
+    enterText("Main Destination File", folder / "fax.job");
+    sendAndRead();
+    EXPECT_EQ(job(), expectedJob());
+    EXPECT_THAT(job(), HasSubstr("/RecipientName    (\\001"));
+}
+
 TEST_F(JobPanelTest, WhoDoesNotWantToBeAskedAboutDuplicatesIsWarned)
 {
     openDocument();
