@@ -1,9 +1,9 @@
 // Writing a job's attributes into memory, beside copying the same bytes.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bench/comparison.h"
+#include "bench/memory_writer.h"
 #include "bench/samples.h"
 #include "host/fax_session.h"
-#include "host/print_stream.h"
 #include "model/fax_job.h"
 
 #include <cstring>
@@ -11,18 +11,6 @@
 namespace bench {
 
 namespace {
-
-class MemoryWriter : public AbstractPDLWriter {
-public:
-    bool writeText(const char* part) override
-    {
-        text += part;
-        return true;
-    }
-    void writeString(const std::string& part) override { text += part; }
-
-    std::string text;
-};
 
 void writeAttributes(benchmark::State& state)
 {

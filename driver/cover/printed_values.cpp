@@ -148,7 +148,7 @@ private:
     std::string keyFor(std::string procedure)
     {
         texts_.push_back(std::move(procedure));
-        return "\\001" + postScriptEscaped(std::string(1, static_cast<char>(texts_.size() - 1)));
+        return std::string("\\001") + static_cast<char>('A' + texts_.size() - 1);
     }
 
     /// One line in ISO Latin 1. The page prints notes in a font that has the characters of ASCII alone.
@@ -168,11 +168,12 @@ private:
                                                 "currentdict end /QuelmTimes exch definefont pop\n";
 
     // The page program's procedures look `show` up when they are run, for it is a procedure here.
-    static constexpr const char* showInstead = "/show {\n"
-                                               "dup length 2 eq { dup 0 get 1 eq } { false } ifelse\n"
-                                               "{ 1 get QuelmTexts exch get currentfont exch exec setfont }\n"
-                                               "{ QuelmShow } ifelse\n"
-                                               "} bind def\n";
+    static constexpr const char* showInstead =
+        "/show {\n"
+        "dup length 2 eq { dup 0 get 1 eq } { false } ifelse\n"
+        "{ 1 get 65 sub QuelmTexts exch get currentfont exch exec setfont }\n"
+        "{ QuelmShow } ifelse\n"
+        "} bind def\n";
 
     Drawings drawings_;
     std::vector<std::string> texts_; ///< the procedures that show them

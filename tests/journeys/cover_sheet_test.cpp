@@ -90,7 +90,7 @@ TEST_F(CoverSheetJourney, ANoteOfAnySignsPrintsAsItIsTyped)
 {
     for (const char* note : {"See you :)", "(", "\\", ")/showpage{}def(", "J\u00fcrgen"}) {
         cover({"--note", note, "--show-recipients"});
-        const auto texts = pages("job");
+        const auto texts = pages(path("job"));
         ASSERT_EQ(texts.size(), 2U) << note;
         std::string squeezed = note;
         std::erase(squeezed, ' ');
@@ -102,8 +102,8 @@ TEST_F(CoverSheetJourney, ANoteOfAnySignsPrintsAsItIsTyped)
 TEST_F(CoverSheetJourney, ANoteInAnotherScriptIsDrawnAndDisturbsNoDocument)
 {
     EXPECT_THAT(cover({"--note", "\u05e9\u05dc\u05d5\u05dd \U0001F600"}),
-                HasSubstr("/CoverNote        [ (\\001\\000) ]"));
-    EXPECT_THAT(pages("job"), testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Hello")));
+                HasSubstr("/CoverNote        [ (\\001A) ]"));
+    EXPECT_THAT(pages(path("job")), testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Hello")));
 }
 
 TEST_F(CoverSheetJourney, ATextThatIsCutOffIsWarnedOfAheadOfTheJob)
