@@ -77,7 +77,7 @@ public:
             width = printedWidth(codes, PageFont::helvetica);
             content = postScriptEscaped(codes);
         } else {
-            const auto line = drawings_.add(text, Typeface::sans, pageFontSize).front();
+            const auto line = drawings().add(text, Typeface::sans, pageFontSize).front();
             width = line.width;
             content = keyFor(line);
         }
@@ -101,7 +101,7 @@ public:
                 append(brokenLines(*plain, PageFont::timesRoman, roomForNote),
                        [this](std::string_view line) { return noteLine(line); });
             else
-                append(drawings_.add(text, Typeface::serif, pageFontSize, roomForNote),
+                append(drawings().add(text, Typeface::serif, pageFontSize, roomForNote),
                        [this](const Drawings::Line& line) { return keyFor(line); });
         }
         if (count > linesForNote)
@@ -112,10 +112,10 @@ public:
     /// What has to stand ahead of the page. Throws Error when a character cannot be printed.
     std::string ahead() const
     {
-        if (const auto& missing = drawings_.missing(); !missing.empty())
+        if (drawings_ && !drawings_->missing().empty())
             throw Error(localized("the cover sheet cannot be printed: no font of this computer has \"%s\"; "
                                   "install a font that has it, or change the text",
-                                  shownText(missing)));
+                                  shownText(drawings_->missing())));
         if (texts_.empty())
             return {};
         std::string text = "% What the fonts of the cover page cannot print is looked up here instead.\n"
@@ -123,8 +123,8 @@ public:
                            "8 dict begin\n";
         if (needsAccents_)
             text += accentedFont;
-        if (needsDrawings_)
-            text += drawings_.postScript("QuelmDrawings");
+        if (drawings_)
+            text += drawings_->postScript("QuelmDrawings");
         text += "/QuelmShow /show load def\n/QuelmTexts [\n";
         for (const auto& procedure : texts_)
             text += "{ " + procedure + " }\n";
@@ -136,10 +136,11 @@ public:
     std::vector<std::string> cut() && { return std::move(cut_); }
 
 private:
+    Drawings& drawings() { return drawings_ ? *drawings_ : drawings_.emplace(); }
+
     /// The content of the string that stands for this line.
     std::string keyFor(const Drawings::Line& line)
     {
-        needsDrawings_ = true;
         return keyFor("QuelmDrawings " + std::to_string(line.drawing) + " get exec");
     }
 
@@ -175,11 +176,10 @@ private:
         "{ QuelmShow } ifelse\n"
         "} bind def\n";
 
-    Drawings drawings_;
+    std::optional<Drawings> drawings_; ///< none without a text to draw: looking for fonts takes a while
     std::vector<std::string> texts_; ///< the procedures that show them
     std::vector<std::string> cut_;
     bool needsAccents_ = false;
-    bool needsDrawings_ = false;
 };
 
 /// What of a page on which all values stay does not fit.

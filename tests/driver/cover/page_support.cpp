@@ -7,6 +7,7 @@
 #include "tests/support/build_paths.h"
 #include "tests/support/temporary_folder.h"
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -81,6 +82,32 @@ std::vector<std::vector<std::string>> printedTexts(const std::string& postScript
 std::string ghostscriptOutput(const std::string& program)
 {
     return runGhostscriptOn(program, {"-dNODISPLAY"});
+}
+
+InkBox difference(const std::string& one, const std::string& other)
+{
+    constexpr std::size_t width = 1224; // at 144 pixels to the inch
+    constexpr std::size_t height = 1584;
+    const auto pixels = [](const std::string& program) {
+        const TemporaryFolder folder;
+        runGhostscriptOn(program,
+                         {"-sDEVICE=pgmraw", "-r144", "-g1224x1584", "-sOutputFile=" + (folder / "%d")});
+        const std::string picture = contentOf(folder / "1");
+        return picture.substr(picture.size() - width * height);
+    };
+    const std::string first = pixels(one);
+    const std::string second = pixels(other);
+    InkBox box{width, height, 0, 0};
+    for (std::size_t at = 0; at < first.size(); ++at) {
+        if (first[at] == second[at])
+            continue;
+        const auto x = static_cast<double>(at % width) / 2;
+        const auto y = static_cast<double>(height - at / width) / 2;
+        box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x), std::max(box.top, y)};
+    }
+    if (box.right == 0)
+        throw std::runtime_error("the pages are alike");
+    return box;
 }
 
 } // namespace quelm::tests

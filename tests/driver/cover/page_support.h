@@ -28,6 +28,17 @@ std::vector<std::vector<std::string>> printedTexts(const std::string& postScript
 /// What Ghostscript writes to its standard output when it runs the program. Throws when it fails.
 std::string ghostscriptOutput(const std::string& program);
 
+/// Where ink is, in points from the lower left corner of the page.
+struct InkBox {
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+};
+
+/// Where the first pages of two programs differ. Throws when they are alike.
+InkBox difference(const std::string& one, const std::string& other);
+
 } // namespace quelm::tests
 
 #endif

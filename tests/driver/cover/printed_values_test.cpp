@@ -1,7 +1,9 @@
 // Tests of what prints: Ghostscript reads the texts from pages made of the component's own page program.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cover/cover_page.h"
+#include "driver/cover/page_fonts.h"
 #include "page_support.h"
+#include "tests/driver/jobs/job_support.h"
 
 #include <gmock/gmock.h>
 
@@ -131,6 +133,122 @@ TEST(PrintedPage, ShowsAHyphenAsAHyphenWhereTheHeaderIsWrittenAnew)
     values.at(1) = "M\u00fcller";
     EXPECT_THAT(printed(values), ElementsAre("Ann-Marie", "M\u00fcller", "555-1234", date, "a-b"));
     EXPECT_THAT(printed("", "a-\u00fc"), ElementsAre(date, "a-\u00fc"));
+}
+
+/// 64 Chinese characters, 192 bytes.
+std::string chineseText()
+{
+    std::string text;
+    for (char32_t code = 0x4e00; code < 0x4e40; ++code)
+        text += {static_cast<char>(0xe0U | (code >> 12U)), static_cast<char>(0x80U | ((code >> 6U) & 0x3fU)),
+                 static_cast<char>(0x80U | (code & 0x3fU))};
+    return text;
+}
+
+/// The values of a page on which everything is drawn that can be.
+CoverValues drawnValues()
+{
+    CoverValues values = typedValues("", chineseText() + ") (\u00fc) (plain");
+    for (std::size_t slot = 0; slot < noteSlot; ++slot)
+        values.at(slot) = "\u03a3\u03c9\u03ba\u03c1\u03ac\u03c4\u03b7\u03c2 \u05e9\u05dc\u05d5\u05dd";
+    values.at(1) = "plain";
+    return values;
+}
+
+TEST(PrintedPage, LeavesAllAsItWasForTheDocument)
+{
+    const std::string page = makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript;
+    const std::string tell = "countdictstack = count = /show load type = FontDirectory /QuelmTimes known =\n"
+                             "/QuelmShow where { pop (there) } { (gone) } ifelse =\n";
+    const std::string before = ghostscriptOutput(tell);
+    EXPECT_THAT(before, testing::HasSubstr("0\noperatortype\nfalse\ngone\n"));
+    EXPECT_EQ(ghostscriptOutput(page + tell), before);
+    EXPECT_EQ(ghostscriptOutput(page + page + tell), before) << "a second time";
+}
+
+TEST(PrintedPage, HandsEveryOtherStringToTheOperator)
+{
+    // What comes to the `show` ahead of the page is printed in brackets.
+    const std::string listing = "/show { ([) print print (]) print } def\n";
+    const std::string output =
+        ghostscriptOutput(listing + makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript);
+    EXPECT_EQ(output, "[Fax Cover Sheet][To:][Name:][Organization:][Voice:][Fax:][E-Mail:][From:][Name:]"
+                      "[Organization:][Voice:][Fax:][E-Mail:][Date:][Note:][plain][03/05/2024 02:07 PM][\xfc]"
+                      "[plain]");
+}
+
+/// PostScript behind which strings of more than 127 bytes are no keys, as on a device of Level 2. Ghostscript
+/// takes longer ones.
+constexpr const char* strictKeys = R"(
+/tooLong { dup type /stringtype eq { length 127 gt } { pop false } ifelse } bind def
+/refuse { (a key of more than 127 bytes) print flush /limitcheck cvx stop } bind def
+/known1 /known load def /known { dup tooLong { refuse } if //known1 } def
+/where1 /where load def /where { dup tooLong { refuse } if //where1 } def
+/load1 /load load def   /load { dup tooLong { refuse } if //load1 } def
+/cvn1 /cvn load def     /cvn { dup tooLong { refuse } if //cvn1 } def
+/put1 /put load def     /put { 1 index tooLong { refuse } if //put1 } def
+/get1 /get load def     /get { dup tooLong { refuse } if //get1 } def
+/def1 /def load def     /def { 1 index tooLong { refuse } if //def1 } bind def1
+)";
+
+TEST(PrintedPage, LooksUpNoStringThatADeviceWouldNotTakeForAKey)
+{
+    const std::string refused = ghostscriptOutput(
+        strictKeys + std::string("{ 1 dict (" + std::string(128, 'x') + ") known } stopped { pop } if"));
+    ASSERT_EQ(refused, "a key of more than 127 bytes");
+    CoverValues values = typedValues(chineseText(), chineseText());
+    values.at(1) = std::string(200, 'x');
+    const std::string page = makeCoverPage(componentsPage(values), realTemplate()).postScript;
+    EXPECT_EQ(ghostscriptOutput(strictKeys + page), "");
+    EXPECT_THAT(page, testing::HasSubstr("/RecipientName    (\\001A)\n"));
+    EXPECT_THAT(page, testing::HasSubstr("/CoverNote        [ (\\001B) (\\001C) ]\n"));
+}
+
+TEST(PrintedPage, TakesNoTypedTextForADrawing)
+{
+    for (const char* name : {"A", "\\001A", "(\\001A)", "QuelmTexts"}) {
+        CoverValues values = drawnValues();
+        values.at(0) = name;
+        EXPECT_EQ(printed(values).at(0), name);
+    }
+}
+
+TEST(PrintedPage, HasInkWhereADrawingStands)
+{
+    CoverValues without = drawnValues();
+    without.at(0).clear();
+    const auto ink = difference(makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript,
+                                makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    // The name begins at (221, 630), in a row of 20 points.
+    EXPECT_NEAR(ink.left, 221, 2);
+    EXPECT_LT(ink.right, 221 + 17 * pageFontSize);
+    EXPECT_GT(ink.right, 221 + 5 * pageFontSize);
+    EXPECT_GE(ink.bottom, 625);
+    EXPECT_LE(ink.top, 645);
+}
+
+TEST(PrintedPage, ClipsADrawingAtTheMargin)
+{
+    CoverValues without = typedValues("", "");
+    without.at(1) = "\u03b1"; // so that both are written anew
+    CoverValues with = without;
+    with.at(0) = chineseText();
+    const auto page = makeCoverPage(componentsPage(with), realTemplate());
+    EXPECT_THAT(page.cut, testing::SizeIs(1));
+    const auto ink =
+        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_NEAR(ink.right, 540, 2);
+}
+
+TEST(PrintedPage, RefusesACharacterThatNoFontHas)
+{
+    const auto problem = errorLine([] {
+        static_cast<void>(makeCoverPage(componentsPage(typedValues("x\U000F0000y", "")), realTemplate()));
+    });
+    EXPECT_EQ(
+        problem,
+        "the cover sheet cannot be printed: no font of this computer has \"\U000F0000\"; install a font "
+        "that has it, or change the text");
 }
 
 } // namespace
