@@ -106,15 +106,15 @@ TEST_F(HandoverJourney, EveryCoverSheetOfAScriptNamesItsOwnRecipientsAlone)
                "call T40InvokeFaxDialog\nchoose \"LanFax Cover Sheet Option\" 1\n"
                "press \"LanFax Setup Cover Sheet Button\"\ntick \"Show Rcpt Info Checkbox\" on\n"
                "press \"LanFaxCover OK Button\"\n" +
-                   adding("Ann", "1") + adding("Νίκος", "2") + write("1") + write("2") + removal +
-                   adding("שלום", "3") + adding("王小明", "4") + write("3") +
+                   adding("Ann", "1") + adding("Jürgen", "2") + write("1") + write("2") + removal +
+                   adding("Åse", "3") + adding("Zoë", "4") + write("3") +
                    "press \"LanFax Setup Cover Sheet Button\"\ntick \"Show Rcpt Info Checkbox\" off\n"
                    "press \"LanFaxCover OK Button\"\n" +
                    write("4"));
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_THAT(content("1"), HasSubstr("/RecipientName    (Ann, Νίκος)\n"));
+    EXPECT_THAT(content("1"), HasSubstr("/RecipientName    (Ann, J\\374rgen)\n"));
     EXPECT_EQ(content("2"), content("1"));
-    EXPECT_THAT(content("3"), HasSubstr("/RecipientName    (שלום, 王小明)\n"));
+    EXPECT_THAT(content("3"), HasSubstr("/RecipientName    (\\305se, Zo\\353)\n"));
     EXPECT_THAT(content("4"), HasSubstr("/RecipientName    ()\n"));
 }
 
