@@ -106,6 +106,27 @@ TEST_F(CoverSheetJourney, ANoteInAnotherScriptIsDrawnAndDisturbsNoDocument)
     EXPECT_THAT(pages(path("job")), testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Hello")));
 }
 
+TEST_F(CoverSheetJourney, AScriptWritesThePageThatTheCommandWrites)
+{
+    const std::string note = "\u05e9\u05dc\u05d5\u05dd :)";
+    const auto letter = document("letter.ps", "Hello");
+    ASSERT_EQ(driver({"fax", letter, "--to", "Ann=1", "--cover", "--note", note, "--now", "2024-03-05T14:07",
+                      "--output", path("command.job")})
+                  .status,
+              0);
+    const auto result = driver({"script", "-", "--now", "2024-03-05T14:07"},
+                               "call T40InvokeFaxDialog\nchoose \"LanFax Cover Sheet Option\" 1\n"
+                               "type \"LanFax Cover Sheet Notes\" \"" +
+                                   note +
+                                   "\"\npress \"AddFaxRcpt\"\ntype \"RecipientName\" \"Ann\"\n"
+                                   "type \"RecipientNumber\" \"1\"\npress \"LanFaxAddRcpt OK Button\"\n"
+                                   "press \"LanFax OK Button\"\nfax \"" +
+                                   letter + "\" \"" + path("script.job") + "\"\n");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_TRUE(content("script.job") == content("command.job"));
+    EXPECT_THAT(content("script.job"), HasSubstr("/QuelmTexts"));
+}
+
 TEST_F(CoverSheetJourney, ATextThatIsCutOffIsWarnedOfAheadOfTheJob)
 {
     const auto result =
