@@ -7,7 +7,6 @@
 #include "driver/jobs/attribute_lines.h"
 #include "driver/store/name_checks.h"
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -17,30 +16,6 @@ namespace {
 
 constexpr std::size_t longestText = 255;  // bytes
 constexpr std::size_t longestNumber = 46; // characters, as the dialog's field
-
-/// What stands in people's names beside letters, digits, apostrophes and the marks of the dialog's check.
-constexpr std::array<std::string_view, 28> nameMarks{{
-    "\u00a0",                                         // a blank that does not break
-    "\u00b4", "`",      "\u2018", "\u201b", "\uff07", // apostrophes of all kinds of keyboards
-    "\u00b7", "\u2022", "\u2027",                     // Gal·la; parts of foreign names in Chinese
-    "\u055a",                                         // the Armenian apostrophe
-    "\u05be", "\u05f3", "\u05f4",                     // Hebrew hyphen, geresh and gershayim
-    "\u0f0b", "\u0f0c",                               // between Tibetan syllables
-    "\u1361",                                         // between Ethiopic words
-    "\u200c", "\u200d",                               // how Persian and Indic letters join
-    "\u2010", "\u2011", "\u2012", "\u2013",           // hyphens
-    "\u3000", "\u30a0", "\u30fb", "\uff65",           // blank, hyphen and dots of Japanese
-    "\uff0d", "\uff0e",                               // wide hyphen and full stop
-}};
-
-/// The name without the marks that the dialog's check does not know.
-std::string withoutNameMarks(std::string name)
-{
-    for (const std::string_view mark : nameMarks)
-        for (auto at = name.find(mark); at != std::string::npos; at = name.find(mark, at))
-            name.erase(at, mark.size());
-    return name;
-}
 
 std::optional<std::string> tooLong(const std::string& field, const std::string& text)
 {
@@ -57,11 +32,7 @@ std::optional<std::string> problemOfName(const std::string& name)
     if (auto problem = tooLong(translated("the name"), name))
         return problem;
     // Names of directories are "SURNAME, GIVEN NAME".
-    // Without the marks, bytes that are no text could join to one.
-    const std::string plain = isUtf8(name) ? withoutNameMarks(name) : name;
-    if (plain.empty())
-        return localized("%s is missing", translated("the name"));
-    return problemWithName(plain, "- .,");
+    return problemWithName(name, "- .,");
 }
 
 std::optional<std::string> problemOfNumber(const std::string& number)

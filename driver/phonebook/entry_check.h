@@ -11,9 +11,9 @@
 namespace quelm {
 
 /// Why an entry (tidied) cannot be kept, or nothing. The dialogs' rules: a name of letters, digits, "-",
-/// blanks, "." and apostrophes, numbers to dial, and the fields' greatest lengths (31, 46, 59, 46 and 59
-/// characters), no line break and no other control character. A text that the record's own marks would
-/// cut is refused, too.
+/// blanks, ".", apostrophes and the other marks of people's names, numbers to dial, and the fields' greatest
+/// lengths (31, 46, 59, 46 and 59 characters), no line break and no other control character. A text that the
+/// record's own marks would cut is refused, too.
 [[nodiscard]] std::optional<std::string> problemWith(const PhonebookEntry& entry);
 
 /// The same for a group, which needs a member. Whether the members exist is not looked at.

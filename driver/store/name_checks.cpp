@@ -6,6 +6,7 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -106,12 +107,37 @@ std::optional<std::string> firstProblem(std::string_view text, std::string_view 
     return std::nullopt;
 }
 
+constexpr gunichar noBreakBlank = 0xa0;
+constexpr gunichar wideBlank = 0x3000;
+
+/// What stands in people's names beside letters, digits, the two usual apostrophes and what a caller allows.
+constexpr std::array<gunichar, 28> nameMarks{
+    noBreakBlank, wideBlank,                         // blanks
+    0x60,         0xb4,      0x2018, 0x201b, 0xff07, // apostrophes of all kinds of keyboards
+    0xb7,         0x2022,    0x2027,                 // Gal·la; parts of foreign names in Chinese
+    0x55a,                                           // the Armenian apostrophe
+    0x5be,        0x5f3,     0x5f4,                  // Hebrew hyphen, geresh and gershayim
+    0xf0b,        0xf0c,                             // between Tibetan syllables
+    0x1361,                                          // between Ethiopic words
+    0x200c,       0x200d,                            // how Persian and Indic letters join
+    0x2010,       0x2011,    0x2012, 0x2013,         // hyphens
+    0x30a0,       0x30fb,    0xff65,                 // hyphen and dots of Japanese
+    0xff0d,       0xff0e,                            // wide hyphen and full stop
+};
+
+bool isNameMark(gunichar character) { return std::ranges::find(nameMarks, character) != nameMarks.end(); }
+
+bool isBlank(gunichar character)
+{
+    return character == ' ' || character == noBreakBlank || character == wideBlank;
+}
+
 bool isNameCharacter(gunichar character)
 {
     constexpr gunichar straightApostrophe = 0x27;
     constexpr gunichar typographicApostrophe = 0x2019;
     return g_unichar_isalnum(character) != FALSE || g_unichar_ismark(character) != FALSE ||
-           character == straightApostrophe || character == typographicApostrophe;
+           character == straightApostrophe || character == typographicApostrophe || isNameMark(character);
 }
 
 bool isPhoneDigit(gunichar character) { return character >= '0' && character <= '9'; }
@@ -136,10 +162,14 @@ std::optional<std::string> problemWithName(std::string_view name, std::string_vi
     };
     if (auto problem = firstProblem(name, allowed, check))
         return problem;
+    const auto characters = charactersOf(name);
     // The parser of phonebook records fails on a value of nothing but blanks, and with it the
     // list of the whole phonebook.
-    if (!name.empty() && name.find_first_not_of(' ') == std::string_view::npos)
+    if (!characters.empty() && std::ranges::all_of(characters, isBlank))
         return localized("The Name consists of blanks only. Please enter a Name.");
+    const auto isLetterOrDigit = [](gunichar character) { return g_unichar_isalnum(character) != FALSE; };
+    if (std::ranges::any_of(characters, isNameMark) && std::ranges::none_of(characters, isLetterOrDigit))
+        return localized("The Name consists of marks only. Please enter a Name.");
     return std::nullopt;
 }
 

@@ -10,9 +10,12 @@
 namespace quelm {
 
 /// What is wrong with a name that a user typed, as a message in the user's language, or nothing
-/// when it is acceptable. Letters and digits of any script, combining marks, apostrophes and the
-/// characters of `allowed` (UTF-8) are; an empty name is none of this check's business. A name of
-/// nothing but blanks is refused: no phonebook could be read with it.
+/// when it is acceptable. Letters and digits of any script, combining marks, apostrophes, the other marks
+/// that people's names are written with (Gal·la; blanks, hyphens and dots of other scripts; what joins or
+/// parts letters in Persian and Indic names) and the characters of `allowed` (UTF-8) are. An empty name is
+/// none of this check's business. A name of nothing but blanks is refused, because no phonebook could be read
+/// with it; so is one of nothing but such marks. Names from phonebooks and directories have to pass the same
+/// check.
 [[nodiscard]] std::optional<std::string> problemWithName(std::string_view name, std::string_view allowed);
 
 /// The same for a telephone or fax number: digits, "+", ".", "*", "#", "," and the characters of

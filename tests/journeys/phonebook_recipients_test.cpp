@@ -66,6 +66,19 @@ TEST_F(PhonebookRecipients, EntriesAndGroupsGoIntoTheJob)
     EXPECT_THAT(numbers({"--entry", "Cid", "--entry", "Ann"}), ElementsAre("3", "1"));
 }
 
+TEST_F(PhonebookRecipients, ANameOfAPhonebookCanBeTypedToo)
+{
+    for (const std::string name :
+         {"Gal\u00b7la Plac\u00eddia",
+          "\u05d2\u05f3\u05d5\u05e8\u05d2\u05f3 \u05d1\u05df\u05be\u05d3\u05d5\u05d3",
+          "\u0639\u0644\u06cc\u200c\u0631\u0636\u0627", "\u5c71\u7530\u3000\u592a\u90ce",
+          "\u30b8\u30e7\u30f3\u30fb\u30b9\u30df\u30b9", "Jean\u2011Luc", "O`Brien"}) {
+        phonebook({"add", name, "55"}, {});
+        EXPECT_THAT(numbers({"--entry", name}), ElementsAre("55")) << name;
+        EXPECT_THAT(numbers({"--to", name + "=56"}), ElementsAre("56")) << name;
+    }
+}
+
 TEST_F(PhonebookRecipients, AFaxGoesToAGroup)
 {
     const auto result =

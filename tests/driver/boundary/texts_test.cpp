@@ -26,6 +26,12 @@ TEST(ValidateName, ReturnsAMessageOrNull)
     EXPECT_THAT(message.get(), HasSubstr("must not contain \"@\""));
 }
 
+TEST(ValidateName, AcceptsTheMarksOfNamesInAPhonebook)
+{
+    EXPECT_EQ(host::validateName("Gal\u00b7la", "- ."), nullptr);
+    EXPECT_EQ(host::validateName("\u05d1\u05df\u05be\u05d3\u05d5\u05d3", "- ."), nullptr);
+}
+
 TEST(ValidateName, TakesNullForAnEmptyText)
 {
     EXPECT_EQ(ValidateName(host::in("Anne"), nullptr), nullptr);

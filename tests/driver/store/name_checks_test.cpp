@@ -37,6 +37,35 @@ INSTANTIATE_TEST_SUITE_P(Names, AcceptableName,
                                          "Zoë", "Zoe\u0308", "Дмитрий", "山田太郎", "محمد", "अनीता", "٣",
                                          "\U00020000", "-", "."));
 
+/// Marks that names of people are written with: a person types what a phonebook or directory can hold.
+INSTANTIATE_TEST_SUITE_P(
+    Marks, AcceptableName,
+    testing::Values("Ann\u00a0Lee", "O\u00b4Brien", "O`Brien", "O\u2018Brien", "O\u201bBrien", "O\uff07Brien",
+                    "Gal\u00b7la", "Gal\u2022la", "Gal\u2027la", "\u0540\u055a\u0531",
+                    "\u05d1\u05df\u05be\u05d3\u05d5\u05d3", "\u05d2\u05f3\u05d5\u05e8\u05d2\u05f3",
+                    "\u05e6\u05d4\u05f4\u05dc", "\u0f56\u0f66\u0f9f\u0f53\u0f0b\u0f60", "\u0f56\u0f0c\u0f60",
+                    "\u1200\u12ed\u1208\u1361\u1225", "\u0639\u0644\u06cc\u200c\u0631\u0636\u0627",
+                    "\u0dc1\u0dca\u200d\u0dbb\u0dd3", "Jean\u2010Luc", "Jean\u2011Luc", "Jean\u2012Luc",
+                    "Jean\u2013Luc", "\u5c71\u7530\u3000\u592a\u90ce", "\u30b8\u30a0\u30b9",
+                    "\u30b8\u30fb\u30b9", "\uff7c\uff65\uff7d", "\uff21\uff0d\uff22", "\uff21\uff0e\uff22"));
+
+TEST(NameCheck, AcceptsTheMarksOfNamesWhateverItsCallerAllows)
+{
+    EXPECT_EQ(nameProblem("Gal\u00b7la", ""), "");
+    EXPECT_NE(nameProblem("Gal\u00b7la P", ""), "");
+}
+
+TEST(NameCheck, RefusesWhatIsNoPartOfAnyName)
+{
+    for (const char* name :
+         {"Ann\u2028B", "Ann\u202eB", "Ann\u2066B", "Ann\u200e",      "Ann\ufeff",
+          "Ann\u00ad",  "Ann\u0085",  "Ann\x7f",    "Ann\"",          "Ann\u201cB",
+          "Ann;",       "Ann(",       "Ann\\",      "Ann=5",          "<Ann>",
+          "Ann\u2212B", "Ann\u2014B", "Ann \u2764", "Ann \U0001f469", "\U0001f469\u200d\U0001f467",
+          "Ann\ue000"})
+        EXPECT_TRUE(mentions(nameProblem(name), "must not contain ")) << name;
+}
+
 TEST(NameCheck, LeavesTheEmptyNameToItsCaller) { EXPECT_EQ(nameProblem(""), ""); }
 
 TEST(NameCheck, QuotesTheCharacterThatIsNotAllowed)
@@ -66,6 +95,15 @@ TEST(NameCheck, RefusesBytesThatAreNoUtf8)
 TEST(NameCheck, RefusesANameOfBlanksBecauseNoPhonebookCouldBeReadWithIt)
 {
     EXPECT_TRUE(mentions(nameProblem("   "), "blanks only"));
+    EXPECT_TRUE(mentions(nameProblem("\u3000"), "blanks only"));
+    EXPECT_TRUE(mentions(nameProblem(" \u00a0 "), "blanks only"));
+}
+
+TEST(NameCheck, RefusesANameOfMarksAlone)
+{
+    for (const char* name :
+         {"\u200d", "\u200c \u200c", "\u00b7", "\u30fb\u3000\u30fb", "\u2013", "`", "-\u00b7", "\u3000-"})
+        EXPECT_TRUE(mentions(nameProblem(name), "marks only")) << name;
 }
 
 TEST(NameCheck, AllowsWhatItsCallerAllowsAndNoMore)
