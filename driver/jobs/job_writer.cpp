@@ -69,10 +69,12 @@ void announceCreditCard(const std::vector<std::string>& lines, const std::functi
 
 class JobWriter {
 public:
-    JobWriter(const Document& document, JobSink& sink, const JobFacts& facts)
-        : document_(document), sink_(sink), facts_(facts),
-          title_(facts.title.empty() ? document.name() : facts.title)
+    /// `document` is null for a cover page alone.
+    JobWriter(const Document* document, JobSink& sink, const JobFacts& facts)
+        : document_(document), sink_(sink), facts_(facts), title_(facts.title)
     {
+        if (title_.empty())
+            title_ = document != nullptr ? document->name() : "Cover page";
     }
 
     void writeDsc(FaxSession& session)
@@ -107,6 +109,14 @@ public:
         beginHeader();
         endHeader();
         writePages(nullptr);
+    }
+
+    void writeCoverPageAlone(FaxSession& session)
+    {
+        beginHeader();
+        endHeader();
+        put(coverPageOf(session).postScript);
+        put(trailer);
     }
 
 private:
@@ -146,17 +156,17 @@ private:
         if (cover)
             put(coverPageOf(*session).postScript);
         put(cover ? "%%Page: Document 2\n" : "%%Page: Document 1\n");
-        if (document_.isEncapsulated())
+        if (document_->isEncapsulated())
             put(countPages);
-        put(dscComment("%%BeginDocument:", document_.name()));
-        const DocumentEnd end = copyDocument(document_, sink_, facts_.progress);
+        put(dscComment("%%BeginDocument:", document_->name()));
+        const DocumentEnd end = copyDocument(*document_, sink_, facts_.progress);
         put(end.insideLine ? "\n" : "");
         for (unsigned open = end.openDocuments; open > 0; --open)
             put("%%EndDocument\n");
         put("%%EndDocument\n");
-        if (document_.isEncapsulated())
+        if (document_->isEncapsulated())
             put(showPageUnlessCounted);
-        put("%%Trailer\n%%EOF\n");
+        put(trailer);
     }
 
     // A figure may leave it to the page that embeds it to put the page out, and then nothing would be faxed.
@@ -166,8 +176,9 @@ private:
         "userdict /showpage { userdict /QuelmPageShown get 0 1 put systemdict /showpage get exec } put\n";
     static constexpr std::string_view showPageUnlessCounted =
         "userdict /QuelmPageShown get 0 get 0 eq { systemdict /showpage get exec } if\n";
+    static constexpr std::string_view trailer = "%%Trailer\n%%EOF\n";
 
-    const Document& document_;
+    const Document* document_;
     JobSink& sink_;
     const JobFacts& facts_;
     std::string title_;
@@ -198,7 +209,7 @@ CoverPage coverPageOf(FaxSession& session)
 void writeFaxJob(FaxSession& session, const Document& document, Pdl pdl, JobSink& sink, const JobFacts& facts)
 {
     prepare(session, pdl);
-    JobWriter writer(document, sink, facts);
+    JobWriter writer(&document, sink, facts);
     if (pdl == Pdl::dsc)
         writer.writeDsc(session);
     else
@@ -218,7 +229,15 @@ void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
 
 void writeDocumentAlone(const Document& document, JobSink& sink, const JobFacts& facts)
 {
-    JobWriter(document, sink, facts).writeDocument();
+    JobWriter(&document, sink, facts).writeDocument();
+}
+
+void writeCoverPageAlone(FaxSession& session, JobSink& sink, const JobFacts& facts)
+{
+    prepare(session, Pdl::dsc);
+    if (!session.coverPageChosen())
+        throw Error(localized("the fax has no cover sheet: choose one in the fax dialog"));
+    JobWriter(nullptr, sink, facts).writeCoverPageAlone(session);
 }
 
 } // namespace quelm

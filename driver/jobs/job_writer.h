@@ -57,6 +57,13 @@ void writeAttributes(FaxSession& session, Pdl pdl, GuardedPdlWriter& writer,
 /// Writes the pages of a document as a job carries them, without any fax. Throws quelm::Error as above.
 void writeDocumentAlone(const Document& document, JobSink& sink, const JobFacts& facts);
 
+/// Writes the cover page of `session`, as `writeFaxJob` writes it, as a PostScript file of its own: the
+/// header of a job without its attribute lines, the page, the trailer. Without a title it is "Cover page". No
+/// credit card is in it. Throws quelm::Error when the job has no recipients or no cover page was chosen, with
+/// nothing written then, and, as `writeFaxJob` does, when the component does not write its page, what it
+/// writes is refused, or `sink` fails.
+void writeCoverPageAlone(FaxSession& session, JobSink& sink, const JobFacts& facts);
+
 } // namespace quelm
 
 #endif

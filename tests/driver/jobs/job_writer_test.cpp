@@ -158,6 +158,103 @@ TEST_F(JobWriterTest, ADocumentAloneHasItsPagesAndNoFax)
     EXPECT_EQ(sink.text, header + std::string("%%EndComments\n%%Page: Document 1\n") + embeddedLetter);
 }
 
+class CoverPageAlone : public JobWriterTest {
+protected:
+    CoverPageAlone() { session.cover = true; }
+
+    std::string written(const JobFacts& facts = someFacts())
+    {
+        StringSink sink;
+        writeCoverPageAlone(session, sink, facts);
+        return sink.text;
+    }
+    std::string refusal()
+    {
+        StringSink sink;
+        const auto line = errorLine([&] { writeCoverPageAlone(session, sink, someFacts()); });
+        EXPECT_EQ(sink.text.find("showpage"), std::string::npos);
+        return line;
+    }
+};
+
+TEST_F(CoverPageAlone, IsTheJobsPageBetweenItsHeaderAndTrailerWithoutAttributes)
+{
+    const std::string job = writtenJob(session, letter(), Pdl::dsc);
+    const auto start = job.find("%%EndComments\n");
+    const auto end = job.find("%%Page: Document 2\n");
+    ASSERT_NE(end, std::string::npos);
+    session.calls.clear();
+    EXPECT_EQ(written(), header + job.substr(start, end - start) + "%%Trailer\n%%EOF\n");
+    EXPECT_EQ(session.calls, (std::vector<std::string>{"setPdl dsc", "checkInfo", "coverPageChosen",
+                                                       "serializeCoverSheet"}));
+    JobFacts facts = someFacts();
+    facts.title.clear();
+    EXPECT_NE(written(facts).find("%%Title: (Cover page)\n"), std::string::npos);
+}
+
+TEST_F(CoverPageAlone, IsOnePageForGhostscript)
+{
+    const Rendering rendering = render(file("cover.ps", written()));
+    EXPECT_EQ(rendering.exitStatus, 0);
+    EXPECT_EQ(rendering.messages, "");
+    EXPECT_EQ(rendering.pages, std::vector<std::string>{"Fax Cover Sheet"});
+}
+
+TEST_F(CoverPageAlone, IsTheSameAgainAndChangesNothingOfTheJob)
+{
+    const std::string job = writtenJob(session, letter(), Pdl::pjl);
+    const std::string first = written();
+    EXPECT_EQ(written(), first);
+    EXPECT_EQ(writtenJob(session, letter(), Pdl::pjl), job);
+}
+
+TEST_F(CoverPageAlone, ACreditCardIsNotInItAndNotAnnounced)
+{
+    JobFacts facts = someFacts();
+    facts.beforeCreditCard = [] { ADD_FAILURE() << "announced"; };
+    EXPECT_EQ(written(facts).find(session.creditCard), std::string::npos);
+    EXPECT_NE(writtenJob(session, letter(), Pdl::dsc).find(session.creditCard), std::string::npos);
+}
+
+TEST_F(CoverPageAlone, AJobWithoutOneOrWithoutRecipientsIsRefusedBeforeAnythingIsWritten)
+{
+    StringSink sink;
+    session.cover = false;
+    EXPECT_EQ(errorLine([&] { writeCoverPageAlone(session, sink, someFacts()); }),
+              "the fax has no cover sheet: choose one in the fax dialog");
+    session.cover = true;
+    session.hasRecipients = false;
+    EXPECT_EQ(errorLine([&] { writeCoverPageAlone(session, sink, someFacts()); }),
+              "the fax has no recipients: add at least one");
+    EXPECT_EQ(sink.text, "");
+}
+
+TEST_F(CoverPageAlone, FailsWhereTheJobWould)
+{
+    session.writesCoverPage = false;
+    EXPECT_EQ(refusal(), "the fax cannot be written: the component did not write its cover page");
+    session.writesCoverPage = true;
+    session.behindCoverPage = "@PJL RESET\n";
+    EXPECT_EQ(refusal(), failure());
+    EXPECT_NE(refusal(), "");
+    session.behindCoverPage.clear();
+    session.coverName = "\x1b%-12345X";
+    EXPECT_EQ(refusal(), failure());
+    EXPECT_NE(refusal(), "");
+}
+
+TEST_F(CoverPageAlone, AWriteThatFailsAnywhereFailsItWithItsOwnLine)
+{
+    const std::size_t size = written().size();
+    for (std::size_t room = 0; room < size; ++room) {
+        FailingSink sink(room);
+        ASSERT_EQ(errorLine([&] { writeCoverPageAlone(session, sink, someFacts()); }), "the paper ran out")
+            << room;
+    }
+    FailingSink enough(size);
+    EXPECT_NO_THROW(writeCoverPageAlone(session, enough, someFacts()));
+}
+
 TEST_F(JobWriterTest, TheAttributesAloneAreRefusedBeforeAnythingIsWritten)
 {
     StringSink sink;
