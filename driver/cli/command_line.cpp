@@ -110,10 +110,11 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
         ->type_name("");
 
     auto* fax = program.add_subcommand("fax", localized("Write a document as a fax job"));
-    fax->add_option("DOCUMENT", line.document, localized("PostScript or PDF file"))
-        ->required()
-        ->type_name("");
+    auto* faxDocument = fax->add_option("DOCUMENT", line.document, localized("PostScript or PDF file"))
+                            ->required()
+                            ->type_name("");
     addJobOptions(*fax, line.job);
+    addCoverPreviewOption(*fax, line.job, *faxDocument);
 
     auto* attributes =
         program.add_subcommand("attributes", localized("Write the attribute lines of a fax job alone"));
@@ -153,6 +154,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
                                         {directory, Command::directorySearch}})
         if (command->parsed())
             line.command = name;
+    line.hasDocument = line.command != Command::fax || faxDocument->count() > 0;
     if (line.command != Command::none && !desktopDocument.empty())
         throw UsageError(localized("\"%s\" is one word too many; see quelm-driver --help", desktopDocument));
     if (line.command == Command::none)

@@ -15,11 +15,12 @@ enum class Command { none, fax, attributes, script, phonebook, deviceInfo, direc
 
 struct CommandLine {
     Command command = Command::none;
-    DriverOptions driver; ///< the options that every command takes, unchecked
-    std::string config;   ///< configuration file, empty for the user's own
-    JobOptions job;       ///< of `fax` and `attributes`
-    std::string document; ///< of `fax`; without a command, what the desktop is to open, perhaps nothing
-    std::string script;   ///< of `script`: a file, or "-" for standard input
+    DriverOptions driver;    ///< the options that every command takes, unchecked
+    std::string config;      ///< configuration file, empty for the user's own
+    JobOptions job;          ///< of `fax` and `attributes`
+    std::string document;    ///< of `fax`; without a command, what the desktop is to open, perhaps nothing
+    bool hasDocument = true; ///< false where `fax` only previews a cover page and was given no document
+    std::string script;      ///< of `script`: a file, or "-" for standard input
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
     /// Not empty when the user asked for help or the version: print it and do nothing else.

@@ -5,15 +5,17 @@
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
+#include "driver/cli/job/cover_picture.h"
 #include "driver/cli/job/write_document.h"
 
 #include <iostream>
+#include <optional>
 
 namespace quelm {
 namespace {
 
-/// The one place that the user named.
-JobTarget targetOf(const JobOptions& options)
+/// The one place that the user named; nothing for a preview alone.
+std::optional<JobTarget> targetOf(const JobOptions& options)
 {
     const int given = (options.output ? 1 : 0) + (options.device ? 1 : 0) + (options.queue ? 1 : 0);
     if (given > 1)
@@ -22,19 +24,31 @@ JobTarget targetOf(const JobOptions& options)
         return *options.device;
     if (options.queue)
         return QueueTarget{*options.queue};
+    if (options.output && options.coverPreview && leadToOneFile(*options.output, *options.coverPreview))
+        throw UsageError(localized("--cover-preview and --output name the same file; name two"));
     if (options.output)
         return FileTarget{*options.output};
+    if (options.coverPreview)
+        return std::nullopt;
     throw UsageError(localized("say with --output FILE, --device HOST or --queue NAME where the job goes; "
                                "--output - is standard output"));
 }
 
-} // namespace
-
-void runFaxCommand(const CommandLine& line)
+void drawCover(FilledJob& job, const std::string& picture)
 {
-    const auto target = targetOf(line.job);
-    const auto document = openDocument(line.document);
-    FilledJob job(line);
+    writeCoverPicture(job.session(), picture);
+    if (picture == "-")
+        return;
+    const auto count = job.recipientCount();
+    // Translators: a file.
+    const auto text =
+        localizedCount("%s: cover page of the fax job for %d recipient",
+                       "%s: cover page of the fax job for %d recipients", count, picture, count);
+    std::cerr << messageLine(text) << std::endl;
+}
+
+void sendJob(FilledJob& job, const Document& document, const JobTarget& target)
+{
     const auto count = job.recipientCount();
     const auto tell = [&](const Receipt& receipt) {
         const auto* file = std::get_if<FileTarget>(&target);
@@ -54,6 +68,24 @@ void runFaxCommand(const CommandLine& line)
         std::cerr << messageLine(text) << std::endl;
     };
     writeDocument(job.session(), job.pdl(), document, target, job.user(), tell);
+}
+
+} // namespace
+
+void runFaxCommand(const CommandLine& line)
+{
+    const auto target = targetOf(line.job);
+    std::optional<Document> document;
+    if (line.hasDocument)
+        document = openDocument(line.document);
+    const auto& picture = line.job.coverPreview;
+    if (picture && document && document->isSameFile(*picture))
+        throw Error(localized("%s: is the document itself; name another file for the picture", *picture));
+    FilledJob job(line);
+    if (picture)
+        drawCover(job, *picture);
+    if (target)
+        sendJob(job, *document, *target);
 }
 
 } // namespace quelm

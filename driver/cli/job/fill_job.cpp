@@ -121,6 +121,8 @@ private:
         if (options_.cover)
             choose("--cover", widget_names::lanFaxCoverSheetOption, *options_.cover ? 1 : 0);
         const bool chosen = driver_.show(widget_names::lanFaxCoverSheetOption).value == 1;
+        if (options_.coverPreview)
+            require(chosen, "--cover-preview", "--cover");
         if (options_.note) {
             require(chosen, "--note", "--cover");
             type("--note", widget_names::lanFaxCoverSheetNotes, *options_.note);

@@ -215,4 +215,22 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addDestinationOptions(command, options);
 }
 
+void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)
+{
+    // Called when the options ahead of it have been taken, and before it is seen what is missing.
+    const auto take = [&options, &document](const std::string& given) {
+        if (given.empty())
+            throw CLI::ValidationError("--cover-preview", localized("is empty"));
+        options.coverPreview = given;
+        if (!options.output && !options.device && !options.queue)
+            document.required(false);
+    };
+    command
+        .add_option_function<std::string>(
+            "--cover-preview", take,
+            localized("Draw the cover page into a picture (PNG), before anything is sent; alone, nothing is "
+                      "sent; - is standard output"))
+        ->type_name("FILE.png");
+}
+
 } // namespace quelm

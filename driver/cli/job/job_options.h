@@ -16,7 +16,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 namespace quelm {
 
@@ -61,10 +62,16 @@ struct JobOptions {
     std::optional<std::string> output;    ///< a file, or "-" for standard output
     std::optional<NetworkAddress> device; ///< the device that takes the job
     std::optional<std::string> queue;     ///< the print queue that takes it
+    /// A picture of the cover page, ahead of all else: a file, or "-" for standard output.
+    std::optional<std::string> coverPreview;
 };
 
 /// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
 void addJobOptions(CLI::App& command, JobOptions& options);
+
+/// Adds --cover-preview, for a command whose jobs go out, behind `addJobOptions`. Where it is given and no
+/// destination is, the command does not need its document any more.
+void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document);
 
 /// One field of the sender dialog and the option that fills it.
 struct SenderField {

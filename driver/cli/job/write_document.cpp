@@ -10,7 +10,6 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "base/version.h"
-#include "driver/jobs/job_writer.h"
 
 namespace quelm {
 namespace {
@@ -44,15 +43,21 @@ Document openDocument(const std::string& path)
     return document;
 }
 
+JobFacts factsOfNow()
+{
+    JobFacts facts;
+    facts.creator = programAndVersion("quelm-driver");
+    facts.now = localTime();
+    return facts;
+}
+
 void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
                    const std::string& user, const std::function<void(const Receipt&)>& tell)
 {
     const auto destination = openDestination(target, document, user);
     {
         ProgressLine progress(localized("Writing the job"));
-        JobFacts facts;
-        facts.creator = programAndVersion("quelm-driver");
-        facts.now = localTime();
+        JobFacts facts = factsOfNow();
         facts.progress = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
         facts.beforeCreditCard = [&destination] { destination->restrictToOwner(); };
         writeFaxJob(session, document, pdl, destination->sink(), facts);

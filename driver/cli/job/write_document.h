@@ -5,6 +5,7 @@
 
 #include "driver/documents/document.h"
 #include "driver/jobs/job_target.h"
+#include "driver/jobs/job_writer.h"
 #include "driver/plugin/fax_session.h"
 
 #include <functional>
@@ -14,6 +15,9 @@ namespace quelm {
 
 /// Opens the document, and tells the user on standard error when something is amiss with it.
 [[nodiscard]] Document openDocument(const std::string& path);
+
+/// What a job that is written now says of itself, titled after its document.
+[[nodiscard]] JobFacts factsOfNow();
 
 /// Writes one print stream and hands it to `target` as `user`'s, with progress on a terminal; then calls
 /// `tell` with what became of it. Throws Error, and a file is what it was, when that fails.

@@ -25,7 +25,7 @@ struct Command {
 
 constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
 
-constexpr std::array<Command, 12> commands{{
+constexpr std::array<Command, 13> commands{{
     {"press", ScriptVerb::press, "press \"WIDGET\"", 1, 1},
     {"type", ScriptVerb::type, "type \"WIDGET\" \"TEXT\"", 2, 2},
     {"tick", ScriptVerb::tick, "tick \"WIDGET\" on|off", 2, 2},
@@ -37,6 +37,7 @@ constexpr std::array<Command, 12> commands{{
     {"show", ScriptVerb::show, "show \"WIDGET\"", 1, 1},
     {"rows", ScriptVerb::rows, "rows \"LIST\"", 1, 1},
     {"windows", ScriptVerb::windows, "windows", 0, 0},
+    {"cover", ScriptVerb::cover, "cover FILE.png", 1, 1},
     {"fax", ScriptVerb::fax, "fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS or fax DOCUMENT queue NAME", 2,
      3},
 }};
@@ -167,6 +168,14 @@ void fillFax(ScriptStep& step, const std::vector<std::string>& words)
     }
 }
 
+void fillCover(const ScriptStep& step)
+{
+    if (step.target.empty())
+        throw Error(localized("the file name is empty; name a file"));
+    if (step.target == "-")
+        throw Error(localized("a script's answers stand on standard output; name a file for the picture"));
+}
+
 void fill(ScriptStep& step, const std::vector<std::string>& words)
 {
     if (!words.empty() && step.verb != ScriptVerb::answer)
@@ -177,6 +186,9 @@ void fill(ScriptStep& step, const std::vector<std::string>& words)
         break;
     case ScriptVerb::fax:
         fillFax(step, words);
+        break;
+    case ScriptVerb::cover:
+        fillCover(step);
         break;
     case ScriptVerb::tick:
         step.on = either(words[1], "on", "off");

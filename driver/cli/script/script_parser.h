@@ -22,6 +22,7 @@ enum class ScriptVerb {
     show,    ///< show "W"
     rows,    ///< rows "LIST"
     windows, ///< windows
+    cover,   ///< cover FILE.png
     fax,     ///< fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS, fax DOCUMENT queue NAME
 };
 
@@ -32,7 +33,7 @@ enum class ScriptPlace { file, device, queue };
 struct ScriptStep {
     std::size_t line = 0; ///< counted from 1
     ScriptVerb verb = ScriptVerb::windows;
-    std::string target; ///< the widget, list, window, function or document
+    std::string target; ///< the widget, list, window, function, document or picture
     std::string text;   ///< the text to type, or the file, address or queue of `fax`
     ScriptPlace place = ScriptPlace::file;
     bool on = false;          ///< `on` or `yes`

@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
+#include "driver/cli/job/cover_picture.h"
 #include "driver/cli/job/write_document.h"
 #include "driver/cli/script/script_answers.h"
 #include "driver/core/driver.h"
@@ -63,6 +64,8 @@ void ScriptRunner::act(const ScriptStep& step)
         return driver_.answer(step.on);
     case ScriptVerb::call:
         return driver_.call(step.target);
+    case ScriptVerb::cover:
+        return cover(step);
     case ScriptVerb::fax:
         return fax(step);
     case ScriptVerb::show:
@@ -70,6 +73,13 @@ void ScriptRunner::act(const ScriptStep& step)
     case ScriptVerb::windows:
         break; // `run` answers these.
     }
+}
+
+void ScriptRunner::cover(const ScriptStep& step)
+{
+    driver_.actions().requireNoQuestion();
+    logWarnings(prepareHandover(driver_).allWarnings());
+    writeCoverPicture(driver_.faxSession(), step.target);
 }
 
 void ScriptRunner::fax(const ScriptStep& step)

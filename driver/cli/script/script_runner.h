@@ -15,7 +15,7 @@ class Driver;
 
 /// Carries out one step after the other. A step that cannot be carried out throws Error and has
 /// changed nothing. Recipients that cannot be faxed to are warnings in the log when they come in, so that a
-/// script can remove them again; `fax` refuses them.
+/// script can remove them again; `fax` and `cover` refuse them.
 class ScriptRunner {
 public:
     /// `driver` outlives the runner; `pdl` is the form of the jobs that `fax` writes.
@@ -27,6 +27,7 @@ public:
 
 private:
     void act(const ScriptStep& step);
+    void cover(const ScriptStep& step);
     void fax(const ScriptStep& step);
 
     Driver& driver_;

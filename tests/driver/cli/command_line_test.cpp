@@ -356,12 +356,46 @@ TEST(CommandLine, PrintsHelpAndVersion)
     EXPECT_THAT(parsed({"fax", "--version"}).information, StartsWith("quelm-driver "));
 }
 
-TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptions)
+TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptionsButThatForACoverPageToLookAt)
 {
-    const auto fax = parsed({"fax", "--help"}).information;
+    auto fax = parsed({"fax", "--help"}).information;
     const auto attributes = parsed({"attributes", "--help"}).information;
     const auto options = [](const std::string& help) { return help.substr(help.find("--to")); };
+    const auto preview = fax.find("  --cover-preview FILE.png");
+    ASSERT_NE(preview, std::string::npos);
+    fax.erase(preview, fax.find('\n', preview) + 1 - preview);
     EXPECT_EQ(options(fax), options(attributes));
+}
+
+TEST(CommandLine, APreviewOfTheCoverPageAloneNeedsNoDocument)
+{
+    const auto alone = parsed({"fax", "--cover-preview", "a.png"});
+    EXPECT_EQ(alone.job.coverPreview, "a.png");
+    EXPECT_FALSE(alone.hasDocument);
+    EXPECT_TRUE(parsed({"fax", "--cover-preview", "-", "letter.ps"}).hasDocument);
+    EXPECT_TRUE(parsed({"fax", "--cover-preview=a", "", "--to", "A=1"}).hasDocument);
+    EXPECT_FALSE(parsed({"fax", "letter.ps", "--output", "job"}).job.coverPreview);
+    EXPECT_TRUE(parsed({"fax", "letter.ps", "--output", "job"}).hasDocument);
+}
+
+TEST(CommandLine, APreviewBesideADestinationNeedsTheDocumentAsEver)
+{
+    const auto missing = refusal({"fax", "--output", "job"});
+    EXPECT_EQ(missing, "DOCUMENT is missing; see quelm-driver --help");
+    EXPECT_EQ(refusal({"fax", "--cover-preview", "a", "--output", "job"}), missing);
+    EXPECT_EQ(refusal({"fax", "--output", "job", "--cover-preview", "a"}), missing);
+    EXPECT_EQ(refusal({"fax", "--cover-preview", "a", "--device", "fax.example"}), missing);
+    EXPECT_EQ(refusal({"fax", "--cover-preview", "a", "--queue", "fax"}), missing);
+}
+
+TEST(CommandLine, APreviewNeedsAFileAndIsForFaxesAlone)
+{
+    EXPECT_EQ(refusal({"fax", "letter.ps", "--cover-preview="}),
+              "--cover-preview: is empty; see quelm-driver --help");
+    EXPECT_EQ(refusal({"fax", "letter.ps", "--cover-preview"}),
+              "--cover-preview needs a value: FILE.png; see quelm-driver --help");
+    EXPECT_EQ(refusal({"attributes", "--cover-preview", "a"}),
+              "there is no option --cover-preview here; see quelm-driver --help");
 }
 
 } // namespace

@@ -157,6 +157,20 @@ TEST(ScriptParser, NamesFileAndLineOfATypo)
     EXPECT_EQ(refusal("type \"A\"\"B\""), "s:1: a word follows a quotation mark without a blank");
 }
 
+TEST(ScriptParser, TakesThePictureOfACoverPage)
+{
+    const auto steps = parseScript("cover \"my cover.png\"\ncover a.png\n", "s");
+    ASSERT_THAT(steps, SizeIs(2));
+    EXPECT_EQ(steps[0].verb, ScriptVerb::cover);
+    EXPECT_EQ(steps[0].target, "my cover.png");
+    EXPECT_EQ(steps[1].target, "a.png");
+    EXPECT_EQ(refusal("cover"), "s:1: write: cover FILE.png");
+    EXPECT_EQ(refusal("cover a b"), "s:1: write: cover FILE.png");
+    EXPECT_EQ(refusal("cover \"\""), "s:1: the file name is empty; name a file");
+    EXPECT_EQ(refusal("cover -"),
+              "s:1: a script's answers stand on standard output; name a file for the picture");
+}
+
 TEST(ScriptParser, RefusesBinaryText)
 {
     EXPECT_EQ(refusal(std::string("press A\0B", 9)), "s:1: holds a NUL byte");
