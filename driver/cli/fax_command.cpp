@@ -79,7 +79,7 @@ void runFaxCommand(const CommandLine& line)
     if (line.hasDocument)
         document = openDocument(line.document);
     const auto& picture = line.job.coverPreview;
-    if (picture && document && document->isSameFile(*picture))
+    if (picture && *picture != "-" && document && document->isSameFile(*picture))
         throw Error(localized("%s: is the document itself; name another file for the picture", *picture));
     FilledJob job(line);
     if (picture)

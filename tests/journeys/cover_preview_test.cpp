@@ -370,6 +370,13 @@ TEST_F(CoverPreviewJourney, ThePictureTakesNothingElsesPlace)
                   letter + ": is the document itself");
     EXPECT_EQ(content("letter.ps"), before);
     EXPECT_THAT(files(), ElementsAre("letter.ps"));
+
+    // A document may bear the name of standard output.
+    const auto here = fs::current_path();
+    fs::current_path(folder);
+    fs::rename("letter.ps", "-");
+    EXPECT_EQ(driver(fax({"./-", "--cover", "--cover-preview", "-"})).status, 0);
+    fs::current_path(here);
 }
 
 // --- In scripts ------------------------------------------------------------------------------------------
