@@ -168,7 +168,8 @@ TEST_F(CoverPreviewJourney, ThePictureIsPageOneOfTheJob)
     const auto letter = document("letter.ps", "Hello");
     for (const Arguments& options : {Arguments{"--note", "Gr\u00fc\u00dfe (bald)", "--show-recipients",
                                                "--show-sender", "--sender-name", "Zo\u00eb"},
-                                     Arguments{"--to", "Bob=2", "--show-recipients", "--pdl", "pjl"}}) {
+                                     Arguments{"--to", "\u738b\u5c0f\u660e=2", "--show-recipients", "--note",
+                                               "\u05e9\u05dc\u05d5\u05dd", "--pdl", "pjl"}}) {
         Arguments sent{letter, "--cover", "--output", path("job")};
         sent.insert(sent.end(), options.begin(), options.end());
         ASSERT_EQ(driver(fax(sent)).status, 0);
