@@ -61,7 +61,12 @@ void checkValues(const CoverValues& values)
     }
 }
 
-std::string withLineEnd(std::string text) { return text.ends_with('\n') ? text : text + '\n'; }
+std::string withLineEnd(std::string text)
+{
+    if (!text.ends_with('\n'))
+        text += '\n';
+    return text;
+}
 
 } // namespace
 

@@ -177,7 +177,7 @@ private:
         "} bind def\n";
 
     std::optional<Drawings> drawings_; ///< none without a text to draw: looking for fonts takes a while
-    std::vector<std::string> texts_; ///< the procedures that show them
+    std::vector<std::string> texts_;   ///< the procedures that show them
     std::vector<std::string> cut_;
     bool needsAccents_ = false;
 };

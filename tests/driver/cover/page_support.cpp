@@ -8,6 +8,7 @@
 #include "tests/support/temporary_folder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -102,7 +103,7 @@ InkBox difference(const std::string& one, const std::string& other)
         if (first[at] == second[at])
             continue;
         const auto x = static_cast<double>(at % width) / 2;
-        const auto y = static_cast<double>(height - at / width) / 2;
+        const auto y = (static_cast<double>(height) - std::floor(static_cast<double>(at) / width)) / 2;
         box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x), std::max(box.top, y)};
     }
     if (box.right == 0)
