@@ -126,4 +126,12 @@ ProcessResult runGhostscript(const GhostscriptBounds& bounds, const std::vector<
     return result;
 }
 
+std::string ghostscriptError(std::string_view messages)
+{
+    const auto found = messages.find("Error: ");
+    if (found == std::string_view::npos)
+        return {};
+    return oneLine(std::string(messages.substr(found, messages.find('\n', found) - found)));
+}
+
 } // namespace quelm

@@ -65,6 +65,10 @@ struct GhostscriptStreams {
 ProcessResult runGhostscript(const GhostscriptBounds& bounds, const std::vector<std::string>& arguments,
                              const GhostscriptStreams& streams);
 
+/// The line of Ghostscript's messages in which it names its error, as one clean line; empty when there is
+/// none.
+[[nodiscard]] std::string ghostscriptError(std::string_view messages);
+
 } // namespace quelm
 
 #endif

@@ -11,6 +11,7 @@
 #include "driver/cli/job/write_document.h"
 #include "driver/documents/file_sink.h"
 #include "driver/documents/ghostscript.h"
+#include "driver/documents/png_stream.h"
 #include "driver/jobs/job_writer.h"
 
 #include <sys/stat.h>
@@ -24,38 +25,20 @@
 namespace quelm {
 namespace {
 
-constexpr std::string_view pngStart("\x89PNG\r\n\x1a\n", 8);
-constexpr std::string_view pngEnd("\0\0\0\0IEND\xae\x42\x60\x82", 12);
-
-/// True for the bytes of one whole picture, which is what one page makes.
-bool isOnePicture(std::string_view bytes)
-{
-    return bytes.starts_with(pngStart) && bytes.ends_with(pngEnd) &&
-           bytes.find(pngStart, pngStart.size()) == std::string_view::npos;
-}
-
-/// Why Ghostscript failed: the error that it names, or its exit status.
-std::string failureOf(const ProcessResult& result)
-{
-    const auto start = result.errors.find("Error: ");
-    if (start == std::string::npos)
-        return localized("Ghostscript ended with status %d", result.exitStatus);
-    return oneLine(result.errors.substr(start, result.errors.find('\n', start) - start));
-}
-
 /// The picture that Ghostscript makes of the PostScript in the file.
 std::string drawn(const FileHandle& postScript)
 {
     GhostscriptBounds bounds;
     bounds.timeLimit = std::chrono::minutes(1);
-    std::string picture;
+    constexpr std::size_t largest = std::size_t{64} << 20U;
+    PngStream pictures(largest);
+    std::optional<std::string> picture;
     GhostscriptStreams streams;
     streams.inputFile = "/proc/self/fd/" + std::to_string(postScript.get());
-    streams.takeOutput = [&picture](std::string_view bytes) {
-        constexpr std::size_t largest = std::size_t{64} << 20U;
-        if (picture.size() + bytes.size() > largest)
-            throw Error(localized("the page is too large to be shown"));
-        picture += bytes;
+    streams.takeOutput = [&](std::string_view bytes) {
+        pictures.append(bytes);
+        if (!picture)
+            picture = pictures.next();
     };
     // The page is of 8.5 by 11 inches and does not say so: what Ghostscript would take instead is the
     // machine's own setting.
@@ -64,11 +47,11 @@ std::string drawn(const FileHandle& postScript)
         {"-q", "-sDEVICE=pnggray", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4", "-r150",
          "-dDEVICEWIDTHPOINTS=612", "-dDEVICEHEIGHTPOINTS=792", "-sOutputFile=%stdout", "/proc/self/fd/0"},
         streams);
-    if (result.exitStatus != 0)
-        throw Error(failureOf(result));
-    if (!isOnePicture(picture))
+    if (const auto error = ghostscriptError(result.errors); result.exitStatus != 0)
+        throw Error(error.empty() ? localized("Ghostscript ended with status %d", result.exitStatus) : error);
+    if (!picture || !pictures.atEnd())
         throw Error(localized("what Ghostscript made of the page is no picture"));
-    return picture;
+    return *picture;
 }
 
 std::string pictureOf(FaxSession& session, const std::string& place)
@@ -134,7 +117,7 @@ bool leadToOneFile(const std::string& one, const std::string& other)
     const Place first = placeOf(one);
     const Place second = placeOf(other);
     if (areOne(first.file, second.file))
-        return !S_ISCHR(first.file->st_mode); // terminals and /dev/null lose nothing
+        return !S_ISCHR(first.file->st_mode); // a device takes what comes by several names
     return areOne(first.folder, second.folder) && first.name == second.name;
 }
 

@@ -7,8 +7,8 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/pages/block_reading.h"
-#include "driver/desktop/pages/png_stream.h"
 #include "driver/documents/ghostscript.h"
+#include "driver/documents/png_stream.h"
 
 #include <fcntl.h>
 #include <gio/gio.h>
@@ -62,15 +62,6 @@ int pageCountIn(std::string_view messages)
         std::from_chars(messages.data(), messages.data() + messages.size(), count);
     }
     return count;
-}
-
-/// The line in which Ghostscript names an error, or the empty text.
-std::string errorIn(std::string_view messages)
-{
-    const auto found = messages.find("Error: ");
-    if (found == std::string_view::npos)
-        return {};
-    return oneLine(std::string(messages.substr(found, messages.find('\n', found) - found)));
 }
 
 } // namespace
@@ -231,7 +222,7 @@ private:
         const bool successful = g_subprocess_get_if_exited(process_.get()) != FALSE &&
                                 g_subprocess_get_exit_status(process_.get()) == 0;
         if (!successful && !enough_ && trouble_.empty()) {
-            const std::string error = errorIn(messages_);
+            const std::string error = ghostscriptError(messages_);
             trouble_ = error.empty() ? translated("Ghostscript could not draw the pages")
                                      : localized("Ghostscript could not draw the pages: %s", error);
         }
