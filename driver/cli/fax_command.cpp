@@ -70,6 +70,15 @@ void sendJob(FilledJob& job, const Document& document, const JobTarget& target)
     writeDocument(job.session(), job.pdl(), document, target, job.user(), tell);
 }
 
+/// Refuses a picture in the place of a file that the command reads.
+void refusePictureOverInput(const std::string& picture, const JobOptions& options)
+{
+    for (const auto& input : {options.recipients, options.creditCardFile})
+        if (input && *input != "-" && leadToOneFile(picture, *input))
+            throw Error(
+                localized("%s: the command reads this file; name another file for the picture", picture));
+}
+
 } // namespace
 
 void runFaxCommand(const CommandLine& line)
@@ -81,6 +90,8 @@ void runFaxCommand(const CommandLine& line)
     const auto& picture = line.job.coverPreview;
     if (picture && *picture != "-" && document && document->isSameFile(*picture))
         throw Error(localized("%s: is the document itself; name another file for the picture", *picture));
+    if (picture)
+        refusePictureOverInput(*picture, line.job);
     FilledJob job(line);
     if (picture)
         drawCover(job, *picture);

@@ -35,7 +35,8 @@ FilledJob::FilledJob(const CommandLine& line)
     const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());
     fillJob(driver_, options_, recipients_, policy);
     driver_.releaseFailures();
-    handover_ = prepareHandover(driver_);
+    handover_ =
+        prepareHandover(driver_, line.command == Command::attributes ? Written::attributes : Written::job);
     // Whoever was asked about the numbers that stand twice knows of them.
     Handover untold = handover_;
     if (options_.duplicates == Duplicates::ask)

@@ -61,6 +61,14 @@ void checkValues(const CoverValues& values)
     }
 }
 
+/// The header with `setup` where the page's own begins: within the page, which may be taken out of the job.
+std::string withSetup(std::string header, std::string_view setup)
+{
+    constexpr std::string_view mark = "%%BeginPageSetup\n";
+    const auto at = header.find(mark);
+    return header.insert(at == std::string::npos ? 0 : at + mark.size(), setup);
+}
+
 std::string withLineEnd(std::string text)
 {
     if (!text.ends_with('\n'))
@@ -82,8 +90,9 @@ CoverPage makeCoverPage(std::string_view written, const CoverPageTemplate& expec
     checkTrailer(rest, expected.trailer);
     checkValues(values);
     PrintedValues printed = printedValues(values);
-    return {printed.ahead + withLineEnd(header->filled(printed.values) + expected.trailer) + printed.behind,
-            std::move(printed.cut)};
+    const std::string page =
+        withSetup(header->filled(printed.values), printed.ahead) + std::string(expected.trailer);
+    return {withLineEnd(page) + printed.behind, std::move(printed.cut)};
 }
 
 } // namespace quelm

@@ -28,8 +28,9 @@ struct CoverPage {
 /// - Texts in ISO Latin 1 are strings of the page's fonts; those of the note, which the page program prints
 ///   in a font without accents, of a copy of that font which has them. A hyphen is a hyphen there; the
 ///   component's page prints it as a minus sign.
-/// - All other texts are drawings. Ahead of the page goes a dictionary in which `show` takes a string of two
-///   bytes for one of them, and which ends with the page.
+/// - All other texts are drawings. The page's set-up gets a dictionary in which `show` takes certain strings
+/// for
+///   them, and which ends with the page.
 /// - A note wider than the page is several strings, which the page program prints below each other.
 ///
 /// Throws quelm::Error when a line of the page is not the component's, which its sentence names, a value is

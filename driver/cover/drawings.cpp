@@ -24,6 +24,16 @@ namespace {
 constexpr std::size_t longestText = std::size_t{1} << 17U;
 constexpr std::size_t mostLines = 65535;
 
+/// How much smaller a line of this size is drawn, so that its ink keeps to the room: 1 to a half.
+double factorFor(const LaidOutLine& line, double size, const Drawings::LineRoom& room)
+{
+    double factor = 1;
+    for (const auto& [reach, most] : {std::pair(line.above, room.above), std::pair(line.below, room.below)})
+        if (reach * size > most)
+            factor = std::min(factor, most / (reach * size));
+    return std::max(factor, 0.5);
+}
+
 struct DrawnLine {
     std::string procedure; ///< without the dictionary of the glyphs
     double width = 0;      ///< from the beginning of the line to its right end, in points
@@ -92,7 +102,7 @@ Drawings::Drawings(std::shared_ptr<const Fonts> fonts) : parts_(std::make_unique
 Drawings::~Drawings() = default;
 
 std::vector<Drawings::Line> Drawings::add(std::string_view text, Typeface typeface, double size,
-                                          double widest)
+                                          double widest, LineRoom room)
 {
     if (text.size() > longestText)
         throw Error(
@@ -105,8 +115,12 @@ std::vector<Drawings::Line> Drawings::add(std::string_view text, Typeface typefa
     std::vector<Line> added;
     std::vector<std::string> procedures;
     for (const auto& line : layout.lines()) {
-        auto [procedure, width] = drawn(line, parts_->glyphs, size, widest);
-        added.push_back({parts_->lines.size() + procedures.size(), width});
+        const double drawnSize = size * factorFor(line, size, room);
+        auto [procedure, width] = drawn(line, parts_->glyphs, drawnSize, widest);
+        constexpr double tolerance = 0.01; // of a point
+        const bool isTooTall = line.above * drawnSize > room.above + tolerance ||
+                               line.below * drawnSize > room.below + tolerance;
+        added.push_back({parts_->lines.size() + procedures.size(), width, isTooTall});
         procedures.push_back(std::move(procedure));
     }
     std::move(procedures.begin(), procedures.end(), std::back_inserter(parts_->lines));

@@ -28,6 +28,13 @@ public:
     struct Line {
         std::size_t drawing = 0; ///< its position in the array that `postScript` defines
         double width = 0;        ///< in points, from the beginning of the line to its right end
+        bool isTooTall = false;  ///< its ink reaches beyond its room
+    };
+
+    /// How far the ink of a line may reach above and below its base line, in points.
+    struct LineRoom {
+        double above = std::numeric_limits<double>::infinity();
+        double below = std::numeric_limits<double>::infinity();
     };
 
     /// Draws with the fonts of this machine, which are looked for with the first text.
@@ -44,11 +51,14 @@ public:
     /// line, or as many as it takes to stay within `widest` points; only a single character that is wider
     /// still goes beyond. Lines of a text that is read from right to left end at `widest` where that is
     /// finite. The empty text is one line, too. The blank at which a line was broken counts for nothing.
+    /// A line whose ink reaches beyond `room` is drawn smaller, but not smaller than half its size.
     ///
     /// Throws quelm::Error when there is no font, one cannot be read, the text is longer than 128 KB, or the
     /// page has more than 65,535 lines, an array's limit; then nothing was added.
     [[nodiscard]] std::vector<Line> add(std::string_view text, Typeface typeface, double size,
-                                        double widest = std::numeric_limits<double>::infinity());
+                                        double widest = std::numeric_limits<double>::infinity(),
+                                        LineRoom room = {std::numeric_limits<double>::infinity(),
+                                                         std::numeric_limits<double>::infinity()});
 
     /// The characters of all texts so far that no font of this machine has, each once, as UTF-8. The drawings
     /// leave them out.

@@ -7,8 +7,13 @@
 
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <functional>
+#include <initializer_list>
 #include <mutex>
+#include <utility>
 
 #if defined(__has_feature)
 #    if __has_feature(address_sanitizer)
@@ -39,17 +44,18 @@ constexpr const char* withoutColours = R"(<fontconfig><selectfont><rejectfont>
                   "read; look at what \"fc-list\" says about it"));
 }
 
-void addRules(FcConfig* configuration, const char* rules)
+/// Takes out the fonts that this user cannot read: fontconfig knows them from a cache that others made.
+void removeUnreadable(FcFontSet& fonts)
 {
-    if (FcConfigParseAndLoadFromMemory(configuration, reinterpret_cast<const FcChar8*>(rules), FcFalse) ==
-        FcFalse)
-        reportBrokenConfiguration();
-}
-
-void findFonts(FcConfig* configuration)
-{
-    if (FcConfigBuildFonts(configuration) == FcFalse)
-        reportBrokenConfiguration();
+    const auto isUnreadable = [](const FcPattern* font) {
+        FcChar8* file = nullptr;
+        return FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch ||
+               ::access(reinterpret_cast<const char*>(file), R_OK) != 0;
+    };
+    FcPattern** const end = fonts.fonts + fonts.nfont;
+    FcPattern** const unreadable = std::partition(fonts.fonts, end, std::not_fn(isUnreadable));
+    std::for_each(unreadable, end, FcPatternDestroy);
+    fonts.nfont = static_cast<int>(unreadable - fonts.fonts);
 }
 
 FontConfigurationHandle loadDefault(const char*) { return FontConfigurationHandle(FcInitLoadConfig()); }
@@ -63,6 +69,24 @@ FontConfigurationHandle loadFile(const char* file)
     return configuration;
 }
 
+/// The configuration that `load` reads from `file`, with further rules, and its fonts.
+FontConfigurationHandle loaded(FontConfigurationHandle (*load)(const char*), const std::string& file,
+                               std::initializer_list<const char*> rules)
+{
+    auto configuration = load(file.c_str());
+    if (configuration == nullptr)
+        reportBrokenConfiguration();
+    for (const char* const rule : rules)
+        if (FcConfigParseAndLoadFromMemory(configuration.get(), reinterpret_cast<const FcChar8*>(rule),
+                                           FcFalse) == FcFalse)
+            reportBrokenConfiguration();
+    if (FcConfigBuildFonts(configuration.get()) == FcFalse)
+        reportBrokenConfiguration();
+    if (FcFontSet* const fonts = FcConfigGetFonts(configuration.get(), FcSetSystem))
+        removeUnreadable(*fonts);
+    return configuration;
+}
+
 } // namespace
 
 void FontMapRelease::operator()(PangoFontMap* map) const
@@ -71,17 +95,11 @@ void FontMapRelease::operator()(PangoFontMap* map) const
     g_object_unref(map);
 }
 
-Fonts::Fonts(const std::string& configurationFile) : Fonts(loadFile, configurationFile.c_str()) {}
+Fonts::Fonts(const std::string& configurationFile) : Fonts(loadFile, configurationFile) {}
 
-Fonts::Fonts(Loader load, const char* file) : outlines_(load(file)), all_(load(file))
+Fonts::Fonts(Loader load, std::string file) : load_(load), file_(std::move(file))
 {
-    if (outlines_ == nullptr || all_ == nullptr)
-        reportBrokenConfiguration();
-    addRules(outlines_.get(), withoutPixels);
-    addRules(outlines_.get(), withoutColours);
-    addRules(all_.get(), withoutPixels);
-    findFonts(outlines_.get());
-    findFonts(all_.get());
+    outlines_ = loaded(load_, file_, {withoutPixels, withoutColours});
 
     // Pango ends the program when it finds no font.
     const FcFontSet* found = FcConfigGetFonts(outlines_.get(), FcSetSystem);
@@ -99,7 +117,7 @@ std::shared_ptr<const Fonts> Fonts::ofThisMachine()
     static std::shared_ptr<const Fonts> fonts;
     const std::scoped_lock lock(alone);
     if (fonts == nullptr || !fonts->upToDate())
-        fonts = std::shared_ptr<const Fonts>(new Fonts(loadDefault, nullptr));
+        fonts = std::shared_ptr<const Fonts>(new Fonts(loadDefault, ""));
     return fonts;
 }
 
@@ -108,6 +126,8 @@ FontMapHandle Fonts::newFontMap(FontChoice choice) const
     FontMapHandle map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT));
     if (map == nullptr)
         reportBrokenConfiguration();
+    if (choice == FontChoice::all)
+        std::call_once(allLoaded_, [this] { all_ = loaded(load_, file_, {withoutPixels}); });
     FcConfig* const configuration = choice == FontChoice::outlines ? outlines_.get() : all_.get();
     pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map.get()), configuration);
     return map;

@@ -6,6 +6,7 @@
 #include "driver/cover/handles.h"
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace quelm {
@@ -42,12 +43,15 @@ public:
 private:
     using Loader = FontConfigurationHandle (*)(const char* file);
 
-    Fonts(Loader load, const char* file);
+    Fonts(Loader load, std::string file);
 
     [[nodiscard]] bool upToDate() const;
 
+    Loader load_;
+    std::string file_;
     FontConfigurationHandle outlines_;
-    FontConfigurationHandle all_;
+    mutable std::once_flag allLoaded_;
+    mutable FontConfigurationHandle all_; // loaded when a text needs it
 };
 
 } // namespace quelm

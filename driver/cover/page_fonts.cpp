@@ -8,7 +8,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 namespace quelm {
 namespace {
@@ -97,12 +96,9 @@ std::size_t endOfLine(std::string_view text, std::size_t room)
 
 std::optional<std::string> latin1(std::string_view text)
 {
-    const std::unique_ptr<char, decltype(&g_free)> composed(
-        g_utf8_normalize(text.data(), static_cast<gssize>(text.size()), G_NORMALIZE_NFC), &g_free);
-    if (!composed)
-        return std::nullopt;
+    const std::string whole(text);
     std::string result;
-    for (const char* at = composed.get(); *at != '\0'; at = g_utf8_next_char(at)) {
+    for (const char* at = whole.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
         const gunichar code = g_utf8_get_char(at);
         const bool hasGlyph = (code >= 0x20 && code < 0x7f) || (code >= 0xa0 && code <= 0xff);
         constexpr gunichar softHyphen = 0xad;

@@ -15,8 +15,8 @@ enum class PageFont { helvetica, timesRoman };
 
 inline constexpr double pageFontSize = 14; ///< points
 
-/// `text` (UTF-8) in ISO Latin 1, with letters and the marks above them as one character. Nothing when it has
-/// a character that these fonts cannot print; the soft hyphen is one, which shows only where a line ends.
+/// `text`, which is valid UTF-8, in ISO Latin 1. Nothing when it has a character that these fonts cannot
+/// print; the soft hyphen is one, which shows only where a line ends.
 [[nodiscard]] std::optional<std::string> latin1(std::string_view text);
 
 /// A text in ISO Latin 1 as the codes of PostScript's `ISOLatin1Encoding`, which calls the minus sign and the

@@ -5,14 +5,19 @@
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cover/composed_text.h"
 #include "driver/cover/drawings.h"
 #include "driver/cover/note_texts.h"
 #include "driver/cover/page_fonts.h"
 #include "driver/cover/postscript_string.h"
 #include "driver/cover/refusals.h"
 
+#include <fmt/format.h>
+#include <glib.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -25,6 +30,9 @@ constexpr double rightMargin = 540;
 constexpr double roomForValue = rightMargin - 221;
 constexpr double roomForNote = rightMargin - 77;
 constexpr std::size_t linesForNote = 13; // from 270 down to the margin at 72, 16 points apart
+
+/// What a line may take up without running into those above and below it, which are 16 or 20 points away.
+constexpr Drawings::LineRoom roomForLine{15, 6};
 
 bool isPrintableAscii(std::string_view text)
 {
@@ -57,6 +65,46 @@ std::string cutValue(std::string_view text)
                      shownText(text));
 }
 
+/// The text without the blanks at its end, which print as nothing.
+std::string_view withoutLastBlanks(std::string_view text)
+{
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+bool isVisible(gunichar code)
+{
+    return g_unichar_isgraph(code) != FALSE && g_unichar_ismark(code) == FALSE &&
+           g_unichar_type(code) != G_UNICODE_PRIVATE_USE;
+}
+
+/// The characters as a sentence names them: "x" (U+0078), as many as a person reads.
+std::string namesOf(std::string_view characters)
+{
+    constexpr int most = 5;
+    std::string names;
+    const std::string all(characters);
+    int count = 0;
+    const char* next = nullptr;
+    for (const char* at = all.c_str(); *at != '\0'; at = next) {
+        next = g_utf8_next_char(at);
+        const gunichar code = g_utf8_get_char(at);
+        names += names.empty() ? "" : ", ";
+        if (++count > most)
+            return names + "...";
+        if (isVisible(code))
+            names += "\"" + std::string(at, next) + "\" ";
+        names += fmt::format("U+{:04X}", code);
+    }
+    return names;
+}
+
+std::string tallText(std::string_view text)
+{
+    return localized("the cover sheet has no room for letters as tall as those of \"%s\": they run into the "
+                     "lines beside them; change that text",
+                     shownText(text));
+}
+
 std::string cutNote()
 {
     return localized("the cover sheet has no room for more than %d lines of its note: what comes behind "
@@ -68,22 +116,24 @@ std::string cutNote()
 class NewValues {
 public:
     /// The text as the content of a string that prints in Helvetica.
-    std::string value(const std::string& text)
+    std::string value(const std::string& typed)
     {
-        double width = 0;
-        std::string content;
+        const std::string text = composedText(typed);
         if (const auto plain = latin1(text)) {
             const std::string codes = latin1Codes(*plain);
-            width = printedWidth(codes, PageFont::helvetica);
-            content = postScriptEscaped(codes);
-        } else {
-            const auto line = drawings().add(text, Typeface::sans, pageFontSize).front();
-            width = line.width;
-            content = keyFor(line);
+            if (printedWidth(withoutLastBlanks(codes), PageFont::helvetica) > roomForValue)
+                cut_.push_back(cutValue(typed));
+            return postScriptEscaped(codes);
         }
-        if (width > roomForValue)
-            cut_.push_back(cutValue(text));
-        return content;
+        const auto line = drawings()
+                              .add(withoutLastBlanks(text), Typeface::sans, pageFontSize,
+                                   std::numeric_limits<double>::infinity(), roomForLine)
+                              .front();
+        if (line.width > roomForValue)
+            cut_.push_back(cutValue(typed));
+        if (line.isTooTall)
+            cut_.push_back(tallText(typed));
+        return keyFor(line);
     }
 
     /// The texts of a note as the strings of an array that print in Times-Roman.
@@ -96,13 +146,18 @@ public:
                 if (++count <= linesForNote)
                     strings += "(" + contentOf(line) + ") ";
         };
-        for (const auto text : texts) {
-            if (const auto plain = latin1(text))
+        for (const auto typed : texts) {
+            const std::string text = composedText(typed);
+            if (const auto plain = latin1(text)) {
                 append(brokenLines(*plain, PageFont::timesRoman, roomForNote),
                        [this](std::string_view line) { return noteLine(line); });
-            else
-                append(drawings().add(text, Typeface::serif, pageFontSize, roomForNote),
-                       [this](const Drawings::Line& line) { return keyFor(line); });
+                continue;
+            }
+            const auto lines = drawings().add(withoutLastBlanks(text), Typeface::serif, pageFontSize,
+                                              roomForNote, roomForLine);
+            append(lines, [this](const Drawings::Line& line) { return keyFor(line); });
+            if (std::ranges::any_of(lines, &Drawings::Line::isTooTall))
+                cut_.push_back(tallText(typed));
         }
         if (count > linesForNote)
             cut_.push_back(cutNote());
@@ -113,9 +168,11 @@ public:
     std::string ahead() const
     {
         if (drawings_ && !drawings_->missing().empty())
-            throw Error(localized("the cover sheet cannot be printed: no font of this computer has \"%s\"; "
-                                  "install a font that has it, or change the text",
-                                  shownText(drawings_->missing())));
+            // Translators: %s is a list such as "x" U+0078, U+E000.
+            throw Error(
+                localized("the cover sheet cannot be printed: no font of this computer has %s; install "
+                          "a font that does, or change the text",
+                          namesOf(drawings_->missing())));
         if (texts_.empty())
             return {};
         std::string text = "% What the fonts of the cover page cannot print is looked up here instead.\n"
@@ -149,7 +206,7 @@ private:
     std::string keyFor(std::string procedure)
     {
         texts_.push_back(std::move(procedure));
-        return std::string("\\001") + static_cast<char>('A' + texts_.size() - 1);
+        return std::string("\\001Quelm") + static_cast<char>('A' + texts_.size() - 1);
     }
 
     /// One line in ISO Latin 1. The page prints notes in a font that has the characters of ASCII alone.
@@ -168,11 +225,12 @@ private:
                                                 "/Encoding ISOLatin1Encoding def\n"
                                                 "currentdict end /QuelmTimes exch definefont pop\n";
 
-    // The page program's procedures look `show` up when they are run, for it is a procedure here.
+    // The page program's procedures look `show` up when they are run, for it is a procedure here. What a
+    // device shows on a page of its own accord is no such string, in whatever encoding.
     static constexpr const char* showInstead =
         "/show {\n"
-        "dup length 2 eq { dup 0 get 1 eq } { false } ifelse\n"
-        "{ 1 get 65 sub QuelmTexts exch get currentfont exch exec setfont }\n"
+        "dup length 7 eq { dup 0 6 getinterval (\\001Quelm) eq } { false } ifelse\n"
+        "{ 6 get 65 sub QuelmTexts exch get currentfont exch exec setfont }\n"
         "{ QuelmShow } ifelse\n"
         "} bind def\n";
 
@@ -187,11 +245,19 @@ std::vector<std::string> cutAsTyped(const CoverValues& typed, std::size_t noteLi
 {
     std::vector<std::string> cut;
     for (std::size_t slot = 0; slot < noteSlot; ++slot)
-        if (printedWidth(typed.at(slot), PageFont::helvetica) > roomForValue)
+        if (printedWidth(withoutLastBlanks(typed.at(slot)), PageFont::helvetica) > roomForValue)
             cut.push_back(cutValue(typed.at(slot)));
     if (noteLines > linesForNote)
         cut.push_back(cutNote());
     return cut;
+}
+
+/// The note's texts up to the last one that shows something; below it there is nothing to be cut off.
+std::vector<std::string_view> shownTexts(std::vector<std::string_view> texts)
+{
+    while (texts.size() > 1 && withoutLastBlanks(texts.back()).empty())
+        texts.pop_back();
+    return texts;
 }
 
 } // namespace
@@ -202,17 +268,18 @@ PrintedValues printedValues(const CoverValues& typed)
     if (!note)
         refuseValue(typed.at(noteSlot));
     const bool notePrints = std::ranges::all_of(*note, [](std::string_view text) {
-        return printsAsTyped(text) && printedWidth(latin1Codes(text), PageFont::timesRoman) <= roomForNote;
+        return printsAsTyped(text) &&
+               printedWidth(latin1Codes(withoutLastBlanks(text)), PageFont::timesRoman) <= roomForNote;
     });
     PrintedValues printed{typed, "", "", {}};
     if (notePrints && std::all_of(typed.begin(), typed.begin() + noteSlot, printsAsTyped)) {
-        printed.cut = cutAsTyped(typed, note->size());
+        printed.cut = cutAsTyped(typed, shownTexts(*note).size());
         return printed;
     }
     NewValues anew;
     for (std::size_t slot = 0; slot < noteSlot; ++slot)
         printed.values.at(slot) = anew.value(typed.at(slot));
-    printed.values.at(noteSlot) = anew.note(*note);
+    printed.values.at(noteSlot) = anew.note(shownTexts(*note));
     printed.ahead = anew.ahead();
     printed.behind = anew.behind();
     printed.cut = std::move(anew).cut();

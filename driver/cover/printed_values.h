@@ -10,10 +10,10 @@
 
 namespace quelm {
 
-/// A header's values, and what has to stand around the page for them.
+/// A header's values, and what has to stand around them on the page.
 struct PrintedValues {
     CoverValues values;
-    std::string ahead;            ///< PostScript; empty when the page needs nothing
+    std::string ahead;            ///< PostScript ahead of the values; empty when the page needs nothing
     std::string behind;           ///< ends what `ahead` began
     std::vector<std::string> cut; ///< a sentence for each text that does not fit
 };

@@ -5,6 +5,7 @@
 #include <pango/pangocairo.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace quelm {
@@ -44,17 +45,40 @@ std::string_view wholeCharacters(std::string_view text, std::size_t size)
     return text.substr(0, size);
 }
 
-/// True for characters that show as nothing where a font lacks them: marks of direction, joiners, selectors
-/// of variants, tags.
+/// A part of the characters that Unicode has shown as nothing where a font lacks them
+/// (Default_Ignorable_Code_Point): joiners, marks of direction, selectors of variants, fillers, tags. Others
+/// that format a text, such as the Arabic sign at the end of a verse, have ink.
+struct Ignorables {
+    gunichar first;
+    gunichar last;
+};
+
+constexpr std::array<Ignorables, 18> ignorables{{
+    {0x00AD, 0x00AD},
+    {0x034F, 0x034F},
+    {0x061C, 0x061C},
+    {0x115F, 0x1160},
+    {0x17B4, 0x17B5},
+    {0x180B, 0x180F},
+    {0x200B, 0x200F},
+    {0x202A, 0x202E},
+    {0x2060, 0x206F},
+    {0x3164, 0x3164},
+    {0xFE00, 0xFE0F},
+    {0xFEFF, 0xFEFF},
+    {0xFFA0, 0xFFA0},
+    {0xFFF0, 0xFFF8},
+    {0x1BCA0, 0x1BCA3},
+    {0x1D173, 0x1D17A},
+    {0xE0000, 0xE0FFF},
+    {0x2028, 0x2029},
+}};
+
 bool isIgnorable(gunichar character)
 {
-    const auto isBetween = [&](gunichar first, gunichar last) {
-        return first <= character && character <= last;
-    };
-    return g_unichar_type(character) == G_UNICODE_FORMAT || pango_is_zero_width(character) != FALSE ||
-           isBetween(0xFE00, 0xFE0F) || isBetween(0xE0000, 0xE0FFF) || isBetween(0x180B, 0x180F) ||
-           isBetween(0x17B4, 0x17B5) || isBetween(0x115F, 0x1160) || character == 0x034F ||
-           character == 0x3164 || character == 0xFFA0;
+    return std::ranges::any_of(ignorables, [&](const Ignorables& range) {
+        return range.first <= character && character <= range.last;
+    });
 }
 
 bool isUnknown(PangoGlyph glyph) { return glyph == 0 || (glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0; }
@@ -141,9 +165,13 @@ void TextLayout::keepDirection(const LaidOutLine& line)
     pango_layout_context_changed(layout_.get());
 }
 
-void TextLayout::addLine(const PangoLayoutLine& line)
+void TextLayout::addLine(PangoLayoutLine& line)
 {
+    PangoRectangle ink;
+    pango_layout_line_get_extents(&line, &ink, nullptr);
     LaidOutLine added;
+    added.above = std::max(0.0, -ink.y / unitsPerEm);
+    added.below = std::max(0.0, (ink.y + ink.height) / unitsPerEm);
     added.rightToLeft = line.resolved_dir == PANGO_DIRECTION_RTL;
     for (const GSList* run = line.runs; run != nullptr; run = run->next)
         addRun(added, *static_cast<const PangoGlyphItem*>(run->data));

@@ -26,6 +26,8 @@ struct PlacedGlyph {
 struct LaidOutLine {
     std::vector<PlacedGlyph> glyphs; ///< from left to right; without those that no font has
     double width = 0;                ///< in ems
+    double above = 0;                ///< how far its ink reaches above the base line, in ems
+    double below = 0;                ///< and below it
     bool rightToLeft = false;        ///< its text is read from right to left as a whole
 };
 
@@ -46,7 +48,7 @@ public:
 private:
     void addLinesOf(const std::string& content);
     void keepDirection(const LaidOutLine& line); // for the text that follows
-    void addLine(const PangoLayoutLine& line);
+    void addLine(PangoLayoutLine& line);
     void addRun(LaidOutLine& line, const PangoGlyphItem& run);
 
     LayoutHandle layout_;

@@ -82,7 +82,7 @@ std::vector<std::string> Handover::allWarnings() const
     return all;
 }
 
-Handover prepareHandover(Driver& driver)
+Handover prepareHandover(Driver& driver, Written written)
 {
     FaxSession& session = driver.faxSession();
     Handover handover;
@@ -93,7 +93,7 @@ Handover prepareHandover(Driver& driver)
     requireDialText(texts.creditCard, forTranslation("the credit card number"));
     if (session.coverPageChosen()) {
         requirePlainCoverTexts(texts);
-        if (!handover.recipients.empty())
+        if (written == Written::job && !handover.recipients.empty())
             handover.cutTexts = coverPageOf(session).cut;
     }
     handover.shared = sharedNumbers(handover.recipients);

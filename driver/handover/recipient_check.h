@@ -17,9 +17,8 @@ namespace quelm {
 /// What is wrong with a recipient, as a sentence for the user that names it, or nothing when it can be faxed
 /// to. Those of phonebooks and directories have to keep to what can be typed:
 ///
-/// - The name is there, at most 255 bytes long, and made of what a person may type as one
-/// (`problemWithName`),
-///   and commas.
+/// - The name is there, at most 255 bytes long, and made of what a person may type as a name
+///   (`problemWithName`) and of commas.
 /// - The number is at most 46 characters long: digits, blanks, and "+-.,*#()/". One digit there must be.
 /// - The mailbox is at most 4 letters or digits of ASCII, "*" or "#"; or there is none.
 /// - Organization, phone number and e-mail address are at most 255 bytes of UTF-8 each, without line ends and

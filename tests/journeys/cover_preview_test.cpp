@@ -371,6 +371,15 @@ TEST_F(CoverPreviewJourney, ThePictureTakesNothingElsesPlace)
                   letter + ": is the document itself");
     EXPECT_EQ(content("letter.ps"), before);
     EXPECT_THAT(files(), ElementsAre("letter.ps"));
+    file("list.csv", "name,number\nBob,2\n");
+    file("card", "4111 1111 1111 1111\n");
+    for (const auto& [option, name] :
+         {std::pair{"--recipients", "list.csv"}, {"--credit-card-file", "card"}}) {
+        const auto input = content(name);
+        expectFailure(driver(fax({"--cover", option, path(name), "--cover-preview", path("./") + name})), 1,
+                      path("./") + name + ": the command reads this file; name another file for the picture");
+        EXPECT_EQ(content(name), input);
+    }
 
     // A document may bear the name of standard output.
     const auto here = fs::current_path();
@@ -428,6 +437,10 @@ TEST_F(CoverPreviewJourney, AScriptIsRefusedAPageThatIsNotToBeSent)
     expect("call T40InvokeFaxDialog\n" + adding("Ann", "1") + confirming,
            "the fax has no cover sheet: choose one in the fax dialog");
     expect(choosingCover + confirming, "the fax has no recipients: add at least one");
+    const auto toItsAnswers = driver({"script", "-"}, choosingCover + adding("Ann", "1") + confirming +
+                                                          "cover /proc/self/fd/1\nwindows\n");
+    EXPECT_EQ(toItsAnswers.status, 1);
+    EXPECT_THAT(toItsAnswers.errors, HasSubstr("a script's answers stand on standard output"));
     expect(choosingCover + adding("Ann", "1") + adding("Ann", "1"), "a question is waiting");
     addEve();
     expect(choosingCover +

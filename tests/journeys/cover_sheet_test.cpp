@@ -102,8 +102,39 @@ TEST_F(CoverSheetJourney, ANoteOfAnySignsPrintsAsItIsTyped)
 TEST_F(CoverSheetJourney, ANoteInAnotherScriptIsDrawnAndDisturbsNoDocument)
 {
     EXPECT_THAT(cover({"--note", "\u05e9\u05dc\u05d5\u05dd \U0001F600"}),
-                HasSubstr("/CoverNote        [ (\\001A) ]"));
+                HasSubstr("/CoverNote        [ (\\001QuelmA) ]"));
     EXPECT_THAT(pages(path("job")), testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Hello")));
+}
+
+TEST_F(CoverSheetJourney, WhoWritesAttributesAloneIsNotToldOfThePage)
+{
+    const std::string note = "\ufdd0) (2) (3) (4) (5) (6) (7) (8) (9) (a) (b) (c) (d) (e";
+    const auto result = driver({"attributes", "--to", "Ann=1", "--cover", "--note", note});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+    expectFailure(driver({"fax", document("letter.ps", "Hello"), "--to", "Ann=1", "--cover", "--note", note,
+                          "--output", path("job")}),
+                  1, "the cover sheet cannot be printed: no font of this computer has U+FDD0");
+    EXPECT_FALSE(exists("job"));
+}
+
+TEST_F(CoverSheetJourney, APageThatIsTakenOutOfTheJobIsWhole)
+{
+    cover({"--note", "\u05e9\u05dc\u05d5\u05dd"});
+    const auto job = content("job");
+    const auto first = job.find("%%Page: ");
+    const auto second = job.find("%%Page: ", first + 1);
+    ASSERT_NE(second, std::string::npos);
+    const auto prolog = job.substr(0, first);
+    const auto page = job.substr(first, second - first);
+    const auto rest = job.substr(second);
+    EXPECT_THAT(pages(file("twice.ps", prolog + page + page + rest)),
+                testing::ElementsAre(HasSubstr("Note:"), HasSubstr("Note:"), HasSubstr("Hello")));
+    // Without the cover page, a document's string that reads like the place of a text is the document's.
+    const auto document =
+        "/Courier 12 selectfont 72 72 moveto (\\001QuelmA) show countdictstack 2 string cvs show\n" + rest;
+    EXPECT_EQ(pages(file("without.ps", "/Courier findfont pop\n" + document)),
+              pages(file("behind.ps", prolog + document)));
 }
 
 TEST_F(CoverSheetJourney, AScriptWritesThePageThatTheCommandWrites)

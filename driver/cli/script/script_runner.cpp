@@ -78,6 +78,8 @@ void ScriptRunner::act(const ScriptStep& step)
 void ScriptRunner::cover(const ScriptStep& step)
 {
     driver_.actions().requireNoQuestion();
+    if (leadToOneFile(step.target, "-"))
+        throw Error(localized("a script's answers stand on standard output; name a file for the picture"));
     logWarnings(prepareHandover(driver_).allWarnings());
     writeCoverPicture(driver_.faxSession(), step.target);
 }

@@ -8,6 +8,7 @@
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
 #include "driver/desktop/toolkit/accessible.h"
+#include "driver/desktop/toolkit/shown_text.h"
 #include "driver/handover/warnings.h"
 #include "driver/widgets/widget_names.h"
 
@@ -37,7 +38,7 @@ std::string inLines(const std::vector<std::string>& sentences)
 {
     std::string lines;
     for (const auto& sentence : bounded(sentences, mostWarnings))
-        lines += (lines.empty() ? "" : "\n") + sentence;
+        lines += (lines.empty() ? "" : "\n") + shownMessage(sentence);
     return lines;
 }
 

@@ -134,6 +134,19 @@ TEST_F(CoverPageTest, NothingStandsAroundAPageThatItsFontsCanPrint)
     }
 }
 
+TEST_F(CoverPageTest, WhatAPageNeedsStandsWithinThePage)
+{
+    // Programs that take pages apart keep what stands ahead of the first for all of them.
+    const std::string start = "\n%!PS-Adobe-3.0\n%%Page: FaxCover 1\n%%BeginPageSetup\n";
+    ASSERT_TRUE(componentsPage(typedValues("", "")).starts_with(start));
+    for (const char* name : {"\u738b", "%%BeginPageSetup \u738b"}) {
+        const std::string page = made(name, "\u00fc").postScript;
+        EXPECT_TRUE(page.starts_with(start + "% What the fonts of the cover page cannot print")) << name;
+        EXPECT_EQ(page.find("%%Page:", start.size()), std::string::npos);
+        EXPECT_TRUE(page.ends_with("end\nrestore\n"));
+    }
+}
+
 TEST_F(CoverPageTest, AValueWiderThanThePageIsTold)
 {
     EXPECT_THAT(made("Ann", "Call me").cut, testing::IsEmpty());

@@ -6,6 +6,7 @@
 #include "driver/cover/glyph_picture.h"
 #include "driver/cover/text_layout.h"
 #include "tests/driver/cover/drawings_support.h"
+#include "tests/support/two_users.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -99,6 +100,15 @@ TEST_F(DrawingsFontsTest, WhatTheOnlyFontHasNotIsMissing)
     EXPECT_EQ(missing, "中文");
 }
 
+TEST_F(DrawingsFontsTest, SignsThatFormatATextAndHaveInkAreMissingWhereNoFontHasThem)
+{
+    // The end of a verse, a number sign, an abbreviation mark.
+    for (const std::string sign : {"\u06dd", "\u0600", "\u070f"}) {
+        programWith(configuration(dejaVu), "a" + sign + "b\u200d\u2060\ufeffc");
+        EXPECT_EQ(missing, sign);
+    }
+}
+
 TEST_F(DrawingsFontsTest, SettingsOfScreensChangeNothing)
 {
     const std::string text = "Съешь же ещё этих мягких французских булок";
@@ -186,6 +196,32 @@ TEST_F(DrawingsFontsTest, APictureOfAGlyphStandsWhereItsOutlineDoes)
         EXPECT_NEAR(picture.top, outline.top, pixel);
         EXPECT_EQ(picture.darkest, 0);
     }
+}
+
+class FontsOfOthers : public TwoUsers {};
+
+TEST_F(FontsOfOthers, AreLeftOutWhereTheUserMayNotReadThem)
+{
+    const std::string fonts = folder / "fonts";
+    std::filesystem::create_directory(fonts);
+    for (const char* name : {"DejaVuSans.ttf", "DejaVuSerif.ttf"})
+        std::filesystem::copy_file(std::string("/usr/share/fonts/truetype/dejavu/") + name,
+                                   fonts + "/" + name);
+    const std::string file = writeFile(
+        folder / "fonts.conf", "<?xml version=\"1.0\"?><fontconfig><dir>" + fonts + "</dir><cachedir>" +
+                                   folder / "cache" + "</cachedir></fontconfig>");
+    const auto draws = [&] {
+        Drawings drawings(std::make_shared<const Fonts>(file));
+        static_cast<void>(drawings.add("\u03c9", Typeface::sans, 14));
+        return drawings.missing().empty() ? 0 : 1;
+    };
+    // The cache knows both.
+    ASSERT_EQ(inProcess(draws), 0);
+    for (const auto& cached : std::filesystem::recursive_directory_iterator(folder / "cache"))
+        std::filesystem::permissions(cached, std::filesystem::perms::others_read,
+                                     std::filesystem::perm_options::add);
+    std::filesystem::permissions(fonts + "/DejaVuSans.ttf", std::filesystem::perms::none);
+    EXPECT_EQ(asUser(victim, draws), 0) << "the other font has the letter";
 }
 
 } // namespace

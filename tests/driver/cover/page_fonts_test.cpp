@@ -20,12 +20,10 @@ TEST(Latin1, HasTheCharactersOfWesternEurope)
     EXPECT_EQ(latin1("J\u00fcrgen \u00c5se \u00ff\u00a0"), "J\xfcrgen \xc5se \xff\xa0");
 }
 
-TEST(Latin1, PutsLettersAndTheirMarksTogether) { EXPECT_EQ(latin1("Ju\u0308rgen"), "J\xfcrgen"); }
-
 TEST(Latin1, IsNothingForAnyOtherCharacter)
 {
     for (const char* text : {"\u0141ukasz", "\u2019", "\u20ac", "\u03bd", "\U0001F600", "soft\u00adhyphen",
-                             "x\u0301", "\u0080", "\u009f", "\x7f", "\x1f", "\xff", "\xc3"})
+                             "x\u0301", "u\u0308", "\u0080", "\u009f", "\x7f", "\x1f"})
         EXPECT_EQ(latin1(text), std::nullopt) << text;
 }
 

@@ -200,13 +200,13 @@ TEST(PrintedPage, LooksUpNoStringThatADeviceWouldNotTakeForAKey)
     values.at(1) = std::string(200, 'x');
     const std::string page = makeCoverPage(componentsPage(values), realTemplate()).postScript;
     EXPECT_EQ(ghostscriptOutput(strictKeys + page), "");
-    EXPECT_THAT(page, testing::HasSubstr("/RecipientName    (\\001A)\n"));
-    EXPECT_THAT(page, testing::HasSubstr("/CoverNote        [ (\\001B) (\\001C) ]\n"));
+    EXPECT_THAT(page, testing::HasSubstr("/RecipientName    (\\001QuelmA)\n"));
+    EXPECT_THAT(page, testing::HasSubstr("/CoverNote        [ (\\001QuelmB) (\\001QuelmC) ]\n"));
 }
 
 TEST(PrintedPage, TakesNoTypedTextForADrawing)
 {
-    for (const char* name : {"A", "\\001A", "(\\001A)", "QuelmTexts"}) {
+    for (const char* name : {"A", "\\001QuelmA", "(\\001QuelmA)", "QuelmTexts"}) {
         CoverValues values = drawnValues();
         values.at(0) = name;
         EXPECT_EQ(printed(values).at(0), name);
@@ -243,12 +243,72 @@ TEST(PrintedPage, ClipsADrawingAtTheMargin)
 TEST(PrintedPage, RefusesACharacterThatNoFontHas)
 {
     const auto problem = errorLine([] {
-        static_cast<void>(makeCoverPage(componentsPage(typedValues("x\U000F0000y", "")), realTemplate()));
+        static_cast<void>(makeCoverPage(componentsPage(typedValues("x\ufdd0y", "")), realTemplate()));
     });
-    EXPECT_EQ(
-        problem,
-        "the cover sheet cannot be printed: no font of this computer has \"\U000F0000\"; install a font "
-        "that has it, or change the text");
+    EXPECT_EQ(problem,
+              "the cover sheet cannot be printed: no font of this computer has U+FDD0; install a font "
+              "that does, or change the text");
+}
+
+TEST(PrintedPage, NamesWhatItCannotShow)
+{
+    const auto problem = errorLine([] {
+        static_cast<void>(makeCoverPage(
+            componentsPage(typedValues("\U000323AF\ufdd0\ufdd1\ufdd2\ufdd3\ufdd4", "")), realTemplate()));
+    });
+    EXPECT_THAT(problem, testing::HasSubstr(
+                             "no font of this computer has \"\U000323AF\" U+323AF, U+FDD0, U+FDD1, U+FDD2, "
+                             "U+FDD3, ...; install"));
+}
+
+TEST(PrintedPage, ShowsLettersWithTheirMarksAsFontsHaveThem)
+{
+    const auto pageOf = [](const std::string& name) {
+        return makeCoverPage(componentsPage(typedValues(name, name)), realTemplate()).postScript;
+    };
+    EXPECT_EQ(pageOf("\u0391\u0301\u0438\u0306"), pageOf("\u0386\u0439"));
+    EXPECT_THAT(printed("Ju\u0308rgen", "Ju\u0308rgen"), ElementsAre("J\u00fcrgen", date, "J\u00fcrgen"));
+}
+
+TEST(PrintedPage, CountsNoBlanksAtTheEndOfAText)
+{
+    const std::string blanks(200, ' ');
+    for (const char* text : {"x", "\u00fc", "\u03c9"}) {
+        const auto page =
+            makeCoverPage(componentsPage(typedValues(text + blanks, text + blanks)), realTemplate());
+        EXPECT_THAT(page.cut, testing::IsEmpty()) << text;
+    }
+    std::string note = "a";
+    for (int line = 0; line < 20; ++line)
+        note += ") ( ";
+    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", note)), realTemplate()).cut, testing::IsEmpty());
+    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", note + ") (\u03c9")), realTemplate()).cut,
+                testing::SizeIs(1));
+}
+
+TEST(PrintedPage, KeepsTallLettersInTheirLine)
+{
+    std::string tall = "\u03c9";
+    for (int mark = 0; mark < 3; ++mark)
+        tall += "\u030a\u0332";
+    CoverValues without = typedValues("", "");
+    without.at(1) = "\u03b1"; // so that both are written anew
+    CoverValues with = without;
+    with.at(0) = tall;
+    const auto page = makeCoverPage(componentsPage(with), realTemplate());
+    EXPECT_THAT(page.cut, testing::IsEmpty());
+    const auto ink =
+        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_GE(ink.bottom, 630 - 6 - 1);
+    EXPECT_LE(ink.top, 630 + 15 + 1);
+
+    for (int mark = 0; mark < 20; ++mark)
+        tall += "\u030a";
+    const auto told =
+        testing::ElementsAre("the cover sheet has no room for letters as tall as those of \"" + tall +
+                             "\": they run into the lines beside them; change that text");
+    EXPECT_THAT(makeCoverPage(componentsPage(typedValues(tall, "")), realTemplate()).cut, told);
+    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", tall)), realTemplate()).cut, told);
 }
 
 } // namespace
