@@ -39,7 +39,8 @@ struct DrawnLine {
     double width = 0;      ///< from the beginning of the line to its right end, in points
 };
 
-DrawnLine drawn(const LaidOutLine& line, GlyphProcedures& glyphs, double size, double widest)
+DrawnLine drawn(const LaidOutLine& line, GlyphProcedures& glyphs, double size, double widest,
+                const Drawings::LineRoom& room)
 {
     // What is printed is what callers go by, to the last decimal.
     const auto rounded = [](double points) { return std::round(points * 1000) / 1000; };
@@ -50,6 +51,13 @@ DrawnLine drawn(const LaidOutLine& line, GlyphProcedures& glyphs, double size, d
     std::vector<Statement> statements{plainStatement("gsave currentpoint translate newpath")};
     if (indent > 0)
         statements.push_back(plainStatement(numberText(indent) + " 0 translate"));
+    if (line.rightToLeft && width > room.width) {
+        // Far more than a line is high: only what is on the left is to be cut off.
+        const double height = 100 * size;
+        statements.push_back(plainStatement("0 " + numberText(-height) + ' ' + numberText(room.width) + ' ' +
+                                            numberText(2 * height) + " rectclip"));
+        statements.push_back(plainStatement(numberText(room.width - width) + " 0 translate"));
+    }
     statements.push_back(
         plainStatement(numberText(size) + ' ' + numberText(long{outlineUnitsPerEm}) + " div dup scale"));
     for (const auto& placed : line.glyphs) {
@@ -92,6 +100,8 @@ struct Drawings::Parts {
     std::set<gunichar> missing;
 };
 
+const Drawings::LineRoom Drawings::anyRoom;
+
 Drawings::Drawings() : Drawings(nullptr) {}
 
 Drawings::Drawings(std::shared_ptr<const Fonts> fonts) : parts_(std::make_unique<Parts>())
@@ -102,7 +112,7 @@ Drawings::Drawings(std::shared_ptr<const Fonts> fonts) : parts_(std::make_unique
 Drawings::~Drawings() = default;
 
 std::vector<Drawings::Line> Drawings::add(std::string_view text, Typeface typeface, double size,
-                                          double widest, LineRoom room)
+                                          double widest, const LineRoom& room)
 {
     if (text.size() > longestText)
         throw Error(
@@ -116,7 +126,7 @@ std::vector<Drawings::Line> Drawings::add(std::string_view text, Typeface typefa
     std::vector<std::string> procedures;
     for (const auto& line : layout.lines()) {
         const double drawnSize = size * factorFor(line, size, room);
-        auto [procedure, width] = drawn(line, parts_->glyphs, drawnSize, widest);
+        auto [procedure, width] = drawn(line, parts_->glyphs, drawnSize, widest, room);
         constexpr double tolerance = 0.01; // of a point
         const bool isTooTall = line.above * drawnSize > room.above + tolerance ||
                                line.below * drawnSize > room.below + tolerance;

@@ -31,11 +31,15 @@ public:
         bool isTooTall = false;  ///< its ink reaches beyond its room
     };
 
-    /// How far the ink of a line may reach above and below its base line, in points.
+    /// What a line may take up, in points.
     struct LineRoom {
-        double above = std::numeric_limits<double>::infinity();
-        double below = std::numeric_limits<double>::infinity();
+        double above = std::numeric_limits<double>::infinity(); ///< from the base line to the top of its ink
+        double below = std::numeric_limits<double>::infinity(); ///< and down to the bottom
+        /// Where the page cuts it off. The beginning of a text that is read from right to left stands there.
+        double width = std::numeric_limits<double>::infinity();
     };
+
+    static const LineRoom anyRoom; ///< without bounds
 
     /// Draws with the fonts of this machine, which are looked for with the first text.
     Drawings();
@@ -51,14 +55,14 @@ public:
     /// line, or as many as it takes to stay within `widest` points; only a single character that is wider
     /// still goes beyond. Lines of a text that is read from right to left end at `widest` where that is
     /// finite. The empty text is one line, too. The blank at which a line was broken counts for nothing.
-    /// A line whose ink reaches beyond `room` is drawn smaller, but not smaller than half its size.
+    /// A line whose ink reaches above or below `room` is drawn smaller, but not smaller than half its size.
+    /// One that is wider than the room, and read from right to left, is cut off at its end on the left.
     ///
     /// Throws quelm::Error when there is no font, one cannot be read, the text is longer than 128 KB, or the
     /// page has more than 65,535 lines, an array's limit; then nothing was added.
     [[nodiscard]] std::vector<Line> add(std::string_view text, Typeface typeface, double size,
                                         double widest = std::numeric_limits<double>::infinity(),
-                                        LineRoom room = {std::numeric_limits<double>::infinity(),
-                                                         std::numeric_limits<double>::infinity()});
+                                        const LineRoom& room = anyRoom);
 
     /// The characters of all texts so far that no font of this machine has, each once, as UTF-8. The drawings
     /// leave them out.

@@ -32,7 +32,8 @@ constexpr double roomForNote = rightMargin - 77;
 constexpr std::size_t linesForNote = 13; // from 270 down to the margin at 72, 16 points apart
 
 /// What a line may take up without running into those above and below it, which are 16 or 20 points away.
-constexpr Drawings::LineRoom roomForLine{15, 6};
+constexpr Drawings::LineRoom roomForNoteLine{15, 6, roomForNote};
+constexpr Drawings::LineRoom roomForValueLine{15, 6, roomForValue};
 
 bool isPrintableAscii(std::string_view text)
 {
@@ -60,8 +61,8 @@ bool printsAsTyped(std::string_view text)
 
 std::string cutValue(std::string_view text)
 {
-    return localized("the cover sheet has no room for all of \"%s\": the text is cut off at the right "
-                     "margin; shorten it",
+    return localized("the cover sheet has no room for all of \"%s\": the text is cut off; "
+                     "shorten it",
                      shownText(text));
 }
 
@@ -127,7 +128,7 @@ public:
         }
         const auto line = drawings()
                               .add(withoutLastBlanks(text), Typeface::sans, pageFontSize,
-                                   std::numeric_limits<double>::infinity(), roomForLine)
+                                   std::numeric_limits<double>::infinity(), roomForValueLine)
                               .front();
         if (line.width > roomForValue)
             cut_.push_back(cutValue(typed));
@@ -154,7 +155,7 @@ public:
                 continue;
             }
             const auto lines = drawings().add(withoutLastBlanks(text), Typeface::serif, pageFontSize,
-                                              roomForNote, roomForLine);
+                                              roomForNote, roomForNoteLine);
             append(lines, [this](const Drawings::Line& line) { return keyFor(line); });
             if (std::ranges::any_of(lines, &Drawings::Line::isTooTall))
                 cut_.push_back(tallText(typed));

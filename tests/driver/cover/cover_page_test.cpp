@@ -150,8 +150,7 @@ TEST_F(CoverPageTest, WhatAPageNeedsStandsWithinThePage)
 TEST_F(CoverPageTest, AValueWiderThanThePageIsTold)
 {
     EXPECT_THAT(made("Ann", "Call me").cut, testing::IsEmpty());
-    const std::string line =
-        "the cover sheet has no room for all of \"%\": the text is cut off at the right margin; shorten it";
+    const std::string line = "the cover sheet has no room for all of \"%\": the text is cut off; shorten it";
     const auto expected = [&](const std::string& name) {
         return std::string(line).replace(line.find('%'), 1, name);
     };

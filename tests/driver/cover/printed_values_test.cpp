@@ -240,6 +240,25 @@ TEST(PrintedPage, ClipsADrawingAtTheMargin)
     EXPECT_NEAR(ink.right, 540, 2);
 }
 
+TEST(PrintedPage, CutsOffTheEndOfATextThatIsReadFromTheRight)
+{
+    std::string wide(10, ' '); // its beginning, on the right
+    for (int word = 0; word < 20; ++word)
+        wide += "\u05d0\u05d1\u05d2 ";
+    CoverValues without = typedValues("", "");
+    without.at(1) = "\u03b1"; // so that both are written anew
+    CoverValues with = without;
+    with.at(0) = wide;
+    const auto page = makeCoverPage(componentsPage(with), realTemplate());
+    EXPECT_THAT(page.cut, testing::SizeIs(1));
+    const auto ink =
+        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_GE(ink.left, 221) << "the labels stand further to the left";
+    EXPECT_LT(ink.left, 221 + 2 * pageFontSize);
+    EXPECT_GT(ink.right, 540 - 5 * pageFontSize);
+    EXPECT_LT(ink.right, 540 - pageFontSize) << "the blanks are there";
+}
+
 TEST(PrintedPage, RefusesACharacterThatNoFontHas)
 {
     const auto problem = errorLine([] {

@@ -156,7 +156,7 @@ TEST_F(PrepareHandover, SaysWhichTextsTheCoverSheetHasNoRoomFor)
     driver().press("LanFaxCover OK Button");
     confirm();
     const auto expected = ElementsAre("the cover sheet has no room for all of \"" + wide +
-                                      "\": the text is cut off at the right margin; shorten it");
+                                      "\": the text is cut off; shorten it");
     EXPECT_THAT(prepareHandover(driver()).cutTexts, expected);
     EXPECT_THAT(prepareHandover(driver()).allWarnings(), expected) << "a second look finds the same";
     driver().call("T40InvokeFaxDialog");
