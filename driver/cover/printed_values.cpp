@@ -61,8 +61,7 @@ bool printsAsTyped(std::string_view text)
 
 std::string cutValue(std::string_view text)
 {
-    return localized("the cover sheet has no room for all of \"%s\": the text is cut off; "
-                     "shorten it",
+    return localized("the cover sheet has no room for all of \"%s\": the text is cut off; shorten it",
                      shownText(text));
 }
 

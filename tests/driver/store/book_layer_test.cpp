@@ -206,11 +206,16 @@ protected:
     {
         giveTo(folder / "open", attacker);
         std::filesystem::permissions(folder / "open", std::filesystem::perms::all);
+        std::atomic<bool> begins{false};
         std::atomic<bool> ends{false};
         std::thread swapping([&] {
+            begins = true;
+            begins.notify_one();
             while (!ends)
                 renameat2(AT_FDCWD, other.c_str(), AT_FDCWD, book.c_str(), RENAME_EXCHANGE);
         });
+        // A process that is made while a thread begins may take over a lock of the sanitizer's for good.
+        begins.wait(false);
         EXPECT_EQ(
             asUser(victim,
                    [&] {
