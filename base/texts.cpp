@@ -73,6 +73,8 @@ bool isControlCharacter(char character)
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
 }
 
+bool isPrintableAscii(char character) { return character >= ' ' && character <= '~'; }
+
 bool hasControlCharacter(std::string_view text)
 {
     while (!text.empty()) {

@@ -15,6 +15,9 @@ namespace quelm {
 /// True for a line end, a tab and every other character of ASCII that shows as nothing.
 [[nodiscard]] bool isControlCharacter(char character);
 
+/// True for the blank and every character of ASCII that shows as something.
+[[nodiscard]] bool isPrintableAscii(char character);
+
 /// True when a one-line text field could not hold the text: it has a control character, also one beyond ASCII
 /// (U+0080 to U+009F, which terminals obey as they do escapes), or a separator of lines or paragraphs
 /// (U+2028, U+2029).

@@ -71,8 +71,11 @@ void sendJob(FilledJob& job, const Document& document, const JobTarget& target)
 }
 
 /// Refuses a picture in the place of a file that the command reads.
-void refusePictureOverInput(const std::string& picture, const JobOptions& options)
+void refusePictureOverInput(const std::string& picture, const std::optional<Document>& document,
+                            const JobOptions& options)
 {
+    if (picture != "-" && document && document->isSameFile(picture))
+        throw Error(localized("%s: is the document itself; name another file for the picture", picture));
     for (const auto& input : {options.recipients, options.creditCardFile})
         if (input && *input != "-" && leadToOneFile(picture, *input))
             throw Error(
@@ -88,10 +91,8 @@ void runFaxCommand(const CommandLine& line)
     if (line.hasDocument)
         document = openDocument(line.document);
     const auto& picture = line.job.coverPreview;
-    if (picture && *picture != "-" && document && document->isSameFile(*picture))
-        throw Error(localized("%s: is the document itself; name another file for the picture", *picture));
     if (picture)
-        refusePictureOverInput(*picture, line.job);
+        refusePictureOverInput(*picture, document, line.job);
     FilledJob job(line);
     if (picture)
         drawCover(job, *picture);

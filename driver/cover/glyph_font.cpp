@@ -34,9 +34,7 @@ ScaledFontHandle fontOfSize(PangoFont* font, double size)
     cairo_matrix_init_identity(&identity);
     const FontOptionsHandle options(cairo_font_options_create());
     cairo_scaled_font_get_font_options(laidOut, options.get());
-    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+    setWithoutScreen(*options);
     ScaledFontHandle scaled(cairo_scaled_font_create(cairo_scaled_font_get_font_face(laidOut), &matrix,
                                                      &identity, options.get()));
     requireSuccess(cairo_scaled_font_status(scaled.get()));

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cover/postscript_string.h"
 
+#include "base/texts.h"
+
 #include <array>
 #include <cstdio>
 
@@ -14,7 +16,7 @@ std::string postScriptEscaped(std::string_view bytes)
         if (byte == '(' || byte == ')' || byte == '\\') {
             text += '\\';
             text += byte;
-        } else if (byte >= ' ' && byte <= '~') {
+        } else if (isPrintableAscii(byte)) {
             text += byte;
         } else {
             std::array<char, 5> octal{};

@@ -35,10 +35,7 @@ constexpr std::size_t linesForNote = 13; // from 270 down to the margin at 72, 1
 constexpr Drawings::LineRoom roomForNoteLine{15, 6, roomForNote};
 constexpr Drawings::LineRoom roomForValueLine{15, 6, roomForValue};
 
-bool isPrintableAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char byte) { return byte >= ' ' && byte <= '~'; });
-}
+bool isAscii(std::string_view text) { return std::ranges::all_of(text, isPrintableAscii); }
 
 bool hasPairedParentheses(std::string_view text)
 {
@@ -55,8 +52,7 @@ bool hasPairedParentheses(std::string_view text)
 /// a hyphen as a minus sign, which passes for one, and a grave accent as a quotation mark.
 bool printsAsTyped(std::string_view text)
 {
-    return isPrintableAscii(text) && text.find_first_of("\\`") == std::string_view::npos &&
-           hasPairedParentheses(text);
+    return isAscii(text) && text.find_first_of("\\`") == std::string_view::npos && hasPairedParentheses(text);
 }
 
 std::string cutValue(std::string_view text)
@@ -212,7 +208,7 @@ private:
     /// One line in ISO Latin 1. The page prints notes in a font that has the characters of ASCII alone.
     std::string noteLine(std::string_view line)
     {
-        if (isPrintableAscii(line) && line.find('`') == std::string_view::npos)
+        if (isAscii(line) && line.find('`') == std::string_view::npos)
             return postScriptEscaped(line);
         needsAccents_ = true;
         return keyFor("/QuelmTimes " + std::to_string(static_cast<int>(pageFontSize)) + " selectfont (" +

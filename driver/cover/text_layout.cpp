@@ -53,7 +53,7 @@ struct Ignorables {
     gunichar last;
 };
 
-constexpr std::array<Ignorables, 18> ignorables{{
+constexpr std::array<Ignorables, 17> ignorables{{
     {0x00AD, 0x00AD},
     {0x034F, 0x034F},
     {0x061C, 0x061C},
@@ -71,7 +71,6 @@ constexpr std::array<Ignorables, 18> ignorables{{
     {0x1BCA0, 0x1BCA3},
     {0x1D173, 0x1D17A},
     {0xE0000, 0xE0FFF},
-    {0x2028, 0x2029},
 }};
 
 bool isIgnorable(gunichar character)
@@ -91,19 +90,12 @@ gunichar unknownCharacter(PangoGlyph glyph, const char* cluster)
     return character != 0 && g_unichar_validate(character) != FALSE ? character : g_utf8_get_char(cluster);
 }
 
-FontOptionsHandle optionsWithoutScreen()
-{
-    FontOptionsHandle options(cairo_font_options_create());
-    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-    return options;
-}
-
 LayoutHandle newLayout(PangoFontMap* fontMap, const char* family)
 {
     const ContextHandle context(pango_font_map_create_context(fontMap));
-    pango_cairo_context_set_font_options(context.get(), optionsWithoutScreen().get());
+    const FontOptionsHandle options(cairo_font_options_create());
+    setWithoutScreen(*options);
+    pango_cairo_context_set_font_options(context.get(), options.get());
     pango_context_set_round_glyph_positions(context.get(), FALSE);
 
     LayoutHandle layout(pango_layout_new(context.get()));
@@ -122,6 +114,13 @@ LayoutHandle newLayout(PangoFontMap* fontMap, const char* family)
 }
 
 } // namespace
+
+void setWithoutScreen(cairo_font_options_t& options)
+{
+    cairo_font_options_set_antialias(&options, CAIRO_ANTIALIAS_GRAY);
+    cairo_font_options_set_hint_style(&options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics(&options, CAIRO_HINT_METRICS_OFF);
+}
 
 TextLayout::TextLayout(PangoFontMap* fontMap, const char* family, std::string_view text, double widest)
     : layout_(newLayout(fontMap, family))

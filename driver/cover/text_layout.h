@@ -31,6 +31,9 @@ struct LaidOutLine {
     bool rightToLeft = false;        ///< its text is read from right to left as a whole
 };
 
+/// Takes out of the options what belongs to a screen: glyphs keep their shape and width at every size.
+void setWithoutScreen(cairo_font_options_t& options);
+
 /// One paragraph of text, laid out with the fonts of `fontMap` that go with `family` in lines of at most
 /// `widest` ems; a single character that is wider makes a line of its own. Screens and their settings change
 /// nothing. Control characters, and separators of lines and paragraphs, are laid out as blanks, what is no

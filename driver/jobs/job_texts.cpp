@@ -10,8 +10,6 @@
 namespace quelm {
 namespace {
 
-bool isPrintableAscii(char byte) { return byte >= ' ' && byte <= '~'; }
-
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U; }
 
 /// Takes the next character of UTF-8 from `text`; a stray byte counts as one.

@@ -97,6 +97,14 @@ TEST(ControlCharacters, AreFoundAnywhereInAText)
         EXPECT_TRUE(hasControlCharacter(text));
 }
 
+TEST(PrintableAscii, IsWhatShowsAsSomethingAndTheBlank)
+{
+    for (const char character : {' ', '!', 'a', '~'})
+        EXPECT_TRUE(isPrintableAscii(character)) << character;
+    for (const char character : {'\0', '\x1f', '\n', '\x7f', '\x80', '\xff'})
+        EXPECT_FALSE(isPrintableAscii(character)) << int{character};
+}
+
 TEST(PlainText, IsOfAnyScriptWithoutLineEnds)
 {
     for (const char* text :

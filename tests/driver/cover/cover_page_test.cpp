@@ -31,7 +31,7 @@ protected:
     }
     static CoverPage made(const std::string& name, const std::string& note)
     {
-        return makeCoverPage(componentsPage(typedValues(name, note)), realTemplate());
+        return pageFor(typedValues(name, note));
     }
 };
 
@@ -121,7 +121,7 @@ TEST_F(CoverPageTest, APageOfPlainLettersIsTheComponents)
         }
     CoverValues values = typedValues("Ann", "");
     values.at(noteSlot) = "";
-    EXPECT_EQ(makeCoverPage(componentsPage(values), realTemplate()).postScript, componentsPage(values));
+    EXPECT_EQ(pageFor(values).postScript, componentsPage(values));
 }
 
 TEST_F(CoverPageTest, NothingStandsAroundAPageThatItsFontsCanPrint)

@@ -4,12 +4,12 @@
 
 #include "base/process.h"
 #include "base/texts.h"
+#include "tests/driver/jobs/job_support.h"
 #include "tests/support/build_paths.h"
 #include "tests/support/temporary_folder.h"
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
@@ -20,8 +20,7 @@ namespace {
 std::string runGhostscriptOn(const std::string& program, const std::vector<std::string>& options)
 {
     const TemporaryFolder folder;
-    const std::string path = folder / "page.ps";
-    std::ofstream(path, std::ios::binary) << program;
+    const std::string path = writeFile(folder / "page.ps", program);
     ProcessRequest request;
     request.arguments = {"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE"};
     request.arguments.insert(request.arguments.end(), options.begin(), options.end());
@@ -62,19 +61,24 @@ std::string componentsPage(const CoverValues& values)
     return page + realTemplate().trailer;
 }
 
+CoverPage pageFor(const CoverValues& values) { return makeCoverPage(componentsPage(values), realTemplate()); }
+
 std::vector<std::vector<std::string>> printedTexts(const std::string& postScript)
 {
     static const std::regex labels(
         "^(Fax Cover Sheet|To:|From:|(Name|Organization|Voice|Fax|E.{1,3}Mail|Date|Note):)");
     const TemporaryFolder folder;
-    runGhostscriptOn(postScript, {"-sDEVICE=txtwrite", "-sOutputFile=" + (folder / "%d")});
-    std::vector<std::vector<std::string>> pages(folder.names().size());
-    for (std::size_t page = 0; page < pages.size(); ++page) {
-        std::istringstream lines(contentOf(folder / std::to_string(page + 1)));
+    const Rendering rendering = render(writeFile(folder / "pages.ps", postScript));
+    if (rendering.exitStatus != 0 || !rendering.messages.empty())
+        throw std::runtime_error("Ghostscript: " + rendering.messages);
+    std::vector<std::vector<std::string>> pages;
+    for (const auto& page : rendering.pages) {
+        std::istringstream lines(page);
+        pages.emplace_back();
         for (std::string line; std::getline(lines, line);) {
             const std::string text(trimmed(std::regex_replace(std::string(trimmed(line)), labels, "")));
             if (!text.empty())
-                pages[page].push_back(text);
+                pages.back().push_back(text);
         }
     }
     return pages;

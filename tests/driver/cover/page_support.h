@@ -4,6 +4,7 @@
 #define TESTS_DRIVER_COVER_PAGE_SUPPORT_H
 
 #include "driver/cover/cover_header.h"
+#include "driver/cover/cover_page.h"
 #include "driver/plugin/fax_session.h"
 
 #include <string>
@@ -20,6 +21,9 @@ CoverValues typedValues(const std::string& name, const std::string& note);
 
 /// The page that the component writes for these values.
 std::string componentsPage(const CoverValues& values);
+
+/// What is made of that page.
+CoverPage pageFor(const CoverValues& values);
 
 /// The texts on each page of some PostScript, line by line from above, without blanks around them and without
 /// the labels of the cover page. Throws when Ghostscript fails.

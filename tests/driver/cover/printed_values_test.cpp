@@ -18,7 +18,7 @@ std::vector<std::vector<std::string>> printed(const std::vector<CoverValues>& pa
 {
     std::string all;
     for (const auto& values : pages)
-        all += makeCoverPage(componentsPage(values), realTemplate()).postScript;
+        all += pageFor(values).postScript;
     return printedTexts(all);
 }
 
@@ -157,7 +157,7 @@ CoverValues drawnValues()
 
 TEST(PrintedPage, LeavesAllAsItWasForTheDocument)
 {
-    const std::string page = makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript;
+    const std::string page = pageFor(drawnValues()).postScript;
     const std::string tell = "countdictstack = count = /show load type = FontDirectory /QuelmTimes known =\n"
                              "/QuelmShow where { pop (there) } { (gone) } ifelse =\n";
     const std::string before = ghostscriptOutput(tell);
@@ -170,8 +170,7 @@ TEST(PrintedPage, HandsEveryOtherStringToTheOperator)
 {
     // What comes to the `show` ahead of the page is printed in brackets.
     const std::string listing = "/show { ([) print print (]) print } def\n";
-    const std::string output =
-        ghostscriptOutput(listing + makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript);
+    const std::string output = ghostscriptOutput(listing + pageFor(drawnValues()).postScript);
     EXPECT_EQ(output, "[Fax Cover Sheet][To:][Name:][Organization:][Voice:][Fax:][E-Mail:][From:][Name:]"
                       "[Organization:][Voice:][Fax:][E-Mail:][Date:][Note:][plain][03/05/2024 02:07 PM][\xfc]"
                       "[plain]");
@@ -198,7 +197,7 @@ TEST(PrintedPage, LooksUpNoStringThatADeviceWouldNotTakeForAKey)
     ASSERT_EQ(refused, "a key of more than 127 bytes");
     CoverValues values = typedValues(chineseText(), chineseText());
     values.at(1) = std::string(200, 'x');
-    const std::string page = makeCoverPage(componentsPage(values), realTemplate()).postScript;
+    const std::string page = pageFor(values).postScript;
     EXPECT_EQ(ghostscriptOutput(strictKeys + page), "");
     EXPECT_THAT(page, testing::HasSubstr("/RecipientName    (\\001QuelmA)\n"));
     EXPECT_THAT(page, testing::HasSubstr("/CoverNote        [ (\\001QuelmB) (\\001QuelmC) ]\n"));
@@ -213,12 +212,21 @@ TEST(PrintedPage, TakesNoTypedTextForADrawing)
     }
 }
 
+/// Where the name of a recipient has ink.
+InkBox inkOfName(const std::string& name)
+{
+    CoverValues without = typedValues("", "");
+    without.at(1) = "\u03b1"; // so that both are written anew
+    CoverValues with = without;
+    with.at(0) = name;
+    return difference(pageFor(with).postScript, pageFor(without).postScript);
+}
+
 TEST(PrintedPage, HasInkWhereADrawingStands)
 {
     CoverValues without = drawnValues();
     without.at(0).clear();
-    const auto ink = difference(makeCoverPage(componentsPage(drawnValues()), realTemplate()).postScript,
-                                makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    const auto ink = difference(pageFor(drawnValues()).postScript, pageFor(without).postScript);
     // The name begins at (221, 630), in a row of 20 points.
     EXPECT_NEAR(ink.left, 221, 2);
     EXPECT_LT(ink.right, 221 + 17 * pageFontSize);
@@ -229,14 +237,8 @@ TEST(PrintedPage, HasInkWhereADrawingStands)
 
 TEST(PrintedPage, ClipsADrawingAtTheMargin)
 {
-    CoverValues without = typedValues("", "");
-    without.at(1) = "\u03b1"; // so that both are written anew
-    CoverValues with = without;
-    with.at(0) = chineseText();
-    const auto page = makeCoverPage(componentsPage(with), realTemplate());
-    EXPECT_THAT(page.cut, testing::SizeIs(1));
-    const auto ink =
-        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_THAT(pageFor(typedValues(chineseText(), "")).cut, testing::SizeIs(1));
+    const auto ink = inkOfName(chineseText());
     EXPECT_NEAR(ink.right, 540, 2);
 }
 
@@ -245,14 +247,8 @@ TEST(PrintedPage, CutsOffTheEndOfATextThatIsReadFromTheRight)
     std::string wide(10, ' '); // its beginning, on the right
     for (int word = 0; word < 20; ++word)
         wide += "\u05d0\u05d1\u05d2 ";
-    CoverValues without = typedValues("", "");
-    without.at(1) = "\u03b1"; // so that both are written anew
-    CoverValues with = without;
-    with.at(0) = wide;
-    const auto page = makeCoverPage(componentsPage(with), realTemplate());
-    EXPECT_THAT(page.cut, testing::SizeIs(1));
-    const auto ink =
-        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_THAT(pageFor(typedValues(wide, "")).cut, testing::SizeIs(1));
+    const auto ink = inkOfName(wide);
     EXPECT_GE(ink.left, 221) << "the labels stand further to the left";
     EXPECT_LT(ink.left, 221 + 2 * pageFontSize);
     EXPECT_GT(ink.right, 540 - 5 * pageFontSize);
@@ -261,9 +257,7 @@ TEST(PrintedPage, CutsOffTheEndOfATextThatIsReadFromTheRight)
 
 TEST(PrintedPage, RefusesACharacterThatNoFontHas)
 {
-    const auto problem = errorLine([] {
-        static_cast<void>(makeCoverPage(componentsPage(typedValues("x\ufdd0y", "")), realTemplate()));
-    });
+    const auto problem = errorLine([] { static_cast<void>(pageFor(typedValues("x\ufdd0y", ""))); });
     EXPECT_EQ(problem,
               "the cover sheet cannot be printed: no font of this computer has U+FDD0; install a font "
               "that does, or change the text");
@@ -271,10 +265,8 @@ TEST(PrintedPage, RefusesACharacterThatNoFontHas)
 
 TEST(PrintedPage, NamesWhatItCannotShow)
 {
-    const auto problem = errorLine([] {
-        static_cast<void>(makeCoverPage(
-            componentsPage(typedValues("\U000323AF\ufdd0\ufdd1\ufdd2\ufdd3\ufdd4", "")), realTemplate()));
-    });
+    const auto problem = errorLine(
+        [] { static_cast<void>(pageFor(typedValues("\U000323AF\ufdd0\ufdd1\ufdd2\ufdd3\ufdd4", ""))); });
     EXPECT_THAT(problem, testing::HasSubstr(
                              "no font of this computer has \"\U000323AF\" U+323AF, U+FDD0, U+FDD1, U+FDD2, "
                              "U+FDD3, ...; install"));
@@ -282,9 +274,7 @@ TEST(PrintedPage, NamesWhatItCannotShow)
 
 TEST(PrintedPage, ShowsLettersWithTheirMarksAsFontsHaveThem)
 {
-    const auto pageOf = [](const std::string& name) {
-        return makeCoverPage(componentsPage(typedValues(name, name)), realTemplate()).postScript;
-    };
+    const auto pageOf = [](const std::string& name) { return pageFor(typedValues(name, name)).postScript; };
     EXPECT_EQ(pageOf("\u0391\u0301\u0438\u0306"), pageOf("\u0386\u0439"));
     EXPECT_THAT(printed("Ju\u0308rgen", "Ju\u0308rgen"), ElementsAre("J\u00fcrgen", date, "J\u00fcrgen"));
 }
@@ -293,16 +283,14 @@ TEST(PrintedPage, CountsNoBlanksAtTheEndOfAText)
 {
     const std::string blanks(200, ' ');
     for (const char* text : {"x", "\u00fc", "\u03c9"}) {
-        const auto page =
-            makeCoverPage(componentsPage(typedValues(text + blanks, text + blanks)), realTemplate());
+        const auto page = pageFor(typedValues(text + blanks, text + blanks));
         EXPECT_THAT(page.cut, testing::IsEmpty()) << text;
     }
     std::string note = "a";
     for (int line = 0; line < 20; ++line)
         note += ") ( ";
-    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", note)), realTemplate()).cut, testing::IsEmpty());
-    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", note + ") (\u03c9")), realTemplate()).cut,
-                testing::SizeIs(1));
+    EXPECT_THAT(pageFor(typedValues("", note)).cut, testing::IsEmpty());
+    EXPECT_THAT(pageFor(typedValues("", note + ") (\u03c9")).cut, testing::SizeIs(1));
 }
 
 TEST(PrintedPage, KeepsTallLettersInTheirLine)
@@ -310,14 +298,8 @@ TEST(PrintedPage, KeepsTallLettersInTheirLine)
     std::string tall = "\u03c9";
     for (int mark = 0; mark < 3; ++mark)
         tall += "\u030a\u0332";
-    CoverValues without = typedValues("", "");
-    without.at(1) = "\u03b1"; // so that both are written anew
-    CoverValues with = without;
-    with.at(0) = tall;
-    const auto page = makeCoverPage(componentsPage(with), realTemplate());
-    EXPECT_THAT(page.cut, testing::IsEmpty());
-    const auto ink =
-        difference(page.postScript, makeCoverPage(componentsPage(without), realTemplate()).postScript);
+    EXPECT_THAT(pageFor(typedValues(tall, "")).cut, testing::IsEmpty());
+    const auto ink = inkOfName(tall);
     EXPECT_GE(ink.bottom, 630 - 6 - 1);
     EXPECT_LE(ink.top, 630 + 15 + 1);
 
@@ -326,8 +308,8 @@ TEST(PrintedPage, KeepsTallLettersInTheirLine)
     const auto told =
         testing::ElementsAre("the cover sheet has no room for letters as tall as those of \"" + tall +
                              "\": they run into the lines beside them; change that text");
-    EXPECT_THAT(makeCoverPage(componentsPage(typedValues(tall, "")), realTemplate()).cut, told);
-    EXPECT_THAT(makeCoverPage(componentsPage(typedValues("", tall)), realTemplate()).cut, told);
+    EXPECT_THAT(pageFor(typedValues(tall, "")).cut, told);
+    EXPECT_THAT(pageFor(typedValues("", tall)).cut, told);
 }
 
 } // namespace
