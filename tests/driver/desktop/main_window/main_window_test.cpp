@@ -222,11 +222,13 @@ TEST_F(MainWindowTest, TheNameThatTheChooserBeginsWithIsNotCompleted)
     press("Main Choose File Button");
     ASSERT_TRUE(loopUntil([] { return onScreen("Main File Chooser") != nullptr; }));
     GtkEntry* name = nullptr;
-    forEachWidget([&](GtkWidget* widget) {
-        if (GTK_IS_ENTRY(widget) && gtk_widget_has_focus(widget))
-            name = GTK_ENTRY(widget);
-    });
-    ASSERT_NE(name, nullptr);
+    ASSERT_TRUE(loopUntil([&] {
+        forEachWidget([&](GtkWidget* widget) {
+            if (GTK_IS_ENTRY(widget) && gtk_widget_has_focus(widget))
+                name = GTK_ENTRY(widget);
+        });
+        return name != nullptr;
+    })) << "the field takes the keyboard when its window has it";
     GtkEntryCompletion* completion = gtk_entry_get_completion(name);
     ASSERT_NE(completion, nullptr);
     const auto offered = [&] {
