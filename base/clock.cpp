@@ -112,4 +112,12 @@ std::tm localTime()
     return time;
 }
 
+std::time_t currentTime()
+{
+    if (!fixedTime)
+        return std::time(nullptr);
+    std::tm moment = *fixedTime;
+    return std::mktime(&moment);
+}
+
 } // namespace quelm

@@ -22,6 +22,9 @@ void releaseClock();
 /// A new reading of the clock: local time, or the moment at which it was fixed.
 std::tm localTime();
 
+/// The same as a point in time: seconds since 1970 in UTC.
+std::time_t currentTime();
+
 } // namespace quelm
 
 #endif

@@ -82,7 +82,9 @@ Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(op
     }
     if (!options.holdFailures)
         state.failures.release();
-    if (options.loadFeatures || options.saveFeatures) {
+    if (options.optionValues) {
+        state.features.takeOver(*options.optionValues);
+    } else if (options.loadFeatures || options.saveFeatures) {
         const FeatureFile file(featureFilePath(options.configDirectory, state.user));
         state.features.load(file, options.loadFeatures, options.saveFeatures);
     }
@@ -137,6 +139,8 @@ std::optional<QuestionView> Driver::pendingQuestion() const
     const Question* question = parts_->state.questions.top();
     return question == nullptr ? std::nullopt : std::optional(QuestionView{question->kind, question->text});
 }
+
+std::map<std::string, std::string> Driver::optionValues() const { return parts_->state.features.texts(); }
 
 const std::string& Driver::helpTopic() const { return parts_->callbacks.helpTopic(); }
 

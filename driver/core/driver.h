@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,9 +40,12 @@ struct DriverOptions {
     std::string localeFolder;    ///< holds LANGUAGE/LC_MESSAGES/*.mo; default: those of `home`
     DeviceSettings device;       ///< without an address the driver is connected to no device
     DirectorySettings directory; ///< for the device's directory
-    bool loadFeatures = true;    ///< start with the option values that were kept; false: with the defaults
-    bool saveFeatures = true;    ///< keep the option values between runs; false: they end with this driver
-    bool holdFailures = false;   ///< what fails at the boundary is logged when it is released, not at once
+    /// The option values to start with, by the names of their widgets, in place of those that were kept; none
+    /// are kept then.
+    std::optional<std::map<std::string, std::string>> optionValues;
+    bool loadFeatures = true;  ///< start with the option values that were kept; false: with the defaults
+    bool saveFeatures = true;  ///< keep the option values between runs; false: they end with this driver
+    bool holdFailures = false; ///< what fails at the boundary is logged when it is released, not at once
 };
 
 /// A question that waits for an answer.
@@ -123,6 +127,10 @@ public:
 
     /// How many calls into the component ended in an exception.
     int failedCallbacks() const;
+
+    /// The values of the options now, by the names of their widgets, as `DriverOptions::optionValues` takes
+    /// them; the credit card's number is not among them.
+    std::map<std::string, std::string> optionValues() const;
 
     // --- What the component asked for in vain ------------------------------------------------
 

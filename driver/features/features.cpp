@@ -219,6 +219,14 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
     }
     if (!takeOver)
         values.clear();
+    takeValues(values, source.path());
+    written_ = keptValues();
+    if (keepChanges)
+        file_ = source;
+}
+
+void Features::takeValues(const std::map<std::string, std::string>& values, const std::string& source)
+{
     for (const std::string_view name : keptNames) {
         const auto kept = values.find(std::string(name));
         Widget* widget = tree_.find(name);
@@ -228,12 +236,25 @@ void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
             log(Severity::warning,
                 // Translators: a value, the name of its option and the file that keeps it.
                 localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", shown,
-                          kept->first, source.path()));
+                          kept->first, source));
         }
     }
-    written_ = keptValues();
-    if (keepChanges)
-        file_ = source;
+}
+
+void Features::takeOver(const std::map<std::string, std::string>& values)
+{
+    takeValues(values, localized("the outbox"));
+}
+
+std::map<std::string, std::string> Features::texts() const
+{
+    std::map<std::string, std::string> texts;
+    for (const auto& [name, value] : keptValues()) {
+        const auto* number = std::get_if<int>(&value);
+        if (name != widget_names::lanFaxCreditCardInfo)
+            texts.emplace(name, number != nullptr ? std::to_string(*number) : std::get<std::string>(value));
+    }
+    return texts;
 }
 
 void Features::keep()

@@ -41,11 +41,19 @@ public:
     /// never written to.
     void load(const FeatureFile& file, bool takeOver, bool keepChanges);
 
+    /// Takes over values by the names of their options, as `texts` gives them. One that does not suit its
+    /// widget is passed over with a warning in the log.
+    void takeOver(const std::map<std::string, std::string>& values);
+
+    /// The values of all options that are kept between runs, but for the number of a credit card.
+    std::map<std::string, std::string> texts() const;
+
     /// Writes the options that changed since the last time to the file; when that fails, says so in
     /// the log, once for each reason, and tries again the next time.
     void keep();
 
 private:
+    void takeValues(const std::map<std::string, std::string>& values, const std::string& source);
     std::map<std::string, FeatureValue> keptValues() const;
 
     WidgetTree& tree_;

@@ -3,6 +3,7 @@
 #ifndef DRIVER_JOBS_CUPS_DESTINATION_H
 #define DRIVER_JOBS_CUPS_DESTINATION_H
 
+#include "base/error.h"
 #include "driver/jobs/output.h"
 #include "driver/jobs/queue_limits.h"
 
@@ -16,6 +17,13 @@ struct QueueJob {
     std::string queue; ///< the queue's name, or a class's
     std::string title; ///< what lists of jobs show
     std::string user;  ///< whose job it is
+};
+
+/// Ends the delivery of a job that a queue was to hold and would not: its server ignores or changes the time,
+/// or its clock differs by more than a minute. Nothing of the job is left in the queue.
+class HoldRefused : public Error {
+public:
+    using Error::Error;
 };
 
 /// Puts the job into a queue as it is: no filter of the print system changes it, and no banner page joins

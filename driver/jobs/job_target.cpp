@@ -7,14 +7,15 @@
 
 namespace quelm {
 
-std::unique_ptr<JobDestination> openDestination(const JobTarget& target, const Document& document,
-                                                const std::string& user)
+std::unique_ptr<JobDestination> openDestination(const JobTarget& target, const JobLabel& label,
+                                                const Document* document)
 {
     if (const auto* device = std::get_if<NetworkAddress>(&target))
         return openDevice(*device);
     if (const auto* queue = std::get_if<QueueTarget>(&target))
-        return openQueue({queue->name, document.name(), user});
-    return openOutput(std::get<FileTarget>(target).path, document);
+        return openQueue({queue->name, label.title, label.user});
+    const auto& path = std::get<FileTarget>(target).path;
+    return document != nullptr ? openOutput(path, *document) : openOutput(path);
 }
 
 } // namespace quelm

@@ -7,7 +7,10 @@
 #include "driver/documents/document.h"
 #include "driver/jobs/output.h"
 
+#include <ctime>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -21,16 +24,30 @@ struct FileTarget {
 /// A queue of the print system.
 struct QueueTarget {
     std::string name;
+    /// Where its print server is: "HOST:PORT", or the path of a socket; empty: the user's server of now.
+    std::string server = {};
 };
 
 /// Where a job is to go. An address is that of a device.
 using JobTarget = std::variant<FileTarget, NetworkAddress, QueueTarget>;
 
-/// The destination for one job with `document`, which is `user`'s; a queue lists it under the document's
-/// name. Throws quelm::Error for a file that cannot be written to; whether a device or queue takes the job is
-/// known on delivery.
-[[nodiscard]] std::unique_ptr<JobDestination>
-openDestination(const JobTarget& target, const Document& document, const std::string& user);
+/// What a destination is told of a job beside its bytes. Texts are UTF-8.
+struct JobLabel {
+    std::string title; ///< a queue lists the job under it
+    std::string user;  ///< whose job it is
+    /// Stands in the job's name in a queue, by which it is found again; empty for none.
+    std::string token = {};
+    /// A queue keeps the job until then, or does not take it (`HoldRefused`).
+    std::optional<std::time_t> holdUntil = {};
+    /// Called with the number that a queue gave the job, before anything of its content is sent; may be
+    /// empty.
+    std::function<void(int job)> created = {};
+};
+
+/// The destination for one job. A file must not be that of `document`, which may be null. Throws quelm::Error
+/// for a file that cannot be written to; whether a device or queue takes the job is known on delivery.
+[[nodiscard]] std::unique_ptr<JobDestination> openDestination(const JobTarget& target, const JobLabel& label,
+                                                              const Document* document);
 
 } // namespace quelm
 

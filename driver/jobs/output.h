@@ -3,6 +3,7 @@
 #ifndef DRIVER_JOBS_OUTPUT_H
 #define DRIVER_JOBS_OUTPUT_H
 
+#include "base/error.h"
 #include "base/file_io.h"
 #include "driver/documents/document.h"
 #include "driver/documents/sink.h"
@@ -24,6 +25,13 @@ struct Receipt {
     int job = 0;       ///< its number in a queue
 };
 
+/// Ends a delivery of which nobody can say whether nothing, a part or all of the job is at its destination.
+/// Any other error means that the destination has nothing of it.
+class DeliveryInDoubt : public Error {
+public:
+    using Error::Error;
+};
+
 /// Takes one job. Nothing of it is seen before `deliver`: a job that fails half-way, or a program that
 /// is ended meanwhile, leaves the destination as it was.
 class JobDestination {
@@ -41,7 +49,7 @@ public:
     /// Hands over the job, which is complete. Called once, last; may be called on another thread than the
     /// rest. Destinations over a wire, devices and fifos take a while: they report to `transfer`, and heed
     /// its cancellation. Throws quelm::Error, with one line that names the destination, when the job was not
-    /// handed over whole.
+    /// handed over whole: a `DeliveryInDoubt` when the destination may have something of it.
     virtual Receipt deliver(const Transfer& transfer = {}) = 0;
 };
 

@@ -25,10 +25,10 @@ struct Row {
 
 /// What a program without a screen is made of.
 const std::vector<std::string> withoutScreen = {
-    "base",          "base/net",        "base/sqlite",     "base/terminal",    "host",
-    "driver/store",  "driver/widgets",  "driver/plugin",   "driver/features",  "driver/directory",
-    "driver/device", "driver/boundary", "driver/config",   "driver/core",      "driver/documents",
-    "driver/cover",  "driver/jobs",     "driver/handover", "driver/phonebook",
+    "base",          "base/net",        "base/sqlite",   "base/terminal",   "host",
+    "driver/store",  "driver/widgets",  "driver/plugin", "driver/features", "driver/directory",
+    "driver/device", "driver/boundary", "driver/config", "driver/core",     "driver/documents",
+    "driver/cover",  "driver/jobs",     "driver/outbox", "driver/handover", "driver/phonebook",
 };
 
 std::vector<std::string> withoutScreenAnd(std::vector<std::string> folders)
@@ -72,8 +72,11 @@ const std::vector<Row>& table()
         {"driver/documents", {"base"}},
         {"driver/cover", {"base", "driver/plugin"}},
         {"driver/jobs", {"base", "base/net", "host", "driver/cover", "driver/documents", "driver/plugin"}},
+        {"driver/outbox",
+         {"base", "base/net", "base/sqlite", "driver/documents", "driver/jobs", "driver/plugin"}},
         {"driver/handover",
-         {"base", "driver/core", "driver/jobs", "driver/plugin", "driver/store", "driver/widgets"}},
+         {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
+          "driver/plugin", "driver/store", "driver/widgets"}},
         {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
         {"driver/cli/job", withoutScreen},
         {"driver/cli/script", withoutScreenAnd({"driver/cli/job"})},

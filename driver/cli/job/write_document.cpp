@@ -54,7 +54,7 @@ JobFacts factsOfNow()
 void writeDocument(FaxSession& session, Pdl pdl, const Document& document, const JobTarget& target,
                    const std::string& user, const std::function<void(const Receipt&)>& tell)
 {
-    const auto destination = openDestination(target, document, user);
+    const auto destination = openDestination(target, {document.name(), user}, &document);
     {
         ProgressLine progress(localized("Writing the job"));
         JobFacts facts = factsOfNow();

@@ -112,7 +112,7 @@ JobOrder JobPanel::orderFor(const DestinationChoice& destination,
     order.facts.creator = around_.creator;
     order.facts.now = localTime();
     order.open = [destination, user = around_.driver.user()](const Document& opened) {
-        return openDestination(targetOf(destination), opened, user);
+        return openDestination(targetOf(destination), {opened.name(), user}, &opened);
     };
     return order;
 }

@@ -18,7 +18,8 @@ class JobTargetTest : public CupsTest {
 protected:
     Receipt send(const JobTarget& target) const
     {
-        const auto destination = openDestination(target, Document::open(letter), "ann");
+        const Document document = Document::open(letter);
+        const auto destination = openDestination(target, {document.name(), "ann"}, &document);
         destination->sink().write("the job");
         return destination->deliver();
     }
