@@ -28,13 +28,14 @@ namespace quelm {
 struct ExpectedLines {
     Pdl pdl = Pdl::dsc;
     std::string dialingPrefix;
+    std::string creditCard; ///< empty for none
     std::vector<JobRecipient> recipients;
 };
 
 /// Throws quelm::Error unless `lines` are exactly what a component writes for such a job: every line in its
 /// shape and place and with its line end, one destination for each recipient, with its digits behind the
-/// prefix, and its mailbox. The error names the first line that differs, but never a credit card's number. A
-/// device acts on every line there is, so a line too many is somebody else's fax.
+/// prefix, and its mailbox, and the job's credit card. The error names the first line that differs, but never
+/// a credit card's number. A device acts on every line there is, so a line too many is somebody else's fax.
 void checkAttributeLines(std::string_view lines, const ExpectedLines& expected);
 
 /// Whether the lines carry the number of a credit card.

@@ -56,7 +56,8 @@ std::vector<std::string> attributeLines(FaxSession& session, Pdl pdl, const std:
         throw Error(failure);
     const std::string lines = writer.whole();
     refuseUel(lines);
-    checkAttributeLines(lines, {pdl, session.texts().dialingPrefix, session.recipients()});
+    const JobTexts texts = session.texts();
+    checkAttributeLines(lines, {pdl, texts.dialingPrefix, texts.creditCard, session.recipients()});
     return writer.texts();
 }
 

@@ -57,7 +57,7 @@ protected:
     }
 
     Parts parts;
-    ExpectedLines expected{Pdl::dsc, "", {someone("(0) 555-1234"), someone("+49.30/7*#,", "aZ*#")}};
+    ExpectedLines expected{Pdl::dsc, "", "", {someone("(0) 555-1234"), someone("+49.30/7*#,", "aZ*#")}};
 };
 
 TEST_F(AttributeLinesTest, EveryShapeThatTheComponentWritesPasses)
@@ -74,15 +74,29 @@ TEST_F(AttributeLinesTest, EveryShapeThatTheComponentWritesPasses)
             "");
     EXPECT_EQ(with(&Parts::resolution, ""), "") << "an option of an unknown value has no line";
     EXPECT_EQ(with(&Parts::speed, ""), "");
+    expected.creditCard = "4111 1111-1111*#,1";
     EXPECT_EQ(with(&Parts::card, "%%OID_ATT_CREDIT_CARD \"4111 1111-1111*#,1\";\r\n"), "");
+}
+
+TEST_F(AttributeLinesTest, TheJobsCreditCardIsChargedAndNoOther)
+{
+    const std::string card = "%%OID_ATT_CREDIT_CARD \"4111\";\r\n";
+    EXPECT_NE(with(&Parts::card, card), "") << "the job has none";
+    expected.creditCard = "4111";
+    EXPECT_EQ(with(&Parts::card, card), "");
+    EXPECT_THAT(problem(), HasSubstr("do not charge the job's credit card"));
+    for (const char* other : {"4112", "411", "41111", "4111 ", "4 111", ""}) {
+        expected.creditCard = other;
+        EXPECT_NE(with(&Parts::card, card), "") << other;
+    }
 }
 
 TEST_F(AttributeLinesTest, PjlLinesPassInPjlModeAlone)
 {
     const std::string lines = FakeFaxSession::attributeLines(Pdl::pjl);
-    const ExpectedLines job{Pdl::pjl, "9", {someone("555-1234", "12")}};
+    const ExpectedLines job{Pdl::pjl, "9", "4929", {someone("555-1234", "12")}};
     EXPECT_NO_THROW(checkAttributeLines(lines, job));
-    EXPECT_NE(errorLine([&] { checkAttributeLines(lines, {Pdl::dsc, "9", job.recipients}); }), "");
+    EXPECT_NE(errorLine([&] { checkAttributeLines(lines, {Pdl::dsc, "9", "4929", job.recipients}); }), "");
     EXPECT_NE(errorLine([&] { checkAttributeLines(lines + "%%QLMbegin\r\n%%QLMend\r\n", job); }), "");
 }
 
@@ -181,7 +195,7 @@ TEST_F(AttributeLinesTest, ARecipientsTextThatAddsALineIsSeen)
         EXPECT_NE(problem(), "") << mailbox;
     }
     parts.destinations = "%%OID_ATT_FAX_DESTINATION_PHONE \"\r\n,5\";\r\n";
-    expected = {Pdl::dsc, "\r\n", {someone("5")}};
+    expected = {Pdl::dsc, "\r\n", "", {someone("5")}};
     EXPECT_NE(problem(), "");
 }
 
@@ -194,11 +208,12 @@ TEST_F(AttributeLinesTest, ALineThatIsNamedIsOneShortCleanLine)
 
 TEST_F(AttributeLinesTest, TheNumberOfACreditCardIsNeverNamed)
 {
+    expected.creditCard = "4111";
     for (const char* card : {"%%OID_ATT_CREDIT_CARD \"4111x\";\r\n", "%%OID_ATT_CREDIT_CARD \"4111\";\n",
                              "%%OID_ATT_CREDIT_CARD \"4111", "%%OID_ATT_CREDIT_CARD \"\";\r\n",
                              "@PJL COMMENT OID_ATT_CREDIT_CARD \"4111\";\r\n"}) {
         const std::string line = with(&Parts::card, card);
-        EXPECT_THAT(line, HasSubstr("OID_ATT_CREDIT_CARD\""));
+        EXPECT_NE(line, "");
         EXPECT_THAT(line, testing::Not(HasSubstr("4111")));
     }
 }
