@@ -5,6 +5,8 @@
 #include "base/error.h"
 #include "base/translation.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 
@@ -58,6 +60,25 @@ std::string fieldProblem(int year, int month, int day, int hour, int minute)
     return "";
 }
 
+/// The date and the time of `time` as if they were meant in UTC.
+std::time_t asUtc(std::tm time) { return timegm(&time); }
+
+/// The points in time that `time` can mean, by the differences from UTC that hold around it. Not mktime's
+/// answers: of a time that comes twice, or never, it says one or the other.
+std::array<std::time_t, 4> candidatesFor(const std::tm& time)
+{
+    // No zone is further away from UTC than half of the first, and the change of a day lies within the
+    // second.
+    constexpr std::array<std::time_t, 4> around{-30 * 3600, -15 * 3600, 15 * 3600, 30 * 3600};
+    const std::time_t utc = asUtc(time);
+    std::array<std::time_t, 4> candidates{};
+    std::ranges::transform(around, candidates.begin(), [utc](std::time_t distance) {
+        return utc - localTimeAt(utc + distance).tm_gmtoff;
+    });
+    std::ranges::sort(candidates);
+    return candidates;
+}
+
 UsageError noTime(std::string_view text, const std::string& problem)
 {
     return UsageError(localized("\"%s\" is no time: %s", text, problem));
@@ -86,11 +107,10 @@ std::tm parseLocalTime(std::string_view text)
 
 void fixClock(const std::tm& moment)
 {
-    // Not by mktime alone, which would move a time that daylight saving leaves out.
+    // The time itself stays, also one that daylight saving leaves out.
     std::tm calendar = moment;
     timegm(&calendar);
-    std::tm zoned = moment;
-    std::mktime(&zoned);
+    const std::tm zoned = localTimeAt(momentOf(moment));
     fixedTime = moment;
     fixedTime->tm_wday = calendar.tm_wday;
     fixedTime->tm_yday = calendar.tm_yday;
@@ -105,19 +125,33 @@ std::tm localTime()
 {
     if (fixedTime)
         return *fixedTime;
-    const std::time_t now = std::time(nullptr);
+    return localTimeAt(std::time(nullptr));
+}
+
+std::time_t currentTime() { return fixedTime ? momentOf(*fixedTime) : std::time(nullptr); }
+
+std::tm localTimeAt(std::time_t moment)
+{
     std::tm time{};
     tzset(); // localtime_r alone need not see a changed TZ
-    localtime_r(&now, &time);
+    localtime_r(&moment, &time);
     return time;
 }
 
-std::time_t currentTime()
+std::vector<std::time_t> momentsOf(const std::tm& time)
 {
-    if (!fixedTime)
-        return std::time(nullptr);
-    std::tm moment = *fixedTime;
-    return std::mktime(&moment);
+    std::vector<std::time_t> moments;
+    for (const std::time_t candidate : candidatesFor(time))
+        if (asUtc(localTimeAt(candidate)) == asUtc(time) && (moments.empty() || moments.back() != candidate))
+            moments.push_back(candidate);
+    return moments;
+}
+
+std::time_t momentOf(const std::tm& time)
+{
+    const auto moments = momentsOf(time);
+    // The difference from UTC before the clocks are put forward makes a point in time behind that.
+    return moments.empty() ? candidatesFor(time).back() : moments.front();
 }
 
 } // namespace quelm

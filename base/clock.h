@@ -5,6 +5,7 @@
 
 #include <ctime>
 #include <string_view>
+#include <vector>
 
 namespace quelm {
 
@@ -22,8 +23,20 @@ void releaseClock();
 /// A new reading of the clock: local time, or the moment at which it was fixed.
 std::tm localTime();
 
-/// The same as a point in time: seconds since 1970 in UTC.
+/// The same as a point in time: seconds since 1970 in UTC. A fixed time that the change to or from summer
+/// time makes ambiguous or leaves out is the one that `momentOf` says.
 std::time_t currentTime();
+
+/// A point in time as clocks here show it, in the time zone that TZ names now.
+std::tm localTimeAt(std::time_t moment);
+
+/// All points in time at which clocks here show the date and the time of `time`, in their order: mostly one;
+/// two when the clocks are put back over it; none when the change to summer time leaves it out. Whether
+/// `time` claims to be summer time does not count.
+std::vector<std::time_t> momentsOf(const std::tm& time);
+
+/// The first of `momentsOf`; for a time that is left out, as much later as the clocks are put forward.
+std::time_t momentOf(const std::tm& time);
 
 } // namespace quelm
 

@@ -19,11 +19,12 @@ struct ClockTime {
 };
 
 /// The next moment, in local time, at which a clock shows `time`: nothing when that is the current minute,
-/// and tomorrow when it is past today. A time that the change to summer time leaves out is taken an hour
-/// later, and of one that comes twice the next one that is to come.
+/// and tomorrow when it is past today. A time that the change to summer time leaves out is taken as much
+/// later as the clocks are put forward; of one that comes twice it is the next one that is to come.
 [[nodiscard]] std::optional<std::time_t> nextMoment(const ClockTime& time, std::time_t now);
 
-/// The moment that the fax dialog's "Send At" asks for; nothing for a fax that goes out at once.
+/// The moment that the fax dialog's "Send At" asks for; nothing for a fax that goes out at once. Throws
+/// quelm::Error when the component's dialogs lack these widgets.
 [[nodiscard]] std::optional<std::time_t> chosenMoment(const Driver& driver, std::time_t now);
 
 /// A moment for people, in local time: "today at 16:05", "tomorrow at 04:05", "on 2026-11-30 at 04:05".

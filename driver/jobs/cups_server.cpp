@@ -5,9 +5,9 @@
 #include "base/cancellable_call.h"
 #include "base/duration_text.h"
 #include "base/error.h"
-#include "base/net/network_address.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/jobs/print_server.h"
 
 #include <sys/socket.h>
 
@@ -23,13 +23,6 @@ using Clock = std::chrono::steady_clock;
 
 /// IPP counts successes below this.
 constexpr int firstFailure = 0x100;
-
-/// Where the user's print server is: a socket in the file system, or a host with its port.
-std::string serverName()
-{
-    const std::string server = cupsServer();
-    return server.starts_with('/') ? server : toText({server, static_cast<std::uint16_t>(ippPort())});
-}
 
 /// Stands in for libcups's own question at the terminal, which a program without one would wait at for ever.
 const char* noPassword(const char*, http_t*, const char*, const char*, void*) { return nullptr; }
@@ -64,20 +57,22 @@ std::string IppAnswer::text(const char* attribute) const
     return value != nullptr ? value : "";
 }
 
-CupsServer::Connection CupsServer::connect(const std::string& server, int port, http_encryption_t encryption,
+CupsServer::Connection CupsServer::connect(const std::string& host, int port, http_encryption_t encryption,
                                            std::chrono::milliseconds limit)
 {
-    return Connection(httpConnect2(server.c_str(), port, nullptr, AF_UNSPEC, encryption, 1,
+    return Connection(httpConnect2(host.c_str(), port, nullptr, AF_UNSPEC, encryption, 1,
                                    static_cast<int>(limit.count()), nullptr));
 }
 
-CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const Transfer& transfer)
-    : name_(serverName()), limits_(limits), transfer_(transfer)
+CupsServer::CupsServer(const std::string& who, const QueueLimits& limits, const Transfer& transfer,
+                       const std::string& server)
+    : name_(server.empty() ? currentPrintServer() : server), limits_(limits), transfer_(transfer)
 {
     cupsSetPasswordCB2(noPassword, nullptr);
-    const auto connecting = [name = std::string(cupsServer()), port = ippPort(),
-                             encryption = cupsEncryption(),
-                             limit = limits.connect] { return connect(name, port, encryption, limit); };
+    const auto connecting = [place = printServerIn(name_), encryption = cupsEncryption(),
+                             limit = limits.connect] {
+        return connect(place.host, place.port, encryption, limit);
+    };
     auto connection = callBefore(Clock::now() + limits.connect, transfer.cancelled, connecting);
     if (!connection && transfer.isCancelled())
         throw Error(localized("%s: the job was cancelled before anything of it went out", who));
@@ -192,6 +187,23 @@ IppAnswer CupsServer::endSending(const std::string& resource)
     return answerOf(cupsGetResponse(connection_.get(), resource.c_str()));
 }
 
+std::vector<std::vector<ipp_attribute_t*>> groupsOf(const IppAnswer& answer, ipp_tag_t kind)
+{
+    std::vector<std::vector<ipp_attribute_t*>> groups;
+    bool inGroup = false;
+    for (auto* attribute = ippFirstAttribute(answer.message.get()); attribute != nullptr;
+         attribute = ippNextAttribute(answer.message.get())) {
+        // A separator without a name stands between two groups.
+        const bool belongs = ippGetGroupTag(attribute) == kind && ippGetName(attribute) != nullptr;
+        if (belongs && !inGroup)
+            groups.emplace_back();
+        inGroup = belongs;
+        if (belongs)
+            groups.back().push_back(attribute);
+    }
+    return groups;
+}
+
 IppMessage newQueueRequest(ipp_op_t operation, const std::string& queue, const std::string& user)
 {
     constexpr std::size_t longestUri = 1024;
@@ -211,15 +223,14 @@ std::string queueResource(const std::string& queue)
     return queue.find('/') == std::string::npos ? "/printers/" + queue : "/";
 }
 
-std::string ippName(const std::string& text)
+std::string ippName(const std::string& text, std::size_t most)
 {
-    constexpr std::size_t longest = 255;
     std::string name = fieldText(text);
     if (!isUtf8(name))
         for (char& byte : name)
             byte = static_cast<unsigned char>(byte) < 0x80 ? byte : '?';
-    if (name.size() > longest) {
-        std::size_t end = longest;
+    if (name.size() > most) {
+        std::size_t end = most;
         while ((static_cast<unsigned char>(name[end]) & 0xc0U) == 0x80U)
             --end;
         name.resize(end);

@@ -10,10 +10,12 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quelm {
 
@@ -41,15 +43,17 @@ struct IppAnswer {
     std::string text(const char* attribute) const;
 };
 
-/// A connection to the user's print server: what CUPS_SERVER names, or the files of settings of libcups.
-/// Belongs to the thread that made it.
+/// A connection to a print server: mostly the user's, which CUPS_SERVER names, or the files of settings of
+/// libcups. Belongs to the thread that made it.
 ///
 /// libcups ignores SIGPIPE for the whole process from its first connection on.
 class CupsServer {
 public:
-    /// Connects. Throws quelm::Error with a line that begins with `who` when the server cannot be reached,
-    /// or `transfer`, which outlives this object, is cancelled.
-    CupsServer(const std::string& who, const QueueLimits& limits, const Transfer& transfer);
+    /// Connects to `server`, in the form of `QueueTarget::server`; empty is the user's server of now. Throws
+    /// quelm::Error with a line that begins with `who` when the server cannot be reached, or `transfer`,
+    /// which outlives this object, is cancelled.
+    CupsServer(const std::string& who, const QueueLimits& limits, const Transfer& transfer,
+               const std::string& server = {});
 
     /// Sends a request and waits for its answer.
     IppAnswer ask(IppMessage request, const std::string& resource);
@@ -71,7 +75,7 @@ private:
     };
     using Connection = std::unique_ptr<http_t, Close>;
 
-    static Connection connect(const std::string& server, int port, http_encryption_t encryption,
+    static Connection connect(const std::string& host, int port, http_encryption_t encryption,
                               std::chrono::milliseconds limit);
     class Watch;
 
@@ -89,14 +93,21 @@ private:
     std::atomic<bool> silent_ = false;    ///< the wait was ended by the limit
 };
 
+/// The attributes of an answer that stand in groups of this kind, group by group: those of each queue or job
+/// that a list tells of. They live as long as the answer.
+[[nodiscard]] std::vector<std::vector<ipp_attribute_t*>> groupsOf(const IppAnswer& answer, ipp_tag_t kind);
+
 /// A request about a queue, on behalf of a user.
 IppMessage newQueueRequest(ipp_op_t operation, const std::string& queue, const std::string& user);
 
 /// The resource that requests about a queue are sent to.
 std::string queueResource(const std::string& queue);
 
-/// A text as IPP has room for it: valid UTF-8, one line, at most 255 bytes.
-std::string ippName(const std::string& text);
+/// The most bytes that IPP has room for in a name.
+inline constexpr std::size_t longestIppName = 255;
+
+/// A text as IPP has room for it: valid UTF-8, one line, at most `most` bytes.
+std::string ippName(const std::string& text, std::size_t most = longestIppName);
 
 } // namespace quelm
 

@@ -13,7 +13,8 @@ std::unique_ptr<JobDestination> openDestination(const JobTarget& target, const J
     if (const auto* device = std::get_if<NetworkAddress>(&target))
         return openDevice(*device);
     if (const auto* queue = std::get_if<QueueTarget>(&target))
-        return openQueue({queue->name, label.title, label.user});
+        return openQueue({queue->name, label.title, label.user, label.token, label.holdUntil, label.created,
+                          queue->server});
     const auto& path = std::get<FileTarget>(target).path;
     return document != nullptr ? openOutput(path, *document) : openOutput(path);
 }

@@ -44,7 +44,18 @@ private:
     {
         const WriteSignalsIgnored failuresOnly;
         const std::string name = localized("standard output");
-        forEachBlock(spool, [&name](std::string_view bytes) { writeAll(STDOUT_FILENO, bytes, name); });
+        std::uint64_t sent = 0;
+        sendCounting(sent, [&] {
+            forEachBlock(spool, [&](std::string_view block) {
+                while (!block.empty()) {
+                    const auto count = ::write(STDOUT_FILENO, block.data(), block.size());
+                    if (count < 0 && errno != EINTR)
+                        throw Error(localized("%s: cannot be written: %s", name, systemReason(errno)));
+                    block.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+                    sent += static_cast<std::uint64_t>(std::max<ssize_t>(count, 0));
+                }
+            });
+        });
         return {name, {}, 0};
     }
 };
@@ -64,19 +75,21 @@ private:
         const WriteSignalsIgnored failuresOnly;
         const FileHandle file = open(transfer);
         std::uint64_t sent = 0;
-        forEachBlock(spool, [&](std::string_view block) {
-            while (!block.empty()) {
-                if (transfer.isCancelled())
-                    failCancelled(sent, size);
-                const std::size_t count = writeSome(file.get(), block);
-                block.remove_prefix(count);
-                sent += count;
-                transfer.report(sent, size);
-            }
+        sendCounting(sent, [&] {
+            forEachBlock(spool, [&](std::string_view block) {
+                while (!block.empty()) {
+                    if (transfer.isCancelled())
+                        failCancelled(sent, size);
+                    const std::size_t count = writeSome(file.get(), block);
+                    block.remove_prefix(count);
+                    sent += count;
+                    transfer.report(sent, size);
+                }
+            });
+            // Most devices and no fifo can be synchronised, nor need they be.
+            if (::fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
+                fail(errno);
         });
-        // Most devices and no fifo can be synchronised, nor need they be.
-        if (::fsync(file.get()) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS)
-            fail(errno);
         return {path_, {}, 0};
     }
 

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -78,6 +79,21 @@ private:
 
     Spool spool_;
 };
+
+/// Runs what sends a job and counts in `sent` the bytes that left this program. What ends it by an exception
+/// behind the first byte ends as a `DeliveryInDoubt` of the same line: a byte that the system has taken may
+/// reach the destination, whatever happens then.
+template <class Send>
+void sendCounting(const std::uint64_t& sent, Send send)
+{
+    try {
+        send();
+    } catch (const std::exception& failure) {
+        if (sent == 0)
+            throw;
+        throw DeliveryInDoubt(failure.what());
+    }
+}
 
 /// Reads the job's bytes from `offset` on into `block`, as many as it has room for, and returns how many they
 /// are: at least one. Throws quelm::Error when they cannot be read. For senders of a spooled job.

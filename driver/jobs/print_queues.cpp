@@ -34,20 +34,12 @@ void take(PrintQueue& queue, ipp_attribute_t* attribute)
         queue.isAccepting = ippGetBoolean(attribute, 0) != 0;
 }
 
-/// The answer lists the attributes of queue after queue, each group behind a separator.
 std::vector<PrintQueue> queuesOf(const IppAnswer& answer)
 {
     std::vector<PrintQueue> queues;
-    bool inQueue = false;
-    for (auto* attribute = ippFirstAttribute(answer.message.get()); attribute != nullptr;
-         attribute = ippNextAttribute(answer.message.get())) {
-        const bool belongs = ippGetGroupTag(attribute) == IPP_TAG_PRINTER && ippGetName(attribute) != nullptr;
-        if (belongs && !inQueue)
-            queues.emplace_back();
-        inQueue = belongs;
-        if (belongs)
-            take(queues.back(), attribute);
-    }
+    for (const auto& attributes : groupsOf(answer, IPP_TAG_PRINTER))
+        for (PrintQueue& queue = queues.emplace_back(); auto* attribute : attributes)
+            take(queue, attribute);
     std::erase_if(queues, [](const PrintQueue& queue) { return queue.name.empty(); });
     return queues;
 }

@@ -51,16 +51,19 @@ public:
     {
         patience_ = Clock::now() + limits_.stall;
         transfer_.report(0, size_);
-        while (!isDone()) {
-            if (transfer_.isCancelled())
-                failCancelled();
-            waitForDevice();
-            dropAnswers();
-            sendMore();
-            endWhenAllIsSent();
-            failOnError(pendingError());
-            countTaken();
-        }
+        // Not by what the device has acknowledged: it may have more by the time that anybody asks.
+        sendCounting(sent_, [this] {
+            while (!isDone()) {
+                if (transfer_.isCancelled())
+                    failCancelled();
+                waitForDevice();
+                dropAnswers();
+                sendMore();
+                endWhenAllIsSent();
+                failOnError(pendingError());
+                countTaken();
+            }
+        });
         resetOnClose(connection_.get(), false);
     }
 
@@ -183,6 +186,8 @@ private:
 
     [[noreturn]] void failCancelled() const
     {
+        if (sent_ == 0)
+            throw Error(localized("%s: the job was cancelled before anything of it went out", who_));
         throw Error(localized("%s: the job was cancelled after %d of %d bytes; look at the device "
                               "whether it does something with them",
                               who_, taken_, size_));

@@ -25,7 +25,8 @@ struct DeviceLimits {
 ///
 /// When the job does not go out whole, the error line says how much of it did, and the connection is reset
 /// rather than closed: a closed one would tell the device that the job ends there. The same happens when
-/// the process is killed meanwhile. That a device took the job does not mean that the fax was sent.
+/// the process is killed meanwhile. Once a byte was sent, acknowledged or not, whatever ends the sending is a
+/// `DeliveryInDoubt`. That a device took the job does not mean that the fax was sent.
 std::unique_ptr<JobDestination> openDevice(const NetworkAddress& address, const DeviceLimits& limits = {});
 
 } // namespace quelm

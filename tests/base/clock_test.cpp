@@ -3,6 +3,7 @@
 #include "base/clock.h"
 
 #include "base/error.h"
+#include "tests/support/utc.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 #include <cstdlib>
 #include <ctime>
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace {
 
@@ -36,8 +39,20 @@ std::string problemWith(const std::string& text)
 
 class Clock : public testing::Test {
 protected:
-    ~Clock() override { quelm::releaseClock(); }
+    ~Clock() override
+    {
+        quelm::releaseClock();
+        unsetenv("TZ");
+        tzset();
+    }
+
+    static void useZone(const char* zone) { setenv("TZ", zone, 1); }
 };
+
+constexpr const char* berlin = "CET-1CEST,M3.5.0,M10.5.0/3";
+constexpr const char* newYork = "EST5EDT,M3.2.0,M11.1.0";
+constexpr const char* kolkata = "IST-5:30";
+constexpr const char* lordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";
 
 } // namespace
 
@@ -56,12 +71,9 @@ TEST_F(Clock, KnowsWeekdayAndDayOfTheYear)
 
 TEST_F(Clock, KeepsATimeThatDaylightSavingLeavesOut)
 {
-    setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
-    tzset();
+    useZone(berlin);
     fixAt("2024-03-31T02:30");
     EXPECT_EQ(formatted("%H:%M"), "02:30");
-    unsetenv("TZ");
-    tzset();
 }
 
 TEST_F(Clock, RunsWithTheSystemUnlessFixed)
@@ -71,6 +83,53 @@ TEST_F(Clock, RunsWithTheSystemUnlessFixed)
     const std::time_t middle = std::mktime(&read);
     EXPECT_LE(before, middle);
     EXPECT_LE(middle, std::time(nullptr));
+}
+
+TEST_F(Clock, FixedStandsAtThePointInTimeThatItShows)
+{
+    const std::array<std::tuple<const char*, const char*, const char*>, 9> cases{{
+        {kolkata, "2026-03-09T00:10", "2026-03-08T18:40"},
+        {berlin, "2026-01-01T00:30", "2025-12-31T23:30"},
+        {berlin, "2026-07-01T12:00", "2026-07-01T10:00"},
+        {berlin, "2026-03-29T02:30", "2026-03-29T01:30"}, // left out: 03:30
+        {berlin, "2026-10-25T02:30", "2026-10-25T00:30"}, // comes twice: the first
+        {newYork, "2026-03-08T02:00", "2026-03-08T07:00"},
+        {newYork, "2026-11-01T01:59", "2026-11-01T05:59"},
+        {lordHowe, "2026-10-04T02:15", "2026-10-03T15:45"}, // left out: 02:45
+        {lordHowe, "2026-04-05T01:45", "2026-04-04T14:45"}, // comes twice: the first
+    }};
+    for (const auto& [zone, shown, expected] : cases) {
+        useZone(zone);
+        fixAt(shown);
+        EXPECT_EQ(quelm::currentTime(), utc(expected)) << zone << " " << shown;
+        EXPECT_EQ(formatted("%Y-%m-%dT%H:%M"), shown);
+    }
+}
+
+TEST_F(Clock, RunsAsAPointInTimeUnlessFixed)
+{
+    const std::time_t before = std::time(nullptr);
+    const std::time_t read = quelm::currentTime();
+    EXPECT_LE(before, read);
+    EXPECT_LE(read, std::time(nullptr));
+}
+
+TEST_F(Clock, ATimeCanComeOnceTwiceOrNever)
+{
+    using Moments = std::vector<std::time_t>;
+    useZone(berlin);
+    const auto momentsOf = [](const char* text) { return quelm::momentsOf(quelm::parseLocalTime(text)); };
+    EXPECT_EQ(momentsOf("2026-10-25T01:59"), Moments{utc("2026-10-24T23:59")});
+    EXPECT_EQ(momentsOf("2026-10-25T02:00"), (Moments{utc("2026-10-25T00:00"), utc("2026-10-25T01:00")}));
+    EXPECT_EQ(momentsOf("2026-10-25T03:00"), Moments{utc("2026-10-25T02:00")});
+    EXPECT_EQ(momentsOf("2026-03-29T01:59"), Moments{utc("2026-03-29T00:59")});
+    EXPECT_EQ(momentsOf("2026-03-29T02:00"), Moments{});
+    EXPECT_EQ(momentsOf("2026-03-29T03:00"), Moments{utc("2026-03-29T01:00")});
+    auto claimed = quelm::parseLocalTime("2026-01-09T12:00");
+    claimed.tm_isdst = 1;
+    EXPECT_EQ(quelm::momentsOf(claimed), Moments{utc("2026-01-09T11:00")});
+    useZone("Not/There");
+    EXPECT_EQ(momentsOf("2026-01-09T12:00"), Moments{utc("2026-01-09T12:00")});
 }
 
 TEST(ParseLocalTime, TakesEveryDayThatThereIs)

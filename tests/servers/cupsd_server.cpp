@@ -74,6 +74,8 @@ std::string printerSection(const PrinterQueue& queue)
         queue.pausedWith.empty() ? "State Idle\n" : "State Stopped\nStateMessage " + queue.pausedWith + "\n";
     text += std::string("Accepting ") + (queue.accepting ? "Yes" : "No") + "\n";
     text += queue.banners ? "JobSheets standard standard\n" : "JobSheets none none\n";
+    if (!queue.holds.empty())
+        text += "Option job-hold-until " + queue.holds + "\n";
     if (!queue.onlyFor.empty())
         text += "AllowUser " + queue.onlyFor + "\n";
     return text + "Shared No\nErrorPolicy stop-printer\nOpPolicy default\n</" + kind + ">\n";
@@ -127,9 +129,9 @@ void CupsdServer::configure(const CupsdSettings& settings) const
                                   : "<Limit " + settings.guarded +
                                         ">\nAuthType Basic\nRequire valid-user\nOrder deny,allow\n</Limit>\n";
     writeFile(folder_ / "cupsd.conf",
-              "LogLevel debug\nMaxLogSize 0\nBrowsing No\nWebInterface No\n"
-              "Listen " +
-                  address() + "\nListen " + socketPath() +
+              "LogLevel debug\nMaxLogSize 0\nBrowsing No\nWebInterface No\n" +
+                  std::string(settings.forgetsJobs ? "PreserveJobHistory No\n" : "") + "Listen " + address() +
+                  "\nListen " + socketPath() +
                   "\n"
                   "<Location />\nOrder allow,deny\n</Location>\n"
                   "<Policy default>\n" +

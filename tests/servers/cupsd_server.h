@@ -22,6 +22,7 @@ struct PrinterQueue {
     std::string onlyFor = {};    ///< not empty: the one user who may print there
     bool filters = false;        ///< the queue has a driver, which changes documents of a kind that it knows
     bool banners = false;        ///< the queue's own choice is a banner page on either side of each job
+    std::string holds = {};      ///< not empty: until when the queue's own choice holds each job
 };
 
 /// What the server serves and how.
@@ -29,6 +30,7 @@ struct CupsdSettings {
     std::vector<PrinterQueue> queues = {};
     /// An operation, such as "Create-Job", that needs a password; empty: none does.
     std::string guarded = {};
+    bool forgetsJobs = false; ///< it keeps no history of jobs that ended
 };
 
 /// A job as a queue's device was given it.

@@ -242,4 +242,28 @@ Service cuttingProxy(int port, std::size_t bytes, Cut how)
     };
 }
 
+Service alteringProxy(int port, Alteration toServer, Alteration toClient)
+{
+    return [port, toServer = std::move(toServer), toClient = std::move(toClient)](int client, int stop) {
+        const int server = newSocket();
+        const auto passAltered = [](int from, int to, const Alteration& alter) {
+            std::string bytes(16384, '\0');
+            const ssize_t got = recv(from, bytes.data(), bytes.size(), 0);
+            if (got <= 0)
+                return false;
+            bytes.resize(static_cast<std::size_t>(got));
+            alter(bytes);
+            return sendAll(to, bytes.data(), bytes.size());
+        };
+        for (bool open = connectTo(server, port); open;) {
+            std::array<pollfd, 3> ends{{{client, POLLIN, 0}, {server, POLLIN, 0}, {stop, POLLIN, 0}}};
+            if (poll(ends.data(), ends.size(), -1) < 0 && errno == EINTR)
+                continue;
+            open = ends[2].revents == 0 && (ends[0].revents == 0 || passAltered(client, server, toServer)) &&
+                   (ends[1].revents == 0 || passAltered(server, client, toClient));
+        }
+        close(server);
+    };
+}
+
 } // namespace servers

@@ -91,6 +91,12 @@ enum class Cut {
 /// what the server sent.
 Service cuttingProxy(int port, std::size_t bytes, Cut how);
 
+/// Changes bytes on their way, which may be any part of what is sent.
+using Alteration = std::function<void(std::string& bytes)>;
+
+/// Passes everything on to the server at 127.0.0.1:`port` and back, behind these alterations.
+Service alteringProxy(int port, Alteration toServer, Alteration toClient);
+
 } // namespace servers
 
 #endif

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/cups_destination.h"
 
+#include "base/error.h"
 #include "driver/jobs/cups_server.h"
 #include "tests/driver/jobs/cups_support.h"
 #include "tests/servers/cupsd_server.h"
@@ -36,14 +37,19 @@ protected:
 
     Receipt send(const std::string& bytes, const std::string& queue = "fax")
     {
-        const auto destination = openQueue({queue, title, "ann"}, limits);
+        const auto destination = openQueue({queue, title, "ann", {}, {}, created}, limits);
         destination->sink().write(bytes);
         return destination->deliver(transfer);
     }
 
     std::string failureOf(const std::string& bytes, const std::string& queue = "fax")
     {
-        return errorLine([&] { send(bytes, queue); });
+        return certainLine([&] { send(bytes, queue); });
+    }
+
+    std::string doubtOf(const std::string& bytes)
+    {
+        return doubtLine([&] { send(bytes); });
     }
 
     /// Does something once, when so much of the job has gone out.
@@ -58,6 +64,29 @@ protected:
     /// False the first time.
     bool acted() { return std::exchange(acted_, true); }
 
+    /// A server whose word that it has the document comes once it says so of the job, and as rubbish. It
+    /// never tells of the attribute `hidden`.
+    std::unique_ptr<servers::ServingListener>
+    losingTheLastAnswer(const std::function<bool(const ServerJob&)>& isSo, const std::string& hidden = {})
+    {
+        directly = cupsd->address();
+        const auto isAtDocument = std::make_shared<std::atomic<bool>>(false);
+        transfer.progress = [isAtDocument](std::uint64_t done, std::uint64_t) {
+            if (done == 0)
+                *isAtDocument = true;
+        };
+        const auto alter = [this, isSo, hidden, isAtDocument](std::string& bytes) {
+            if (bytes.starts_with("HTTP/1.1 200") && isAtDocument->exchange(false)) {
+                waitForJob(++jobsLost_, isSo);
+                bytes.replace(0, 4, "XXXX");
+            }
+            if (const auto at = bytes.find(hidden); !hidden.empty() && at != std::string::npos)
+                bytes[at] = 'X';
+        };
+        return std::make_unique<servers::ServingListener>(servers::alteringProxy(
+            cupsd->port(), [](std::string&) {}, alter));
+    }
+
     int stateOfJob(int job)
     {
         const Transfer none;
@@ -69,10 +98,12 @@ protected:
 
     std::unique_ptr<CupsdServer> cupsd;
     std::string title = "letter.ps";
+    std::function<void(int)> created;
     Transfer transfer;
 
 private:
     bool acted_ = false;
+    int jobsLost_ = 0;
 };
 
 TEST_F(CupsDestinationTest, TheQueuePrintsTheJobByteForByte)
@@ -168,6 +199,15 @@ TEST_F(CupsDestinationTest, APausedQueueTakesTheJobAndSaysSo)
     EXPECT_EQ(receipt.place, "queue fax, job 1");
     EXPECT_EQ(receipt.note, "the queue is paused (Out of paper)");
     EXPECT_FALSE(cupsd->wasPrinted(1));
+}
+
+TEST_F(CupsDestinationTest, AQueueThatHoldsJobsByItsOwnSettingsSaysSo)
+{
+    servers::PrinterQueue queue{"fax", ""};
+    queue.holds = "indefinite";
+    start({{queue}, {}});
+    EXPECT_EQ(send("a job").note, "the queue itself holds the job (indefinite); release it there");
+    EXPECT_EQ(stateOfJob(1), IPP_JSTATE_HELD);
 }
 
 TEST_F(CupsDestinationTest, AQueueThatTakesNoJobsIsOneLine)
@@ -336,11 +376,59 @@ TEST_F(CupsDestinationTest, AServerThatIsContentBeforeItHasAllHasNotTakenTheJob)
                              " bytes of the job; job 7 was cancelled in the queue; send it again"));
 }
 
+TEST_F(CupsDestinationTest, TheNumberIsToldBeforeAnythingOfTheContentIsSent)
+{
+    start({{{"fax", ""}}, {}});
+    std::vector<std::string> events;
+    created = [&](int number) { events.push_back("created " + std::to_string(number)); };
+    transfer.progress = [&](std::uint64_t done, std::uint64_t) {
+        events.push_back("sent " + std::to_string(done));
+    };
+    send("a job");
+    EXPECT_EQ(events, (std::vector<std::string>{"created 1", "sent 0", "sent 5"}));
+}
+
+TEST_F(CupsDestinationTest, AJobWhoseNumberCannotBeKeptIsCancelled)
+{
+    start({{{"fax", ""}}, {}});
+    created = [](int) { throw Error("the list is full"); };
+    EXPECT_EQ(failureOf("a job"), "the list is full");
+    EXPECT_EQ(stateOfJob(1), IPP_JSTATE_CANCELED);
+}
+
+TEST_F(CupsDestinationTest, AnAnswerThatIsLostBehindTheLastByteLeavesADoubtWhenTheJobWasPrinted)
+{
+    start({{{"fax", ""}}, {}});
+    const auto proxy =
+        losingTheLastAnswer([](const ServerJob& job) { return job.state == IPP_JSTATE_COMPLETED; });
+    useServer(proxy->address());
+    EXPECT_THAT(doubtOf("a job"),
+                MatchesRegex("queue fax: .* after 5 of 5 bytes of the job; something of job 1 may have been "
+                             "printed; look at the device before sending it again"));
+}
+
+TEST_F(CupsDestinationTest, AnAnswerThatIsLostBehindTheLastByteIsNoDoubtWhenNothingWasPrinted)
+{
+    servers::PrinterQueue queue{"fax", ""};
+    queue.pausedWith = "wait";
+    start({{queue}, {}});
+    const auto isThere = [](const ServerJob& job) { return !job.isIncoming; };
+    const auto proxy = losingTheLastAnswer(isThere);
+    useServer(proxy->address());
+    EXPECT_THAT(failureOf("a job"), MatchesRegex("queue fax: .* after 5 of 5 bytes of the job; job 1 was "
+                                                 "cancelled in the queue; send it again"));
+    EXPECT_EQ(waitForJob(1, isThere).state, IPP_JSTATE_CANCELED);
+    // A server that does not tell whether it printed may have.
+    const auto silent = losingTheLastAnswer(isThere, "time-at-processing");
+    useServer(silent->address());
+    EXPECT_THAT(doubtOf("a job"), HasSubstr("; something of job 2 may have been printed; "));
+}
+
 TEST_F(CupsDestinationTest, AServerThatIsKilledHalfWayIsToldWithWhatIsLeft)
 {
     start({{{"fax", ""}}, {}});
     onceSent(1'000'000, [this] { cupsd->process().kill(); });
-    const auto line = failureOf(bytesOfEveryValue(largeSize));
+    const auto line = doubtOf(bytesOfEveryValue(largeSize));
     EXPECT_THAT(line, StartsWith("queue fax: the print server " + cupsd->address() +
                                  " broke off the connection after "));
     EXPECT_THAT(line, EndsWith(" of " + std::to_string(largeSize) +
@@ -359,7 +447,7 @@ TEST_F(CupsDestinationTest, AServerThatFreezesHalfWayIsWaitedForWithinTheLimit)
         frozen = std::chrono::steady_clock::now(); // not counting the job before, which a busy machine makes
                                                    // slowly
     });
-    const auto line = failureOf(bytesOfEveryValue(largeSize * 4));
+    const auto line = doubtOf(bytesOfEveryValue(largeSize * 4));
     EXPECT_LT(std::chrono::steady_clock::now() - frozen, 7500ms);
     cupsd->process().thaw();
     EXPECT_THAT(line, HasSubstr(" does not answer after "));

@@ -4,13 +4,17 @@
 #define TESTS_DRIVER_JOBS_CUPS_SUPPORT_H
 
 #include "driver/jobs/queue_limits.h"
+#include "driver/jobs/server_job.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <cups/cups.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <string>
+#include <thread>
 
 namespace quelm::tests {
 
@@ -35,7 +39,31 @@ protected:
 
     static void useServer(const std::string& address) { cupsSetServer(address.c_str()); }
 
+    /// Waits until the server says so of a job, and returns what it says at last: some ten seconds later when
+    /// it never does.
+    ServerJob waitForJob(int number, const std::function<bool(const ServerJob&)>& isSo) const
+    {
+        const Transfer unstoppable;
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        for (;;) {
+            CupsServer server("queue", limits, unstoppable, directly);
+            const auto job = askForServerJob(server, "fax", "ann", number).job.value_or(ServerJob());
+            if (isSo(job) || std::chrono::steady_clock::now() > deadline)
+                return job;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+    }
+
+    /// Lets a held job go, as `lp -H resume` does.
+    void release(int number) const
+    {
+        const Transfer unstoppable;
+        CupsServer server("queue", limits, unstoppable, directly);
+        EXPECT_TRUE(server.ask(newJobRequest(IPP_OP_RELEASE_JOB, "fax", "ann", number), "/jobs").isSuccess());
+    }
+
     QueueLimits limits;
+    std::string directly; ///< the server that the two go to; empty: the test's
 
 private:
     struct sigaction pipeBefore_ = {};

@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/process.h"
 #include "base/texts.h"
+#include "driver/jobs/output.h"
 
 #include <algorithm>
 #include <array>
@@ -101,6 +102,29 @@ std::string errorLine(const std::function<void()>& action)
         action();
     } catch (const Error& error) {
         return error.what();
+    }
+    return {};
+}
+
+std::string certainLine(const std::function<void()>& action)
+{
+    return errorLine([&action] {
+        try {
+            action();
+        } catch (const DeliveryInDoubt& doubt) {
+            throw Error("in doubt: " + std::string(doubt.what()));
+        }
+    });
+}
+
+std::string doubtLine(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const DeliveryInDoubt& doubt) {
+        return doubt.what();
+    } catch (const Error& error) {
+        return "for certain: " + std::string(error.what());
     }
     return {};
 }

@@ -66,6 +66,13 @@ std::string bytesOfEveryValue(std::size_t size);
 /// The line of the quelm::Error that `action` throws; empty when it throws none.
 std::string errorLine(const std::function<void()>& action);
 
+/// The same for an error behind which the destination has nothing of the job: the line of a `DeliveryInDoubt`
+/// begins with "in doubt: ".
+std::string certainLine(const std::function<void()>& action);
+
+/// The line of the `DeliveryInDoubt` that `action` throws; that of another error begins with "for certain: ".
+std::string doubtLine(const std::function<void()>& action);
+
 /// Collects a job in memory.
 class StringSink final : public JobSink {
 public:

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_target.h"
 
+#include "driver/jobs/queue_hold.h"
 #include "tests/driver/jobs/cups_support.h"
 #include "tests/servers/cupsd_server.h"
 #include "tests/servers/print_listener.h"
@@ -58,6 +59,24 @@ TEST_F(JobTargetTest, AQueueListsTheJobUnderTheDocumentsNameAsTheUsers)
     EXPECT_EQ(printed.content, "the job");
     EXPECT_EQ(printed.title, "letter.ps");
     EXPECT_EQ(printed.user, "ann");
+}
+
+TEST_F(JobTargetTest, AQueueIsToldTheTokenAndTheTimeOnTheServerThatIsNamed)
+{
+    servers::CupsdServer cupsd({{{"fax", ""}}, {}});
+    useServer(path("no-socket"));
+    const std::time_t until = std::time(nullptr) + 3600;
+    int number = 0;
+    const auto destination = openDestination(
+        QueueTarget{"fax", cupsd.address()},
+        {"letter.ps", "ann", "5f3a9c2e", until, [&number](int job) { number = job; }}, nullptr);
+    destination->sink().write("the job");
+    EXPECT_EQ(destination->deliver().job, 1);
+    EXPECT_EQ(number, 1);
+    directly = cupsd.address();
+    const auto job = waitForJob(1, [](const ServerJob&) { return true; });
+    EXPECT_EQ(job.name, "letter.ps [quelm 5f3a9c2e]");
+    EXPECT_TRUE(isHeldUntil(job, until));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "tests/support/two_users.h"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -113,7 +114,7 @@ TEST_F(OutputTest, AFullDiskBehindStandardOutputIsALine)
     const auto destination = open("-");
     destination->sink().write("the job");
     const StandardOutputTo capture(full.get());
-    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+    EXPECT_EQ(certainLine([&] { destination->deliver(); }),
               "standard output: cannot be written: the disk is full; make room and try again");
 }
 
@@ -126,15 +127,54 @@ TEST_F(OutputTest, AReaderOfStandardOutputThatWentAwayIsALine)
     const auto destination = open("-");
     destination->sink().write("the job");
     const StandardOutputTo capture(written.get());
-    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+    EXPECT_EQ(certainLine([&] { destination->deliver(); }),
               "standard output: cannot be written: the program that reads it has ended");
+}
+
+TEST_F(OutputTest, StandardOutputThatTookAPartIsInDoubt)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    const FileHandle written(ends[1]);
+    FileHandle reader(ends[0]);
+    const auto destination = open("-");
+    destination->sink().write(std::string(std::size_t{1} << 20U, 'x'));
+    std::thread leaving([&reader] {
+        char byte = 0;
+        EXPECT_EQ(::read(reader.get(), &byte, 1), 1);
+        reader.close();
+    });
+    std::string line;
+    {
+        const StandardOutputTo capture(written.get());
+        line = doubtLine([&] { destination->deliver(); });
+    }
+    leaving.join();
+    EXPECT_EQ(line, "standard output: cannot be written: the program that reads it has ended");
+}
+
+TEST_F(OutputTest, WhatCountsABytesWayTellsDoubtFromCertainty)
+{
+    std::uint64_t sent = 0;
+    EXPECT_EQ(certainLine([&] { sendCounting(sent, [] { throw Error("refused"); }); }), "refused");
+    EXPECT_EQ(doubtLine([&] {
+                  sendCounting(sent, [&] {
+                      sent = 1;
+                      throw Error("broken");
+                  });
+              }),
+              "broken");
+    EXPECT_EQ(doubtLine([&] { sendCounting(sent, [] { throw std::runtime_error("no memory"); }); }),
+              "no memory")
+        << "whatever it is";
+    sendCounting(sent, [] {});
 }
 
 TEST_F(OutputTest, ADeviceIsWrittenToAndStaysADevice)
 {
     const auto destination = open("/dev/full");
     destination->sink().write("the job");
-    const std::string line = errorLine([&] { destination->deliver(); });
+    const std::string line = certainLine([&] { destination->deliver(); });
     EXPECT_NE(line.find("/dev/full"), std::string::npos) << line;
     EXPECT_NE(line.find("the disk is full"), std::string::npos) << line;
     struct stat status = {};
@@ -162,7 +202,7 @@ TEST_F(OutputTest, AFifoThatNobodyReadsIsToldInOneLine)
     const auto destination = openOutput(path("fifo"), Document::open(file("document.ps", "%!PS\nshowpage\n")),
                                         std::chrono::milliseconds(50));
     destination->sink().write("the job");
-    EXPECT_EQ(errorLine([&] { destination->deliver(); }),
+    EXPECT_EQ(certainLine([&] { destination->deliver(); }),
               path("fifo") +
                   ": no program reads this fifo; start the one that takes the job, and send it again");
 }
@@ -182,7 +222,7 @@ TEST_F(OutputAmongOthers, AJobDoesNotGoIntoTheFifoThatAStrangerPutIntoAFolderFor
         ASSERT_TRUE(reader.isOpen());
         const auto destination = openOutput(folder / name, document);
         destination->sink().write("the job");
-        EXPECT_THAT(errorLine([&] { destination->deliver(); }),
+        EXPECT_THAT(certainLine([&] { destination->deliver(); }),
                     testing::HasSubstr("in a folder for everybody"));
         char byte = 0;
         EXPECT_EQ(::read(reader.get(), &byte, 1), 0);
@@ -213,7 +253,7 @@ TEST_F(OutputTest, WaitingForAFifosReaderCanBeCancelled)
     const auto destination = open(path("fifo"));
     destination->sink().write("the job");
     int asked = 0;
-    EXPECT_EQ(errorLine([&] {
+    EXPECT_EQ(certainLine([&] {
                   destination->deliver({{}, [&] { return ++asked > 2; }});
               }),
               path("fifo") + ": the job was cancelled before anything of it went out");
@@ -230,7 +270,7 @@ TEST_F(OutputTest, AReaderThatStopsReadingCannotHoldUpACancellation)
     Transfer transfer;
     transfer.progress = [&](std::uint64_t done, std::uint64_t) { taken = done; };
     transfer.cancelled = [&] { return taken == static_cast<std::uint64_t>(room); };
-    EXPECT_EQ(errorLine([&] { destination->deliver(transfer); }),
+    EXPECT_EQ(doubtLine([&] { destination->deliver(transfer); }),
               path("fifo") + ": the job was cancelled after 65536 of 100000 bytes");
 }
 
@@ -256,7 +296,7 @@ TEST_F(OutputTest, AFifosReaderThatWentAwayIsALine)
     const auto destination = open(path("fifo"));
     destination->sink().write(std::string(100000, 'x'));
     const auto leave = [&](std::uint64_t, std::uint64_t) { reader.close(); };
-    EXPECT_EQ(errorLine([&] {
+    EXPECT_EQ(doubtLine([&] {
                   destination->deliver({leave, {}});
               }),
               path("fifo") + ": cannot be written: the program that reads it has ended");

@@ -48,7 +48,12 @@ protected:
 
     std::string failureOf(const std::string& bytes, const std::string& address)
     {
-        return errorLine([&] { send(bytes, address); });
+        return certainLine([&] { send(bytes, address); });
+    }
+
+    std::string doubtOf(const std::string& bytes, const std::string& address)
+    {
+        return doubtLine([&] { send(bytes, address); });
     }
 
     /// The number in "... after NUMBER of TOTAL bytes ..."
@@ -125,7 +130,7 @@ TEST_F(TcpDestinationTest, ProgressCountsWhatTheDeviceHasTaken)
         EXPECT_EQ(total, largeSize);
         seen.push_back(done);
     };
-    failureOf(bytesOfEveryValue(largeSize), device.address());
+    doubtOf(bytesOfEveryValue(largeSize), device.address());
     ASSERT_GE(seen.size(), 2U);
     EXPECT_EQ(seen.front(), 0U);
     EXPECT_TRUE(std::ranges::is_sorted(seen));
@@ -164,7 +169,7 @@ TEST_F(TcpDestinationTest, AStalledDeviceIsWaitedForWithinTheLimit)
     PrintListener device(Manner::stalls, 5000);
     limits.stall = 300ms;
     const auto start = std::chrono::steady_clock::now();
-    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
+    const auto line = doubtOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": took nothing for 300 ms, after "));
     EXPECT_THAT(line,
@@ -177,7 +182,7 @@ TEST_F(TcpDestinationTest, AStalledDeviceIsWaitedForWithinTheLimit)
 TEST_F(TcpDestinationTest, ADeviceThatClosesEarlyIsTold)
 {
     PrintListener device(Manner::closes, 5000);
-    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
+    const auto line = doubtOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": broke off the connection after "));
     EXPECT_THAT(line, HasSubstr(" of " + std::to_string(largeSize) +
                                 " bytes of the job; look at the device, then send the job again"));
@@ -187,7 +192,7 @@ TEST_F(TcpDestinationTest, ADeviceThatClosesEarlyIsTold)
 TEST_F(TcpDestinationTest, ADeviceThatResetsTheConnectionIsTold)
 {
     PrintListener device(Manner::resets, 5000);
-    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
+    const auto line = doubtOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_THAT(line, StartsWith("device " + device.address() + ": broke off the connection after "));
     EXPECT_GE(bytesIn(line), 5000U);
     EXPECT_LT(bytesIn(line), largeSize);
@@ -198,7 +203,7 @@ TEST_F(TcpDestinationTest, ADeviceThatHasClosedItsSideAheadIsStillWatched)
     for (const std::size_t size : {std::size_t{60'000}, largeSize}) {
         PrintListener device(Manner::halfClosesThenResets, 100);
         limits.stall = 3s;
-        EXPECT_THAT(failureOf(bytesOfEveryValue(size), device.address()),
+        EXPECT_THAT(doubtOf(bytesOfEveryValue(size), device.address()),
                     StartsWith("device " + device.address() + ": broke off the connection after "));
     }
 }
@@ -208,14 +213,14 @@ TEST_F(TcpDestinationTest, ADeviceThatStallsOnTheLastBytesIsNotLetBe)
     PrintListener device(Manner::stalls, 1);
     limits.close = 50ms;
     limits.stall = 500ms;
-    EXPECT_THAT(failureOf(bytesOfEveryValue(60'000), device.address()),
+    EXPECT_THAT(doubtOf(bytesOfEveryValue(60'000), device.address()),
                 HasSubstr(": took nothing for 500 ms, after "));
 }
 
 TEST_F(TcpDestinationTest, AResetBehindTheLastByteIsToldAsDoubt)
 {
     PrintListener device(Manner::resetsAtTheEnd);
-    EXPECT_EQ(failureOf(bytesOfEveryValue(1000), device.address()),
+    EXPECT_EQ(doubtOf(bytesOfEveryValue(1000), device.address()),
               "device " + device.address() +
                   ": broke off the connection after all 1000 bytes of the job, and may have dropped it; look "
                   "at the device before sending it again");
@@ -224,7 +229,7 @@ TEST_F(TcpDestinationTest, AResetBehindTheLastByteIsToldAsDoubt)
 TEST_F(TcpDestinationTest, ADeviceThatClosesOnAShortJobIsTold)
 {
     PrintListener device(Manner::closes, 10);
-    EXPECT_THAT(failureOf(bytesOfEveryValue(1000), device.address()),
+    EXPECT_THAT(doubtOf(bytesOfEveryValue(1000), device.address()),
                 StartsWith("device " + device.address() + ": broke off the connection after all 1000 bytes"));
 }
 
@@ -261,7 +266,7 @@ TEST_F(TcpDestinationTest, ACancelledJobIsBrokenOffAndSaysWhatWentOut)
     PrintListener device(Manner::stalls, 5000);
     transfer.cancelled = [&] { return device.received().size() == 5000; };
     const auto start = std::chrono::steady_clock::now();
-    const auto line = failureOf(bytesOfEveryValue(largeSize), device.address());
+    const auto line = doubtOf(bytesOfEveryValue(largeSize), device.address());
     EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
     EXPECT_THAT(line,
                 MatchesRegex("device .*: the job was cancelled after [0-9]+ of " + std::to_string(largeSize) +
@@ -270,12 +275,38 @@ TEST_F(TcpDestinationTest, ACancelledJobIsBrokenOffAndSaysWhatWentOut)
     EXPECT_EQ(device.waitForEnding(), Ending::reset) << "a close would tell it that the job ends here";
 }
 
+TEST_F(TcpDestinationTest, WhatWasNotBegunIsNotInDoubt)
+{
+    PrintListener device(Manner::takesAll);
+    bool begun = false;
+    transfer.progress = [&begun](std::uint64_t, std::uint64_t) { begun = true; };
+    transfer.cancelled = [&begun] { return begun; };
+    EXPECT_EQ(failureOf("the job", device.address()),
+              "device " + device.address() + ": the job was cancelled before anything of it went out");
+    transfer = {};
+    transfer.progress = [this](std::uint64_t, std::uint64_t) { emptyUnnamedFiles(); };
+    EXPECT_EQ(failureOf("the job", device.address()),
+              "the temporary copy of the job became shorter while it was sent; send it again");
+    EXPECT_EQ(device.waitForEnding(), Ending::reset);
+    EXPECT_EQ(device.received(), "");
+}
+
+TEST_F(TcpDestinationTest, BytesThatTheDeviceHasNotAcknowledgedAreInDoubtToo)
+{
+    // It reads nothing; the systems on both sides take the job all the same.
+    PrintListener device(Manner::stalls, 0);
+    std::uint64_t looks = 0;
+    transfer.cancelled = [&] { return ++looks > 3; };
+    EXPECT_THAT(doubtOf("the job", device.address()),
+                MatchesRegex("device .* of 7 bytes; look at the device .*"));
+}
+
 TEST_F(TcpDestinationTest, ACancellationIsHeededWhileTheDeviceDoesNotClose)
 {
     PrintListener device(Manner::neverCloses);
     limits.close = 60s;
     transfer.cancelled = [&] { return device.received() == "the job"; };
-    EXPECT_THAT(failureOf("the job", device.address()), HasSubstr("cancelled after 7 of 7 bytes"));
+    EXPECT_THAT(doubtOf("the job", device.address()), HasSubstr("cancelled after 7 of 7 bytes"));
 }
 
 TEST_F(TcpDestinationTest, ATemporaryCopyThatIsDamagedBreaksOffTheJob)
@@ -285,7 +316,7 @@ TEST_F(TcpDestinationTest, ATemporaryCopyThatIsDamagedBreaksOffTheJob)
         if (done > 0)
             emptyUnnamedFiles();
     };
-    EXPECT_EQ(failureOf(bytesOfEveryValue(largeSize), device.address()),
+    EXPECT_EQ(doubtOf(bytesOfEveryValue(largeSize), device.address()),
               "the temporary copy of the job became shorter while it was sent; send it again");
     EXPECT_EQ(device.waitForEnding(), Ending::reset) << "a close would tell it that the job ends here";
 }
@@ -295,7 +326,7 @@ TEST_F(TcpDestinationTest, AProcessThatIsKilledBreaksOffItsJob)
     PrintListener device(Manner::stalls, 5000);
     const pid_t child = ::fork();
     if (child == 0) {
-        failureOf(bytesOfEveryValue(largeSize), device.address());
+        doubtOf(bytesOfEveryValue(largeSize), device.address());
         ::_exit(0);
     }
     EXPECT_TRUE(device.waitForBytes(5000));
