@@ -40,6 +40,14 @@ void Failures::deviceFailed(const std::string& line, bool failed)
     report(false, shown);
 }
 
+void Failures::optionsNotKept(bool isError, const std::string& line, bool holds)
+{
+    if (holds)
+        waiting_.push_back({isError, line});
+    else
+        report(isError, line);
+}
+
 void Failures::leaveOut(const std::string& line)
 {
     std::erase_if(waiting_, [&line](const Line& waiting) { return waiting.text == line; });

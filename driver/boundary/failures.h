@@ -45,6 +45,13 @@ public:
     void deviceFailed(const std::string& line, bool failed);
     void deviceAnswered() { last_.device.clear(); }
 
+    /// What was kept could not be taken over. `holds`: this line is held in any case.
+    void optionsNotKept(bool isError, const std::string& line, bool holds);
+    /// A phonebook that others share cannot be opened; logged as a warning.
+    void phonebookNotOpened(const std::string& line) { report(false, line); }
+    /// Members of a group are sent nothing; logged as a warning.
+    void membersMissing(const std::string& line) { report(false, line); }
+
     /// From now on nothing is logged.
     void hold() { held_ = true; }
     /// Takes a line out of those that are held: it is reported otherwise.

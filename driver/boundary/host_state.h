@@ -75,9 +75,12 @@ public:
     /// waited for. Empty: the process waits and does nothing else.
     std::function<int(pid_t program)> waitForProgram;
 
+    bool keepsWindows = false; ///< the component can neither show nor hide a window; see `WindowsKept`
+
     Failures failures; ///< why the boundary's functions answered false
 
-    std::set<std::string> damagedPhonebooks; ///< of whose unreadable records the user was told
+    std::set<std::string> damagedPhonebooks;  ///< of whose unreadable records the user was told
+    std::set<std::string> unopenedPhonebooks; ///< that could not be opened, of which the user was told
 
     /// The handle on a widget, made on first use; it lives as long as this object.
     GTKObject& handleOf(Widget& widget);
@@ -99,6 +102,23 @@ private:
     std::unordered_map<const Widget*, std::map<std::string, Handler>> handlers_;
     std::unordered_map<const Widget*, GTKObject*> handles_;
     std::vector<std::unique_ptr<GTKObject>> ownHandles_;
+};
+
+/// While it exists, the windows stay as they are, whatever the component does: what the driver confirms or
+/// chooses in the user's place happens unseen.
+class WindowsKept {
+public:
+    explicit WindowsKept(HostState& hostState) : state_(hostState), before_(hostState.keepsWindows)
+    {
+        state_.keepsWindows = true;
+    }
+    ~WindowsKept() { state_.keepsWindows = before_; }
+    WindowsKept(const WindowsKept&) = delete;
+    WindowsKept& operator=(const WindowsKept&) = delete;
+
+private:
+    HostState& state_;
+    bool before_;
 };
 
 /// Runs `body` at the boundary, which nothing may leave by an exception (out of memory): the answer

@@ -55,6 +55,10 @@ bool writeInteger(Widget& widget, int integer)
 
 bool writeFlag(Widget& widget, std::string_view property, bool flag)
 {
+    const HostState* state = HostState::current();
+    const bool isKept = widget.isWindow() && state != nullptr && state->keepsWindows;
+    if (property == "Visibility" && isKept)
+        return true;
     if (property == "Visibility")
         widget.setVisible(flag);
     else if (property == "Sensitivity")

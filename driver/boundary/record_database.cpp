@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/boundary/host_state.h"
+#include "driver/store/group_members.h"
 #include "driver/store/record_fields.h"
 #include "driver/store/record_store.h"
 #include "host/files.h"
@@ -47,6 +48,16 @@ void tell(const char* reason) noexcept
             state->failures.recordRefused(reason);
     } catch (...) { // no memory for the reason
     }
+}
+
+/// Says once of a phonebook that others share why it cannot be opened: its list is empty, in silence.
+void tellNotOpened(const std::string& path, const char* reason)
+{
+    auto* state = HostState::current();
+    if (state != nullptr && state->unopenedPhonebooks.insert(path).second)
+        state->failures.phonebookNotOpened(
+            // Translators: %s is why, as a sentence that names the file.
+            localized("the shared phonebook is not listed: %s", reason));
 }
 
 /// Runs an operation of the boundary.
@@ -105,6 +116,20 @@ public:
     {
         store_.refresh();
         readable();
+    }
+
+    /// Warns of the members of a group who are sent nothing when it is picked.
+    void tellMissingMembers(const Record& record)
+    {
+        auto* state = HostState::current();
+        const auto group = groupOf(record);
+        if (!group || state == nullptr)
+            return;
+        if (const auto warning =
+                missingMembersWarning(*group, store_.path(), [this](const std::string& name) {
+                    return find("u" + name).has_value();
+                }))
+            state->failures.membersMissing(*warning);
     }
 
     /// Saves a record that can be read.
@@ -221,8 +246,16 @@ bool QuelmLegacyDatabase::openDatabase(char* path, char* mode)
         // Remembered for `createDatabase`, which is asked next.
         impl->missing = FileObject::doesPathExist(path) ? "" : path;
         using Access = quelm::RecordStore::Access;
-        impl->slot->open =
-            std::make_unique<quelm::OpenPhonebook>(path, reads ? Access::read : Access::readWrite);
+        try {
+            impl->slot->open =
+                std::make_unique<quelm::OpenPhonebook>(path, reads ? Access::read : Access::readWrite);
+        } catch (const quelm::Error& error) {
+            if (reads)
+                quelm::tellNotOpened(path, error.what());
+            throw;
+        }
+        if (auto* state = quelm::HostState::current(); state != nullptr && reads)
+            state->unopenedPhonebooks.erase(path);
         if (writes && quelm::isPrivate(path))
             impl->slot->open->store().makePrivate();
         return true;
@@ -282,7 +315,8 @@ bool QuelmLegacyDatabase::saveRecord(LegacyDBRecord* record)
         quelm::Record saved{record->key, record->data};
         auto& phonebook = impl->phonebook();
         quelm::requireReadable(saved, phonebook.store().path());
-        phonebook.save(std::move(saved));
+        phonebook.save(saved);
+        phonebook.tellMissingMembers(saved);
         return true;
     });
 }
@@ -307,6 +341,8 @@ struct QuelmLegacyDatabaseIterator::Impl {
     std::shared_ptr<QuelmLegacyDatabase::Impl::Slot> slot;
     std::size_t next = 0; ///< position of the record after the one handed out last
     LegacyDBRecord record{};
+    /// The group that was fetched last, by itself; its members are asked for by their keys next.
+    std::optional<quelm::Record> group;
 
     quelm::OpenPhonebook* phonebook() const { return slot ? slot->open.get() : nullptr; }
 
@@ -342,12 +378,28 @@ LegacyDBRecord* QuelmLegacyDatabaseIterator::getNextRecord(bool first)
 
 LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordN(int n)
 {
-    return n < 1 ? nullptr : impl->handOut(static_cast<std::size_t>(n) - 1);
+    LegacyDBRecord* record = n < 1 ? nullptr : impl->handOut(static_cast<std::size_t>(n) - 1);
+    quelm::guarded([&] {
+        impl->group.reset();
+        if (record != nullptr) {
+            quelm::Record fetched{record->key, record->data};
+            if (quelm::groupOf(fetched))
+                impl->group = std::move(fetched);
+        }
+        return true;
+    });
+    return record;
 }
 
 LegacyDBRecord* QuelmLegacyDatabaseIterator::getRecordByKey(char* key)
 {
     quelm::OpenPhonebook* open = impl->phonebook();
+    // Once for each pick, however many members there are.
+    quelm::guarded([&] {
+        if (const auto group = std::exchange(impl->group, std::nullopt); group && open != nullptr)
+            open->tellMissingMembers(*group);
+        return true;
+    });
     const auto at = open != nullptr && key != nullptr ? open->find(key) : std::nullopt;
     return at ? impl->handOut(*at) : nullptr;
 }

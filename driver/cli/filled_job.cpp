@@ -33,7 +33,15 @@ FilledJob::FilledJob(const CommandLine& line)
       driver_(setup_.driver)
 {
     const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());
-    fillJob(driver_, options_, recipients_, policy);
+    driver_.requireReadableOptions();
+    try {
+        fillJob(driver_, options_, recipients_, policy);
+    } catch (const Error&) {
+        // An option that was not taken over is why others do not fit it.
+        driver_.requireKnownOptions();
+        throw;
+    }
+    driver_.requireKnownOptions();
     driver_.releaseFailures();
     handover_ =
         prepareHandover(driver_, line.command == Command::attributes ? Written::attributes : Written::job);

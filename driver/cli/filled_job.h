@@ -16,9 +16,10 @@
 namespace quelm {
 
 /// Starts the driver and carries out the job's options. The user's saved choices are the starting
-/// point, and stay as they are; but a credit card is charged only when an option says so. What the user
-/// should know of the job is logged as warnings. Throws Error or UsageError when the job cannot be put
-/// together, or what it holds must not go out.
+/// point, and stay as they are; they have to be readable, but for those that an option sets. However, a
+/// credit card is charged only when an option says so. What the user should know of the job is logged as
+/// warnings. Throws Error or UsageError when the job cannot be put together, or what it holds must not go
+/// out.
 class FilledJob {
 public:
     explicit FilledJob(const CommandLine& line);

@@ -23,7 +23,8 @@ void runScriptCommand(const CommandLine& line)
     const auto name = displayName(line.script);
     const auto script = readTextFile(line.script, largestScript);
     const auto steps = parseScript(script, name);
-    const auto setup = setUpDriver(line);
+    auto setup = setUpDriver(line);
+    setup.driver.holdOptionTroubles = true; // the step that writes a job ends with them
     Driver driver(setup.driver);
     ScriptRunner runner(driver, setup.pdl);
     for (const auto& step : steps) {

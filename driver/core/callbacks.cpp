@@ -25,7 +25,7 @@ bool Callbacks::fire(Widget& widget)
         return false;
     if (const auto callback = reinterpret_cast<host::WidgetCallback>(component_.exported(*name))) {
         GTKObject& handle = state_.handleOf(widget);
-        state_.guard.run(*name, [&] { callback(nullptr, &handle); });
+        run(*name, [&] { callback(nullptr, &handle); });
         return true;
     }
     if (*name == helpCallback) {
@@ -43,13 +43,35 @@ bool Callbacks::call(const std::string& exportedName)
 {
     const auto callback = reinterpret_cast<host::WidgetCallback>(component_.exported(exportedName));
     if (callback != nullptr)
-        state_.guard.run(exportedName, [&] { callback(nullptr, nullptr); });
+        run(exportedName, [&] { callback(nullptr, nullptr); });
     return callback != nullptr;
+}
+
+bool Callbacks::has(const std::string& exportedName) const
+{
+    return component_.exported(exportedName) != nullptr;
 }
 
 void Callbacks::run(std::string_view what, HostState::Handler handler)
 {
+    runFirst();
     state_.guard.run(what, [handler] { handler(); });
+}
+
+void Callbacks::run(const std::string& exportedName, const std::function<void()>& callback)
+{
+    runFirst();
+    const bool returned = state_.guard.run(exportedName, callback);
+    if (exportedName == host::entryPointSymbol)
+        done_.clear(); // the component has made another job, which holds nothing yet
+    if (returned)
+        done_.insert(exportedName);
+}
+
+void Callbacks::runFirst()
+{
+    if (const auto first = std::exchange(beforeFirst_, {}))
+        first();
 }
 
 } // namespace quelm

@@ -7,8 +7,10 @@
 #include "driver/plugin/component_library.h"
 
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quelm {
 
@@ -26,6 +28,17 @@ public:
     /// Calls a function of the export list that needs no widget; false when there is none.
     bool call(const std::string& exportedName);
 
+    /// Whether the component exports a function of that name.
+    [[nodiscard]] bool has(const std::string& exportedName) const;
+
+    /// Whether that function was called, by whatever way, and returned, since the component was started.
+    [[nodiscard]] bool hasDone(std::string_view exportedName) const { return done_.contains(exportedName); }
+    /// As if it had not been called.
+    void forget(const std::string& exportedName) { done_.erase(exportedName); }
+
+    /// Runs `action` ahead of the first call into the component that comes now, and never again.
+    void setBeforeFirst(std::function<void()> action) { beforeFirst_ = std::move(action); }
+
     /// Runs a handler that the component attached itself.
     void run(std::string_view what, HostState::Handler handler);
 
@@ -39,8 +52,13 @@ public:
     const Widget* helpButton() const { return askedAt_; }
 
 private:
+    void run(const std::string& exportedName, const std::function<void()>& callback);
+    void runFirst();
+
     HostState& state_;
     const ComponentLibrary& component_;
+    std::set<std::string, std::less<>> done_;
+    std::function<void()> beforeFirst_;
     std::string topic_;
     const Widget* askedAt_ = nullptr; // the tree keeps the widgets of dialogs until the driver ends
     std::function<void(const std::string&)> showHelp_;

@@ -10,10 +10,13 @@
 #include "driver/config/installation.h"
 #include "driver/config/user_place.h"
 #include "driver/core/callbacks.h"
+#include "driver/core/confirmations.h"
+#include "driver/core/kept_phonebook.h"
 #include "driver/core/start_failure.h"
 #include "driver/core/user_actions.h"
 #include "driver/plugin/component_fax_session.h"
 #include "driver/plugin/component_library.h"
+#include "driver/widgets/widget_names.h"
 #include "driver/widgets/widget_view.h"
 
 namespace quelm {
@@ -48,12 +51,23 @@ struct Driver::Parts {
     ComponentLibrary library;
     Callbacks callbacks{state, library};
     UserActions actions{state, callbacks};
+    Confirmations confirmations{state, callbacks};
     std::unique_ptr<ComponentFaxSession> faxSession;
 
     explicit Parts(const DriverOptions& options)
         : clock(options.now), state(resolveHome(options.home), resolveUser(options.user)),
           library(options.component.empty() ? defaultComponent(state.home) : options.component)
     {
+    }
+
+    /// What the fax dialog's Ok would take over from a box and its field; nothing when it is not ticked.
+    std::optional<std::string> tickedText(std::string_view box, std::string_view field) const
+    {
+        const Widget* ticked = state.tree.find(box);
+        const Widget* text = state.tree.find(field);
+        if (!confirmations.faxDialogWaits() || ticked == nullptr || !ticked->flag() || text == nullptr)
+            return std::nullopt;
+        return text->text();
     }
 
     const Widget& existing(std::string_view name) const
@@ -88,6 +102,10 @@ Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(op
         const FeatureFile file(featureFilePath(options.configDirectory, state.user));
         state.features.load(file, options.loadFeatures, options.saveFeatures);
     }
+    for (const FeatureTrouble& trouble : state.features.troubles())
+        state.failures.optionsNotKept(trouble.name.empty(), trouble.line,
+                                      options.holdOptionTroubles && trouble.decides);
+    parts_->callbacks.setBeforeFirst([this] { handOverKeptPhonebook(parts_->state, parts_->callbacks); });
 }
 
 Driver::~Driver()
@@ -158,6 +176,45 @@ void* Driver::resource(std::string_view name) const
     const auto found = parts_->state.resources.find(name);
     return found == parts_->state.resources.end() ? nullptr : found->second;
 }
+
+void Driver::takeOverShownChoices() { parts_->confirmations.takeOver(); }
+
+bool Driver::choicesTakenOver() const { return !parts_->confirmations.faxDialogWaits(); }
+
+bool Driver::coverPageWillGo()
+{
+    if (!parts_->confirmations.faxDialogWaits())
+        return faxSession().coverPageChosen();
+    return parts_->state.features.number(widget_names::lanFaxCoverSheetOption).value_or(0) != 0;
+}
+
+std::string Driver::dialingPrefixToUse()
+{
+    auto shown = parts_->tickedText(widget_names::lanFaxDialingPrefix, widget_names::lanFaxDialingPrefixInfo);
+    return shown ? *std::move(shown) : faxSession().texts().dialingPrefix;
+}
+
+std::string Driver::creditCardToCharge()
+{
+    auto shown = parts_->tickedText(widget_names::lanFaxCreditCard, widget_names::lanFaxCreditCardInfo);
+    return shown ? *std::move(shown) : faxSession().texts().creditCard;
+}
+
+void Driver::requireReadableOptions()
+{
+    for (const FeatureTrouble& trouble : parts_->state.features.troubles())
+        if (trouble.name.empty())
+            failWith(trouble.line);
+}
+
+void Driver::requireKnownOptions()
+{
+    for (const FeatureTrouble& trouble : parts_->state.features.troubles())
+        if (trouble.decides)
+            failWith(trouble.line);
+}
+
+void Driver::settleOption(std::string_view name) { parts_->state.features.settle(name); }
 
 const LastFailure& Driver::lastFailure() const { return parts_->state.failures.last(); }
 

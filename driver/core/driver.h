@@ -43,8 +43,11 @@ struct DriverOptions {
     /// The option values to start with, by the names of their widgets, in place of those that were kept; none
     /// are kept then.
     std::optional<std::map<std::string, std::string>> optionValues;
-    bool loadFeatures = true;  ///< start with the option values that were kept; false: with the defaults
-    bool saveFeatures = true;  ///< keep the option values between runs; false: they end with this driver
+    bool loadFeatures = true; ///< start with the option values that were kept; false: with the defaults
+    bool saveFeatures = true; ///< keep the option values between runs; false: they end with this driver
+    /// What cannot be taken over of the kept option values is logged at the end, not at once, unless
+    /// `requireKnownOptions` throws it before.
+    bool holdOptionTroubles = false;
     bool holdFailures = false; ///< what fails at the boundary is logged when it is released, not at once
 };
 
@@ -131,6 +134,33 @@ public:
     /// The values of the options now, by the names of their widgets, as `DriverOptions::optionValues` takes
     /// them; the credit card's number is not among them.
     std::map<std::string, std::string> optionValues() const;
+
+    // --- What goes out ------------------------------------------------------------------------
+
+    /// Makes the component take over what the fax dialog, the cover sheet's set-up and the sender dialog
+    /// show, as far as nobody has confirmed them since the start: after a start they show what was kept, and
+    /// the job holds none of it. Called just before a job is looked at to be written; nothing is seen of it.
+    /// Throws quelm::Error when the component fails; the job must not be written then.
+    void takeOverShownChoices();
+
+    /// Whether the job holds what the fax dialog showed when it was last confirmed, by the user or by
+    /// `takeOverShownChoices`; before that it holds none of the kept choices.
+    [[nodiscard]] bool choicesTakenOver() const;
+
+    /// What a job that is written now holds: it may not have been taken over yet. An empty text is none.
+    /// @{
+    [[nodiscard]] bool coverPageWillGo();
+    [[nodiscard]] std::string dialingPrefixToUse();
+    [[nodiscard]] std::string creditCardToCharge();
+    /// @}
+
+    /// Throws quelm::Error when the kept option values could not be read at all.
+    void requireReadableOptions();
+    /// The same, and when one of those that decide what goes out did not suit and was not set since: the job
+    /// would go out otherwise than the user believes.
+    void requireKnownOptions();
+    /// What was kept of this option does not matter: something else decides, as setting it would.
+    void settleOption(std::string_view name);
 
     // --- What the component asked for in vain ------------------------------------------------
 

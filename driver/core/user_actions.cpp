@@ -150,6 +150,7 @@ void UserActions::type(Widget& widget, std::string_view text)
         throw Error(localized("%s is read-only", described(widget)));
     requireTypable(widget, text);
     widget.setText(text);
+    state_.features.settle(widget.name());
     callbacks_.fire(widget);
     state_.features.keep();
 }
@@ -164,6 +165,8 @@ void UserActions::tick(Widget& widget, bool on)
     if (widget.kind() == WidgetKind::radioButtonItem && !on)
         throw Error(localized("%s cannot be unticked; choose another item of its group", described(widget)));
     widget.setFlag(on);
+    state_.features.settle(widget.kind() == WidgetKind::radioButtonItem ? widget.parent()->name()
+                                                                        : widget.name());
     if (!callbacks_.fire(widget) && widget.kind() == WidgetKind::radioButtonItem)
         callbacks_.fire(*widget.parent());
     state_.features.keep();
@@ -186,6 +189,7 @@ void UserActions::choose(Widget& widget, int value)
     if (widget.kind() != WidgetKind::spinBox)
         requireUsableItem(*widget.items()[static_cast<std::size_t>(value)]);
     widget.setNumber(value);
+    state_.features.settle(widget.name());
     callbacks_.fire(widget);
     state_.features.keep();
 }

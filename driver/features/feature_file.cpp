@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/file_handle.h"
 #include "base/system_reason.h"
+#include "base/texts.h"
 #include "base/translation.h"
 
 #include <fcntl.h>
@@ -14,9 +15,12 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace quelm {
@@ -63,7 +67,13 @@ Keys readKeys(const std::string& path)
             throw unusable(path, localized("it holds what is no option"));
         if (!g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT))
             throw unusable(path, error->message);
+        return keys;
     }
+    // Which would end the value that it stands in.
+    std::ifstream file(path, std::ios::binary);
+    using Bytes = std::istreambuf_iterator<char>;
+    if (std::find(Bytes(file), Bytes(), '\0') != Bytes())
+        throw unusable(path, localized("it holds a character NUL"));
     return keys;
 }
 
@@ -103,8 +113,9 @@ std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string&
         GError* error = nullptr;
         const Text value(g_key_file_get_string(keys.get(), group, *name, &error));
         if (value == nullptr) {
-            const Failure failure(error);
-            throw unusable(path, error->message);
+            const Failure failure(error); // its text quotes the value, too
+            throw unusable(path,
+                           localized("the value of \"%s\" is no text that can be read", shownText(*name)));
         }
         values[*name] = value.get();
     }

@@ -4,14 +4,17 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glib.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
-#include <vector>
+#include <filesystem>
+#include <system_error>
 
 namespace quelm {
 
@@ -31,7 +34,7 @@ constexpr std::array<Default, 3> defaults{{
 /// The options of the fax, cover sheet and sender dialogs, which are kept between runs. What the other
 /// dialogs hold belongs to one recipient or search, and read-only fields only show what the
 /// component knows.
-constexpr std::array<std::string_view, 28> keptNames{{
+constexpr std::array<std::string_view, 29> keptNames{{
     widget_names::lanFaxConfSheet,
     widget_names::lanFaxCoverSheetOption,
     widget_names::lanFaxSendSpeed,
@@ -46,6 +49,7 @@ constexpr std::array<std::string_view, 28> keptNames{{
     widget_names::lanFaxCreditCard,
     widget_names::lanFaxCreditCardInfo,
     widget_names::lanFaxDefaultPb,
+    widget_names::lanFaxSharedPbName,
     widget_names::lanFaxPrefDuplicates,
     widget_names::lanFaxPrefRemoveOne,
     widget_names::lanFaxPrefCurrentList,
@@ -61,6 +65,16 @@ constexpr std::array<std::string_view, 28> keptNames{{
     widget_names::senderFaxTelNumber,
     widget_names::senderFaxEmailAddr,
 }};
+
+/// Those that decide how the dialogs behave, and not what a device is sent.
+constexpr std::array<std::string_view, 6> preferences{
+    widget_names::lanFaxDefaultPb,       widget_names::lanFaxSharedPbName,
+    widget_names::lanFaxPrefDuplicates,  widget_names::lanFaxPrefRemoveOne,
+    widget_names::lanFaxPrefCurrentList, widget_names::lanFaxPrefCurrentCoverNotes,
+};
+
+/// What the boundary's texts have room for, without the terminator.
+constexpr std::size_t longestPath = 4095;
 
 /// The widget in which the feature `name` lives, null when there is none.
 Widget* home(const WidgetTree& tree, std::string_view name)
@@ -141,9 +155,17 @@ int forEachFeature(const WidgetTree& tree, std::string_view tokenList, Action ac
     return count;
 }
 
+/// A path means the same from wherever the next driver is started.
+bool isAbsolutePath(const std::string& kept)
+{
+    return kept.starts_with('/') && kept.size() <= longestPath && !hasControlCharacter(kept);
+}
+
 /// Puts a kept text into a widget; false when it does not suit.
 bool takeKept(Widget& widget, const std::string& kept)
 {
+    if (widget.name() == widget_names::lanFaxSharedPbName && !kept.empty() && !isAbsolutePath(kept))
+        return false;
     if (widget.kind() == WidgetKind::textEntry) {
         const bool oneLine = kept.find_first_of("\r\n") == std::string::npos;
         const auto length = static_cast<std::size_t>(g_utf8_strlen(kept.c_str(), -1));
@@ -175,9 +197,12 @@ std::optional<int> Features::number(std::string_view name) const
 
 int Features::setDefaults(std::string_view tokenList)
 {
-    return forEachFeature(tree_, tokenList, [](Widget& widget) {
+    return forEachFeature(tree_, tokenList, [this](Widget& widget) {
         const std::optional<FeatureValue> value = defaultOf(widget);
-        return value && setValue(widget, *value);
+        if (!value || !setValue(widget, *value))
+            return false;
+        settle(widget.name());
+        return true;
     });
 }
 
@@ -211,10 +236,11 @@ void Features::setAllDefaults()
 void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
 {
     std::map<std::string, std::string> values;
+    troubles_.clear();
     try {
         values = source.read(); // also when they are not wanted: a damaged file is not written to
     } catch (const Error& error) {
-        log(Severity::error, error.what());
+        troubles_.push_back({"", error.what(), true});
         return;
     }
     if (!takeOver)
@@ -230,20 +256,34 @@ void Features::takeValues(const std::map<std::string, std::string>& values, cons
     for (const std::string_view name : keptNames) {
         const auto kept = values.find(std::string(name));
         Widget* widget = tree_.find(name);
-        if (kept != values.end() && widget != nullptr && !takeKept(*widget, kept->second)) {
-            // The number of a credit card is nobody's to read.
-            const std::string shown = name == widget_names::lanFaxCreditCardInfo ? "..." : kept->second;
-            log(Severity::warning,
-                // Translators: a value, the name of its option and the file that keeps it.
-                localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over", shown,
-                          kept->first, source));
-        }
+        if (kept == values.end() || widget == nullptr || takeKept(*widget, kept->second))
+            continue;
+        // The number of a credit card is nobody's to read.
+        const std::string shown =
+            name == widget_names::lanFaxCreditCardInfo ? "..." : shownText(kept->second);
+        const bool decides = std::ranges::find(preferences, name) == preferences.end();
+        troubles_.push_back(
+            {kept->first,
+             // Translators: a value, the name of its option and the file that keeps it.
+             localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over; set it anew in "
+                       "the fax dialog, or remove it from the file",
+                       shown, kept->first, source),
+             decides});
     }
 }
 
 void Features::takeOver(const std::map<std::string, std::string>& values)
 {
+    troubles_.clear();
     takeValues(values, localized("the outbox"));
+}
+
+void Features::settle(std::string_view name)
+{
+    // What is set to the value that it has by now is to be written all the same, over the one that does not
+    // suit.
+    if (std::erase_if(troubles_, [name](const FeatureTrouble& trouble) { return trouble.name == name; }) > 0)
+        written_.erase(std::string(name));
 }
 
 std::map<std::string, std::string> Features::texts() const
@@ -288,10 +328,16 @@ std::map<std::string, FeatureValue> Features::keptValues() const
     std::map<std::string, FeatureValue> values;
     for (const std::string_view name : keptNames) {
         const Widget* widget = tree_.find(name);
-        if (widget != nullptr) {
-            if (std::optional<FeatureValue> value = valueOf(*widget))
-                values.emplace(name, std::move(*value));
-        }
+        std::optional<FeatureValue> value = widget == nullptr ? std::nullopt : valueOf(*widget);
+        if (!value)
+            continue;
+        // The next driver may be started elsewhere.
+        auto* path = name == widget_names::lanFaxSharedPbName ? std::get_if<std::string>(&*value) : nullptr;
+        std::error_code failure; // of a work folder that is gone: the next start passes the path over then
+        if (path != nullptr && !path->empty() && path->front() != '/')
+            if (const auto whole = std::filesystem::absolute(*path, failure); !failure)
+                *path = whole.string();
+        values.emplace(name, *std::move(value));
     }
     return values;
 }

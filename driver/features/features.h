@@ -10,8 +10,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace quelm {
+
+/// Why what was kept could not be taken over.
+struct FeatureTrouble {
+    std::string name; ///< of the option; empty when none could be read
+    std::string line; ///< what, where, what to do: for the user
+    bool decides;     ///< what goes out depends on it: it is no preference
+};
 
 /// The features. A feature bears the name of a widget, and its value is what the widget holds: the
 /// index of a radio group, combo box or tab set, a check box's 0 or 1, a spin box's number, a text
@@ -32,18 +41,30 @@ public:
     /// A feature that was never saved stays as it is.
     int restore(std::string_view tokenList);
 
+    using SavedValues = std::map<const Widget*, FeatureValue>;
+
+    /// What `restore` returns to, and putting that back.
+    [[nodiscard]] const SavedValues& savedValues() const { return saved_; }
+    void setSavedValues(SavedValues values) { saved_ = std::move(values); }
+
     /// Puts every option to its default; called once the dialogs are built.
     void setAllDefaults();
 
     /// Takes over the values that `file` keeps when `takeOver`, and keeps changed ones there from now
-    /// on when `keepChanges`. A value that does not suit its widget is passed over with a warning in the
-    /// log. A damaged or unreadable file is an error in the log: the defaults stay, and the file is
-    /// never written to.
+    /// on when `keepChanges`. A value that does not suit its widget is passed over. Of a damaged or
+    /// unreadable file nothing is taken: the defaults stay, and the file is never written to. `troubles`
+    /// names both.
     void load(const FeatureFile& file, bool takeOver, bool keepChanges);
 
     /// Takes over values by the names of their options, as `texts` gives them. One that does not suit its
-    /// widget is passed over with a warning in the log.
+    /// widget is passed over; `troubles` names it.
     void takeOver(const std::map<std::string, std::string>& values);
+
+    /// What could not be taken over and was not set since. Nothing of it is logged here.
+    const std::vector<FeatureTrouble>& troubles() const { return troubles_; }
+
+    /// The user has set this option: what was kept of it does not matter any more.
+    void settle(std::string_view name);
 
     /// The values of all options that are kept between runs, but for the number of a credit card.
     std::map<std::string, std::string> texts() const;
@@ -57,10 +78,11 @@ private:
     std::map<std::string, FeatureValue> keptValues() const;
 
     WidgetTree& tree_;
-    std::map<const Widget*, FeatureValue> saved_;
+    SavedValues saved_;
     std::optional<FeatureFile> file_;             // where changes go
     std::map<std::string, FeatureValue> written_; // what the file, or the defaults, say
     std::string lastFailure_;
+    std::vector<FeatureTrouble> troubles_;
 };
 
 } // namespace quelm

@@ -11,10 +11,12 @@
 #include "driver/jobs/attribute_lines.h"
 #include "driver/jobs/job_writer.h"
 #include "driver/widgets/widget_names.h"
+#include "driver/widgets/widget_tree.h"
 
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace quelm {
@@ -28,6 +30,14 @@ constexpr std::array<std::pair<std::string JobTexts::*, const char*>, 7> coverTe
     {&JobTexts::senderOrganization, forTranslation("the sender's organization")},
     {&JobTexts::senderPhone, forTranslation("the sender's phone number")},
     {&JobTexts::senderEmail, forTranslation("the sender's e-mail address")},
+}};
+
+constexpr std::array<std::pair<const char*, std::string JobTexts::*>, 5> senderFields{{
+    {widget_names::senderFaxName, &JobTexts::senderName},
+    {widget_names::senderFaxNumber, &JobTexts::senderNumber},
+    {widget_names::senderFaxOrganization, &JobTexts::senderOrganization},
+    {widget_names::senderFaxTelNumber, &JobTexts::senderPhone},
+    {widget_names::senderFaxEmailAddr, &JobTexts::senderEmail},
 }};
 
 void requireDialText(const std::string& text, const char* what)
@@ -72,6 +82,74 @@ std::vector<std::string> remarksOn(const Driver& driver, const JobTexts& texts)
     return remarks;
 }
 
+/// What a field of the dialogs shows; nothing for a component that has no such field.
+std::string shownIn(const WidgetTree& tree, const char* field)
+{
+    const Widget* widget = tree.find(field);
+    return widget == nullptr ? "" : widget->text();
+}
+
+/// What the fax dialog shows of an option with a box; nothing while the box is not ticked.
+std::optional<std::string> tickedText(const WidgetTree& tree, const char* box, const char* field)
+{
+    const Widget* widget = tree.find(box);
+    return widget != nullptr && widget->flag() ? std::optional(shownIn(tree, field)) : std::nullopt;
+}
+
+/// The dialog keeps what it shows when it is cancelled, and the job what it held before: what goes out is
+/// then not what the user sees, and the attribute lines and the pages may contradict each other.
+std::vector<std::string> contradictionsOf(Driver& driver, const JobTexts& texts, bool hasCoverPage)
+{
+    std::vector<std::string> warnings;
+    if (!driver.choicesTakenOver())
+        return warnings;
+    const WidgetTree& tree = driver.widgets();
+    const Widget* option = tree.find(widget_names::lanFaxCoverSheetOption);
+    const bool showsCoverPage = option != nullptr ? option->number() != 0 : hasCoverPage;
+    if (showsCoverPage && !hasCoverPage)
+        warnings.push_back(
+            localized("the fax goes out without a cover page, though the fax dialog shows that "
+                      "one is sent; open the dialog and press Ok to send it"));
+    else if (!showsCoverPage && hasCoverPage)
+        warnings.push_back(
+            localized("the fax goes out with a cover page, though the fax dialog shows that none "
+                      "is sent; open the dialog and press Ok to leave it out"));
+    const std::string note = " (" + shownIn(tree, widget_names::lanFaxCoverSheetNotes) + ") ";
+    if (option != nullptr && showsCoverPage && hasCoverPage && texts.note != note)
+        warnings.push_back(
+            localized("the cover page has another note than the fax dialog shows; open the dialog "
+                      "and press Ok to take that one"));
+    if (hasCoverPage && std::ranges::any_of(senderFields, [&](const auto& field) {
+            const Widget* widget = tree.find(field.first);
+            return widget != nullptr && widget->text() != texts.*field.second;
+        }))
+        warnings.push_back(
+            localized("the cover page is made with other details of the sender than its set-up shows; "
+                      "open the set-up and press Ok to take those"));
+    const auto prefix =
+        tickedText(tree, widget_names::lanFaxDialingPrefix, widget_names::lanFaxDialingPrefixInfo);
+    if (prefix && *prefix != texts.dialingPrefix)
+        warnings.push_back(
+            texts.dialingPrefix.empty()
+                ? localized(
+                      "the fax is dialled without a prefix, though the fax dialog shows \"%s\"; open the "
+                      "dialog and press Ok to dial it",
+                      shownText(*prefix))
+                : localized(
+                      "the fax is dialled with the prefix \"%s\", though the fax dialog shows \"%s\"; open "
+                      "the dialog and press Ok to take that one",
+                      shownText(texts.dialingPrefix), shownText(*prefix)));
+    const auto card = tickedText(tree, widget_names::lanFaxCreditCard, widget_names::lanFaxCreditCardInfo);
+    if (card && *card != texts.creditCard)
+        warnings.push_back(
+            texts.creditCard.empty()
+                ? localized("no credit card is charged, though the fax dialog shows one; open the "
+                            "dialog and press Ok to charge it")
+                : localized("another credit card is charged than the fax dialog shows; open the "
+                            "dialog and press Ok to take that one"));
+    return warnings;
+}
+
 } // namespace
 
 std::vector<std::string> Handover::allWarnings() const
@@ -84,6 +162,7 @@ std::vector<std::string> Handover::allWarnings() const
 
 Handover prepareHandover(Driver& driver, Written written)
 {
+    driver.takeOverShownChoices();
     FaxSession& session = driver.faxSession();
     Handover handover;
     handover.recipients = session.recipients();
@@ -98,7 +177,8 @@ Handover prepareHandover(Driver& driver, Written written)
     }
     handover.shared = sharedNumbers(handover.recipients);
     handover.sharedWarnings = sharedNumberWarnings(handover.recipients, handover.shared);
-    handover.warnings = trunkZeroWarnings(handover.recipients);
+    handover.warnings = contradictionsOf(driver, texts, session.coverPageChosen());
+    std::ranges::copy(trunkZeroWarnings(handover.recipients), std::back_inserter(handover.warnings));
     handover.remarks = remarksOn(driver, texts);
     return handover;
 }

@@ -32,10 +32,12 @@ enum class Written {
     attributes, ///< its attribute lines alone; whether the cover page prints does not matter
 };
 
-/// Looks at the driver's job as it would be written now. Throws quelm::Error, naming the first that is wrong,
+/// Has the component take over what its dialogs show, as far as nobody confirmed them since the start, and
+/// looks at the driver's job as it would be written now. Throws quelm::Error, naming the first that is wrong,
 /// when a recipient cannot be faxed to, the dialing prefix, the credit card or a text of the cover sheet
 /// holds what must not get into a job, or the cover sheet cannot be printed; the job must not be written
-/// then. Changes nothing, and writes nothing. That the job has recipients at all is for the writer to ask.
+/// then. Changes nothing else, and writes nothing. That the job has recipients at all is for the writer to
+/// ask.
 [[nodiscard]] Handover prepareHandover(Driver& driver, Written written = Written::job);
 
 /// "; ..." for each of the remarks.

@@ -109,7 +109,7 @@ Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace
     group = acceptable(std::move(group));
     Phonebook phonebook(place, Phonebook::Access::write); // one without entries has no use for groups
     for (const auto& member : group.members) {
-        if (!phonebook.hasEntry(member))
+        if (!phonebook.reachesMember(member))
             throw Error(localized("\"%s\": the member \"%s\" is not in the phonebook; add it first",
                                   oneLine(group.name), oneLine(member)));
     }

@@ -71,7 +71,7 @@ std::vector<std::string> strayMembers(const std::vector<Contact>& contacts, cons
         if (group == nullptr)
             continue;
         for (const auto& member : group->members) {
-            if (phonebook.hasEntry(member))
+            if (phonebook.reachesMember(member))
                 continue;
             if (strays.size() == mostLines)
                 ++more;

@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/store/phonebook_file.h"
+#include "driver/store/record_fields.h"
 
 #include <sys/stat.h>
 
@@ -81,6 +82,12 @@ std::vector<Phonebook::Item> Phonebook::listedItems() const
 }
 
 bool Phonebook::has(const std::string& key) const { return store_ && store_->find(key).has_value(); }
+
+bool Phonebook::reachesMember(std::string_view name) const
+{
+    const auto at = store_ ? store_->find(entryKey(name)) : std::nullopt;
+    return at && !fieldProblem(store_->records()[*at].data);
+}
 
 bool Phonebook::saveRecord(Record record)
 {

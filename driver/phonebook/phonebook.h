@@ -48,6 +48,8 @@ public:
     std::vector<Item> listedItems() const;
 
     bool hasEntry(std::string_view name) const { return has(entryKey(name)); }
+    /// Whether the component finds an entry for a group's member of that name: one that it can read.
+    bool reachesMember(std::string_view name) const;
     bool hasGroup(std::string_view name) const { return has(groupKey(name)); }
 
     /// Puts an acceptable entry or group behind the others, or into the place of the one of that name:

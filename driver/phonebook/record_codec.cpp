@@ -3,9 +3,9 @@
 #include "driver/phonebook/record_codec.h"
 
 #include "base/translation.h"
+#include "driver/store/group_members.h"
 #include "driver/store/record_fields.h"
 
-#include <cstddef>
 #include <map>
 #include <optional>
 
@@ -20,25 +20,6 @@ std::string field(const char* tag, const std::string& value)
 std::string fieldUnlessEmpty(const char* tag, const std::string& value)
 {
     return value.empty() ? std::string() : field(tag, value);
-}
-
-/// The members in a group's value. A name begins behind ">" or, when no ">" is left, behind "u", and
-/// ends at a comma: as the component reads it, oddities of mixed lists included.
-void appendMembers(std::string_view list, std::vector<std::string>& members)
-{
-    bool angleLeft = true;
-    for (;;) {
-        auto mark = angleLeft ? list.find('>') : std::string_view::npos;
-        angleLeft = mark != std::string_view::npos;
-        if (!angleLeft)
-            mark = list.find('u');
-        if (mark == std::string_view::npos)
-            return;
-        list.remove_prefix(mark);
-        const auto end = list.find(',');
-        members.emplace_back(list.substr(0, end).substr(1));
-        list.remove_prefix(end == std::string_view::npos ? list.size() : end);
-    }
 }
 
 /// What has been read of one record.

@@ -14,8 +14,11 @@
 namespace journeys {
 namespace {
 
+using testing::AnyOf;
 using testing::Contains;
+using testing::Each;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::filesystem::path recordings = build_paths::inProject("tests/journeys/recorded");
@@ -30,6 +33,15 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to)
 {
     for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
         text.replace(at, from.size(), to);
+}
+
+std::vector<std::string> linesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
 }
 
 class RecordedJourney : public Journey, public testing::WithParamInterface<std::string> {
@@ -47,11 +59,17 @@ protected:
         user = scene.user;
         const auto result = driver({"script", file("steps", script), "--now", "2026-03-04T05:06"});
         EXPECT_EQ(result.status, 0);
-        // Of its job a script is told what the dialog does not show any more, and of nothing else.
+        // Of its job a script is told what the dialog does not show any more, of what the component passes
+        // over what these two are about, and of nothing else.
         const std::string told =
             "quelm-driver: the dialing prefix 9 is dialled, though its box is not ticked any more\n";
-        EXPECT_EQ(result.errors,
-                  script.find("\ntick \"LanFax Dialing Prefix\" off\n") != std::string::npos ? told : "");
+        if (GetParam() == "add_group" || GetParam() == "file_choosers")
+            EXPECT_THAT(linesOf(result.errors),
+                        Each(AnyOf(HasSubstr(": warning: the group \"Team\" sends nothing to its member"),
+                                   HasSubstr(": warning: the shared phonebook is not listed: "))));
+        else
+            EXPECT_EQ(result.errors,
+                      script.find("\ntick \"LanFax Dialing Prefix\" off\n") != std::string::npos ? told : "");
         return answeredSteps(scene.steps, withPlaceholders(result.output));
     }
 

@@ -53,6 +53,7 @@ inline constexpr const char* optionDialogs = R"(<XmlGuiDefinition Version="0.1">
     <CheckBox Name="LanFax Pref Duplicates"/><CheckBox Name="LanFax Pref Remove One"/>
     <CheckBox Name="LanFax Pref Current List"/>
     <TextEntry Name="LanFax Personal PB Name" Editable="false"/>
+    <TextEntry Name="LanFax Shared PB Name" Editable="false"/>
     <CheckBox Name="Show Rcpt Info Checkbox"/>
     <RadioButton Name="Show Rcpt Info"><RadioButtonItem Name="Show All Rcpt Info" Sensitivity="false"/><RadioButtonItem Name="Show Custom Text" Sensitivity="false"/></RadioButton>
     <TextEntry Name="Cover Sheet Custom Text" SetMaximum="31" Sensitivity="false"/>

@@ -108,6 +108,7 @@ private:
             // A card that the dialog keeps from an earlier job is charged for this one only when it asks for
             // that.
             tick("--credit-card", widget_names::lanFaxCreditCard, false);
+            driver_.settleOption(widget_names::lanFaxCreditCardInfo);
         } else if (!driver_.show(widget_names::lanFaxCreditCard).ticked.value_or(false) ||
                    driver_.show(widget_names::lanFaxCreditCardInfo).text.value_or("").empty()) {
             throw Error(
@@ -296,6 +297,7 @@ private:
         act(origin, [&] {
             if (driver_.show(box).ticked != on)
                 driver_.tick(box, on);
+            driver_.settleOption(box);
         });
     }
 

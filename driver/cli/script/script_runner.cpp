@@ -80,6 +80,7 @@ void ScriptRunner::cover(const ScriptStep& step)
     driver_.actions().requireNoQuestion();
     if (leadToOneFile(step.target, "-"))
         throw Error(localized("a script's answers stand on standard output; name a file for the picture"));
+    driver_.requireKnownOptions();
     logWarnings(prepareHandover(driver_).allWarnings());
     writeCoverPicture(driver_.faxSession(), step.target);
 }
@@ -98,6 +99,7 @@ void ScriptRunner::fax(const ScriptStep& step)
             receipt_ = queueAnswer(step.text, receipt.job);
     };
     driver_.actions().requireNoQuestion();
+    driver_.requireKnownOptions();
     const Handover handover = prepareHandover(driver_);
     logWarnings(handover.allWarnings());
     for (const auto& remark : handover.remarks)

@@ -225,11 +225,10 @@ void MainWindow::showFax()
 {
     const auto recipients = driver_.show(recipientList).rowCount.value_or(0);
     job_.noteRecipients(recipients);
-    auto& session = driver_.faxSession();
     std::vector<std::string> remarks;
-    if (const auto card = cardRemark(session.texts().creditCard); !card.empty())
+    if (const auto card = cardRemark(driver_.creditCardToCharge()); !card.empty())
         remarks.push_back(card);
-    faxSummary_.set_text(quelm::faxSummary(recipients, session.coverPageChosen(), remarks));
+    faxSummary_.set_text(quelm::faxSummary(recipients, driver_.coverPageWillGo(), remarks));
     tellBadRecipients();
 }
 

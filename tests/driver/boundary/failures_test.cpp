@@ -40,6 +40,26 @@ TEST_F(FailuresTest, OfAPhonebookTheUserHearsWhatTheComponentPassesOver)
     EXPECT_EQ(failures.last().database, "it was not saved") << "the rest of a phonebook is shown";
 }
 
+TEST_F(FailuresTest, WhatTheComponentPassesOverInSilenceIsAWarning)
+{
+    failures.phonebookNotOpened("it is gone");
+    failures.membersMissing("they are sent nothing");
+    EXPECT_THAT(log.messages, ElementsAre("it is gone", "they are sent nothing"));
+    EXPECT_THAT(log.severities, ElementsAre(Severity::warning, Severity::warning));
+}
+
+TEST_F(FailuresTest, OptionsThatCouldNotBeKeptAreHeldByThemselves)
+{
+    failures.optionsNotKept(true, "at once", false);
+    failures.optionsNotKept(false, "later", true);
+    failures.optionsNotKept(false, "thrown", true);
+    EXPECT_THAT(log.messages, ElementsAre("at once"));
+    failures.leaveOut("thrown");
+    failures.release();
+    EXPECT_THAT(log.messages, ElementsAre("at once", "later"));
+    EXPECT_THAT(log.severities, ElementsAre(Severity::error, Severity::warning));
+}
+
 TEST_F(FailuresTest, WhatTheComponentMayGetOverIsKeptAndNotLogged)
 {
     failures.widgetMissing("there is no widget");

@@ -168,6 +168,22 @@ TEST_F(PropertiesTest, AnIndexThatDoesNotExistChangesNothing)
     EXPECT_EQ(widget("Combo").number(), 1);
 }
 
+TEST_F(PropertiesTest, WindowsThatAreKeptNeitherAppearNorVanish)
+{
+    const bool open = widget("Window").visible();
+    {
+        const quelm::WindowsKept windows(state);
+        EXPECT_TRUE(quelm::writeProperty(widget("Window"), "Visibility", nullptr, 0, !open));
+        EXPECT_TRUE(quelm::writeProperty(widget("Second Window"), "Visibility", nullptr, 0, true));
+        EXPECT_TRUE(quelm::writeProperty(widget("Entry"), "Visibility", nullptr, 0, false));
+        EXPECT_EQ(widget("Window").visible(), open);
+        EXPECT_FALSE(widget("Second Window").visible());
+        EXPECT_FALSE(widget("Entry").visible()) << "what stands in a window is the component's to show";
+    }
+    EXPECT_TRUE(quelm::writeProperty(widget("Second Window"), "Visibility", nullptr, 0, true));
+    EXPECT_TRUE(widget("Second Window").visible());
+}
+
 TEST_F(PropertiesTest, FlagsOfItemsCanBeSetOneByOne)
 {
     EXPECT_TRUE(quelm::writeProperty(widget("Combo B"), "Sensitivity", nullptr, 0, false));

@@ -230,6 +230,80 @@ TEST_F(RecordDatabaseTest, IteratorWalksInOrderAndStopsAtTheEnd)
     EXPECT_EQ(shown(iterator.getNextRecord(false)), "b=1") << "the one after the record handed out last";
 }
 
+class GroupsTest : public RecordDatabaseTest {
+protected:
+    static std::string member(const std::string& name)
+    {
+        return ".susg\r\n0\r\n.eusg\r\n.snam\r\n" + name + "\r\n.enam\r\n.sfxn\r\n5\r\n.efxn\r\n";
+    }
+
+    const std::string members = ".sgen\r\n,uAnn,uBob\r\n.egen\r\n";
+    const std::string warning =
+        "the group \"Team\" sends nothing to its member \"Bob\", of whom the phonebook "
+        "\"" +
+        book + "\" has no entry; save an entry of that name";
+};
+
+TEST_F(GroupsTest, AMemberWithoutAnEntryIsNamedWhenTheGroupIsSaved)
+{
+    const LogCapture log;
+    save("uAnn", member("Ann"));
+    EXPECT_EQ(log.messages, Names());
+    save("gTeam", members);
+    EXPECT_EQ(log.messages, Names{warning});
+    save("uBob", member("Bob"));
+    save("gTeam", members);
+    EXPECT_EQ(log.messages, Names{warning});
+}
+
+TEST_F(GroupsTest, AMemberWithoutAnEntryIsNamedOnceForEachPickAndNotWhenTheGroupIsListed)
+{
+    save("uAnn", member("Ann"));
+    save("gTeam", members);
+    const LogCapture log;
+    QuelmLegacyDatabaseIterator iterator(&database);
+    const auto pick = [&iterator] {
+        // As the component does: the group is fetched to be tested, again to be added, then each member.
+        iterator.getRecordN(2);
+        iterator.getRecordN(2);
+        std::string ann = "uAnn";
+        std::string bob = "uBob";
+        EXPECT_NE(iterator.getRecordByKey(ann.data()), nullptr);
+        EXPECT_EQ(iterator.getRecordByKey(bob.data()), nullptr);
+    };
+    listed(database);
+    iterator.getRecordN(1);
+    iterator.getRecordN(2);
+    EXPECT_EQ(log.messages, Names());
+    pick();
+    EXPECT_EQ(log.messages, Names{warning});
+    pick();
+    EXPECT_EQ(log.messages, (Names{warning, warning}));
+    iterator.getRecordN(1);
+    std::string bob = "uBob";
+    iterator.getRecordByKey(bob.data());
+    EXPECT_EQ(log.messages.size(), 2U) << "of a group alone";
+}
+
+TEST_F(RecordDatabaseTest, ASharedPhonebookThatCannotBeOpenedIsToldOnceUntilItCan)
+{
+    const LogCapture log;
+    const std::string shared = folder / "shared.xdb";
+    QuelmLegacyDatabase other;
+    EXPECT_FALSE(host::openDatabase(other, shared, "r"));
+    EXPECT_FALSE(host::openDatabase(other, shared, "r"));
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_TRUE(mentions(log.messages[0], "the shared phonebook is not listed: "));
+    EXPECT_TRUE(mentions(log.messages[0], shared));
+    quelm::RecordStore::create(shared);
+    EXPECT_TRUE(host::openDatabase(other, shared, "r"));
+    std::filesystem::remove(shared);
+    EXPECT_FALSE(host::openDatabase(other, shared, "r"));
+    EXPECT_EQ(log.messages.size(), 2U);
+    EXPECT_FALSE(host::openDatabase(other, shared, "r+"));
+    EXPECT_EQ(log.messages.size(), 2U) << "the component makes a personal one then";
+}
+
 TEST_F(RecordDatabaseTest, NumbersCountFromOne)
 {
     EXPECT_TRUE(saveDurably("a", "1"));

@@ -66,4 +66,39 @@ TEST_F(CallbacksTest, AnExceptionIsLoggedWithTheCallbacksNameAndTheDriverLivesOn
     EXPECT_EQ(journal(), "Button;");
 }
 
+TEST_F(CallbacksTest, WhatReturnedIsRememberedUntilTheComponentIsStartedAgain)
+{
+    const LogCapture log;
+    EXPECT_TRUE(callbacks.has("Fired"));
+    EXPECT_FALSE(callbacks.has("ProvidedByNobody"));
+    EXPECT_FALSE(callbacks.hasDone("Fired"));
+    fire("Button");
+    fire("Throwing Button");
+    EXPECT_TRUE(callbacks.hasDone("Fired"));
+    EXPECT_FALSE(callbacks.hasDone("Throws"));
+    callbacks.forget("Fired");
+    EXPECT_FALSE(callbacks.hasDone("Fired"));
+    callbacks.call("Fired");
+    EXPECT_TRUE(callbacks.hasDone("Fired"));
+    callbacks.call("InitializeFaxComponent");
+    EXPECT_FALSE(callbacks.hasDone("Fired"));
+}
+
+TEST_F(CallbacksTest, OneActionComesAheadOfTheFirstCallIntoTheComponent)
+{
+    int times = 0;
+    callbacks.setBeforeFirst([&] {
+        ++times;
+        EXPECT_EQ(journal(), "");
+        callbacks.call("Fired"); // which is no reason to begin again
+    });
+    fire("Lonely Button");
+    fire("Help Button");
+    EXPECT_EQ(times, 0);
+    fire("Button");
+    fire("Button");
+    EXPECT_EQ(times, 1);
+    EXPECT_EQ(journal(), "called;Button;Button;");
+}
+
 } // namespace

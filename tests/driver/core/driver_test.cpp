@@ -96,6 +96,67 @@ TEST_F(RunningDriverTest, StartsWithADamagedFeatureFileAndLeavesIt)
     EXPECT_EQ(contentOf(folder / "config/features/ann.ini"), "rubbish");
 }
 
+class OptionTroublesTest : public DriverTest {
+protected:
+    void startWith(const std::string& name)
+    {
+        std::filesystem::create_directories(folder / "config/features");
+        writeFile(folder / "config/features/ann.ini", "[features]\nSender Fax Name=" + name + "\n");
+        start();
+    }
+    const std::string tooLong = std::string(32, 'x');
+};
+
+TEST_F(OptionTroublesTest, AreToldAtTheStartAndRefuseAJobUntilTheOptionIsSet)
+{
+    const LogCapture log;
+    startWith(tooLong);
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(log.severities[0], quelm::Severity::warning);
+    EXPECT_EQ(refusal([&] { driver().requireReadableOptions(); }), "nothing");
+    EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), log.messages[0]);
+    driver().type("Sender Fax Name", "");
+    EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), "nothing");
+    EXPECT_EQ(contentOf(folder / "config/features/ann.ini"), "[features]\nSender Fax Name=\n");
+}
+
+TEST_F(OptionTroublesTest, OfAFileThatCannotBeReadNothingSettles)
+{
+    const LogCapture log;
+    startWith("\xff");
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(log.severities[0], quelm::Severity::error);
+    driver().type("Sender Fax Name", "Ann");
+    EXPECT_EQ(refusal([&] { driver().requireReadableOptions(); }), log.messages[0]);
+    EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), log.messages[0]);
+}
+
+TEST_F(OptionTroublesTest, ThatAreHeldAreThrownOrToldAtTheEnd)
+{
+    const LogCapture log;
+    options.holdOptionTroubles = true;
+    startWith(tooLong);
+    EXPECT_TRUE(log.messages.empty());
+    options.user = "bob";
+    start();
+    ASSERT_EQ(log.messages.size(), 1U) << "at the end";
+    options.user = "ann";
+    start();
+    EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), log.messages[0]);
+    options.user = "bob";
+    start();
+    EXPECT_EQ(log.messages.size(), 1U) << "what is thrown is not told besides";
+}
+
+TEST_F(OptionTroublesTest, OfValuesThatAreHandedOverAreFoundTheSame)
+{
+    const LogCapture log;
+    options.optionValues = {{"Sender Fax Name", tooLong}};
+    start();
+    ASSERT_EQ(log.messages.size(), 1U);
+    EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), log.messages[0]);
+}
+
 TEST_F(RunningDriverTest, IsTheOnlyOneInItsProcess)
 {
     EXPECT_EQ(refusal([&] { const quelm::Driver second(options); }),

@@ -113,6 +113,23 @@ TEST_F(FeatureFileTest, DamageIsNamedWithTheFile)
     }
 }
 
+TEST_F(FeatureFileTest, WhatIsNoTextIsNamedByItsOptionAndNeverShown)
+{
+    put("[features]\nLanFax Credit Card Info=4111222233334444\xff\n");
+    EXPECT_EQ(problemOfReading(), "the kept options in " + path +
+                                      " cannot be used: the value of \"LanFax Credit Card Info\" is no text "
+                                      "that can be read; repair or remove the file, it is left as it is");
+}
+
+TEST_F(FeatureFileTest, ANulCutsNoValueShort)
+{
+    const std::string cut("[features]\nLanFax Cover Sheet Notes=Call\0 me\n", 44);
+    put(cut);
+    EXPECT_NE(problemOfReading().find("it holds a character NUL"), std::string::npos);
+    EXPECT_THROW(file.write({{"Number", 3}}), quelm::Error);
+    EXPECT_EQ(contentOf(path), cut);
+}
+
 TEST_F(FeatureFileTest, AnUnreadableFileIsAnError)
 {
     std::filesystem::create_directories(path);

@@ -173,14 +173,16 @@ TEST_F(FeaturesTest, OnlyWhatChangedIsWrittenSoThatTwoDriversLoseNothing)
                                "Sender Fax Name=Ann\n\n[other]\na=b\n");
 }
 
-TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverWithAWarning)
+TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverAndNamed)
 {
-    const LogCapture log;
     loadFrom("[features]\nLanFax Resolution=3\nSendAtHr=0\nSendAtMin=x\nLanFax Send Speed=\n"
              "LanFax Credit Card=2\nSender Fax Name=12345678901234567890123456789012\n"
              "Cover Sheet Custom Text=two\\nlines\nLanFax Send Time=1\n");
-    EXPECT_EQ(log.messages.size(), 7U);
-    EXPECT_EQ(log.severities.at(0), quelm::Severity::warning);
+    ASSERT_EQ(features.troubles().size(), 7U);
+    EXPECT_EQ(features.troubles()[1].name, "LanFax Resolution");
+    EXPECT_EQ(features.troubles()[1].line, "the value \"3\" of \"LanFax Resolution\" in " + path +
+                                               " does not suit and is passed over; set it anew in the fax "
+                                               "dialog, or remove it from the file");
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);
     EXPECT_EQ(widget("SendAtHr").number(), 12);
     EXPECT_EQ(widget("SendAtMin").number(), 0);
@@ -191,14 +193,85 @@ TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverWithAWarning)
     EXPECT_EQ(widget("LanFax Send Time").number(), 1);
 }
 
-TEST_F(FeaturesTest, ADamagedFileIsAnErrorAndIsNeverWrittenTo)
+TEST_F(FeaturesTest, OfAValueThatDoesNotSuitNoMoreIsShownThanASentenceHasRoomForAndOfACardNothing)
 {
-    const LogCapture log;
+    loadFrom("[features]\nSender Fax Name=" + std::string(5000, 'x') +
+             "\nLanFax Credit Card Info=" + std::string(40, '4') + "\n");
+    ASSERT_EQ(features.troubles().size(), 2U);
+    EXPECT_EQ(features.troubles()[0].line.find("the value \"...\" of \"LanFax Credit Card Info\""), 0U);
+    EXPECT_LT(features.troubles()[1].line.size(), path.size() + 300);
+}
+
+TEST_F(FeaturesTest, OnlyPreferencesDoNotDecideWhatGoesOut)
+{
+    loadFrom("[features]\nLanFax Pref Duplicates=7\nLanFax Pref Remove One=7\nLanFax Pref Current List=7\n"
+             "LanFax Shared PB Name=books/relative.xdb\nLanFax Send Time=7\n");
+    ASSERT_EQ(features.troubles().size(), 5U);
+    for (const auto& trouble : features.troubles())
+        EXPECT_EQ(trouble.decides, trouble.name == "LanFax Send Time") << trouble.name;
+}
+
+TEST_F(FeaturesTest, WhatIsSetAnewIsNoTroubleAnyMoreAndIsWrittenOverWhatDoesNotSuit)
+{
+    loadFrom("[features]\nLanFax Resolution=3\nSendAtHr=0\n");
+    features.settle("LanFax Resolution"); // set to what it shows by now
+    ASSERT_EQ(features.troubles().size(), 1U);
+    features.setDefaults(",SendAtHr,");
+    EXPECT_TRUE(features.troubles().empty());
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nLanFax Resolution=0\nSendAtHr=12\n");
+}
+
+TEST_F(FeaturesTest, TheSharedPhonebookIsKeptAndHasToBeAnAbsolutePathOfOneLine)
+{
+    load();
+    widget("LanFax Shared PB Name").setText("/books/Zo\u00eb's.xdb");
+    features.keep();
+    widget("LanFax Shared PB Name").setText("");
+    load();
+    EXPECT_EQ(widget("LanFax Shared PB Name").text(), "/books/Zo\u00eb's.xdb");
+    for (const std::string& hostile :
+         {std::string("books/a.xdb"), std::string("/books/\x1b[2J.xdb"), std::string("/books/a\\nb.xdb"),
+          "/" + std::string(4095, 'x'), std::string("/books/\u2028")}) {
+        widget("LanFax Shared PB Name").setText("");
+        loadFrom("[features]\nLanFax Shared PB Name=" + hostile + "\n");
+        EXPECT_EQ(widget("LanFax Shared PB Name").text(), "") << hostile;
+        EXPECT_EQ(features.troubles().size(), 1U) << hostile;
+    }
+    loadFrom("[features]\nLanFax Shared PB Name=\n");
+    EXPECT_TRUE(features.troubles().empty()) << "none is kept";
+}
+
+TEST_F(FeaturesTest, ASharedPhonebookThatWasChosenByARelativePathIsKeptByItsWholePath)
+{
+    load();
+    widget("LanFax Shared PB Name").setText("books/a.xdb");
+    features.keep();
+    EXPECT_EQ(FeatureFile(path).read().at("LanFax Shared PB Name"),
+              std::filesystem::current_path().string() + "/books/a.xdb");
+    EXPECT_EQ(widget("LanFax Shared PB Name").text(), "books/a.xdb") << "what is shown is the component's";
+}
+
+TEST_F(FeaturesTest, WhatACancelReturnsToCanBePutAsideAndBack)
+{
+    widget("Sender Fax Name").setText("Ann");
+    features.save(",Sender Fax Name,");
+    const auto saved = features.savedValues();
+    widget("Sender Fax Name").setText("Bob");
+    features.save(",Sender Fax Name,LanFax Resolution,");
+    features.setSavedValues(saved);
+    EXPECT_EQ(features.restore(",Sender Fax Name,LanFax Resolution,"), 1);
+    EXPECT_EQ(widget("Sender Fax Name").text(), "Ann");
+}
+
+TEST_F(FeaturesTest, ADamagedFileIsNamedAndIsNeverWrittenTo)
+{
     const std::string damaged = "[features]\nLanFax Resolution=1\nLanFax Re";
     loadFrom(damaged);
-    ASSERT_EQ(log.messages.size(), 1U);
-    EXPECT_EQ(log.severities[0], quelm::Severity::error);
-    EXPECT_NE(log.messages[0].find(path), std::string::npos);
+    ASSERT_EQ(features.troubles().size(), 1U);
+    EXPECT_EQ(features.troubles()[0].name, "");
+    EXPECT_TRUE(features.troubles()[0].decides);
+    EXPECT_NE(features.troubles()[0].line.find(path), std::string::npos);
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);
     widget("LanFax Resolution").setNumber(2);
     features.keep();

@@ -165,6 +165,83 @@ TEST_F(PrepareHandover, SaysWhichTextsTheCoverSheetHasNoRoomFor)
     EXPECT_THAT(prepareHandover(driver()).cutTexts, IsEmpty());
 }
 
+TEST_F(PrepareHandover, TakesOverWhatTheDialogsShowAndNobodyConfirmed)
+{
+    startWith("LanFax Cover Sheet Option=1\nLanFax Cover Sheet Notes=Call me\nLanFax Dialing Prefix=1\n"
+              "LanFax Dialing Prefix Info=9\n");
+    add("Ann", "1");
+    const auto handover = prepareHandover(driver());
+    EXPECT_THAT(handover.allWarnings(), IsEmpty());
+    EXPECT_TRUE(driver().faxSession().coverPageChosen());
+    EXPECT_EQ(driver().faxSession().texts().note, " (Call me) ");
+    EXPECT_EQ(driver().faxSession().texts().dialingPrefix, "9");
+}
+
+TEST_F(PrepareHandover, SaysWhatGoesOutWhenTheDialogShowsSomethingElse)
+{
+    add("Ann", "1");
+    confirm();
+    driver().call("T40InvokeFaxDialog");
+    driver().choose("LanFax Cover Sheet Option", 1);
+    driver().tick("LanFax Dialing Prefix", true);
+    driver().type("LanFax Dialing Prefix Info", "9");
+    chooseCard("4111");
+    driver().press("LanFax Cancel Button");
+    EXPECT_THAT(
+        prepareHandover(driver()).allWarnings(),
+        ElementsAre(
+            "the fax goes out without a cover page, though the fax dialog shows that one is sent; open "
+            "the dialog and press Ok to send it",
+            "the fax is dialled without a prefix, though the fax dialog shows \"9\"; open the dialog "
+            "and press Ok to dial it",
+            "no credit card is charged, though the fax dialog shows one; open the dialog and press Ok to "
+            "charge it"));
+    driver().call("T40InvokeFaxDialog");
+    confirm();
+    EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty());
+    driver().call("T40InvokeFaxDialog");
+    driver().type("LanFax Cover Sheet Notes", "Call me");
+    driver().type("LanFax Dialing Prefix Info", "8");
+    chooseCard("4222");
+    driver().press("LanFax Cancel Button");
+    EXPECT_THAT(
+        prepareHandover(driver()).allWarnings(),
+        ElementsAre("the cover page has another note than the fax dialog shows; open the dialog and press "
+                    "Ok to take that one",
+                    "the fax is dialled with the prefix \"9\", though the fax dialog shows \"8\"; open "
+                    "the dialog and press Ok to take that one",
+                    "another credit card is charged than the fax dialog shows; open the dialog and press "
+                    "Ok to take that one"));
+    driver().call("T40InvokeFaxDialog");
+    driver().choose("LanFax Cover Sheet Option", 0);
+    driver().type("LanFax Credit Card Info", "4111");
+    driver().type("LanFax Dialing Prefix Info", "9");
+    driver().press("LanFax Cancel Button");
+    EXPECT_THAT(
+        prepareHandover(driver()).allWarnings(),
+        ElementsAre("the fax goes out with a cover page, though the fax dialog shows that none is sent; "
+                    "open the dialog and press Ok to leave it out"));
+}
+
+TEST_F(PrepareHandover, SaysWhenTheSenderOfTheCoverPageIsNotTheOneThatIsShown)
+{
+    startWith("LanFax Cover Sheet Option=1\nShow Sender Info Checkbox=1\nSender Fax Name=Bob\n");
+    add("Ann", "1");
+    EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty());
+    driver().call("LanFaxOptionsTabDefaults");
+    driver().choose("LanFax Cover Sheet Option", 1);
+    confirm();
+    EXPECT_THAT(
+        prepareHandover(driver()).allWarnings(),
+        ElementsAre("the cover page is made with other details of the sender than its set-up shows; open "
+                    "the set-up and press Ok to take those"));
+    driver().call("T40InvokeFaxDialog");
+    driver().press("LanFax Setup Cover Sheet Button");
+    driver().press("LanFaxCover OK Button");
+    confirm();
+    EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty());
+}
+
 TEST_F(PrepareHandover, LooksAtNoCoverSheetWithoutRecipients)
 {
     driver().call("T40InvokeFaxDialog");

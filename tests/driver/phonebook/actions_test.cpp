@@ -83,6 +83,15 @@ TEST_F(ActionsTest, AnUnreadableRecordIsMarkedAndCanBeRemoved)
     EXPECT_THAT(listPhonebook(place, true).warnings, IsEmpty());
 }
 
+TEST_F(ActionsTest, AMemberWhoseRecordCannotBeReadIsNone)
+{
+    addRecord("uBad", ".susg\r\n0\r\n.eusg\r\n.snam\r\n \r\n.enam\r\n");
+    EXPECT_THAT(failureLine([&] {
+                    addGroup(place, {"Team", {"Bad"}}, false);
+                }),
+                HasSubstr("the member \"Bad\" is not in the phonebook"));
+}
+
 TEST_F(ActionsTest, AnUnreadableRecordCanBeReplacedByAGoodOne)
 {
     addRecord("uBad", ".susg\r\n0\r\n.eusg\r\n.snam\r\nBad\r\n.enam\r\n.scmp\r\n \r\n.ecmp\r\n");

@@ -126,6 +126,24 @@ TEST_F(MainWindowTest, TheSummaryFollowsTheFaxDialog)
     EXPECT_TRUE(loopUntil([] { return shownText("Main Fax Summary") == "2 recipients, with a cover page"; }));
 }
 
+TEST_F(MainWindowTest, TheSummarySaysWhatWillGoBeforeAnyDialogIsConfirmed)
+{
+    driver->call("T40InvokeFaxDialog");
+    driver->choose("LanFax Cover Sheet Option", 1);
+    driver->tick("LanFax Credit Card", true);
+    driver->type("LanFax Credit Card Info", "4111 1111 1111 2345");
+    driver->press("AddFaxRcpt");
+    driver->type("RecipientName", "Ann");
+    driver->type("RecipientNumber", "555-1234");
+    driver->press("LanFaxAddRcpt OK Button");
+    driver->press("LanFax Cancel Button");
+    dialogs->act([] {});
+    EXPECT_TRUE(loopUntil([] {
+        return shownText("Main Fax Summary") ==
+               "1 recipient, with a cover page; the credit card ending in 2345 is charged";
+    }));
+}
+
 TEST_F(MainWindowTest, FaxSetupOpensTheFaxDialog)
 {
     press("Main Fax Setup Button");

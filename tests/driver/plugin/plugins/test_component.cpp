@@ -30,7 +30,17 @@ COMPONENT_EXPORT const char* const _QuelmSOExportList =
 #ifdef LIST_WITHOUT_COMMAS
     "InitializeFaxComponent";
 #else
-    ",InitializeFaxComponent,Fired,Throws,ThrowsNumber,Asks,AsksAgain,MakeChooser,BoxFired,";
+    ",InitializeFaxComponent,Fired,Throws,ThrowsNumber,Asks,AsksAgain,MakeChooser,BoxFired,"
+#    ifdef CONFIRMS
+    "Confirms,"
+#    endif
+    ;
+#endif
+
+#ifdef CONFIRMS
+#    define OK_BUTTON R"(<Button Name="LanFax OK Button" AddCallback="Confirms"/>)"
+#else
+#    define OK_BUTTON
 #endif
 
 COMPONENT_EXPORT const char* const pLanFaxXMLData =
@@ -72,6 +82,7 @@ COMPONENT_EXPORT const char* const pLanFaxXMLData =
       <ListBox Name="Many" SelectionMode="Multiple" AddListColumn1="Name" AddListColumn2="Number" AddCallback="Fired"/>
       <ListBox Name="One" AddListColumn1="Name" AddCallback="Fired"/>
       <CheckBox Name="LanFax Dialing Prefix"/><TextEntry Name="LanFax Dialing Prefix Info" SetMaximum="4"/>
+      )" OK_BUTTON R"(
     </FixedContainer>
   </DialogWindow>
   <DialogWindow Name="Self-closing Window" Title="Second" Visibility="false" AddCallback="ProvidedByNobody"/>
@@ -132,6 +143,18 @@ COMPONENT_EXPORT void ThrowsNumber() { throw 7; }
 #endif
 
 COMPONENT_EXPORT void Asks() { ask(answered, "First?"); }
+
+#ifdef CONFIRMS
+/// Fails or asks while a box is ticked.
+COMPONENT_EXPORT void Confirms()
+{
+    bool ticked = false;
+    if (host::readTicked("Box", ticked) && ticked)
+        throw std::runtime_error("no room");
+    if (host::readTicked("LanFax Dialing Prefix", ticked) && ticked)
+        ask(answered, "Really?");
+}
+#endif
 
 COMPONENT_EXPORT void AsksAgain() { ask(answeredWithQuestion, "First?"); }
 
