@@ -114,6 +114,7 @@ struct AtomicFile::State {
     mode_t newPermissions = 0;           ///< for the file when none is
     bool ownerAlone = false;
     Unfinished* entry = nullptr; ///< the temporary file, while there is one
+    std::string prepared;        ///< its name once it is complete and another one than the entry's
     std::vector<char> buffer;
 
     ~State()
@@ -124,6 +125,8 @@ struct AtomicFile::State {
             unlinkat(folder.get(), entry->name.data(), 0);
             releaseEntry();
         }
+        if (!prepared.empty())
+            unlinkat(folder.get(), prepared.c_str(), 0);
     }
 
     void releaseEntry()
@@ -323,8 +326,32 @@ void AtomicFile::restrictToOwner() { state_->ownerAlone = true; }
 
 void AtomicFile::denyWritingToOthers() { state_->newPermissions &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH); }
 
+std::optional<ino_t> AtomicFile::prepare(const std::string& name)
+{
+    if (!state_->folder.isOpen())
+        return std::nullopt;
+    struct stat status {};
+    if (fstat(state_->file.get(), &status) != 0)
+        state_->fail(reasonAndRemedy(errno));
+    state_->finishWriting();
+    if (renameat(state_->folder.get(), state_->entry->name.data(), state_->folder.get(), name.c_str()) != 0)
+        state_->fail(reasonAndRemedy(errno));
+    state_->prepared = name;
+    state_->releaseEntry();
+    state_->syncFolder();
+    return status.st_ino;
+}
+
 void AtomicFile::commit()
 {
+    if (!state_->prepared.empty()) {
+        if (renameat(state_->folder.get(), state_->prepared.c_str(), state_->folder.get(),
+                     state_->name.c_str()) != 0)
+            state_->fail(reasonAndRemedy(errno));
+        state_->prepared.clear();
+        state_->syncFolder();
+        return;
+    }
     state_->finishWriting();
     if (!state_->folder.isOpen())
         return;

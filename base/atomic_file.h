@@ -5,7 +5,10 @@
 
 #include "base/pipe_wait.h"
 
+#include <sys/types.h>
+
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,6 +51,12 @@ public:
     /// A new file lets nobody but its owner write, whatever the umask leaves; one that is replaced keeps what
     /// it had.
     void denyWritingToOthers();
+
+    /// Writes everything durably into a file of this name in the target's folder, which `commit` then puts in
+    /// its place, and returns its inode: by the two it can be told after a sudden end whether that happened.
+    /// Nobody sweeps the file up but this object. Nothing, and nothing written, for a target that is written
+    /// directly. Called once, ahead of `commit`.
+    [[nodiscard]] std::optional<ino_t> prepare(const std::string& name);
 
     /// Writes everything durably and puts the file in its place. Called once, last.
     void commit();

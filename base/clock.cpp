@@ -119,6 +119,8 @@ void fixClock(const std::tm& moment)
     fixedTime->tm_zone = zoned.tm_zone;
 }
 
+bool isClockFixed() { return fixedTime.has_value(); }
+
 void releaseClock() { fixedTime.reset(); }
 
 std::tm localTime()

@@ -20,6 +20,9 @@ void fixClock(const std::tm& moment);
 /// The clock runs again.
 void releaseClock();
 
+/// Whether the clock stands still.
+bool isClockFixed();
+
 /// A new reading of the clock: local time, or the moment at which it was fixed.
 std::tm localTime();
 

@@ -2,6 +2,7 @@
 #
 #   lib/quelm/                  the home folder: the programs beside the component, locale/, icon/, help/, db
 #   bin/                        a link to each program
+#   lib/systemd/user/           the timer that sends what waits in a user's outbox, for those who enable it
 #   <state>/lib/quelm/phonebook the machine's shared phonebooks, which its administrator keeps and everybody reads;
 #                               the home folder's db leads there. Each user's own are in a folder of his own, see
 #                               driver/config/user_place.h
@@ -17,10 +18,12 @@ endforeach()
 install(CODE "set(programs \"${programs}\")
 set(home \"${BRAMBLECOR_INSTALL_HOME}\")
 set(bin \"${CMAKE_INSTALL_BINDIR}\")
+set(units \"lib/systemd/user\")
+set(unit_sources \"${PROJECT_SOURCE_DIR}/packaging/systemd\")
 set(state \"${CMAKE_INSTALL_LOCALSTATEDIR}/lib/quelm\")
 " COMPONENT Runtime)
 install(CODE [[
-foreach(folder IN ITEMS home bin state)
+foreach(folder IN ITEMS home bin state units)
   if(NOT IS_ABSOLUTE "${${folder}}")
     set(${folder} "${CMAKE_INSTALL_PREFIX}/${${folder}}")
   endif()
@@ -30,6 +33,14 @@ file(MAKE_DIRECTORY "$ENV{DESTDIR}${bin}")
 foreach(program IN LISTS programs)
   file(CREATE_LINK "${from_bin}/${program}" "$ENV{DESTDIR}${bin}/${program}" SYMBOLIC)
 endforeach()
+list(FIND programs quelm-driver driver_position)
+if(driver_position GREATER_EQUAL 0)
+  # A percent sign begins a specifier there, a backslash an escape.
+  string(REPLACE "%" "%%" quelm_driver "${bin}/quelm-driver")
+  string(REPLACE "\\" "\\\\" quelm_driver "${quelm_driver}")
+  configure_file("${unit_sources}/quelm-outbox.service.in" "$ENV{DESTDIR}${units}/quelm-outbox.service" @ONLY)
+  file(INSTALL "${unit_sources}/quelm-outbox.timer" DESTINATION "${units}")
+endif()
 message(STATUS "Phonebooks: $ENV{DESTDIR}${state}/phonebook")
 file(MAKE_DIRECTORY "$ENV{DESTDIR}${state}/phonebook")
 # Earlier versions let everybody write to both: users' own phonebooks were below, and are taken over from there.

@@ -77,6 +77,19 @@ public:
         check(sqlite3_bind_blob64(statement_.get(), parameter, address, bytes.size(), SQLITE_STATIC));
     }
 
+    /// Binds a text, valid as long.
+    void bindText(int parameter, std::string_view text)
+    {
+        const char* address = text.empty() ? "" : text.data();
+        check(sqlite3_bind_text64(statement_.get(), parameter, address, text.size(), SQLITE_STATIC,
+                                  SQLITE_UTF8));
+    }
+
+    void bindNumber(int parameter, std::int64_t number)
+    {
+        check(sqlite3_bind_int64(statement_.get(), parameter, number));
+    }
+
     /// Moves to the next row; false when there is none left.
     bool step()
     {
@@ -92,6 +105,7 @@ public:
         sqlite3_clear_bindings(statement_.get());
     }
 
+    /// Of a text or bytes; empty for NULL.
     std::string bytes(int column) const
     {
         const void* address = sqlite3_column_blob(statement_.get(), column);

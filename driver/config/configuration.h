@@ -29,6 +29,9 @@ namespace quelm {
 ///     [directory]
 ///     start-tls = true             # how directory servers are talked to
 ///
+///     [outbox]
+///     keep-days = 30               # how long jobs that were handed over are kept
+///
 /// (A comment stands on a line of its own in a real file. docs/command-line.md lists all keys.)
 /// Relative paths count from the file's own folder.
 struct Configuration {
@@ -39,6 +42,7 @@ struct Configuration {
     std::optional<Pdl> pdl;
     DeviceSettings device; ///< with an address only when the file names one
     DirectorySettings directory;
+    int outboxKeepDays = 30; ///< 0 to 3650; 0: nothing that was handed over is kept
 };
 
 } // namespace quelm

@@ -124,8 +124,8 @@ const ConfigurationKey& requireKey(const std::string& path, std::string_view gro
 void requireGroup(const std::string& path, std::string_view group)
 {
     if (std::ranges::find(configurationKeys(), group, &ConfigurationKey::group) == configurationKeys().end())
-        fail(path, localized("has an unknown group [%s]; possible are [driver], [job], [device] and "
-                             "[directory]",
+        fail(path, localized("has an unknown group [%s]; possible are [driver], [job], [device], "
+                             "[directory] and [outbox]",
                              group));
 }
 

@@ -26,6 +26,7 @@ constexpr double shortestTimeout = 0.1;
 constexpr double longestTimeout = 600;
 constexpr int mostRetries = 10;
 constexpr int largestSizeLimit = 1000000;
+constexpr int mostKeepDays = 3650;
 constexpr std::size_t longestCommunity = 255;
 constexpr std::size_t longestUser = 32;       // the user model's own bound
 constexpr std::size_t shortestPassphrase = 8; // the same
@@ -209,6 +210,12 @@ constexpr std::array keys{
                          configuration.directory.certificateAuthorities =
                              fromFileFolder(configuration, value);
                          return "";
+                     }},
+    ConfigurationKey{"outbox", "keep-days",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         return readNumber(value, 0, mostKeepDays, configuration.outboxKeepDays)
+                                    ? ""
+                                    : localized("a number of days from 0 to 3650");
                      }},
 };
 

@@ -81,6 +81,12 @@ std::string resolveUser(const std::string& given)
     return user;
 }
 
+std::string outboxFolder()
+{
+    const std::string state = xdgFolder("XDG_STATE_HOME", ".local/state");
+    return state.empty() ? "" : state + "/quelm/outbox";
+}
+
 std::string defaultComponent(const std::string& home) { return home + "/libBramblecorLanFax.so"; }
 
 std::string featureFilePath(const std::string& configDirectory, const std::string& user)

@@ -20,6 +20,9 @@ std::string resolveUser(const std::string& given);
 /// says.
 std::string xdgFolder(const char* variable, const char* belowHome);
 
+/// The outbox of this account: quelm/outbox in the XDG state folder. Empty when nothing says where that is.
+std::string outboxFolder();
+
 /// The component of an installation.
 std::string defaultComponent(const std::string& home);
 

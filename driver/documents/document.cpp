@@ -48,13 +48,17 @@ Document Document::open(const std::string& path, const GhostscriptBounds& bounds
         ConvertedPdf converted = convertPdf(file.standsAlone() ? file.file() : copy, name, bounds);
         file.requireUnchanged();
         document.postScript_ = std::move(converted.postScript);
+        document.pages_ = converted.pages;
         if (!converted.warning.empty())
             document.warnings_.push_back(std::move(converted.warning));
     } else {
         document.postScript_ = copyForJob(file, bounds);
         file.requireUnchanged();
+        document.pages_ = checkPostScript(document.postScript_, name, bounds);
         // A figure may leave it to the job to put out its page.
-        if (!checkPostScript(document.postScript_, name, bounds) && !document.encapsulated_)
+        if (document.pages_ == 0 && document.encapsulated_)
+            document.pages_ = 1;
+        if (document.pages_ == 0)
             document.warnings_.push_back(
                 localized("%s: puts out no page; the fax shows nothing of it", name));
     }

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,10 @@ public:
     /// True for one figure meant for embedding (EPS), which need not put out its page itself.
     bool isEncapsulated() const { return encapsulated_; }
 
+    /// How many pages there are, as they were counted when the document was opened; nothing for PostScript
+    /// that does not let itself be counted. A figure has one, whether it puts it out itself or not.
+    std::optional<std::size_t> pages() const { return pages_; }
+
     std::size_t read(std::uint64_t offset, char* bytes, std::size_t size) const override;
 
     /// Lines for the user about a document that is usable but was not in order.
@@ -61,6 +66,7 @@ private:
     dev_t device_ = 0;
     ino_t inode_ = 0;
     bool encapsulated_ = false;
+    std::optional<std::size_t> pages_;
     std::vector<std::string> warnings_;
 };
 

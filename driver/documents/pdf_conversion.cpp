@@ -136,6 +136,7 @@ ConvertedPdf convertPdf(const FileHandle& pdf, const std::string& name, const Gh
         throw Error(localized("%s: only %d of its %d pages could be turned into PostScript; open and save it "
                               "again, and fax that",
                               name, wholePages, diagnosis.pages));
+    converted.pages = static_cast<std::size_t>(wholePages);
     if (!diagnosis.firstFault.empty())
         converted.warning =
             localized("%s: the PDF is damaged and was mended (%s); check the pages of the fax", name,

@@ -6,6 +6,7 @@
 #include "base/file_handle.h"
 #include "driver/documents/ghostscript.h"
 
+#include <cstddef>
 #include <string>
 
 namespace quelm {
@@ -13,6 +14,7 @@ namespace quelm {
 /// What became of a PDF document.
 struct ConvertedPdf {
     FileHandle postScript; ///< an unnamed file
+    std::size_t pages = 0; ///< how many it has
     std::string warning;   ///< not empty when the PDF was damaged and had to be mended
 };
 

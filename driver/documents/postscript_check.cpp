@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -40,24 +41,25 @@ errordict {
 } forall
 userdict /showpage [ //quelmstate 1 (pp) /putinterval load /showpage load ] cvx put
 userdict /stop [ //quelmstate 0 (s) /putinterval load /stop load ] cvx put
-/quelmnopage {
-  //quelmstate 2 get 32 eq //quelmpages exec 0 eq and { (\nquelm: no page\n) print flush } if
+/quelmend {
+  //quelmpages exec dup 0 ne //quelmstate 2 get 32 eq or
+  { (\nquelm pages: ) print //quelmtext exec print (\n) print flush } { pop } ifelse
 } bind def
 userdict /quit [
-  //quelmstate { 1 get 32 eq } /exec load { //quelmfault exec } /if load /quelmnopage load /exec load /quit load
+  //quelmstate { 1 get 32 eq } /exec load { //quelmfault exec } /if load /quelmend load /exec load /quit load
 ] cvx put
 {
   { (/proc/self/fd/0) (r) file cvx exec } stopped
   { //quelmstate dup 0 get 101 eq exch 1 get 32 eq or { //quelmfault exec } if } if
-  //quelmnopage exec
+  //quelmend exec
   systemdict /quit get exec
 }
-[ /quelmstate /quelmtext /quelmpages /quelmfault /quelmnopage ] { userdict exch undef } forall
+[ /quelmstate /quelmtext /quelmpages /quelmfault /quelmend ] { userdict exch undef } forall
 exec
 )ps";
 
 constexpr std::string_view faultMark = "\nquelm fault: ";
-constexpr std::string_view noPageMark = "\nquelm: no page\n";
+constexpr std::string_view pagesMark = "\nquelm pages: ";
 
 /// An error of the interpreter.
 struct Fault {
@@ -99,6 +101,19 @@ std::optional<Fault> faultIn(std::string_view messages)
     return fault;
 }
 
+/// How many pages were put out, as the watcher says at the document's end; nothing when it could not tell.
+std::optional<std::size_t> pagesIn(std::string_view messages)
+{
+    // The document may have written such a line of its own ahead of it.
+    const auto mark = messages.rfind(pagesMark);
+    if (mark == std::string_view::npos)
+        return std::nullopt;
+    messages.remove_prefix(mark + pagesMark.size());
+    std::size_t pages = 0;
+    const auto result = std::from_chars(messages.data(), messages.data() + messages.size(), pages);
+    return result.ec == std::errc() ? std::optional(pages) : std::nullopt;
+}
+
 struct Explanation {
     std::string_view error;
     const char* words;
@@ -127,7 +142,8 @@ std::string explain(const std::string& error)
 
 } // namespace
 
-bool checkPostScript(const FileHandle& postScript, const std::string& name, const GhostscriptBounds& bounds)
+std::optional<std::size_t> checkPostScript(const FileHandle& postScript, const std::string& name,
+                                           const GhostscriptBounds& bounds)
 {
     GhostscriptStreams streams;
     streams.inputFile = "/proc/self/fd/" + std::to_string(postScript.get());
@@ -152,7 +168,7 @@ bool checkPostScript(const FileHandle& postScript, const std::string& name, cons
             localized("%s: cannot be faxed: Ghostscript, which runs it beforehand, ended with status %d; "
                       "print or save the document again and fax that",
                       name, result.exitStatus));
-    return result.errors.find(noPageMark) == std::string::npos;
+    return pagesIn(result.errors);
 }
 
 } // namespace quelm

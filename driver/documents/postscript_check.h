@@ -6,6 +6,8 @@
 #include "base/file_handle.h"
 #include "driver/documents/ghostscript.h"
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace quelm {
@@ -18,9 +20,10 @@ namespace quelm {
 /// document tries and catches itself is no failure, nor are `stop` and `quit`, unless they follow an error
 /// without a page between.
 ///
-/// False when it ran to its end and put out no page, as far as that can be told.
-[[nodiscard]] bool checkPostScript(const FileHandle& postScript, const std::string& name,
-                                   const GhostscriptBounds& bounds);
+/// How many pages it put out, each as often as the document wants copies of it; nothing when it was ended in
+/// a way that does not tell.
+[[nodiscard]] std::optional<std::size_t>
+checkPostScript(const FileHandle& postScript, const std::string& name, const GhostscriptBounds& bounds);
 
 } // namespace quelm
 

@@ -29,4 +29,9 @@ bool OutboxJob::isOverdue(std::time_t now) const
     return state == OutboxState::waiting && now - due > hour;
 }
 
+bool OutboxJob::waitsInQueue(std::time_t now) const
+{
+    return state == OutboxState::handedOver && isHeld && due > now;
+}
+
 } // namespace quelm

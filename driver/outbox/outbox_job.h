@@ -43,6 +43,9 @@ struct OutboxDraft {
     std::time_t due = 0; ///< not before then
     /// True for a job that waits for a worker; false for one that its own program hands over at once.
     bool isUnattended = true;
+    /// Of one that is unattended: this process tries to hand it over before any other does, and it waits when
+    /// that does not come to an end.
+    bool isTriedFirst = false;
     int sentBefore = 0; ///< the number of the job that this one is sent again from; 0 for none
 };
 
@@ -57,11 +60,15 @@ struct OutboxJob : OutboxDraft {
     int queueJob = 0;         ///< its number in a print queue; 0 for none
     std::string place;        ///< as its receipt says: "queue fax, job 12"; empty before
     std::string note;         ///< what the user should know: why it failed, that the queue is paused
+    bool isHeld = false;      ///< it was handed over, and its queue keeps it until it is due
     bool hasStream = false;   ///< the print stream is still there
     std::string documentPath; ///< the kept document, PostScript; empty when it is not kept
 
     /// True when a waiting job was due more than an hour ago: it asks, and is not sent by itself.
     [[nodiscard]] bool isOverdue(std::time_t now) const;
+
+    /// True while its queue has it and keeps it: what is known of it here, without asking the queue.
+    [[nodiscard]] bool waitsInQueue(std::time_t now) const;
 };
 
 } // namespace quelm

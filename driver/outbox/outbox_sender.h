@@ -17,9 +17,14 @@ enum class OutboxSender {
     nobody,
 };
 
-/// Who sends a job that is put into this outbox now. Asks the user's systemd within bounds of time; where
-/// there is none, no timer counts.
+/// Who sends a job that is put into this outbox now: the user's timer, which also sends when other programs
+/// are closed, or else the one that lives. Asks the user's systemd within bounds of time; where there is
+/// none, no timer counts.
 [[nodiscard]] OutboxSender senderOf(const OutboxSettings& settings);
+
+/// Who sends it when no program of ours runs: `timer`, `lingeringTimer` or `nobody`. Asks only the user's
+/// systemd, likewise.
+[[nodiscard]] OutboxSender timerSender();
 
 /// A sentence for the user: what sends the job, and what if he closes the desktop or logs out; for nobody,
 /// what to do. Without a full stop.

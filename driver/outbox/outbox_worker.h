@@ -36,12 +36,13 @@ public:
     /// be used.
     static std::unique_ptr<OutboxWorker> start(const OutboxSettings& settings, WorkerKind kind);
 
-    /// Who has the right now; nothing when nobody has.
+    /// Who has the right now; nothing when nobody has, also where there is no outbox yet. Throws quelm::Error
+    /// when its folder cannot be used.
     static std::optional<WorkerPresence> living(const OutboxSettings& settings);
 
-    /// Settles what killed programs left, then hands over all jobs that are due and not overdue, in the order
-    /// of their times; `ended` is told of each. Stops between two jobs, and as a transfer does within one,
-    /// when it is cancelled. Throws quelm::Error when the log cannot be used.
+    /// Removes what is too old, settles what killed programs left, then hands over all jobs that are due and
+    /// not overdue, in the order of their times; `ended` is told of each. Stops between two jobs, and as a
+    /// transfer does within one, when it is cancelled. Throws quelm::Error when the log cannot be used.
     void sendDue(Outbox& outbox, std::time_t now, const Transfer& transfer,
                  const std::function<void(const OutboxJob&, const HandoverEnd&)>& ended);
 

@@ -69,6 +69,45 @@ bool mentions(const std::string& text, const std::string& part)
         pause();
 }
 
+TEST_F(AtomicFileTest, APreparedFileIsCompleteBesideItsTargetAndTakesItsPlaceByItsInode)
+{
+    writeFile(folder / "job", "before");
+    quelm::AtomicFile file(folder / "job");
+    file.write("after");
+    const auto inode = file.prepare(".beside");
+    ASSERT_TRUE(inode);
+    EXPECT_EQ(contentOf(folder / "job"), "before");
+    EXPECT_EQ(contentOf(folder / ".beside"), "after");
+    EXPECT_EQ(folder.names(), (Names{".beside", "job"}));
+    { // nobody sweeps it up
+        const quelm::AtomicFile another(folder / "other");
+    }
+    quelm::removeUnfinishedFiles();
+    file.commit();
+    struct stat status {};
+    ASSERT_EQ(stat((folder / "job").c_str(), &status), 0);
+    EXPECT_EQ(status.st_ino, *inode);
+    EXPECT_EQ(contentOf(folder / "job"), "after");
+    EXPECT_EQ(folder.names(), Names{"job"});
+}
+
+TEST_F(AtomicFileTest, APreparedFileThatIsGivenUpLeavesNothing)
+{
+    {
+        quelm::AtomicFile file(folder / "job");
+        file.write("after");
+        EXPECT_TRUE(file.prepare(".beside"));
+    }
+    EXPECT_EQ(folder.names(), Names{});
+}
+
+TEST_F(AtomicFileTest, WhatIsWrittenDirectlyIsNotPrepared)
+{
+    quelm::AtomicFile file("/dev/null");
+    file.write("gone");
+    EXPECT_FALSE(file.prepare(".beside"));
+}
+
 TEST_F(AtomicFileTest, ARestrictedFileIsItsOwnersAlone)
 {
     const mode_t before = umask(0);

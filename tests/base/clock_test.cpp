@@ -56,6 +56,15 @@ constexpr const char* lordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";
 
 } // namespace
 
+TEST_F(Clock, SaysWhetherItStandsStill)
+{
+    EXPECT_FALSE(quelm::isClockFixed());
+    fixAt("2026-03-09T14:05");
+    EXPECT_TRUE(quelm::isClockFixed());
+    quelm::releaseClock();
+    EXPECT_FALSE(quelm::isClockFixed());
+}
+
 TEST_F(Clock, StandsStillWhereItWasFixed)
 {
     fixAt("2024-02-29T23:59");

@@ -167,8 +167,9 @@ TEST_F(ConfigurationTest, RelativePathsCountFromItsFolder)
 
 TEST_F(ConfigurationTest, UnknownWordsAreNamedWithWhatIsPossible)
 {
-    EXPECT_EQ(problemWith("[printer]\nhome=/x\n"),
-              "has an unknown group [printer]; possible are [driver], [job], [device] and [directory]");
+    EXPECT_EQ(
+        problemWith("[printer]\nhome=/x\n"),
+        "has an unknown group [printer]; possible are [driver], [job], [device], [directory] and [outbox]");
     EXPECT_EQ(problemWith("[driver]\nhomes=/x\n"),
               "has an unknown key \"homes\" in [driver]; possible are home, user, component");
     EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job]; possible are pdl");
@@ -294,6 +295,13 @@ TEST_F(ConfigurationTest, TheDirectorysLimitsAndItsSafetyAreRead)
     EXPECT_FALSE(read("[directory]\nstart-tls=false\n").directory.startTls);
 }
 
+TEST_F(ConfigurationTest, HowLongTheOutboxKeepsJobsIsRead)
+{
+    EXPECT_EQ(read("[driver]\nuser=anne\n").outboxKeepDays, 30);
+    EXPECT_EQ(read("[outbox]\nkeep-days=0\n").outboxKeepDays, 0);
+    EXPECT_EQ(read("[outbox]\nkeep-days=3650\n").outboxKeepDays, 3650);
+}
+
 TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
 {
     struct Wrong {
@@ -328,6 +336,9 @@ TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
         {"directory", "size-limit", "0", "a number from 1 to 1000000"},
         {"directory", "size-limit", "1000001", "a number from 1 to 1000000"},
         {"directory", "start-tls", "yes", "true or false"},
+        {"outbox", "keep-days", "-1", "a number of days from 0 to 3650"},
+        {"outbox", "keep-days", "3651", "a number of days from 0 to 3650"},
+        {"outbox", "keep-days", "for ever", "a number of days from 0 to 3650"},
     };
     for (const Wrong& wrong : wrongs) {
         const std::string group = wrong.group;

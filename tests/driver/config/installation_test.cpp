@@ -58,6 +58,18 @@ TEST_F(InstallationTest, OptionsAreKeptInTheFolderOfSettings)
     EXPECT_EQ(quelm::featureFilePath("", "ann"), "/home/ann/.config/quelm/features/ann.ini");
 }
 
+TEST_F(InstallationTest, TheOutboxLiesInTheFolderOfStates)
+{
+    const KeptVariable stateHome{"XDG_STATE_HOME"};
+    setenv("HOME", "/home/ann", 1);
+    setenv("XDG_STATE_HOME", "/states", 1);
+    EXPECT_EQ(quelm::outboxFolder(), "/states/quelm/outbox");
+    setenv("XDG_STATE_HOME", "relative", 1);
+    EXPECT_EQ(quelm::outboxFolder(), "/home/ann/.local/state/quelm/outbox");
+    unsetenv("XDG_STATE_HOME");
+    EXPECT_EQ(quelm::outboxFolder(), "/home/ann/.local/state/quelm/outbox");
+}
+
 TEST_F(InstallationTest, GetsItsFolderForPhonebooks)
 {
     quelm::prepareInstallation(folder.path());

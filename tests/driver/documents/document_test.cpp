@@ -238,6 +238,15 @@ TEST_F(DocumentTest, PostScriptWithoutAPageIsWarnedOf)
         EXPECT_EQ(Document::open(file("a.ps", content)).warnings(), std::vector<std::string>()) << content;
 }
 
+TEST_F(DocumentTest, SaysHowManyPagesItHas)
+{
+    EXPECT_EQ(Document::open(file("a.ps", "%!PS\nshowpage showpage\n")).pages(), 2U);
+    EXPECT_EQ(Document::open(file("a.ps", "%!PS\n1 pop\n")).pages(), 0U);
+    const std::string figure = "%!PS-Adobe-3.0 EPSF-3.0\n";
+    EXPECT_EQ(Document::open(file("a.eps", figure + "1 pop\n")).pages(), 1U);
+    EXPECT_EQ(Document::open(file("a.eps", figure + "showpage\n")).pages(), 1U);
+}
+
 TEST_F(DocumentTest, PostScriptThatFailsIsRefused)
 {
     EXPECT_EQ(refusal("%!PS\nshowpage showpage nonsense showpage\n"),

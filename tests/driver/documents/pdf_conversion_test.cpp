@@ -54,6 +54,7 @@ TEST_F(PdfConversionTest, APdfBecomesPostScript)
 {
     const Document document = Document::open(pdf("letter.txt"));
     EXPECT_EQ(pagesOf(document), bothPages);
+    EXPECT_EQ(document.pages(), 2U);
     EXPECT_FALSE(document.isEncapsulated());
     EXPECT_TRUE(document.warnings().empty());
 }

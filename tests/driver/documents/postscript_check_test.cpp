@@ -22,6 +22,14 @@ protected:
         return errorLine([&] { static_cast<void>(checkPostScript(opened, "a.ps", bounds)); });
     }
 
+    /// How many pages it has; -1 when that cannot be told.
+    int pages(const std::string& program) const
+    {
+        const FileHandle opened(::open(file("a.ps", "%!PS\n" + program).c_str(), O_RDONLY | O_CLOEXEC));
+        const auto count = checkPostScript(opened, "a.ps", bounds);
+        return count ? static_cast<int>(*count) : -1;
+    }
+
     /// Which page and which error that line names: "3 /undefined in foo".
     std::string fault(const std::string& program) const
     {
@@ -61,6 +69,25 @@ TEST_F(PostScriptCheckTest, DocumentsThatRunToTheirEndPass)
              "(quelm done) = save showpage restore showpage",
          })
         EXPECT_EQ(refusal(program), "") << program;
+}
+
+TEST_F(PostScriptCheckTest, CountsThePagesThatComeOut)
+{
+    const std::map<std::string, int> counts = {
+        {"", 0},
+        {"showpage", 1},
+        {"showpage showpage quit showpage", 2},
+        {"showpage stop showpage", 1},
+        {"/page { showpage } bind def page page page", 3},
+        {"save showpage restore save showpage restore", 2},
+        {"copypage showpage", 2},
+        {"showpage <</PageSize [99 99]>> setpagedevice showpage", 2},
+        {"/#copies 3 def showpage", 3},
+        {"(\\nquelm pages: 7\\n) print showpage", 1},
+        {"showpage systemdict /quit get exec", -1},
+    };
+    for (const auto& [program, expected] : counts)
+        EXPECT_EQ(pages(program), expected) << program;
 }
 
 TEST_F(PostScriptCheckTest, AFailureIsToldInPlainWordsWithItsPageAndError)
