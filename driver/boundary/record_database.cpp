@@ -125,11 +125,10 @@ public:
         const auto group = groupOf(record);
         if (!group || state == nullptr)
             return;
-        if (const auto warning =
-                missingMembersWarning(*group, store_.path(), [this](const std::string& name) {
-                    return find("u" + name).has_value();
-                }))
-            state->failures.membersMissing(*warning);
+        for (const auto& warning : groupWarnings(*group, store_.path(), [this](const std::string& name) {
+                 return find("u" + name).has_value();
+             }))
+            state->failures.membersMissing(warning);
     }
 
     /// Saves a record that can be read.

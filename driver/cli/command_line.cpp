@@ -115,6 +115,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
                             ->type_name("");
     addJobOptions(*fax, line.job);
     addCoverPreviewOption(*fax, line.job, *faxDocument);
+    addHandoverOptions(*fax, line.job);
 
     auto* attributes =
         program.add_subcommand("attributes", localized("Write the attribute lines of a fax job alone"));
@@ -142,7 +143,11 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
         ->required()
         ->type_name("");
 
-    for (auto* command : {fax, attributes, script, phonebook, device, directory})
+    auto* outbox =
+        program.add_subcommand("outbox", localized("Look at jobs that wait or were sent, and send them"));
+    addOutboxActions(*outbox, line.outbox);
+
+    for (auto* command : {fax, attributes, script, phonebook, device, directory, outbox})
         command->fallthrough()->footer(
             localized("The options that quelm-driver --help lists may stand here, too."));
     parse(program, argc, argv, line);
@@ -151,7 +156,8 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
                                         {script, Command::script},
                                         {phonebook, Command::phonebook},
                                         {device, Command::deviceInfo},
-                                        {directory, Command::directorySearch}})
+                                        {directory, Command::directorySearch},
+                                        {outbox, Command::outbox}})
         if (command->parsed())
             line.command = name;
     line.hasDocument = line.command != Command::fax || faxDocument->count() > 0;

@@ -4,6 +4,7 @@
 #define DRIVER_CLI_COMMAND_LINE_H
 
 #include "driver/cli/job/job_options.h"
+#include "driver/cli/outbox_options.h"
 #include "driver/cli/phonebook_options.h"
 #include "driver/core/driver.h"
 
@@ -11,7 +12,7 @@
 
 namespace quelm {
 
-enum class Command { none, fax, attributes, script, phonebook, deviceInfo, directorySearch };
+enum class Command { none, fax, attributes, script, phonebook, deviceInfo, directorySearch, outbox };
 
 struct CommandLine {
     Command command = Command::none;
@@ -23,6 +24,7 @@ struct CommandLine {
     std::string script;      ///< of `script`: a file, or "-" for standard input
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
+    OutboxRequest outbox;        ///< of `outbox`
     /// Not empty when the user asked for help or the version: print it and do nothing else.
     std::string information;
 };

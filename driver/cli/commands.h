@@ -24,6 +24,9 @@ void runDeviceInfoCommand(const CommandLine& line);
 /// Lists the people of the device's directory whose names begin as asked, one a line, on standard output.
 void runDirectoryCommand(const CommandLine& line);
 
+/// Looks at the jobs that wait or were handed over, and does with them what the user asks for.
+void runOutboxCommand(const CommandLine& line);
+
 /// Carries out a script, with its answers on standard output.
 void runScriptCommand(const CommandLine& line);
 

@@ -5,6 +5,7 @@
 #include "base/clock.h"
 #include "base/error.h"
 #include "driver/config/configuration_file.h"
+#include "driver/config/installation.h"
 #include "driver/device/device_address.h"
 
 #include <optional>
@@ -48,6 +49,7 @@ DriverSetup setUpDriver(const CommandLine& line)
         setup.driver.device.address = line.driver.device.address;
     setup.driver.directory = configuration.directory;
     setup.pdl = line.job.pdl.value_or(configuration.pdl.value_or(Pdl::dsc));
+    setup.outbox = {outboxFolder(), configuration.outboxKeepDays};
     return setup;
 }
 

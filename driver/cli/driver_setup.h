@@ -5,6 +5,7 @@
 
 #include "driver/cli/command_line.h"
 #include "driver/core/driver.h"
+#include "driver/outbox/outbox.h"
 #include "driver/plugin/fax_session.h"
 
 namespace quelm {
@@ -12,6 +13,7 @@ namespace quelm {
 struct DriverSetup {
     DriverOptions driver;
     Pdl pdl = Pdl::dsc;
+    OutboxSettings outbox; ///< without a folder where this account has none
 };
 
 /// Reads the configuration file, the user's own when none is named, and puts what the command line

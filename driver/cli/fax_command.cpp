@@ -1,35 +1,42 @@
 // The command `fax`: a document and its fax job as one print stream.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/clock.h"
 #include "base/error.h"
+#include "base/standard_output.h"
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
+#include "driver/cli/filled_sending.h"
 #include "driver/cli/job/cover_picture.h"
+#include "driver/cli/job/given_target.h"
+#include "driver/cli/job/job_json.h"
+#include "driver/cli/job/say.h"
 #include "driver/cli/job/write_document.h"
+#include "driver/handover/job_view.h"
+#include "driver/handover/summary.h"
+#include "driver/widgets/widget_names.h"
 
-#include <iostream>
+#include <ctime>
 #include <optional>
 
 namespace quelm {
 namespace {
 
-/// The one place that the user named; nothing for a preview alone.
+/// The one place that the user named; nothing for a preview or a summary alone.
 std::optional<JobTarget> targetOf(const JobOptions& options)
 {
-    const int given = (options.output ? 1 : 0) + (options.device ? 1 : 0) + (options.queue ? 1 : 0);
-    if (given > 1)
-        throw UsageError(localized("a job goes to one place; give one of --output, --device and --queue"));
-    if (options.device)
-        return *options.device;
-    if (options.queue)
-        return QueueTarget{*options.queue};
-    if (options.output && options.coverPreview && leadToOneFile(*options.output, *options.coverPreview))
+    auto target = givenTarget(options);
+    const auto* file = target ? std::get_if<FileTarget>(&*target) : nullptr;
+    if (file != nullptr && options.coverPreview && leadToOneFile(file->path, *options.coverPreview))
         throw UsageError(localized("--cover-preview and --output name the same file; name two"));
-    if (options.output)
-        return FileTarget{*options.output};
-    if (options.coverPreview)
-        return std::nullopt;
+    if (options.toOutbox && file != nullptr && file->path == "-")
+        throw UsageError(
+            localized("standard output cannot wait in the outbox; name a file, device or queue"));
+    if (options.asJson && !options.dryRun)
+        throw UsageError(localized("%s needs %s", "--json", "--dry-run"));
+    if (target || options.dryRun || (options.coverPreview && !options.toOutbox))
+        return target;
     throw UsageError(localized("say with --output FILE, --device HOST or --queue NAME where the job goes; "
                                "--output - is standard output"));
 }
@@ -44,30 +51,30 @@ void drawCover(FilledJob& job, const std::string& picture)
     const auto text =
         localizedCount("%s: cover page of the fax job for %d recipient",
                        "%s: cover page of the fax job for %d recipients", count, picture, count);
-    std::cerr << messageLine(text) << std::endl;
+    say(text);
 }
 
-void sendJob(FilledJob& job, const Document& document, const JobTarget& target)
+/// Says what would happen, once it is sure that it would.
+void sumUp(FilledJob& job, const Document& document, const std::optional<JobTarget>& target,
+           const JobOptions& options, std::time_t begun)
 {
-    const auto count = job.recipientCount();
-    const auto tell = [&](const Receipt& receipt) {
-        const auto* file = std::get_if<FileTarget>(&target);
-        if (file != nullptr && file->path == "-")
-            return job.tellKeptCard();
-        // Translators: a file, its document.
-        auto text = file != nullptr ? localizedCount("%s: fax job of %s for %d recipient",
-                                                     "%s: fax job of %s for %d recipients", count,
-                                                     receipt.place, document.path(), count)
-                                    // Translators: a device or queue, its document.
-                                    : localizedCount("%s: fax job of %s for %d recipient handed over",
-                                                     "%s: fax job of %s for %d recipients handed over", count,
-                                                     receipt.place, document.path(), count);
-        if (!receipt.note.empty())
-            text += "; " + receipt.note;
-        text += behindSummary(job.remarks());
-        std::cerr << messageLine(text) << std::endl;
-    };
-    writeDocument(job.session(), job.pdl(), document, target, job.user(), tell);
+    Submission submission = submissionOf(job, target.value_or(FileTarget{}), begun);
+    submission.toOutbox = options.toOutbox;
+    requireUsableTarget(submission);
+    // A file that cannot be written to is refused; nothing of one stays.
+    if (target && std::holds_alternative<FileTarget>(*target))
+        static_cast<void>(openDestination(*target, {document.name(), job.user()}, &document));
+    tryDocument(job.session(), document, job.pdl());
+    JobPlan plan{target, submission.sendAt, options.toOutbox};
+    plan.isTimeChosen = choiceOf(job.driver(), widget_names::lanFaxSendTime) == 1;
+    plan.leavesKeptCard = job.leavesKeptCard();
+    const auto summary = summaryOf(job.driver(), job.handover(), &document, plan);
+    if (options.asJson)
+        return writeAnswer(summaryJson(summary, job.handover().allWarnings()));
+    std::string text;
+    for (const auto& line : summaryLines(summary, currentTime()))
+        text += oneLine(line) + "\n";
+    writeAnswer(text);
 }
 
 /// Refuses a picture in the place of a file that the command reads.
@@ -82,10 +89,18 @@ void refusePictureOverInput(const std::string& picture, const std::optional<Docu
                 localized("%s: the command reads this file; name another file for the picture", picture));
 }
 
+/// When the user gave the command. The driver stops its clock, where it is to stand still, later.
+std::time_t beginOf(const CommandLine& line)
+{
+    return line.driver.now.empty() ? currentTime() : momentOf(parseLocalTime(line.driver.now));
+}
+
 } // namespace
 
 void runFaxCommand(const CommandLine& line)
 {
+    // Opening the document, and asking, may take a while.
+    const auto begun = beginOf(line);
     const auto target = targetOf(line.job);
     std::optional<Document> document;
     if (line.hasDocument)
@@ -96,8 +111,13 @@ void runFaxCommand(const CommandLine& line)
     FilledJob job(line);
     if (picture)
         drawCover(job, *picture);
-    if (target)
-        sendJob(job, *document, *target);
+    if (line.job.dryRun)
+        sumUp(job, *document, target, line.job, begun);
+    if (!target || line.job.dryRun)
+        return;
+    Submission submission = submissionOf(job, *target, begun);
+    submission.toOutbox = line.job.toOutbox;
+    sendFilled(job, *document, document->path(), submission);
 }
 
 } // namespace quelm

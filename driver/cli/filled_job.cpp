@@ -9,6 +9,8 @@
 #include "driver/cli/job/fill_job.h"
 #include "driver/cli/job/question_policy.h"
 #include "driver/handover/warnings.h"
+#include "driver/widgets/widget_names.h"
+#include "driver/widgets/widget_tree.h"
 
 namespace quelm {
 namespace {
@@ -26,6 +28,14 @@ JobOptions optionsOf(const CommandLine& line)
     return options;
 }
 
+/// Whether the fax dialog shows a card that is charged.
+bool keepsCard(Driver& driver)
+{
+    const Widget* box = driver.widgets().find(widget_names::lanFaxCreditCard);
+    const Widget* number = driver.widgets().find(widget_names::lanFaxCreditCardInfo);
+    return box != nullptr && box->flag() && number != nullptr && !number->text().empty();
+}
+
 } // namespace
 
 FilledJob::FilledJob(const CommandLine& line)
@@ -34,6 +44,7 @@ FilledJob::FilledJob(const CommandLine& line)
 {
     const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());
     driver_.requireReadableOptions();
+    leavesKeptCard_ = !options_.keptCreditCard && !options_.creditCard && keepsCard(driver_);
     try {
         fillJob(driver_, options_, recipients_, policy);
     } catch (const Error&) {

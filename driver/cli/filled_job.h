@@ -25,8 +25,14 @@ public:
     explicit FilledJob(const CommandLine& line);
 
     FaxSession& session() { return driver_.faxSession(); }
+    Driver& driver() { return driver_; }
     Pdl pdl() const { return setup_.pdl; }
+    const OutboxSettings& outbox() const { return setup_.outbox; }
+    const Handover& handover() const { return handover_; }
     const std::string& user() const { return driver_.user(); }
+
+    /// The fax dialog keeps a credit card, ticked, which this job is not charged to.
+    bool leavesKeptCard() const { return leavesKeptCard_; }
 
     /// How many recipients the job holds.
     std::size_t recipientCount() const { return handover_.recipients.size(); }
@@ -44,6 +50,7 @@ private:
     DriverSetup setup_;
     Driver driver_;
     Handover handover_;
+    bool leavesKeptCard_ = false;
 };
 
 } // namespace quelm

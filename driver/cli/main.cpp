@@ -28,6 +28,8 @@ void run(const quelm::CommandLine& line, char** argv)
         return quelm::runDirectoryCommand(line);
     case quelm::Command::phonebook:
         return quelm::runPhonebookCommand(line);
+    case quelm::Command::outbox:
+        return quelm::runOutboxCommand(line);
     case quelm::Command::none:
         break;
     }

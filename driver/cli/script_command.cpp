@@ -26,7 +26,7 @@ void runScriptCommand(const CommandLine& line)
     auto setup = setUpDriver(line);
     setup.driver.holdOptionTroubles = true; // the step that writes a job ends with them
     Driver driver(setup.driver);
-    ScriptRunner runner(driver, setup.pdl);
+    ScriptRunner runner(driver, setup.pdl, setup.outbox);
     for (const auto& step : steps) {
         std::string answer;
         try {

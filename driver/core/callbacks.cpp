@@ -64,8 +64,10 @@ void Callbacks::run(const std::string& exportedName, const std::function<void()>
     const bool returned = state_.guard.run(exportedName, callback);
     if (exportedName == host::entryPointSymbol)
         done_.clear(); // the component has made another job, which holds nothing yet
-    if (returned)
+    if (returned) {
         done_.insert(exportedName);
+        unseen_.erase(exportedName);
+    }
 }
 
 void Callbacks::runFirst()

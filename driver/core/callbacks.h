@@ -36,6 +36,14 @@ public:
     /// As if it had not been called.
     void forget(const std::string& exportedName) { done_.erase(exportedName); }
 
+    /// The last call was the driver's own, in the place of a user.
+    void noteUnseen(const std::string& exportedName) { unseen_.insert(exportedName); }
+    /// Whether the last call since the start was somebody else's.
+    [[nodiscard]] bool hasUserDone(std::string_view exportedName) const
+    {
+        return hasDone(exportedName) && !unseen_.contains(exportedName);
+    }
+
     /// Runs `action` ahead of the first call into the component that comes now, and never again.
     void setBeforeFirst(std::function<void()> action) { beforeFirst_ = std::move(action); }
 
@@ -58,6 +66,7 @@ private:
     HostState& state_;
     const ComponentLibrary& component_;
     std::set<std::string, std::less<>> done_;
+    std::set<std::string, std::less<>> unseen_; // of these
     std::function<void()> beforeFirst_;
     std::string topic_;
     const Widget* askedAt_ = nullptr; // the tree keeps the widgets of dialogs until the driver ends

@@ -54,6 +54,13 @@ Widget* Confirmations::waiting(std::string_view okButton) const
 
 bool Confirmations::faxDialogWaits() const { return waiting(widget_names::lanFaxOkButton) != nullptr; }
 
+bool Confirmations::userConfirmedFaxDialog() const
+{
+    const Widget* button = state_.tree.find(widget_names::lanFaxOkButton);
+    const std::string* callback = button == nullptr ? nullptr : button->attribute("AddCallback");
+    return callback != nullptr && callbacks_.hasUserDone(*callback);
+}
+
 void Confirmations::takeOver()
 {
     for (const std::string_view name : okButtons) {
@@ -75,6 +82,7 @@ void Confirmations::takeOver()
         if (!callbacks_.hasDone(callback))
             throw Error(localized("the component failed to take over what its dialogs show; nothing is "
                                   "written"));
+        callbacks_.noteUnseen(callback);
     }
 }
 

@@ -27,8 +27,14 @@ public:
     /// asks something; it is tried again then the next time.
     void takeOver();
 
+    /// Whether the component has taken over what the dialog of this Ok showed; true for one that it lacks.
+    [[nodiscard]] bool isTakenOver(std::string_view okButton) const { return waiting(okButton) == nullptr; }
+
     /// Whether the fax dialog would be confirmed by `takeOver`.
     [[nodiscard]] bool faxDialogWaits() const;
+
+    /// Whether a user confirmed the fax dialog since the start.
+    [[nodiscard]] bool userConfirmedFaxDialog() const;
 
 private:
     [[nodiscard]] Widget* waiting(std::string_view okButton) const;

@@ -181,6 +181,18 @@ void Driver::takeOverShownChoices() { parts_->confirmations.takeOver(); }
 
 bool Driver::choicesTakenOver() const { return !parts_->confirmations.faxDialogWaits(); }
 
+bool Driver::coverSetUpTakenOver() const
+{
+    return parts_->confirmations.isTakenOver(widget_names::lanFaxCoverOkButton);
+}
+
+bool Driver::senderTakenOver() const
+{
+    return parts_->confirmations.isTakenOver(widget_names::lanFaxSenderOkButton);
+}
+
+bool Driver::choicesConfirmed() const { return parts_->confirmations.userConfirmedFaxDialog(); }
+
 bool Driver::coverPageWillGo()
 {
     if (!parts_->confirmations.faxDialogWaits())
@@ -212,6 +224,15 @@ void Driver::requireKnownOptions()
     for (const FeatureTrouble& trouble : parts_->state.features.troubles())
         if (trouble.decides)
             failWith(trouble.line);
+}
+
+std::vector<std::string> Driver::unknownOptions() const
+{
+    std::vector<std::string> lines;
+    for (const FeatureTrouble& trouble : parts_->state.features.troubles())
+        if (trouble.decides)
+            lines.push_back(trouble.line);
+    return lines;
 }
 
 void Driver::settleOption(std::string_view name) { parts_->state.features.settle(name); }

@@ -146,6 +146,12 @@ public:
     /// Whether the job holds what the fax dialog showed when it was last confirmed, by the user or by
     /// `takeOverShownChoices`; before that it holds none of the kept choices.
     [[nodiscard]] bool choicesTakenOver() const;
+    /// The same for the cover sheet's set-up, and for the sender dialog.
+    [[nodiscard]] bool coverSetUpTakenOver() const;
+    [[nodiscard]] bool senderTakenOver() const;
+
+    /// Whether the user confirmed the fax dialog since the start.
+    [[nodiscard]] bool choicesConfirmed() const;
 
     /// What a job that is written now holds: it may not have been taken over yet. An empty text is none.
     /// @{
@@ -159,6 +165,8 @@ public:
     /// The same, and when one of those that decide what goes out did not suit and was not set since: the job
     /// would go out otherwise than the user believes.
     void requireKnownOptions();
+    /// A line for each of them, and for a file that could not be read; empty when there are none.
+    [[nodiscard]] std::vector<std::string> unknownOptions() const;
     /// What was kept of this option does not matter: something else decides, as setting it would.
     void settleOption(std::string_view name);
 

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -28,6 +29,9 @@ namespace quelm {
 namespace {
 
 constexpr const char* group = "features";
+
+/// All options take some kilobytes. GLib takes much longer for a file of twice the size.
+constexpr std::size_t largestFile = 1048576;
 
 struct Release {
     void operator()(GKeyFile* keys) const { g_key_file_unref(keys); }
@@ -55,8 +59,11 @@ Error unwritable(const std::string& path, const std::string& reason)
 Keys readKeys(const std::string& path)
 {
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode)) // which reading would wait for
+    const bool isThere = ::stat(path.c_str(), &status) == 0;
+    if (isThere && S_ISFIFO(status.st_mode)) // which reading would wait for
         throw unusable(path, localized("that is no plain file"));
+    if (isThere && S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) > largestFile)
+        throw unusable(path, localized("it is larger than 1 MiB"));
     Keys keys(g_key_file_new());
     GError* error = nullptr;
     const auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
@@ -156,6 +163,8 @@ void FeatureFile::write(const std::map<std::string, FeatureValue>& values, bool 
         setValue(keys.get(), name, value);
     gsize length = 0;
     const Text text(g_key_file_to_data(keys.get(), &length, nullptr));
+    if (length > largestFile) // which could not be read again
+        throw unwritable(ownPath_, localized("it would be larger than 1 MiB; make the file smaller"));
     AtomicFile file(ownPath_);
     file.restrictToOwner();
     file.write(std::string_view(text.get(), length));

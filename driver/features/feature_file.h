@@ -19,7 +19,8 @@ using FeatureValue = std::variant<int, std::string>;
 ///     LanFax Resolution=2
 ///     Sender Fax Name=Anne
 ///
-/// It may hold a credit card number, so only its owner can read it.
+/// It may hold a credit card number, so only its owner can read it. A file of more than 1 MiB is taken for a
+/// damaged one.
 class FeatureFile {
 public:
     /// `lockLimit` is how long another driver may take to write there at the same time.

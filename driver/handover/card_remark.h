@@ -12,6 +12,9 @@ namespace quelm {
 /// for no number.
 [[nodiscard]] std::string cardRemark(std::string_view number);
 
+/// The last four digits of a card's number; empty for one with less than eight digits.
+[[nodiscard]] std::string cardDigits(std::string_view number);
+
 } // namespace quelm
 
 #endif

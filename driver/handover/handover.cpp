@@ -7,6 +7,7 @@
 #include "base/translation.h"
 #include "driver/core/driver.h"
 #include "driver/handover/card_remark.h"
+#include "driver/handover/job_view.h"
 #include "driver/handover/recipient_check.h"
 #include "driver/jobs/attribute_lines.h"
 #include "driver/jobs/job_writer.h"
@@ -96,6 +97,22 @@ std::optional<std::string> tickedText(const WidgetTree& tree, const char* box, c
     return widget != nullptr && widget->flag() ? std::optional(shownIn(tree, field)) : std::nullopt;
 }
 
+bool isOn(const WidgetTree& tree, const char* box)
+{
+    const Widget* widget = tree.find(box);
+    return widget != nullptr && widget->flag();
+}
+
+/// Whether the cover page names others than the set-up shows; "Defaults" changes the set-up alone.
+bool coverShowsOtherThings(const WidgetTree& tree, const JobTexts& texts)
+{
+    const bool ownText = texts.showsRecipients && texts.showsCustomText;
+    return isOn(tree, widget_names::showRcptInfoCheckbox) != texts.showsRecipients ||
+           isOn(tree, widget_names::showSenderInfoCheckbox) != texts.showsSender ||
+           (texts.showsRecipients && isOn(tree, widget_names::showCustomText) != texts.showsCustomText) ||
+           (ownText && shownIn(tree, widget_names::coverSheetCustomText) != texts.customText);
+}
+
 /// The dialog keeps what it shows when it is cancelled, and the job what it held before: what goes out is
 /// then not what the user sees, and the attribute lines and the pages may contradict each other.
 std::vector<std::string> contradictionsOf(Driver& driver, const JobTexts& texts, bool hasCoverPage)
@@ -126,6 +143,10 @@ std::vector<std::string> contradictionsOf(Driver& driver, const JobTexts& texts,
         warnings.push_back(
             localized("the cover page is made with other details of the sender than its set-up shows; "
                       "open the set-up and press Ok to take those"));
+    if (hasCoverPage && driver.coverSetUpTakenOver() && coverShowsOtherThings(tree, texts))
+        warnings.push_back(
+            localized("the cover page shows other things than its set-up says; open the set-up and press "
+                      "Ok to take those"));
     const auto prefix =
         tickedText(tree, widget_names::lanFaxDialingPrefix, widget_names::lanFaxDialingPrefixInfo);
     if (prefix && *prefix != texts.dialingPrefix)
@@ -163,18 +184,47 @@ std::vector<std::string> Handover::allWarnings() const
 Handover prepareHandover(Driver& driver, Written written)
 {
     driver.takeOverShownChoices();
+    return lookAtHandover(driver, written);
+}
+
+namespace {
+
+/// What the job is written with: of choices that wait to be taken over, what the dialogs show.
+JobTexts textsToWrite(Driver& driver)
+{
+    JobTexts texts = driver.faxSession().texts();
+    if (driver.choicesTakenOver())
+        return texts;
+    JobView view = viewOfJob(driver);
+    texts.dialingPrefix = std::move(view.prefix);
+    texts.creditCard = std::move(view.card);
+    texts.note = std::move(view.note);
+    // Another kind of text for the recipients goes out without the user's own.
+    texts.customText = view.showsCustomText ? std::move(view.customText) : std::string();
+    texts.senderName = std::move(view.senderName);
+    texts.senderNumber = std::move(view.senderNumber);
+    texts.senderOrganization = std::move(view.senderOrganization);
+    texts.senderPhone = std::move(view.senderPhone);
+    texts.senderEmail = std::move(view.senderEmail);
+    return texts;
+}
+
+} // namespace
+
+Handover lookAtHandover(Driver& driver, Written written)
+{
     FaxSession& session = driver.faxSession();
     Handover handover;
     handover.recipients = session.recipients();
     requireSoundRecipients(handover.recipients);
     const JobTexts texts = session.texts();
-    requireDialText(texts.dialingPrefix, forTranslation("the dialing prefix"));
-    requireDialText(texts.creditCard, forTranslation("the credit card number"));
-    if (session.coverPageChosen()) {
-        requirePlainCoverTexts(texts);
-        if (written == Written::job && !handover.recipients.empty())
-            handover.cutTexts = coverPageOf(session).cut;
-    }
+    const JobTexts toWrite = textsToWrite(driver);
+    requireDialText(toWrite.dialingPrefix, forTranslation("the dialing prefix"));
+    requireDialText(toWrite.creditCard, forTranslation("the credit card number"));
+    if (driver.coverPageWillGo())
+        requirePlainCoverTexts(toWrite);
+    if (session.coverPageChosen() && written == Written::job && !handover.recipients.empty())
+        handover.cutTexts = coverPageOf(session).cut;
     handover.shared = sharedNumbers(handover.recipients);
     handover.sharedWarnings = sharedNumberWarnings(handover.recipients, handover.shared);
     handover.warnings = contradictionsOf(driver, texts, session.coverPageChosen());

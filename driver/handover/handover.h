@@ -40,6 +40,9 @@ enum class Written {
 /// ask.
 [[nodiscard]] Handover prepareHandover(Driver& driver, Written written = Written::job);
 
+/// The same, and nothing is taken over: what waits for that is refused ahead of it. For those who only look.
+[[nodiscard]] Handover lookAtHandover(Driver& driver, Written written = Written::job);
+
 /// "; ..." for each of the remarks.
 [[nodiscard]] std::string behindSummary(const std::vector<std::string>& remarks);
 

@@ -78,6 +78,11 @@ std::optional<std::time_t> chosenMoment(const Driver& driver, std::time_t now)
                       now);
 }
 
+std::optional<std::time_t> stillAhead(std::optional<std::time_t> moment, std::time_t now)
+{
+    return moment && *moment > now ? moment : std::nullopt;
+}
+
 std::string shownMoment(std::time_t moment, std::time_t now)
 {
     const std::tm time = localTimeAt(moment);

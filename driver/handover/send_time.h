@@ -27,6 +27,11 @@ struct ClockTime {
 /// quelm::Error when the component's dialogs lack these widgets.
 [[nodiscard]] std::optional<std::time_t> chosenMoment(const Driver& driver, std::time_t now);
 
+/// The same moment, or nothing when it has passed by now: a fax goes out at once then. The moment itself is
+/// found once, when the user asks for the fax; found again later, while the document is read, say, it would
+/// be tomorrow's.
+[[nodiscard]] std::optional<std::time_t> stillAhead(std::optional<std::time_t> moment, std::time_t now);
+
 /// A moment for people, in local time: "today at 16:05", "tomorrow at 04:05", "on 2026-11-30 at 04:05".
 [[nodiscard]] std::string shownMoment(std::time_t moment, std::time_t now);
 

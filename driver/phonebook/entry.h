@@ -25,6 +25,9 @@ struct PhonebookEntry {
 struct PhonebookGroup {
     std::string name;
     std::vector<std::string> members;
+    /// What the component leaves of a member's name with a comma in it, which no entry has then, or
+    /// another's.
+    std::string cutName{};
 
     friend bool operator==(const PhonebookGroup&, const PhonebookGroup&) = default;
 };

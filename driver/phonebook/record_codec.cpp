@@ -44,7 +44,10 @@ struct Reading {
             kind = Kind::group;
             group.name = record.key.empty() ? "" : record.key.substr(1);
             entry.name = group.name; // the component holds both in one text
-            appendMembers(value, group.members);
+            CutNames cuts;
+            appendMembers(value, group.members, cuts);
+            if (group.cutName.empty() && !cuts.names.empty())
+                group.cutName = cuts.names.front();
         }
     }
 };

@@ -131,8 +131,9 @@ JobRecipient ComponentFaxSession::recipient(RecipientList list, std::size_t posi
 JobTexts ComponentFaxSession::texts()
 {
     const Tarvik40Fax& held = *job();
-    return {held.dialingPrefix,   held.creditCard,         held.coverNotes,  held.customText, held.senderName,
-            held.senderFaxNumber, held.senderOrganization, held.senderPhone, held.senderEmail};
+    return {held.dialingPrefix, held.creditCard,        held.coverNotes,         held.customText,
+            held.senderName,    held.senderFaxNumber,   held.senderOrganization, held.senderPhone,
+            held.senderEmail,   held.showRecipientInfo, held.showCustomText,     held.showSenderInfo};
 }
 
 CoverPageTemplate ComponentFaxSession::coverPageTemplate()

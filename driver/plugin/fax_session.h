@@ -45,6 +45,9 @@ struct JobTexts {
     std::string senderOrganization;
     std::string senderPhone;
     std::string senderEmail;
+    bool showsRecipients = false; ///< the cover page shows who gets the fax
+    bool showsCustomText = false; ///< and `customText` for their names
+    bool showsSender = false;     ///< it shows a single recipient who sent the fax
 
     bool operator==(const JobTexts&) const = default;
 };

@@ -264,6 +264,12 @@ TEST_F(HandoverJourney, AKeptCardIsChargedOnlyWhenTheJobAsksForIt)
     EXPECT_THAT(content("out"), Not(HasSubstr("CREDIT_CARD")));
     EXPECT_THAT(attributeText({"--to", "Ann=1"}), Not(HasSubstr("CREDIT_CARD")));
 
+    EXPECT_THAT(
+        driver({"fax", letter, "--to", "Ann=1", "--dry-run"}).output,
+        HasSubstr("\nthe credit card ending in 2345 is not charged; --kept-credit-card charges it\n"));
+    EXPECT_THAT(driver({"fax", letter, "--to", "Ann=1", "--dry-run", "--kept-credit-card"}).output,
+                Not(HasSubstr("not charged")));
+
     EXPECT_THAT(fax({"--to", "Ann=1", "--kept-credit-card"}).errors,
                 HasSubstr("; the credit card ending in 2345 is charged\n"));
     EXPECT_THAT(content("out"), HasSubstr("%%OID_ATT_CREDIT_CARD \"4111 1111 1111 2345\";\r\n"));

@@ -57,6 +57,10 @@ private:
     std::filesystem::path root_;
 };
 
+/// A run whose standard error holds the summary of a job, from whom it goes to up to where: the same without
+/// it.
+Result withoutSummary(Result result);
+
 /// A failed run: its status, nothing on standard output, and one line of error with these words.
 void expectFailure(const Result& result, int status, const std::string& words);
 

@@ -118,6 +118,34 @@ TEST_F(PhonebookRecipients, WhatIsNotThereIsNamedAndNothingIsWritten)
     EXPECT_FALSE(exists("out"));
 }
 
+TEST_F(PhonebookRecipients, AGroupThatCutsANameIsRefusedWhoeverElseHasWhatIsLeftOfIt)
+{
+    const auto letter = document("letter.ps", "Hello");
+    addRecord("gCrew", ".sgen\r\n,uAnn, Mary,uBob\r\n.egen\r\n");
+    addRecord("gGuests", ".sgen\r\n,uZed, Mary,uBob\r\n.egen\r\n");
+    for (const auto& [group, name] :
+         {std::pair<std::string, std::string>{"Crew", "Ann"}, {"Guests", "Zed"}}) {
+        const auto words =
+            "--group " + group + ": the name of a member ends at its comma and is cut to \"" + name + "\"";
+        expectRefusal({"--group", group}, 1, words);
+        expectFailure(driver({"fax", letter, "--group", group, "--dry-run"}), 1, words);
+        expectFailure(driver({"fax", letter, "--group", group, "--output", path("out")}), 1, words);
+    }
+    EXPECT_FALSE(exists("out"));
+    const auto picked = driver({"script", file("pick", "call T40InvokeFaxDialog\n"
+                                                       "press \"AddPBFaxRcpt\"\n"
+                                                       "rows \"Fax PB List\"\n"
+                                                       "select \"Fax PB List\" 5\n"
+                                                       "press \"Add Button\"\n"
+                                                       "rows \"Fax Cur Recipient List\"\n")});
+    EXPECT_EQ(picked.status, 0);
+    EXPECT_THAT(picked.output, HasSubstr("rows \"Fax Cur Recipient List\" 2\nrow 0 \"Ann\" \"1\""));
+    EXPECT_THAT(
+        picked.errors,
+        HasSubstr("the group \"Crew\" does not reach a member: the name ends at its comma and is cut to "
+                  "\"Ann\"; the fax goes to the entry \"Ann\" instead"));
+}
+
 TEST_F(PhonebookRecipients, DuplicatesFollowThePolicy)
 {
     const Arguments twice{"--to", "Ann=1", "--entry", "Ann", "--group", "Team"};

@@ -28,6 +28,23 @@ endfunction()
 file(MAKE_DIRECTORY "${WORK_DIR}/prefix/var/lib/quelm/phonebook/user")
 run(chmod -R 1777 "${WORK_DIR}/prefix/var/lib/quelm/phonebook")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix" --config "${CONFIG}" --component Runtime)
+
+# The units start the program where it was installed, and systemd takes them.
+set(units "${WORK_DIR}/prefix/lib/systemd/user")
+file(READ "${units}/quelm-outbox.service" service)
+if(NOT service MATCHES "\nExecStart=\"${WORK_DIR}/prefix/bin/quelm-driver\" outbox run --quiet\n")
+  message(FATAL_ERROR "the unit starts another program:\n${service}")
+endif()
+run(stat --format=%a "${units}/quelm-outbox.service" "${units}/quelm-outbox.timer")
+expect("the mode of the units" "${output}" "644\n644\n")
+find_program(SYSTEMD_ANALYZE systemd-analyze)
+if(SYSTEMD_ANALYZE)
+  file(MAKE_DIRECTORY "${WORK_DIR}/run")
+  set(ENV{XDG_RUNTIME_DIR} "${WORK_DIR}/run")
+  run("${SYSTEMD_ANALYZE}" --user verify "${units}/quelm-outbox.service" "${units}/quelm-outbox.timer")
+  run("${SYSTEMD_ANALYZE}" calendar "*-*-* *:*:00")
+endif()
+
 set(prefix "${WORK_DIR}/moved")
 file(RENAME "${WORK_DIR}/prefix" "${prefix}")
 

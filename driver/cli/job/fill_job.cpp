@@ -80,6 +80,8 @@ private:
             choose("--resolution", widget_names::lanFaxResolution, *options_.resolution);
         if (options_.speed)
             choose("--speed", widget_names::lanFaxSendSpeed, *options_.speed);
+        if (options_.sendNow)
+            choose("--send-now", widget_names::lanFaxSendTime, 0);
         if (!options_.sendAt)
             return;
         const auto [hour, minute] = *options_.sendAt;

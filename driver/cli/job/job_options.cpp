@@ -58,24 +58,14 @@ CLI::Option* addText(CLI::App& command, const std::string& name, std::optional<s
     return command.add_option_function<std::string>(name, take, description)->type_name(type);
 }
 
-/// The options of which one says what card is charged. Its number is told in no message.
+/// The options of which one says what card is charged.
 void addCardOptions(CLI::App& command, JobOptions& options)
 {
-    const auto takeNumber = [&options](const std::string& given) {
-        if (!isDialText(given))
-            throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
-        options.creditCard = given;
-    };
-    auto* number = command
-                       .add_option_function<std::string>("--credit-card", takeNumber,
-                                                         localized("Credit card that the call is charged to"))
-                       ->type_name("NUMBER");
-    auto* file = addText(command, "--credit-card-file", options.creditCardFile, "FILE",
-                         localized("The same, from the first line of a file; - is standard input"));
+    addCardNumberOptions(command, options);
     auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
                                   localized("Charge the card that the fax dialog keeps"));
-    number->excludes(file)->excludes(kept);
-    file->excludes(kept);
+    for (const char* other : {"--credit-card", "--credit-card-file"})
+        command.get_option(other)->excludes(kept);
 }
 
 TimeOfDay timeOfDay(const std::string& given)
@@ -96,6 +86,41 @@ TimeOfDay timeOfDay(const std::string& given)
     throw CLI::ValidationError("--send-at",
                                localized("\"%s\" is no time of day; write HH:MM, such as 17:30", given));
 }
+
+void addSendingOptions(CLI::App& command, JobOptions& options)
+{
+    // The dialog lists Superfine before Fine.
+    addChoice<int>(
+        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
+        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
+    addChoice<int>(
+        command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
+        [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
+    addSwitch(command, "--confirmation", "--no-confirmation", options.confirmation,
+              localized("Print a confirmation sheet"), localized("Print no confirmation sheet"));
+    command
+        .add_option_function<std::string>(
+            "--send-at", [&options](const std::string& given) { options.sendAt = timeOfDay(given); },
+            localized("Send at a time of day, on the 24-hour clock"))
+        ->type_name("HH:MM");
+    command
+        .add_flag("--send-now", options.sendNow,
+                  localized("Send at once, whatever time the fax dialog keeps"))
+        ->excludes(command.get_option("--send-at"));
+    command
+        .add_option_function<std::string>(
+            "--prefix",
+            [&options](const std::string& given) {
+                if (given.empty() || given.find_first_not_of("0123456789*#,") != std::string::npos)
+                    throw CLI::ValidationError("--prefix", localized("\"%s\" is no number to dial", given));
+                options.prefix = given;
+            },
+            localized("Dialled ahead of every fax number"))
+        ->type_name("DIGITS");
+    addCardOptions(command, options);
+}
+
+} // namespace
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
@@ -139,6 +164,7 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         ->allow_extra_args(false);
 }
 
+/// Its number is told in no message.
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
     addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
@@ -156,33 +182,20 @@ void addCoverOptions(CLI::App& command, JobOptions& options)
         addText(command, field.option, options.*field.text, "TEXT", translated(field.description));
 }
 
-void addSendingOptions(CLI::App& command, JobOptions& options)
+void addCardNumberOptions(CLI::App& command, JobOptions& options)
 {
-    // The dialog lists Superfine before Fine.
-    addChoice<int>(
-        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
-        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
-    addChoice<int>(
-        command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
-        [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
-    addSwitch(command, "--confirmation", "--no-confirmation", options.confirmation,
-              localized("Print a confirmation sheet"), localized("Print no confirmation sheet"));
-    command
-        .add_option_function<std::string>(
-            "--send-at", [&options](const std::string& given) { options.sendAt = timeOfDay(given); },
-            localized("Send at a time of day, on the 24-hour clock"))
-        ->type_name("HH:MM");
-    command
-        .add_option_function<std::string>(
-            "--prefix",
-            [&options](const std::string& given) {
-                if (given.empty() || given.find_first_not_of("0123456789*#,") != std::string::npos)
-                    throw CLI::ValidationError("--prefix", localized("\"%s\" is no number to dial", given));
-                options.prefix = given;
-            },
-            localized("Dialled ahead of every fax number"))
-        ->type_name("DIGITS");
-    addCardOptions(command, options);
+    const auto takeNumber = [&options](const std::string& given) {
+        if (!isDialText(given))
+            throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
+        options.creditCard = given;
+    };
+    auto* number = command
+                       .add_option_function<std::string>("--credit-card", takeNumber,
+                                                         localized("Credit card that the call is charged to"))
+                       ->type_name("NUMBER");
+    auto* file = addText(command, "--credit-card-file", options.creditCardFile, "FILE",
+                         localized("The same, from the first line of a file; - is standard input"));
+    number->excludes(file);
 }
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)
@@ -202,8 +215,6 @@ void addDestinationOptions(CLI::App& command, JobOptions& options)
     addText(command, "--queue", options.queue, "NAME", localized("The CUPS queue that takes the job"));
 }
 
-} // namespace
-
 void addJobOptions(CLI::App& command, JobOptions& options)
 {
     addRecipientOptions(command, options);
@@ -213,6 +224,16 @@ void addJobOptions(CLI::App& command, JobOptions& options)
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
         localized("How the job carries its attributes (dsc)"));
     addDestinationOptions(command, options);
+}
+
+void addHandoverOptions(CLI::App& command, JobOptions& options)
+{
+    command.add_flag("--outbox", options.toOutbox,
+                     localized("Put the job into the outbox, which sends it; see quelm-driver outbox"));
+    auto* dryRun = command.add_flag("--dry-run", options.dryRun,
+                                    localized("Say what would happen, and neither send nor keep anything"));
+    dryRun->excludes(command.get_option("--cover-preview"));
+    command.add_flag("--json", options.asJson, localized("With --dry-run: say it as JSON"));
 }
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)

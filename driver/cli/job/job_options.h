@@ -53,6 +53,7 @@ struct JobOptions {
     std::optional<int> resolution; ///< index of "LanFax Resolution"
     std::optional<int> speed;      ///< index of "LanFax Send Speed"
     std::optional<TimeOfDay> sendAt;
+    bool sendNow = false; ///< whatever time the dialog keeps
     std::optional<std::string> prefix;
     std::optional<std::string> creditCard;
     std::optional<std::string> creditCardFile; ///< its first line is the card's number; "-" is standard input
@@ -64,6 +65,9 @@ struct JobOptions {
     std::optional<std::string> queue;     ///< the print queue that takes it
     /// A picture of the cover page, ahead of all else: a file, or "-" for standard output.
     std::optional<std::string> coverPreview;
+    bool toOutbox = false; ///< put the job into the outbox, whenever it goes out
+    bool dryRun = false;   ///< sum the job up, and do nothing else
+    bool asJson = false;   ///< for other programs
 };
 
 /// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
@@ -72,6 +76,22 @@ void addJobOptions(CLI::App& command, JobOptions& options);
 /// Adds --cover-preview, for a command whose jobs go out, behind `addJobOptions`. Where it is given and no
 /// destination is, the command does not need its document any more.
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document);
+
+/// Adds --outbox, --dry-run and --json, for the same commands, behind those.
+void addHandoverOptions(CLI::App& command, JobOptions& options);
+
+/// Adds the options that name recipients, for a job that is sent again; they are among those of
+/// `addJobOptions`.
+void addRecipientOptions(CLI::App& command, JobOptions& options);
+
+/// Adds the options about the cover sheet, likewise.
+void addCoverOptions(CLI::App& command, JobOptions& options);
+
+/// Adds --credit-card and --credit-card-file, likewise.
+void addCardNumberOptions(CLI::App& command, JobOptions& options);
+
+/// Adds --output, --device and --queue, likewise.
+void addDestinationOptions(CLI::App& command, JobOptions& options);
 
 /// One field of the sender dialog and the option that fills it.
 struct SenderField {

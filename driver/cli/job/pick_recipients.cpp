@@ -118,10 +118,16 @@ private:
                       origin, oneLine(place_.path)));
     }
 
-    /// The dialog would pass over a member that is not there, and the fax would miss somebody.
+    /// The dialog would pass over a member that is not there, and the fax would miss somebody, or reach
+    /// somebody else in the place of one whose name is cut.
     std::vector<PhonebookEntry> membersOf(const PhonebookGroup& group, const std::string& origin) const
     {
         std::vector<PhonebookEntry> members;
+        if (!group.cutName.empty())
+            // Translators: an option, such as --group Sales, and the beginning of a name.
+            throw Error(localized("%s: the name of a member ends at its comma and is cut to \"%s\"; save the "
+                                  "member's entry and the group under names without a comma",
+                                  origin, shownText(group.cutName, 40)));
         for (const auto& name : group.members) {
             const auto found = byKey_.find(entryKey(name));
             const auto* entry =

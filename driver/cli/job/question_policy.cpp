@@ -29,6 +29,25 @@ Terminal Terminal::standard()
     return terminal;
 }
 
+std::optional<bool> answerOf(const Terminal& terminal, const std::string& question)
+{
+    if (!terminal.interactive)
+        return std::nullopt;
+    std::string text = question;
+    std::erase(text, '\r');
+    for (;;) {
+        // Translators: a question in several lines, and how to answer it.
+        terminal.show(localized("%s [y/n] ", terminalText(text)));
+        const auto answer = terminal.readLine();
+        if (!answer)
+            return std::nullopt;
+        if (isYes(*answer))
+            return true;
+        if (isNo(*answer))
+            return false;
+    }
+}
+
 QuestionPolicy::QuestionPolicy(Duplicates duplicates, Terminal terminal)
     : duplicates_(duplicates), terminal_(std::move(terminal))
 {
@@ -41,23 +60,11 @@ bool QuestionPolicy::addDuplicate(const std::string& question, const std::string
 
 bool QuestionPolicy::ask(const std::string& question, const std::string& origin) const
 {
-    const Error unanswered(localized(
-        "%s: this recipient is in the job already; say --duplicates add or --duplicates skip", origin));
-    if (!terminal_.interactive)
-        throw unanswered;
-    std::string text = question;
-    std::erase(text, '\r');
-    for (;;) {
-        // Translators: a question in several lines, and how to answer it.
-        terminal_.show(localized("%s [y/n] ", terminalText(text)));
-        const auto answer = terminal_.readLine();
-        if (!answer)
-            throw unanswered;
-        if (isYes(*answer))
-            return true;
-        if (isNo(*answer))
-            return false;
-    }
+    const auto answer = answerOf(terminal_, question);
+    if (!answer)
+        throw Error(localized(
+            "%s: this recipient is in the job already; say --duplicates add or --duplicates skip", origin));
+    return *answer;
 }
 
 } // namespace quelm

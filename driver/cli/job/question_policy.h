@@ -22,6 +22,10 @@ struct Terminal {
     static Terminal standard();
 };
 
+/// Puts a question until it is answered with yes or no; nothing at the end of the input, and where there is
+/// nobody to ask.
+[[nodiscard]] std::optional<bool> answerOf(const Terminal& terminal, const std::string& question);
+
 /// Answers the duplicate question.
 class QuestionPolicy {
 public:

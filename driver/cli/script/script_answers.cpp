@@ -2,12 +2,22 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_answers.h"
 
+#include "driver/cli/job/iso_moment.h"
 #include "driver/cli/script/script_parser.h"
 
 namespace quelm {
 namespace {
 
 const char* yesNo(bool value) { return value ? "yes" : "no"; }
+
+std::string destinationText(const JobTarget& target)
+{
+    if (const auto* device = std::get_if<NetworkAddress>(&target))
+        return "device " + inQuotes(toText(*device));
+    if (const auto* queue = std::get_if<QueueTarget>(&target))
+        return "queue " + inQuotes(queue->name);
+    return "file " + inQuotes(std::get<FileTarget>(target).path);
+}
 
 } // namespace
 
@@ -69,6 +79,43 @@ std::string deviceAnswer(const NetworkAddress& device)
 std::string queueAnswer(std::string_view queue, int job)
 {
     return "handed queue " + inQuotes(queue) + " job " + std::to_string(job) + "\n";
+}
+
+std::string heldAnswer(std::string_view queue, int job, std::time_t until)
+{
+    return "held queue " + inQuotes(queue) + " job " + std::to_string(job) + " until " +
+           inQuotes(isoMoment(until)) + "\n";
+}
+
+std::string waitingAnswer(int job, std::time_t until)
+{
+    return "waits outbox job " + std::to_string(job) + " until " + inQuotes(isoMoment(until)) + "\n";
+}
+
+std::string summaryAnswer(const JobSummary& summary)
+{
+    std::vector<std::string> lines;
+    for (const auto& one : summary.recipients)
+        lines.push_back("recipient " + inQuotes(one.name) + " " + inQuotes(one.number));
+    lines.push_back("document " + inQuotes(summary.document) + " pages " +
+                    (summary.pages ? std::to_string(*summary.pages) : "unknown"));
+    lines.push_back(std::string("cover ") + yesNo(summary.hasCoverPage));
+    lines.push_back("resolution " + inQuotes(summary.resolution));
+    lines.push_back("speed " + inQuotes(summary.speed));
+    lines.push_back(std::string("confirmation ") + yesNo(summary.hasConfirmation));
+    if (!summary.dialingPrefix.empty())
+        lines.push_back("prefix " + inQuotes(summary.dialingPrefix));
+    if (!summary.card.empty())
+        lines.push_back("card " + inQuotes(summary.card));
+    lines.push_back("time " + (summary.plan.sendAt ? inQuotes(isoMoment(*summary.plan.sendAt)) : "now"));
+    if (summary.plan.target)
+        lines.push_back("destination " + destinationText(*summary.plan.target));
+    for (const auto& sentence : summary.notReaching)
+        lines.push_back("unsent " + inQuotes(sentence));
+    std::string answer = "summary " + std::to_string(lines.size()) + "\n";
+    for (const auto& line : lines)
+        answer += line + "\n";
+    return answer;
 }
 
 } // namespace quelm

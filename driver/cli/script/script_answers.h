@@ -5,7 +5,9 @@
 
 #include "base/net/network_address.h"
 #include "driver/core/driver.h"
+#include "driver/handover/summary.h"
 
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +31,16 @@ std::string deviceAnswer(const NetworkAddress& device);
 
 /// handed queue "NAME" job NUMBER, one line.
 std::string queueAnswer(std::string_view queue, int job);
+
+/// held queue "NAME" job NUMBER until "MOMENT", one line.
+std::string heldAnswer(std::string_view queue, int job, std::time_t until);
+
+/// waits outbox job NUMBER until "MOMENT", one line.
+std::string waitingAnswer(int job, std::time_t until);
+
+/// summary COUNT, and a line for each subject: how many recipients, and a line for each of them; pages;
+/// cover; resolution; speed; confirmation; prefix; card; time; destination; what does not reach the device.
+std::string summaryAnswer(const JobSummary& summary);
 
 } // namespace quelm
 

@@ -25,7 +25,7 @@ struct Command {
 
 constexpr std::size_t anyNumber = static_cast<std::size_t>(-1);
 
-constexpr std::array<Command, 13> commands{{
+constexpr std::array<Command, 14> commands{{
     {"press", ScriptVerb::press, "press \"WIDGET\"", 1, 1},
     {"type", ScriptVerb::type, "type \"WIDGET\" \"TEXT\"", 2, 2},
     {"tick", ScriptVerb::tick, "tick \"WIDGET\" on|off", 2, 2},
@@ -38,6 +38,10 @@ constexpr std::array<Command, 13> commands{{
     {"rows", ScriptVerb::rows, "rows \"LIST\"", 1, 1},
     {"windows", ScriptVerb::windows, "windows", 0, 0},
     {"cover", ScriptVerb::cover, "cover FILE.png", 1, 1},
+    {"summary", ScriptVerb::summary,
+     "summary DOCUMENT, summary DOCUMENT OUTPUT, summary DOCUMENT device ADDRESS or summary DOCUMENT queue "
+     "NAME",
+     1, 3},
     {"fax", ScriptVerb::fax, "fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS or fax DOCUMENT queue NAME", 2,
      3},
 }};
@@ -186,6 +190,13 @@ void fill(ScriptStep& step, const std::vector<std::string>& words)
         break;
     case ScriptVerb::fax:
         fillFax(step, words);
+        break;
+    case ScriptVerb::summary:
+        step.place = ScriptPlace::none;
+        if (words.size() > 1) {
+            step.place = ScriptPlace::file;
+            fillFax(step, words);
+        }
         break;
     case ScriptVerb::cover:
         fillCover(step);

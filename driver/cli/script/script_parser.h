@@ -23,11 +23,12 @@ enum class ScriptVerb {
     rows,    ///< rows "LIST"
     windows, ///< windows
     cover,   ///< cover FILE.png
+    summary, ///< summary DOCUMENT, and the places of fax
     fax,     ///< fax DOCUMENT OUTPUT, fax DOCUMENT device ADDRESS, fax DOCUMENT queue NAME
 };
 
-/// What takes the job of `fax`.
-enum class ScriptPlace { file, device, queue };
+/// What takes the job of `fax`; nothing is named where `summary` leaves that open.
+enum class ScriptPlace { file, device, queue, none };
 
 /// One line of a script. Which members hold something follows from the verb.
 struct ScriptStep {

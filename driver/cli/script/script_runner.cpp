@@ -2,22 +2,48 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_runner.h"
 
+#include "base/clock.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/translation.h"
 #include "driver/cli/job/cover_picture.h"
+#include "driver/cli/job/say.h"
 #include "driver/cli/job/write_document.h"
 #include "driver/cli/script/script_answers.h"
 #include "driver/core/driver.h"
 #include "driver/core/user_actions.h"
 #include "driver/handover/handover.h"
+#include "driver/handover/held_options.h"
+#include "driver/handover/send_time.h"
+#include "driver/handover/summary.h"
 #include "driver/handover/warnings.h"
+#include "driver/outbox/outbox_sender.h"
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <vector>
 
 namespace quelm {
+namespace {
+
+/// Where the job of a step goes; nothing when the step leaves it open.
+std::optional<JobTarget> targetOf(const ScriptStep& step)
+{
+    switch (step.place) {
+    case ScriptPlace::file:
+        return FileTarget{step.text};
+    case ScriptPlace::device:
+        return parseNetworkAddress(step.text);
+    case ScriptPlace::queue:
+        return QueueTarget{step.text};
+    case ScriptPlace::none:
+        break;
+    }
+    return std::nullopt;
+}
+
+} // namespace
 
 std::string ScriptRunner::run(const ScriptStep& step)
 {
@@ -66,6 +92,8 @@ void ScriptRunner::act(const ScriptStep& step)
         return driver_.call(step.target);
     case ScriptVerb::cover:
         return cover(step);
+    case ScriptVerb::summary:
+        return summary(step);
     case ScriptVerb::fax:
         return fax(step);
     case ScriptVerb::show:
@@ -85,26 +113,63 @@ void ScriptRunner::cover(const ScriptStep& step)
     writeCoverPicture(driver_.faxSession(), step.target);
 }
 
-void ScriptRunner::fax(const ScriptStep& step)
+Submission ScriptRunner::submissionTo(const JobTarget& target, std::time_t begun)
 {
-    JobTarget target = FileTarget{step.text};
-    if (step.place == ScriptPlace::device)
-        target = parseNetworkAddress(step.text);
-    else if (step.place == ScriptPlace::queue)
-        target = QueueTarget{step.text};
-    const auto tell = [&](const Receipt& receipt) {
-        if (const auto* device = std::get_if<NetworkAddress>(&target))
-            receipt_ = deviceAnswer(*device);
-        else if (step.place == ScriptPlace::queue)
-            receipt_ = queueAnswer(step.text, receipt.job);
-    };
+    Submission submission;
+    submission.target = target;
+    submission.user = driver_.user();
+    submission.pdl = pdl_;
+    submission.sendAt = stillAhead(chosenMoment(driver_, begun), currentTime());
+    submission.options = heldOptions(driver_);
+    return submission;
+}
+
+void ScriptRunner::summary(const ScriptStep& step)
+{
+    const auto begun = currentTime();
     driver_.actions().requireNoQuestion();
     driver_.requireKnownOptions();
     const Handover handover = prepareHandover(driver_);
     logWarnings(handover.allWarnings());
-    for (const auto& remark : handover.remarks)
-        writeUnderProgramName(remark);
-    writeDocument(driver_.faxSession(), pdl_, openDocument(step.target), target, driver_.user(), tell);
+    const Document document = openDocument(step.target);
+    tryDocument(driver_.faxSession(), document, pdl_);
+    const auto target = targetOf(step);
+    const Submission submission = submissionTo(target.value_or(FileTarget{}), begun);
+    receipt_ = summaryAnswer(summaryOf(driver_, handover, &document, {target, submission.sendAt, false}));
+}
+
+void ScriptRunner::fax(const ScriptStep& step)
+{
+    // Opening the document may take a while.
+    const auto begun = currentTime();
+    driver_.actions().requireNoQuestion();
+    driver_.requireKnownOptions();
+    const Handover handover = prepareHandover(driver_);
+    logWarnings(handover.allWarnings());
+    const Document document = openDocument(step.target);
+    const Submission submission = submissionTo(targetOf(step).value(), begun);
+    if (step.place == ScriptPlace::file && !waits(submission)) {
+        for (const auto& remark : handover.remarks)
+            writeUnderProgramName(remark);
+    } else if (!handover.recipients.empty()) { // a job for nobody is refused
+        const JobPlan plan{submission.target, submission.sendAt, false};
+        for (const auto& line : summaryLines(summaryOf(driver_, handover, &document, plan), currentTime()))
+            say(line);
+    }
+    const auto tell = [&](const SubmissionEnd& end) {
+        if (end.kind == SubmissionEnd::Kind::waiting) {
+            receipt_ = waitingAnswer(end.number, end.due);
+            // The form of the answers has no room for it.
+            say(senderSentence(senderOf(outbox_)));
+        } else if (end.kind == SubmissionEnd::Kind::held) {
+            receipt_ = heldAnswer(step.text, end.receipt.job, end.due);
+        } else if (const auto* device = std::get_if<NetworkAddress>(&submission.target)) {
+            receipt_ = deviceAnswer(*device);
+        } else if (step.place == ScriptPlace::queue) {
+            receipt_ = queueAnswer(step.text, end.receipt.job);
+        }
+    };
+    writeDocument(driver_.faxSession(), document, submission, outbox_, tell);
 }
 
 } // namespace quelm

@@ -5,9 +5,12 @@
 
 #include "driver/cli/script/script_parser.h"
 #include "driver/handover/recipient_watch.h"
+#include "driver/outbox/submission.h"
 #include "driver/plugin/fax_session.h"
 
+#include <ctime>
 #include <string>
+#include <utility>
 
 namespace quelm {
 
@@ -18,20 +21,28 @@ class Driver;
 /// script can remove them again; `fax` and `cover` refuse them.
 class ScriptRunner {
 public:
-    /// `driver` outlives the runner; `pdl` is the form of the jobs that `fax` writes.
-    ScriptRunner(Driver& driver, Pdl pdl) : driver_(driver), pdl_(pdl), watch_(driver) {}
+    /// `driver` outlives the runner; `pdl` is the form of the jobs that `fax` writes, and `outbox` where they
+    /// wait for their time.
+    ScriptRunner(Driver& driver, Pdl pdl, OutboxSettings outbox)
+        : driver_(driver), pdl_(pdl), outbox_(std::move(outbox)), watch_(driver)
+    {
+    }
 
     /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
-    /// question waits, an action's answer ends with it; a job that went to a device or queue is told ahead.
+    /// question waits, an action's answer ends with it; a job that went to a device or queue, or waits, is
+    /// told ahead.
     [[nodiscard]] std::string run(const ScriptStep& step);
 
 private:
     void act(const ScriptStep& step);
     void cover(const ScriptStep& step);
+    void summary(const ScriptStep& step);
     void fax(const ScriptStep& step);
+    [[nodiscard]] Submission submissionTo(const JobTarget& target, std::time_t begun);
 
     Driver& driver_;
     Pdl pdl_;
+    OutboxSettings outbox_;
     RecipientWatch watch_;
     std::string receipt_; ///< what the last step answers beside "ok"
 };

@@ -256,6 +256,16 @@ TEST_F(GroupsTest, AMemberWithoutAnEntryIsNamedWhenTheGroupIsSaved)
     EXPECT_EQ(log.messages, Names{warning});
 }
 
+TEST_F(GroupsTest, AMemberWhoseNameIsCutIsNamedBesideThoseWithoutAnEntry)
+{
+    save("uAnn", member("Ann"));
+    const LogCapture log;
+    save("gTeam", ".sgen\r\n,uAnn, Mary,uBob\r\n.egen\r\n");
+    ASSERT_EQ(log.messages.size(), 2U);
+    EXPECT_TRUE(mentions(log.messages[0], "is cut to \"Ann\"; the fax goes to the entry \"Ann\" instead"));
+    EXPECT_EQ(log.messages[1], warning);
+}
+
 TEST_F(GroupsTest, AMemberWithoutAnEntryIsNamedOnceForEachPickAndNotWhenTheGroupIsListed)
 {
     save("uAnn", member("Ann"));

@@ -43,6 +43,19 @@ TEST(CommandLine, KnowsItsCommands)
     EXPECT_EQ(script.script, "-");
 }
 
+TEST(CommandLine, AFaxCanWaitGoNowOrBeSummedUp)
+{
+    EXPECT_TRUE(parsed({"fax", "a.ps", "--send-now"}).job.sendNow);
+    EXPECT_TRUE(parsed({"fax", "a.ps", "--outbox"}).job.toOutbox);
+    const auto dry = parsed({"fax", "a.ps", "--dry-run", "--json"});
+    EXPECT_TRUE(dry.job.dryRun);
+    EXPECT_TRUE(dry.job.asJson);
+    EXPECT_THAT(refusal({"fax", "a.ps", "--send-now", "--send-at", "1:00"}), HasSubstr("stands beside"));
+    EXPECT_THAT(refusal({"fax", "a.ps", "--dry-run", "--cover-preview", "a.png"}),
+                HasSubstr("stands beside"));
+    EXPECT_THAT(refusal({"attributes", "--outbox"}), HasSubstr("--outbox"));
+}
+
 TEST(CommandLine, TakesADocumentNamedLikeACommand)
 {
     EXPECT_EQ(parsed({"fax", "script"}).document, "script");
@@ -356,14 +369,18 @@ TEST(CommandLine, PrintsHelpAndVersion)
     EXPECT_THAT(parsed({"fax", "--version"}).information, StartsWith("quelm-driver "));
 }
 
-TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptionsButThatForACoverPageToLookAt)
+TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptionsButThoseForJobsThatGoOut)
 {
     auto fax = parsed({"fax", "--help"}).information;
     const auto attributes = parsed({"attributes", "--help"}).information;
     const auto options = [](const std::string& help) { return help.substr(help.find("--to")); };
-    const auto preview = fax.find("  --cover-preview FILE.png");
-    ASSERT_NE(preview, std::string::npos);
-    fax.erase(preview, fax.find('\n', preview) + 1 - preview);
+    for (const char* own : {"  --cover-preview FILE.png", "  Draw the cover page", "  --outbox",
+                            "  --dry-run", "  Say what would happen", "  --json"}) {
+        const auto at = fax.find(own);
+        ASSERT_NE(at, std::string::npos) << own;
+        const auto begin = fax.rfind('\n', at) + 1;
+        fax.erase(begin, fax.find('\n', at) + 1 - begin);
+    }
     EXPECT_EQ(options(fax), options(attributes));
 }
 

@@ -84,6 +84,20 @@ TEST_F(CallbacksTest, WhatReturnedIsRememberedUntilTheComponentIsStartedAgain)
     EXPECT_FALSE(callbacks.hasDone("Fired"));
 }
 
+TEST_F(CallbacksTest, ACallInTheUsersPlaceIsToldFromTheUsersOwn)
+{
+    EXPECT_FALSE(callbacks.hasUserDone("Fired"));
+    fire("Button");
+    EXPECT_TRUE(callbacks.hasUserDone("Fired"));
+    callbacks.noteUnseen("Fired");
+    EXPECT_FALSE(callbacks.hasUserDone("Fired"));
+    EXPECT_TRUE(callbacks.hasDone("Fired"));
+    fire("Button");
+    EXPECT_TRUE(callbacks.hasUserDone("Fired"));
+    callbacks.call("InitializeFaxComponent");
+    EXPECT_FALSE(callbacks.hasUserDone("Fired"));
+}
+
 TEST_F(CallbacksTest, OneActionComesAheadOfTheFirstCallIntoTheComponent)
 {
     int times = 0;

@@ -48,8 +48,8 @@ protected:
     }
 };
 
-const JobTexts shown{"9",   "4111", " (Call me) ", "All of you",      "Ann",
-                     "555", "Acme", "556",         "ann@acme.example"};
+const JobTexts shown{"9",    "4111", " (Call me) ",      "All of you", "Ann", "555",
+                     "Acme", "556",  "ann@acme.example", true,         true,  true};
 
 TEST_F(ConfirmationsTest, AtTheStartTheJobHoldsNothingAndTheDriverSaysWhatWillGo)
 {

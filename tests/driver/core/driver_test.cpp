@@ -115,8 +115,10 @@ TEST_F(OptionTroublesTest, AreToldAtTheStartAndRefuseAJobUntilTheOptionIsSet)
     EXPECT_EQ(log.severities[0], quelm::Severity::warning);
     EXPECT_EQ(refusal([&] { driver().requireReadableOptions(); }), "nothing");
     EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), log.messages[0]);
+    EXPECT_EQ(driver().unknownOptions(), log.messages);
     driver().type("Sender Fax Name", "");
     EXPECT_EQ(refusal([&] { driver().requireKnownOptions(); }), "nothing");
+    EXPECT_EQ(driver().unknownOptions(), std::vector<std::string>());
     EXPECT_EQ(contentOf(folder / "config/features/ann.ini"), "[features]\nSender Fax Name=\n");
 }
 

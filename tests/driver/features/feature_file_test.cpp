@@ -90,6 +90,27 @@ TEST_F(FeatureFileTest, AFifoInItsPlaceIsNotWaitedFor)
                   "left as it is");
 }
 
+TEST_F(FeatureFileTest, AFileOfMoreThanAMebibyteIsRefusedAndStaysAsItIs)
+{
+    const std::string option = "[features]\nNumber=1\n#";
+    const std::string fits = option + std::string(1048576 - option.size(), '-');
+    put(fits);
+    EXPECT_EQ(file.read(), (Texts{{"Number", "1"}}));
+    EXPECT_EQ(quelm::test::failureLine([&] {
+                  file.write({{"Number", 12345}});
+              }),
+              "the options cannot be kept in " + path +
+                  ": it would be larger than 1 MiB; make the file smaller");
+    EXPECT_EQ(contentOf(path), fits);
+    put(fits + "-");
+    EXPECT_EQ(problemOfReading(),
+              "the kept options in " + path +
+                  " cannot be used: it is larger than 1 MiB; repair or remove the file, it is "
+                  "left as it is");
+    EXPECT_THROW(file.write({{"Number", 3}}), quelm::Error);
+    EXPECT_EQ(contentOf(path), fits + "-");
+}
+
 TEST_F(FeatureFileTest, LeavesNoOtherFileBehind)
 {
     file.write({{"Number", 3}});

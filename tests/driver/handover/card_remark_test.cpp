@@ -20,5 +20,12 @@ TEST(CardRemark, TellsNoDigitOfAShortNumber)
     EXPECT_EQ(cardRemark(""), "");
 }
 
+TEST(CardRemark, TheDigitsAloneAreThoseOfTheRemark)
+{
+    EXPECT_EQ(cardDigits("4111-1111 1111 2345"), "2345");
+    EXPECT_EQ(cardDigits("1234567"), "");
+    EXPECT_EQ(cardDigits(""), "");
+}
+
 } // namespace
 } // namespace quelm

@@ -146,6 +146,32 @@ TEST_F(PrepareHandover, RefusesControlCharactersInAKeptTextThatGoesOntoTheCoverS
     }
 }
 
+TEST_F(PrepareHandover, ALookAheadRefusesWhatTheWriterWillRefuse)
+{
+    const std::string cover = "LanFax Cover Sheet Option=1\nShow Rcpt Info Checkbox=1\n"
+                              "Show Sender Info Checkbox=1\n";
+    for (const std::string& features :
+         {std::string("LanFax Dialing Prefix=1\nLanFax Dialing Prefix Info=ab\n"),
+          std::string("LanFax Dialing Prefix=0\nLanFax Dialing Prefix Info=ab\n"),
+          std::string("LanFax Credit Card=1\nLanFax Credit Card Info=ab\n"),
+          std::string("LanFax Cover Sheet Notes=a\vb\n"), cover + "LanFax Cover Sheet Notes=a\vb\n",
+          cover + "Show Rcpt Info=1\nCover Sheet Custom Text=a\fb\n",
+          cover + "Show Rcpt Info=0\nCover Sheet Custom Text=a\fb\n",
+          std::string("LanFax Cover Sheet Option=1\nCover Sheet Custom Text=a\fb\n"),
+          cover + "Sender Fax Name=a\x1b\n", cover + "Sender Fax Number=a\xc2\x85\n",
+          std::string("LanFax Cover Sheet Option=1\nSender Fax Name=a\x1b\n"),
+          cover + "Sender Fax Organization=a\xe2\x80\xa8\n", cover + "Sender Fax Tel Number=a\x04\n",
+          cover + "Sender Fax Email Addr=a\x7f\n"}) {
+        startWith(features);
+        add("Ann", "1");
+        driver().press("LanFax Cancel Button");
+        ASSERT_FALSE(driver().choicesTakenOver());
+        const std::string ahead = refusal([&] { static_cast<void>(lookAtHandover(driver())); });
+        EXPECT_FALSE(driver().choicesTakenOver());
+        EXPECT_EQ(ahead, failure()) << features;
+    }
+}
+
 TEST_F(PrepareHandover, SaysWhichTextsTheCoverSheetHasNoRoomFor)
 {
     const std::string wide(31, 'W');
@@ -234,12 +260,35 @@ TEST_F(PrepareHandover, SaysWhenTheSenderOfTheCoverPageIsNotTheOneThatIsShown)
     EXPECT_THAT(
         prepareHandover(driver()).allWarnings(),
         ElementsAre("the cover page is made with other details of the sender than its set-up shows; open "
-                    "the set-up and press Ok to take those"));
+                    "the set-up and press Ok to take those",
+                    "the cover page shows other things than its set-up says; open the set-up and press Ok to "
+                    "take those"));
     driver().call("T40InvokeFaxDialog");
     driver().press("LanFax Setup Cover Sheet Button");
     driver().press("LanFaxCover OK Button");
     confirm();
     EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty());
+}
+
+TEST_F(PrepareHandover, SaysWhenTheCoverPageShowsOtherThingsThanItsSetUp)
+{
+    constexpr const char* sentence = "the cover page shows other things than its set-up says; open the "
+                                     "set-up and press Ok to take those";
+    for (const char* kept : {"Show Rcpt Info Checkbox=1\n", "Show Sender Info Checkbox=1\n",
+                             "Show Rcpt Info Checkbox=1\nShow Rcpt Info=1\nCover Sheet Custom Text=All\n"}) {
+        startWith("LanFax Cover Sheet Option=1\n" + std::string(kept));
+        add("Ann", "1");
+        EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty()) << kept;
+        driver().call("LanFaxOptionsTabDefaults");
+        driver().choose("LanFax Cover Sheet Option", 1);
+        confirm();
+        EXPECT_THAT(prepareHandover(driver()).allWarnings(), ElementsAre(sentence)) << kept;
+        driver().call("T40InvokeFaxDialog");
+        driver().press("LanFax Setup Cover Sheet Button");
+        driver().press("LanFaxCover OK Button");
+        confirm();
+        EXPECT_THAT(prepareHandover(driver()).allWarnings(), IsEmpty()) << kept;
+    }
 }
 
 TEST_F(PrepareHandover, LooksAtNoCoverSheetWithoutRecipients)

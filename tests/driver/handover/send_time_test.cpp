@@ -189,6 +189,15 @@ TEST_F(SendTime, IsSaidForPeopleInLocalTime)
     EXPECT_EQ(shownMoment(utc("2026-03-29T01:30"), utc("2026-03-28T23:00")), "today at 03:30");
 }
 
+TEST(StillAhead, IsAMomentThatHasNotPassed)
+{
+    const std::time_t now = utc("2026-11-22T10:00");
+    EXPECT_EQ(stillAhead(now + 1, now), now + 1);
+    EXPECT_EQ(stillAhead(now, now), std::nullopt);
+    EXPECT_EQ(stillAhead(now - 1, now), std::nullopt);
+    EXPECT_EQ(stillAhead(std::nullopt, now), std::nullopt);
+}
+
 class ChosenMoment : public HandoverTest {
 protected:
     ChosenMoment() { setenv("TZ", kolkata, 1); }

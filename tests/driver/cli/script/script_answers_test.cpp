@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/script/script_answers.h"
 
+#include "tests/support/kept_variable.h"
+
 #include <gtest/gtest.h>
+
+#include <ctime>
 
 namespace quelm {
 namespace {
@@ -84,6 +88,44 @@ TEST(ScriptAnswers, AJobThatWasHandedOverStandsOnOneLine)
 {
     EXPECT_EQ(deviceAnswer({"::1", 9101}), "handed device \"[::1]:9101\"\n");
     EXPECT_EQ(queueAnswer("a \"fax\"", 12), "handed queue \"a \\\"fax\\\"\" job 12\n");
+}
+
+TEST(ScriptAnswers, AJobThatWaitsSaysUntilWhen)
+{
+    const KeptVariable zone("TZ");
+    ::setenv("TZ", "UTC", 1);
+    ::tzset();
+    EXPECT_EQ(waitingAnswer(7, 0), "waits outbox job 7 until \"1970-01-01T00:00:00+00:00\"\n");
+    EXPECT_EQ(heldAnswer("fax", 12, 0), "held queue \"fax\" job 12 until \"1970-01-01T00:00:00+00:00\"\n");
+}
+
+TEST(ScriptAnswers, ASummaryHasALineForEachSubject)
+{
+    EXPECT_EQ(summaryAnswer({}), "summary 6\ndocument \"\" pages unknown\ncover no\nresolution \"\"\n"
+                                 "speed \"\"\nconfirmation no\ntime now\n");
+    JobSummary summary;
+    JobRecipient ann;
+    ann.name = "Ann\"";
+    ann.number = "555";
+    summary.recipients = {ann};
+    summary.document = "a.ps";
+    summary.pages = 2;
+    summary.hasCoverPage = true;
+    summary.resolution = "fine";
+    summary.speed = "14.4";
+    summary.hasConfirmation = true;
+    summary.dialingPrefix = "9";
+    summary.card = "2345";
+    summary.plan.target = FileTarget{"a b"};
+    summary.notReaching = {"the note"};
+    EXPECT_EQ(summaryAnswer(summary),
+              "summary 11\nrecipient \"Ann\\\"\" \"555\"\ndocument \"a.ps\" pages 2\ncover yes\n"
+              "resolution \"fine\"\nspeed \"14.4\"\nconfirmation yes\nprefix \"9\"\ncard \"2345\"\ntime "
+              "now\ndestination file \"a b\"\nunsent \"the note\"\n");
+    summary.plan.target = NetworkAddress{"::1", 9100};
+    EXPECT_NE(summaryAnswer(summary).find("\ndestination device \"[::1]:9100\"\n"), std::string::npos);
+    summary.plan.target = QueueTarget{"fax"};
+    EXPECT_NE(summaryAnswer(summary).find("\ndestination queue \"fax\"\n"), std::string::npos);
 }
 
 } // namespace

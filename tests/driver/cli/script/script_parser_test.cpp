@@ -93,6 +93,10 @@ TEST(ScriptParser, ReadsCommandsWithoutAndWithTwoTargets)
 TEST(ScriptParser, ReadsWhatTakesAFaxJob)
 {
     EXPECT_EQ(only("fax letter.ps out").place, ScriptPlace::file);
+    EXPECT_EQ(only("summary letter.ps").place, ScriptPlace::none);
+    EXPECT_EQ(only("summary letter.ps").target, "letter.ps");
+    EXPECT_EQ(only("summary letter.ps out").place, ScriptPlace::file);
+    EXPECT_EQ(only("summary letter.ps queue fax").place, ScriptPlace::queue);
     EXPECT_EQ(only("fax letter.ps device").place, ScriptPlace::file) << "a file may have any name";
     const auto device = only("fax letter.ps device [::1]:9101");
     EXPECT_EQ(device.place, ScriptPlace::device);
@@ -111,6 +115,8 @@ TEST(ScriptParser, RefusesPlacesThatTakeNoFaxJob)
 
 TEST(ScriptParser, KeepsAFaxJobOffStandardOutput)
 {
+    EXPECT_THAT(refusal("summary letter.ps device a:b"), StartsWith("s:1: \"a:b\" is no address"));
+    EXPECT_THAT(refusal("summary"), StartsWith("s:1: write: summary DOCUMENT"));
     EXPECT_THAT(refusal("fax letter.ps -"), StartsWith("s:1: a script's answers stand on standard output"));
 }
 

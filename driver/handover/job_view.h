@@ -1,0 +1,45 @@
+// What the dialogs hold, as far as it decides what reaches the device.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DRIVER_HANDOVER_JOB_VIEW_H
+#define DRIVER_HANDOVER_JOB_VIEW_H
+
+#include <string>
+
+namespace quelm {
+
+class Driver;
+
+/// The choices that a job would be written with: those of the job where the component has taken them over,
+/// and what the dialogs show otherwise. An open window is not confirmed yet: what it concerns is taken from
+/// the job then.
+struct JobView {
+    bool coverGoes = false;
+    bool showsRecipients = false;
+    bool showsCustomText = false;
+    bool showsSender = false;
+    bool isA4 = false;      ///< the paper size that was chosen for the cover sheet
+    std::string note;       ///< as it was typed
+    std::string customText; ///< the user's own text for the recipients
+    std::string senderName;
+    std::string senderNumber;
+    std::string senderOrganization;
+    std::string senderPhone;
+    std::string senderEmail;
+    std::string prefix;      ///< that is dialled; empty for none
+    std::string typedPrefix; ///< what its field holds
+    bool prefixTicked = false;
+    std::string card; ///< that is charged; empty for none
+    std::string typedCard;
+    bool cardTicked = false;
+    bool leavesKeptCard = false; ///< the box was ticked for the user, and unticked for this command
+};
+
+/// Looks at the driver's dialogs and job. A widget that the component does not have counts as empty.
+[[nodiscard]] JobView viewOfJob(Driver& driver);
+
+/// What a combo box or radio group stands at; -1 when there is no such widget.
+[[nodiscard]] int choiceOf(Driver& driver, const char* widget);
+
+} // namespace quelm
+
+#endif
