@@ -57,8 +57,8 @@ int main(int argc, char** argv)
         keepingFailure(failure, [&line] {
             const auto setup = quelm::setUpDriver(line);
             readNothingFromStandardInput();
-            quelm::runDesktop(
-                {setup.driver, setup.pdl, line.document, quelm::programAndVersion("quelm-desktop")});
+            quelm::runDesktop({setup.driver, setup.pdl, line.document,
+                               quelm::programAndVersion("quelm-desktop"), setup.outbox});
         });
     });
     // A program that was started by a click has nobody who reads its standard error.

@@ -43,19 +43,31 @@ def vague(root):
     return [told(one) for one in showing(root) if one.get_role_name() in VAGUE_ROLES]
 
 
-def leaves(accessible):
-    """What shows and holds nothing else that shows; the insides of lists and the like do not count."""
+def within(place, view):
+    """The part of a place that a view of it shows."""
+    if view is None:
+        return place
+    x, y = max(place.x, view.x), max(place.y, view.y)
+    return Place(x, y, max(0, min(place.x + place.width, view.x + view.width) - x),
+                 max(0, min(place.y + place.height, view.y + view.height) - y))
+
+
+def leaves(accessible, view=None):
+    """What shows and holds nothing else that shows, and the view that it is scrolled in, or None; the insides of
+    lists and the like do not count."""
     if not has(accessible, State.SHOWING):
         return
+    if accessible.get_role_name() == "scroll pane":
+        view = within(place_of(accessible), view)
     children = []
     if accessible.get_role_name() not in WHOLE:
         children = [accessible.get_child_at_index(index) for index in range(accessible.get_child_count())]
         children = [one for one in children if one is not None and has(one, State.SHOWING)]
     # Scroll bars may lie over what they scroll.
     if not children and accessible.get_role_name() not in HOLDERS | {"scroll bar"}:
-        yield accessible
+        yield accessible, view
     for child in children:
-        yield from leaves(child)
+        yield from leaves(child, view)
 
 
 def overlap(one, other):
@@ -80,14 +92,14 @@ def misplaced(window):
     """What sticks out of the window, overlaps another control, or has too little room for its letters."""
     found = []
     outline = Place(0, 0, *window.size)
-    placed = [(one, place_of(one)) for one in leaves(window.accessible)]
+    placed = [(one, within(place_of(one), view)) for one, view in leaves(window.accessible)]
     # A label without a text takes no room.
     placed = [(one, place) for one, place in placed if one.get_role() != Atspi.Role.LABEL or one.get_name()]
     for index, (one, place) in enumerate(placed):
         if not inside(place, outline):
             found.append(f"{told(one)} at {tuple(place)} sticks out of {outline.width}x{outline.height}")
-        if one.get_role() == Atspi.Role.LABEL and not inside(text_place(one), place):
-            found.append(f"{told(one)} has letters at {tuple(text_place(one))} and room at {tuple(place)}")
+        if one.get_role() == Atspi.Role.LABEL and not inside(text_place(one), place_of(one)):
+            found.append(f"{told(one)} has letters at {tuple(text_place(one))} and room at {tuple(place_of(one))}")
         for other, other_place in placed[index + 1:]:
             if overlap(place, other_place):
                 found.append(f"{told(one)} at {tuple(place)} overlaps {told(other)} at {tuple(other_place)}")

@@ -34,6 +34,7 @@ class Installation:
         self.work = self.folder / "work"
         self.home.mkdir()
         self.work.mkdir()
+        self.clock = CLOCK
         self._make_user()
         for name in LINKED:
             (self.home / name).symlink_to(self.stage / name)
@@ -41,17 +42,27 @@ class Installation:
         for name in [one for one in self.environment if one.startswith("XDG_") and one != "XDG_RUNTIME_DIR"]:
             del self.environment[name]
         self.environment.pop("LANGUAGE", None)
+        self.set_timer("inactive")
 
     def _make_user(self):
         settings = self.folder / "user" / ".config" / "gtk-3.0" / "settings.ini"
         settings.parent.mkdir(parents=True)
         settings.write_text(TOOLKIT_SETTINGS)
 
+    def set_timer(self, state):
+        """What the user's systemd says of the outbox's timer, whatever there is on this machine."""
+        programs = self.folder / "machine"
+        programs.mkdir(exist_ok=True)
+        program = programs / "systemctl"
+        program.write_text(f"#!/bin/sh\necho {state}\n[ {state} = active ]\n")
+        program.chmod(0o755)
+        self.environment["PATH"] = f"{programs}:{os.environ['PATH']}"
+
     def remove(self):
         shutil.rmtree(self.folder)
 
     def options(self):
-        return ["--home", str(self.home), "--user", "ann", "--now", CLOCK]
+        return ["--home", str(self.home), "--user", "ann", "--now", self.clock]
 
     def driver(self, *arguments, text=None):
         """What `quelm-driver` prints; it must succeed."""

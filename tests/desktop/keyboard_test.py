@@ -124,7 +124,7 @@ class Keyboard(Journey):
     def test_tab_reaches_every_control_of_the_main_window(self):
         main = self.desktop.main()
         expected = ["Main Open Button", "Main Fax Setup Button", "", "Main Destination File", "Main Choose File Button",
-                    "", "Main Help Button", "Main Preview Button", "Main Send Button", "Main Open Button"]
+                    "", "Main Job Summary Area", "Main Help Button", "Main Preview Button", "Main Send Button", "Main Open Button"]
         wait_for(lambda: main.focused() == expected[0], "the focus at the first control")
         for stop in expected[1:]:
             main.keys("Tab")

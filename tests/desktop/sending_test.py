@@ -4,30 +4,16 @@
 import socket
 import unittest
 
-from journey import Journey
+from device_journey import DeviceJourney
 from waiting import wait_for
 
-PATIENCE = 20
 
-
-class Sending(Journey):
-    def setUp(self):
-        super().setUp()
-        self.listener = socket.create_server(("127.0.0.1", 0))
-        self.listener.settimeout(PATIENCE)
-        self.addCleanup(self.listener.close)
-        self.address = "127.0.0.1:%d" % self.listener.getsockname()[1]
-
+class Sending(DeviceJourney):
     def start_with_fax(self, document):
         """A desktop with a document and one recipient, whose jobs go to the listener."""
         desktop = self.start_with(document)
         fax = desktop.fax_setup()
-        fax.press("AddFaxRcpt")
-        dialog = desktop.window("LanFax Add Recipient Window")
-        dialog.fill(RecipientName="Ann Lee", RecipientNumber="555-0101")
-        dialog.keys("Return")
-        dialog.await_gone()
-        fax.await_active()
+        self.add_recipient(desktop, fax)
         fax.keys("alt+o")
         fax.await_gone()
         main = desktop.main()
@@ -49,14 +35,6 @@ class Sending(Journey):
         head = "%!PS-Adobe-3.0\n%%Pages: 1\n%%EndComments\n%%Page: 1 1\n"
         letter.write_text(head + line * 160_000 + "showpage\n%%EOF\n")
         return letter
-
-    def arriving(self, connection):
-        """All that comes until the other side has nothing more to say."""
-        connection.settimeout(PATIENCE)
-        parts = []
-        while part := connection.recv(1 << 20):
-            parts.append(part)
-        return b"".join(parts)
 
     def test_what_arrives_is_what_a_file_would_hold(self):
         desktop, main = self.start_with_fax(self.letter)

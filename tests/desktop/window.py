@@ -127,6 +127,10 @@ class Window:
     def type(self, text):
         act("xdotool", "type", "--delay", "5", "--", text)
 
+    def bring_to_front(self):
+        act("wmctrl", "-i", "-a", self.id)
+        self.await_active()
+
     def close_from_frame(self):
         act("wmctrl", "-i", "-c", self.id)
 

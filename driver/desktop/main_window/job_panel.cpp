@@ -7,14 +7,16 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
+#include "driver/desktop/sending/outbox_texts.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/handover/held_options.h"
+#include "driver/handover/send_time.h"
 #include "driver/handover/warnings.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
 #include <glibmm/main.h>
-#include <glibmm/miscutils.h>
 
 #include <filesystem>
 #include <utility>
@@ -40,12 +42,6 @@ std::string inLines(const std::vector<std::string>& sentences)
     for (const auto& sentence : bounded(sentences, mostWarnings))
         lines += (lines.empty() ? "" : "\n") + shownMessage(sentence);
     return lines;
-}
-
-DestinationChoice withAbsolutePath(DestinationChoice choice)
-{
-    choice.file = absolutePath(choice.file, Glib::get_home_dir(), Glib::get_current_dir());
-    return choice;
 }
 
 } // namespace
@@ -75,23 +71,30 @@ void JobPanel::noteRecipients(std::size_t count)
     }
 }
 
-/// What was found about the job, when the component can write it now and it can go out. The component shows
-/// its dialog when the job has no recipient.
-std::optional<Handover> JobPanel::readyToWrite()
+/// Whether the fax is there and has a recipient. The component shows its dialog when it has none.
+bool JobPanel::isFilled()
 {
     around_.messages.clear();
     waitsForRecipient_ = false;
     if (!around_.driver.windows().empty()) {
         around_.messages.tell(Gtk::MESSAGE_INFO, translated("Close the fax dialogs first."));
-        return std::nullopt;
+        return false;
     }
     auto& session = around_.driver.faxSession();
     session.setPdl(around_.destination.pdl());
     if (!session.checkInfo()) {
         around_.messages.tell(Gtk::MESSAGE_INFO, translated("Add a recipient first."));
         waitsForRecipient_ = true;
-        return std::nullopt;
+        return false;
     }
+    return true;
+}
+
+/// What was found about the job, when the component can write it now and it can go out.
+std::optional<Handover> JobPanel::readyToWrite()
+{
+    if (!isFilled())
+        return std::nullopt;
     try {
         return prepareHandover(around_.driver);
     } catch (const Error& error) {
@@ -100,20 +103,24 @@ std::optional<Handover> JobPanel::readyToWrite()
     }
 }
 
-JobOrder JobPanel::orderFor(const DestinationChoice& destination,
-                            const std::shared_ptr<const LoadedDocument>& document)
+JobOrder JobPanel::orderFor(const Sending& sending)
 {
     JobOrder order;
-    order.document = document;
-    order.pdl = around_.destination.pdl();
+    order.document = sending.document;
+    auto& submission = order.submission;
+    submission.target = targetOf(sending.destination);
+    submission.user = around_.driver.user();
+    submission.pdl = around_.destination.pdl();
+    submission.options = heldOptions(around_.driver);
     auto& session = around_.driver.faxSession();
-    session.setPdl(order.pdl);
+    session.setPdl(submission.pdl);
     order.job = recordJob(session);
     order.facts.creator = around_.creator;
+    order.now = currentTime();
     order.facts.now = localTime();
-    order.open = [destination, user = around_.driver.user()](const Document& opened) {
-        return openDestination(targetOf(destination), {opened.name(), user}, &opened);
-    };
+    if (sending.sendAt && *sending.sendAt > order.now)
+        submission.sendAt = sending.sendAt;
+    order.outbox = around_.outbox;
     return order;
 }
 
@@ -128,60 +135,79 @@ void JobPanel::preview()
         tellWarnings(handover->cutTexts);
         if (!previewWindow_)
             previewWindow_ = std::make_unique<PagePreview>(around_.window);
-        previewWindow_->showJob(orderFor({}, document_));
+        previewWindow_->showJob(orderFor({{}, document_, {}, {}, {}, 0}));
     });
 }
 
 void JobPanel::send()
 {
-    dialogs_->act([this] {
-        if (!document_ || sending_.running())
+    dialogs_->act([this, pressed = currentTime()] {
+        if (!document_ || sending_.running() || !isFilled())
             return;
-        const auto handover = readyToWrite();
-        if (!handover)
-            return;
-        const auto chosen = withAbsolutePath(around_.destination.choice());
-        const std::string trouble = troubleWith(chosen);
-        if (!trouble.empty()) {
-            around_.messages.tell(Gtk::MESSAGE_ERROR, trouble);
-            around_.destination.focusField();
-            return;
-        }
-        if (handover->cutTexts.empty())
-            sendUnlessDuplicates(*handover, chosen);
+        const Sending sending{{}, document_, chosenMoment(around_.driver, pressed), {}, {}, 0};
+        const auto unknown = around_.driver.unknownOptions();
+        if (unknown.empty() || around_.driver.choicesConfirmed())
+            sendWhenReady(sending);
         else
-            askAboutCutTexts(*handover, chosen);
+            askAboutOptions(unknown, sending);
     });
 }
 
-void JobPanel::askAboutCutTexts(const Handover& handover, const DestinationChoice& chosen)
+void JobPanel::ask(const MainQuestionTexts& texts, std::function<void()> answeredYes)
+{
+    around_.question.ask(texts, [this, answeredYes = std::move(answeredYes)] { dialogs_->act(answeredYes); });
+}
+
+/// Ahead of the taking over: without a yes nothing happens.
+void JobPanel::askAboutOptions(const std::vector<std::string>& unknown, const Sending& sending)
+{
+    ask({"Main Options Question", translated("Send the fax with what the fax dialog shows now?"),
+         inLines(unknown), translated("_Cancel"), translated("_Send Anyway")},
+        [this, sending] { sendWhenReady(sending); });
+}
+
+void JobPanel::sendWhenReady(Sending sending)
+{
+    const auto handover = readyToWrite();
+    if (!handover)
+        return;
+    sending.destination = around_.destination.absoluteChoice();
+    const std::string trouble = troubleWith(sending.destination);
+    if (!trouble.empty()) {
+        around_.messages.tell(Gtk::MESSAGE_ERROR, trouble);
+        around_.destination.focusField();
+        return;
+    }
+    if (handover->cutTexts.empty())
+        sendUnlessDuplicates(*handover, sending);
+    else
+        askAboutCutTexts(*handover, sending);
+}
+
+void JobPanel::askAboutCutTexts(const Handover& handover, const Sending& sending)
 {
     Handover unasked = handover;
     unasked.cutTexts.clear();
-    around_.question.ask(
-        {"Main Cover Sheet Question", translated("Send the fax although its cover sheet is cut off?"),
+    ask({"Main Cover Sheet Question", translated("Send the fax although its cover sheet is cut off?"),
          inLines(handover.cutTexts), translated("_Cancel"), translated("_Send Anyway")},
-        [this, unasked, chosen] {
-            dialogs_->act([this, unasked, chosen] { sendUnlessDuplicates(unasked, chosen); });
-        });
+        [this, unasked, sending] { sendUnlessDuplicates(unasked, sending); });
 }
 
-void JobPanel::sendUnlessDuplicates(const Handover& handover, const DestinationChoice& chosen)
+void JobPanel::sendUnlessDuplicates(const Handover& handover, Sending sending)
 {
     const bool asks = around_.driver.show(widget_names::lanFaxPrefDuplicates).ticked.value_or(false);
     if (asks && !handover.shared.empty())
-        askAboutDuplicates(handover, chosen);
-    else
-        sendTo({chosen, document_, handover.allWarnings(), {}, 0});
+        return askAboutDuplicates(handover, std::move(sending));
+    sending.warnings = handover.allWarnings();
+    sendTo(sending);
 }
 
-void JobPanel::askAboutDuplicates(const Handover& handover, const DestinationChoice& chosen)
+void JobPanel::askAboutDuplicates(const Handover& handover, Sending sending)
 {
-    const Sending sending{chosen, document_, handover.warnings, {}, 0};
-    around_.question.ask({"Main Duplicates Question", translated("Send the fax twice to the same number?"),
-                          inLines(handover.sharedWarnings), translated("_Cancel"),
-                          translated("_Send Anyway")},
-                         [this, sending] { dialogs_->act([this, sending] { sendTo(sending); }); });
+    sending.warnings = handover.warnings;
+    ask({"Main Duplicates Question", translated("Send the fax twice to the same number?"),
+         inLines(handover.sharedWarnings), translated("_Cancel"), translated("_Send Anyway")},
+        [this, sending = std::move(sending)] { sendTo(sending); });
 }
 
 void JobPanel::sendTo(const Sending& sending)
@@ -193,10 +219,10 @@ void JobPanel::sendTo(const Sending& sending)
     if (!replaces)
         return startSending(sending);
     const std::string name = Glib::filename_display_basename(chosen.file);
-    around_.question.ask({"Main Replace Question", localized("There is a file %s already.", oneLine(name)),
-                          translated("Replace it by the fax job? What it holds is lost then."),
-                          translated("_Cancel"), translated("_Replace")},
-                         [this, sending] { dialogs_->act([this, sending] { startSending(sending); }); });
+    ask({"Main Replace Question", localized("There is a file %s already.", oneLine(name)),
+         translated("Replace it by the fax job? What it holds is lost then."), translated("_Cancel"),
+         translated("_Replace")},
+        [this, sending] { startSending(sending); });
 }
 
 void JobPanel::startSending(Sending sending)
@@ -206,7 +232,7 @@ void JobPanel::startSending(Sending sending)
     around_.prepared();
     // The fax may have changed while a question was open.
     sending.remarks = prepareHandover(around_.driver).remarks;
-    auto order = orderFor(sending.destination, sending.document);
+    auto order = orderFor(sending);
     sending.recipients = order.job.recipients.size();
     around_.messages.clear();
     tellWarnings(sending.warnings);
@@ -242,28 +268,31 @@ void JobPanel::sendingEnded(const Sending& sending, const SendingEnd& end)
     progressTimer_.disconnect();
     hide();
     around_.changed();
-    around_.question.withdraw();
     switch (end.kind) {
-    case SendingEnd::Kind::handedOver: {
-        const auto& document = sending.document->document.name();
-        std::string line =
-            handedOverText(sending.destination.kind, end.receipt.place, document, sending.recipients);
-        std::vector<std::string> additions = sending.remarks;
-        if (!end.receipt.note.empty())
-            additions.insert(additions.begin(), end.receipt.note);
-        if (!additions.empty()) {
-            if (line.ends_with('.'))
-                line.pop_back();
-            line += behindSummary(additions) + ".";
-        }
-        around_.messages.tell(end.receipt.note.empty() ? Gtk::MESSAGE_INFO : Gtk::MESSAGE_WARNING, line);
-        return tellWarnings(sending.warnings);
-    }
+    case SendingEnd::Kind::submitted:
+        return tellSubmitted(sending, end);
     case SendingEnd::Kind::cancelled:
         return around_.messages.tell(Gtk::MESSAGE_WARNING, end.trouble);
     case SendingEnd::Kind::failed:
         return around_.messages.tell(Gtk::MESSAGE_ERROR, end.trouble);
     }
+}
+
+void JobPanel::tellSubmitted(const Sending& sending, const SendingEnd& end)
+{
+    const auto& document = sending.document->document.name();
+    const auto& result = end.result;
+    const bool goesOutLater = result.kind != SubmissionEnd::Kind::handedOver;
+    std::string line =
+        goesOutLater
+            ? submittedText(result, end.sender, document, sending.recipients, currentTime())
+            : handedOverText(sending.destination.kind, result.receipt.place, document, sending.recipients);
+    std::vector<std::string> additions = sending.remarks;
+    if (!result.receipt.note.empty())
+        additions.insert(additions.begin(), result.receipt.note);
+    const bool warns = !result.receipt.note.empty() || !result.reason.empty() || end.isUnattended;
+    around_.messages.tell(warns ? Gtk::MESSAGE_WARNING : Gtk::MESSAGE_INFO, withAdditions(line, additions));
+    tellWarnings(sending.warnings);
 }
 
 } // namespace quelm

@@ -18,6 +18,7 @@
 #include <gtkmm/window.h>
 
 #include <cstddef>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -36,6 +37,7 @@ struct JobSurroundings {
     MessageBar& messages;
     MainQuestion& question;
     std::string creator;            ///< the program, as jobs name it
+    OutboxSettings outbox = {};     ///< the user's; without a folder there is none
     std::function<void()> prepared; ///< called when everything is there to send a job, before it is made
     std::function<void()> changed;  ///< called when sending has begun or ended
 };
@@ -47,11 +49,12 @@ struct JobSurroundings {
 /// A job that must not go out is neither shown nor sent, and the message says why. What the user should know
 /// of a job that is sent stands in the message beside how that ends; about texts that the cover sheet has no
 /// room for there is a question first, and one about numbers that stand twice, unless the preference about
-/// duplicates is off.
+/// duplicates is off. While kept options could not be taken over and nobody confirmed the fax dialog, that is
+/// asked about, too.
 ///
 /// The fixed names of its controls are "Main Progress" and "Main Cancel Button", those of its questions "Main
-/// Cover Sheet Question", "Main Duplicates Question" and "Main Replace Question"; its button is the action
-/// "win.cancel".
+/// Options Question", "Main Cover Sheet Question", "Main Duplicates Question" and "Main Replace Question";
+/// its button is the action "win.cancel".
 class JobPanel : public Gtk::Box {
 public:
     explicit JobPanel(JobSurroundings around);
@@ -72,7 +75,7 @@ public:
     void preview();
 
     /// Sends the job to the chosen destination, behind a question when numbers stand twice, and when that
-    /// replaces a file.
+    /// replaces a file. A chosen time is the one that it is now; one that passes meanwhile means at once.
     void send();
 
     /// Asks for the end of a sending, whose end is told as usual.
@@ -85,20 +88,25 @@ private:
     struct Sending {
         DestinationChoice destination;
         std::shared_ptr<const LoadedDocument> document;
+        std::optional<std::time_t> sendAt; ///< as it was when the user pressed the button; nothing: at once
         std::vector<std::string> warnings;
         std::vector<std::string> remarks;
         unsigned long recipients = 0;
     };
 
+    [[nodiscard]] bool isFilled();
     [[nodiscard]] std::optional<Handover> readyToWrite();
-    [[nodiscard]] JobOrder orderFor(const DestinationChoice& destination,
-                                    const std::shared_ptr<const LoadedDocument>& document);
-    void askAboutCutTexts(const Handover& handover, const DestinationChoice& destination);
-    void sendUnlessDuplicates(const Handover& handover, const DestinationChoice& destination);
-    void askAboutDuplicates(const Handover& handover, const DestinationChoice& destination);
+    [[nodiscard]] JobOrder orderFor(const Sending& sending);
+    void ask(const MainQuestionTexts& texts, std::function<void()> answeredYes);
+    void askAboutOptions(const std::vector<std::string>& unknown, const Sending& sending);
+    void sendWhenReady(Sending sending);
+    void askAboutCutTexts(const Handover& handover, const Sending& sending);
+    void sendUnlessDuplicates(const Handover& handover, Sending sending);
+    void askAboutDuplicates(const Handover& handover, Sending sending);
     void sendTo(const Sending& sending);
     void startSending(Sending sending);
     void sendingEnded(const Sending& sending, const SendingEnd& end);
+    void tellSubmitted(const Sending& sending, const SendingEnd& end);
     void tellWarnings(const std::vector<std::string>& warnings);
     bool showProgress();
 

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace quelm {
 
@@ -21,6 +22,14 @@ struct MainQuestionTexts {
     std::string details;
     std::string no; ///< the buttons' texts
     std::string yes;
+    std::string other = {}; ///< of a third answer, whose button ends in " Other"; empty for none
+};
+
+/// What follows the answers; each may be empty.
+struct MainQuestionAnswers {
+    std::function<void()> yes;
+    std::function<void()> other;
+    std::function<void()> no; ///< also for anything else with which the user closes the question
 };
 
 /// Asks one question at a time, in a window above its own, which goes on meanwhile.
@@ -31,7 +40,16 @@ public:
 
     /// Shows a question in place of one that is there. `answeredYes` is called when the user says yes, behind
     /// the question's end; anything else that closes it is a no.
-    void ask(const MainQuestionTexts& texts, std::function<void()> answeredYes);
+    void ask(const MainQuestionTexts& texts, std::function<void()> answeredYes)
+    {
+        ask(texts, MainQuestionAnswers{std::move(answeredYes), {}, {}});
+    }
+
+    /// The same; one of the answers is called behind the question's end.
+    void ask(const MainQuestionTexts& texts, MainQuestionAnswers answers);
+
+    /// Whether a question is on the screen.
+    [[nodiscard]] bool isOpen() const { return dialog_ && dialog_->get_visible(); }
 
     /// Whether an answer is waited for. If so, a message says until then that it has to come first.
     [[nodiscard]] bool comesFirst();

@@ -20,6 +20,7 @@
 #include "driver/widgets/widget_names.h"
 
 #include <glibmm/convert.h>
+#include <glibmm/main.h>
 #include <gtkmm/selectiondata.h>
 #include <gtkmm/sizegroup.h>
 
@@ -51,13 +52,14 @@ Gtk::Label* sectionTitle(const std::string& text)
 }
 
 /// A section of the form: its title, and its fields behind a margin.
-void addSection(Gtk::Box& form, const std::string& title, Gtk::Widget& fields)
+void addSection(Gtk::Box& form, const std::string& title, Gtk::Widget& fields,
+                Gtk::PackOptions options = Gtk::PACK_SHRINK)
 {
     auto* section = Gtk::make_managed<Gtk::Box>(Gtk::ORIENTATION_VERTICAL, space);
     section->pack_start(*sectionTitle(title), Gtk::PACK_SHRINK);
     fields.set_margin_start(wideSpace);
-    section->pack_start(fields, Gtk::PACK_SHRINK);
-    form.pack_start(*section, Gtk::PACK_SHRINK);
+    section->pack_start(fields, options);
+    form.pack_start(*section, options);
 }
 
 Glib::RefPtr<Gio::Menu> submenu(const std::vector<std::pair<std::string, const char*>>& items)
@@ -85,8 +87,8 @@ std::string faxSummary(std::size_t recipients, bool coverPage, const std::vector
 MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     : driver_(driver), options_(options), choicesFile_(options.choicesFile), kept_(choicesFile_.load()),
       open_(translated("_Open..."), true), faxSetup_(translated("Fax Set_up..."), true),
-      destinationPanel_(&queueNames),
-      job_({*this, driver, destinationPanel_, messages_, question_, options.creator,
+      destinationPanel_(&queueNames), summary_(driver, destinationPanel_),
+      job_({*this, driver, destinationPanel_, messages_, question_, options.creator, options.outbox,
             [this] { choicesFile_.keep(choices()); }, [this] { sendingChanged(); }}),
       watch_(driver), help_(translated("H_elp"), true), preview_(translated("Pre_view Job"), true),
       send_(translated("_Send"), true),
@@ -107,6 +109,10 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     height_.addPassing(job_);
     showFax();
     updateActions();
+    if (!options.outbox.folder.empty())
+        outbox_ = std::make_unique<OutboxWatch>(options.outbox, *this, messages_, question_);
+    if (outbox_)
+        outbox_->setLooked([this] { withdrawStopQuestion(); });
 }
 
 void MainWindow::layOut()
@@ -154,6 +160,7 @@ Gtk::Box& MainWindow::form()
     addSection(*form, translated("Document"), *documentFields);
     addSection(*form, translated("Fax"), *faxFields);
     addSection(*form, translated("Destination"), destinationPanel_);
+    addSection(*form, translated("Summary"), summary_, Gtk::PACK_EXPAND_WIDGET);
     return *form;
 }
 
@@ -217,7 +224,12 @@ void MainWindow::connectDialogs(DialogWindows& dialogs)
 {
     dialogs_ = &dialogs;
     job_.connectDialogs(dialogs);
-    dialogs.setSettled([this] { showFax(); });
+    dialogs.setSettled([this] {
+        showFax();
+        summary_.lookAtFax();
+        if (outbox_)
+            outbox_->askNext();
+    });
     dialogs.setTrouble([this](const std::string& message) { tell(Gtk::MESSAGE_ERROR, message); });
 }
 
@@ -269,8 +281,16 @@ void MainWindow::updateActions()
 void MainWindow::sendingChanged()
 {
     updateActions();
-    if (!job_.isSending())
-        send_.grab_focus();
+    if (job_.isSending())
+        return;
+    send_.grab_focus();
+    // The job may be one that waits now.
+    if (outbox_)
+        outbox_->wake();
+    withdrawStopQuestion();
+    // The panel first tells how the job ended.
+    if (std::exchange(leaves_, false))
+        Glib::signal_idle().connect_once(sigc::mem_fun(*this, &MainWindow::leave));
 }
 
 // --- The document ------------------------------------------------------------------------------------
@@ -292,6 +312,7 @@ void MainWindow::openDocument(const std::string& path)
     const auto absolute = std::filesystem::absolute(path, failure);
     kept_.documentFolder = absolute.parent_path().string();
     job_.setDocument(nullptr);
+    summary_.setDocument(nullptr);
     messages_.clear();
     const std::string name = oneLine(Glib::filename_display_basename(path));
     documentPanel_.showLoading(name);
@@ -304,6 +325,7 @@ void MainWindow::documentLoaded(const LoadingResult& result)
 {
     // What was told meanwhile, such as at the start of the program, nobody may have read yet.
     job_.setDocument(result.document);
+    summary_.setDocument(result.document);
     if (result.document) {
         documentPanel_.showDocument(result.document);
         std::string warnings;
@@ -364,16 +386,49 @@ void MainWindow::about()
                                       driver_.component().displayName(), driver_.component().version()));
 }
 
+bool MainWindow::isHalfOut() const { return job_.isSending() || (outbox_ && outbox_->isHalfOut()); }
+
 bool MainWindow::on_delete_event(GdkEventAny*)
 {
+    if (!isHalfOut()) {
+        leave();
+        return true;
+    }
+    asksToStop_ = true;
+    question_.ask({"Main Quit Question", translated("A fax job is being sent."),
+                   translated("Stop sending it, and quit?"), translated("_Keep Sending"),
+                   translated("_Stop and Quit")},
+                  {[this] { stopAndLeave(); }, {}, [this] { asksToStop_ = false; }});
+    return true;
+}
+
+/// There is nothing to stop any more.
+void MainWindow::withdrawStopQuestion()
+{
+    if (asksToStop_ && !isHalfOut()) {
+        asksToStop_ = false;
+        question_.withdraw();
+    }
+}
+
+/// A job of the outbox goes on until the window closes: the user may stay because of those that wait.
+void MainWindow::stopAndLeave()
+{
+    asksToStop_ = false;
+    job_.cancel();
     if (job_.isSending())
-        question_.ask({"Main Quit Question", translated("A fax job is being sent."),
-                       translated("Stop sending it, and quit?"), translated("_Keep Sending"),
-                       translated("_Stop and Quit")},
-                      [this] { closeAtOnce(); });
+        leaves_ = true; // it may be put into the outbox at the last moment
+    else
+        leave();
+}
+
+void MainWindow::leave()
+{
+    asksToStop_ = false;
+    if (outbox_)
+        outbox_->beforeLeaving([this] { closeAtOnce(); });
     else
         closeAtOnce();
-    return true;
 }
 
 void MainWindow::closeAtOnce()

@@ -8,6 +8,8 @@
 #include "driver/desktop/main_window/document_chooser.h"
 #include "driver/desktop/main_window/job_panel.h"
 #include "driver/desktop/main_window/main_question.h"
+#include "driver/desktop/main_window/outbox_watch.h"
+#include "driver/desktop/main_window/summary_panel.h"
 #include "driver/desktop/main_window/window_height.h"
 #include "driver/desktop/pages/document_panel.h"
 #include "driver/desktop/sending/desktop_choices.h"
@@ -32,17 +34,19 @@ class DialogWindows;
 
 /// What the window starts with.
 struct MainWindowOptions {
-    Pdl pdl = Pdl::dsc;      ///< the form of jobs, unless the user chose one here
-    std::string choicesFile; ///< where the user's choices are kept
-    std::string creator;     ///< the program, as jobs name it
+    Pdl pdl = Pdl::dsc;         ///< the form of jobs, unless the user chose one here
+    std::string choicesFile;    ///< where the user's choices are kept
+    std::string creator;        ///< the program, as jobs name it
+    OutboxSettings outbox = {}; ///< the user's; without a folder there is none
 };
 
 /// The window. The component's dialogs belong to `DialogWindows`; this one stands behind them.
 ///
 /// For assistive tools and tests, the accessible descriptions of its controls are fixed names: "Main Open
 /// Button", "Main Fax Setup Button", "Main Fax Summary", "Main Destination Kind", "Main Destination File",
-/// "Main Destination Device", "Main Destination Queue", "Main Job Format", "Main Message", "Main Progress",
-/// "Main Cancel Button", "Main Help Button", "Main Preview Button", "Main Send Button", ...
+/// "Main Destination Device", "Main Destination Queue", "Main Job Format", "Main Job Summary", "Main
+/// Message", "Main Progress", "Main Cancel Button", "Main Help Button", "Main Preview Button", "Main Send
+/// Button", ...
 class MainWindow : public Gtk::ApplicationWindow {
 public:
     /// `driver` outlives the window.
@@ -94,6 +98,10 @@ private:
     void tellBadRecipients();
     void updateActions();
     void sendingChanged();
+    [[nodiscard]] bool isHalfOut() const;
+    void withdrawStopQuestion();
+    void stopAndLeave();
+    void leave();
 
     void chooseDocument();
     void documentLoaded(const LoadingResult& result);
@@ -115,8 +123,11 @@ private:
     Gtk::Label faxSummary_;
     Gtk::Button faxSetup_;
     DestinationPanel destinationPanel_;
+    SummaryPanel summary_;
     JobPanel job_;
     RecipientWatch watch_;
+    bool asksToStop_ = false;        ///< the question is whether a job is to be stopped
+    bool leaves_ = false;            ///< the window is closed when the job that was stopped has ended
     bool toldBadRecipients_ = false; ///< the message names somebody who cannot be faxed to
     Gtk::Button help_;
     Gtk::Button preview_;
@@ -125,6 +136,7 @@ private:
     DocumentLoading loading_;
     std::unique_ptr<DocumentChooser> chooser_;
     std::unique_ptr<HelpWindow> helpWindow_;
+    std::unique_ptr<OutboxWatch> outbox_; ///< null when there is no outbox
 };
 
 /// "2 recipients, with a cover page"; behind it the remarks, for there is a recipient.

@@ -7,6 +7,7 @@
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/documents/file_sink.h"
 
 #include <utility>
 
@@ -16,21 +17,6 @@ namespace {
 constexpr int viewWidth = 420;
 constexpr int viewHeight = 540;
 constexpr int space = 8;
-
-/// Keeps the job as it would go out.
-class JobCopy final : public SpooledDestination {
-public:
-    explicit JobCopy(FileHandle& file) : file_(file) {}
-
-private:
-    Receipt send(int spool, std::uint64_t, const Transfer&) override
-    {
-        file_ = FileHandle(::dup(spool));
-        return {};
-    }
-
-    FileHandle& file_;
-};
 
 } // namespace
 
@@ -100,13 +86,15 @@ void PagePreview::showJob(JobOrder order)
     present();
 
     const auto written = std::make_shared<WrittenJob>();
-    order.open = [written](const Document&) { return std::make_unique<JobCopy>(written->file); };
     writing_.start(
         [order = std::move(order), written](const std::stop_token& stop) {
-            written->trouble =
-                sendJob(
-                    order, [&stop] { return stop.stop_requested(); }, [](const SendingProgress&) {})
-                    .trouble;
+            try {
+                written->file = makeUnnamedFile();
+                FileSink sink(written->file, localized("the temporary copy of the job"));
+                writeJob(order, sink, [&stop] { return stop.stop_requested(); });
+            } catch (const std::exception& error) {
+                written->trouble = error.what();
+            }
         },
         [this, written] { draw(*written); });
 }

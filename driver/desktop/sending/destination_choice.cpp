@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/handover/handover.h"
 
 #include <filesystem>
 
@@ -77,6 +78,15 @@ std::string handedOverText(DestinationKind kind, const std::string& place, const
     return localizedCount("The fax job of %s for %d recipient was handed over to %s.",
                           "The fax job of %s for %d recipients was handed over to %s.", recipients, document,
                           recipients, place);
+}
+
+std::string withAdditions(std::string sentence, const std::vector<std::string>& additions)
+{
+    if (additions.empty())
+        return sentence;
+    if (sentence.ends_with('.'))
+        sentence.pop_back();
+    return sentence + behindSummary(additions) + ".";
 }
 
 } // namespace quelm

@@ -6,6 +6,7 @@
 #include "driver/jobs/job_target.h"
 
 #include <string>
+#include <vector>
 
 namespace quelm {
 
@@ -37,6 +38,9 @@ std::string absolutePath(const std::string& typed, const std::string& home, cons
 /// document, for how many. Never that the fax was delivered, which only the device can tell.
 std::string handedOverText(DestinationKind kind, const std::string& place, const std::string& document,
                            unsigned long recipients);
+
+/// A sentence with remarks behind it, ahead of its full stop.
+std::string withAdditions(std::string sentence, const std::vector<std::string>& additions);
 
 } // namespace quelm
 

@@ -9,6 +9,7 @@
 #include "driver/desktop/toolkit/shown_text.h"
 
 #include <glibmm/convert.h>
+#include <glibmm/miscutils.h>
 #include <gtkmm/window.h>
 
 #include <filesystem>
@@ -98,7 +99,12 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     show_all_children();
     hint_.hide();
     hint_.set_no_show_all();
-    kind_.signal_changed().connect([this] { showKind(); });
+    kind_.signal_changed().connect([this] {
+        showKind();
+        choiceChanged_.emit();
+    });
+    for (Gtk::Entry* field : {&file_, &device_, queue_.get_entry()})
+        field->signal_changed().connect([this] { choiceChanged_.emit(); });
     pdl_.signal_changed().connect([this] {
         if (!settingPdl_)
             pdlChosen_.emit();
@@ -158,6 +164,13 @@ DestinationChoice DestinationPanel::choice() const
 {
     return {kind(), file(), std::string(trimmed(device_.get_text().raw())),
             std::string(trimmed(queue_.get_entry_text().raw()))};
+}
+
+DestinationChoice DestinationPanel::absoluteChoice() const
+{
+    DestinationChoice absolute = choice();
+    absolute.file = absolutePath(absolute.file, Glib::get_home_dir(), Glib::get_current_dir());
+    return absolute;
 }
 
 void DestinationPanel::setPdl(Pdl pdl)

@@ -37,11 +37,17 @@ public:
     /// long as the field shows it.
     DestinationChoice choice() const;
 
+    /// The same with the file's absolute path.
+    DestinationChoice absoluteChoice() const;
+
     void setPdl(Pdl pdl);
     Pdl pdl() const;
 
     /// Called when the user chose another form of the job.
     sigc::signal<void>& signalPdlChosen() { return pdlChosen_; }
+
+    /// Called when a field says something else.
+    sigc::signal<void>& signalChoiceChanged() { return choiceChanged_; }
 
     /// The button beside the file's field, so that it can be made as wide as others.
     Gtk::Button& chooseButton() { return chooseFile_; }
@@ -74,6 +80,7 @@ private:
     Gtk::Label pdlLabel_;
     Gtk::ComboBoxText pdl_;
     sigc::signal<void> pdlChosen_;
+    sigc::signal<void> choiceChanged_;
     bool settingPdl_ = false;
     BackgroundTask listing_;
     std::unique_ptr<Gtk::FileChooserDialog> chooser_;

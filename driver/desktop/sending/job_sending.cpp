@@ -4,6 +4,8 @@
 
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/handover/outbox_access.h"
+#include "driver/outbox/outbox_sender.h"
 
 #include <mutex>
 #include <utility>
@@ -17,39 +19,59 @@ public:
     Cancelled() : Error(translated("Sending was cancelled; nothing was handed over.")) {}
 };
 
+void stopIf(const Cancellation& cancelled)
+{
+    if (isCancelled(cancelled))
+        throw Cancelled();
+}
+
 } // namespace
 
-SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled,
+void writeJob(const JobOrder& order, JobSink& sink, const Cancellation& cancelled)
+{
+    RecordedFaxSession session(order.job);
+    JobFacts facts = order.facts;
+    facts.progress = [&cancelled](std::uint64_t, std::uint64_t) { stopIf(cancelled); };
+    writeFaxJob(session, order.document->document, order.submission.pdl, sink, facts);
+    stopIf(cancelled);
+}
+
+SendingEnd sendJob(const JobOrder& order, const Cancellation& cancelled,
                    const std::function<void(const SendingProgress&)>& progress)
 {
-    const auto report = [&progress](SendingProgress::Stage stage) {
+    using Stage = SendingProgress::Stage;
+    const auto report = [&progress](Stage stage) {
         return [&progress, stage](std::uint64_t done, std::uint64_t total) {
             progress({stage, done, total});
         };
     };
-    const auto stopIfCancelled = [&cancelled] {
-        if (cancelled())
-            throw Cancelled();
-    };
+    SendingEnd end;
     try {
-        stopIfCancelled();
+        stopIf(cancelled);
         RecordedFaxSession session(order.job);
         JobFacts facts = order.facts;
         facts.progress = [&](std::uint64_t done, std::uint64_t total) {
-            stopIfCancelled();
-            progress({SendingProgress::Stage::writing, done, total});
+            stopIf(cancelled);
+            progress({Stage::writing, done, total});
         };
-        const auto destination = order.open(order.document->document);
-        facts.beforeCreditCard = [&destination] { destination->restrictToOwner(); };
-        writeFaxJob(session, order.document->document, order.pdl, destination->sink(), facts);
-        stopIfCancelled();
-        progress({SendingProgress::Stage::handingOver, 0, 0});
-        const Transfer transfer{report(SendingProgress::Stage::handingOver), cancelled};
-        return {SendingEnd::Kind::handedOver, {}, destination->deliver(transfer)};
+        const auto outbox = outboxFor(order.submission.target,
+                                      order.submission.sendAt || order.submission.toOutbox, order.outbox);
+        end.result = submit(outbox.get(), session, order.document->document, order.submission, facts,
+                            order.now, {report(Stage::handingOver), cancelled}, [&] {
+                                progress({Stage::handingOver, 0, 0});
+                            });
+        end.kind = SendingEnd::Kind::submitted;
+        if (end.result.kind == SubmissionEnd::Kind::waiting) {
+            const auto sender = senderOf(order.outbox);
+            end.sender = senderSentence(sender);
+            end.isUnattended = sender == OutboxSender::nobody;
+        }
     } catch (const std::exception& error) {
         // A destination that heeds the cancellation says how much went out.
-        return {cancelled() ? SendingEnd::Kind::cancelled : SendingEnd::Kind::failed, error.what(), {}};
+        end.kind = isCancelled(cancelled) ? SendingEnd::Kind::cancelled : SendingEnd::Kind::failed;
+        end.trouble = error.what();
     }
+    return end;
 }
 
 /// What both threads look at.

@@ -1,5 +1,5 @@
-// Writes a recorded job with its document to a destination, on a thread of its own.
-// SPDX-License-Identifier: LGPL-2.1-or-later
+// Writes a recorded job with its document and hands it over or puts it into the outbox, on a thread of its
+// own. SPDX-License-Identifier: LGPL-2.1-or-later
 #ifndef DRIVER_DESKTOP_SENDING_JOB_SENDING_H
 #define DRIVER_DESKTOP_SENDING_JOB_SENDING_H
 
@@ -7,33 +7,35 @@
 #include "driver/desktop/sending/recorded_job.h"
 #include "driver/desktop/toolkit/background_task.h"
 #include "driver/jobs/job_writer.h"
-#include "driver/jobs/output.h"
+#include "driver/outbox/submission.h"
 
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace quelm {
 
-/// Opens the destination that a job goes to; called on the sending thread. May throw quelm::Error.
-using DestinationOpener = std::function<std::unique_ptr<JobDestination>(const Document& document)>;
-
 /// All that it takes to send one job.
 struct JobOrder {
     std::shared_ptr<const LoadedDocument> document;
     RecordedJob job;
-    Pdl pdl = Pdl::dsc;
     JobFacts facts; ///< without `progress`
-    DestinationOpener open;
+    Submission submission;
+    OutboxSettings outbox; ///< the user's; without a folder there is none
+    std::time_t now = 0;   ///< the time of `facts`
 };
 
 /// How a sending ended.
 struct SendingEnd {
-    enum class Kind { handedOver, cancelled, failed };
+    enum class Kind { submitted, cancelled, failed };
     Kind kind = Kind::failed;
-    std::string trouble; ///< of a failed or cancelled one: one line, which says how much was handed over
-    Receipt receipt;     ///< of a job that was handed over
+    std::string trouble;  ///< of a failed or cancelled one: one line, which says how much was handed over
+    SubmissionEnd result; ///< of a job that was submitted
+    /// Of one that waits: what sends it, as `senderSentence` says it.
+    std::string sender;
+    bool isUnattended = false; ///< nothing sends it by itself
 };
 
 /// How far a sending is.
@@ -44,9 +46,13 @@ struct SendingProgress {
     std::uint64_t total = 0;
 };
 
-/// Writes the job of an order to its destination and hands it over, on the calling thread. `cancelled` is
-/// asked and `progress` told from there.
-[[nodiscard]] SendingEnd sendJob(const JobOrder& order, const std::function<bool()>& cancelled,
+/// Writes the job of an order into a sink as sending it would, on the calling thread. Throws quelm::Error, as
+/// `writeFaxJob` does and when it was cancelled.
+void writeJob(const JobOrder& order, JobSink& sink, const Cancellation& cancelled);
+
+/// Writes the job of an order and submits it, on the calling thread. `cancelled` is asked and `progress` told
+/// from there.
+[[nodiscard]] SendingEnd sendJob(const JobOrder& order, const Cancellation& cancelled,
                                  const std::function<void(const SendingProgress&)>& progress);
 
 /// Sends one job at a time, without keeping the main loop from its work.

@@ -11,6 +11,11 @@
 #include <algorithm>
 
 namespace quelm {
+namespace {
+
+constexpr std::size_t mostLines = 10;
+
+}
 
 MessageBar::MessageBar()
 {
@@ -37,7 +42,7 @@ MessageBar::MessageBar()
 
 void MessageBar::tell(Gtk::MessageType type, const std::string& line)
 {
-    lines_.clear();
+    forget();
     tellBeside(type, line);
 }
 
@@ -47,9 +52,16 @@ void MessageBar::tellBeside(Gtk::MessageType type, const std::string& line)
     const auto lighter =
         std::ranges::find_if(lines_, [type](const Line& other) { return other.type < type; });
     lines_.insert(lighter, {type, shownMessage(line)});
+    if (lines_.size() > mostLines) {
+        ++leftOut_;
+        lines_.erase(std::ranges::find(lines_, lines_.back().type, &Line::type));
+    }
     std::string text;
     for (const auto& shown : lines_)
         text += (text.empty() ? "" : "\n") + shown.text;
+    if (leftOut_ > 0)
+        text += "\n" + localizedCount("There was %d more message.", "There were %d more messages.", leftOut_,
+                                      leftOut_);
     set_message_type(lines_.front().type);
     label_.set_text(text);
     set_visible();
@@ -57,8 +69,14 @@ void MessageBar::tellBeside(Gtk::MessageType type, const std::string& line)
 
 void MessageBar::clear()
 {
-    lines_.clear();
+    forget();
     hide();
+}
+
+void MessageBar::forget()
+{
+    lines_.clear();
+    leftOut_ = 0;
 }
 
 } // namespace quelm

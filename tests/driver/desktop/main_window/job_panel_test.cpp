@@ -3,6 +3,7 @@
 #include "driver/desktop/main_window/job_panel.h"
 
 #include "base/file_handle.h"
+#include "driver/outbox/outbox.h"
 #include "tests/driver/desktop/main_window/main_window_fixture.h"
 
 #include <gmock/gmock.h>
@@ -19,7 +20,38 @@ namespace {
 using testing::AllOf;
 using testing::HasSubstr;
 
-class JobPanelTest : public MainWindowTest {};
+class JobPanelTest : public MainWindowTest {
+protected:
+    void chargeCard()
+    {
+        driver->call("T40InvokeFaxDialog");
+        driver->tick("LanFax Credit Card", true);
+        driver->type("LanFax Credit Card Info", "4111 1111 1111 2345");
+        driver->press("LanFax OK Button");
+        settle();
+    }
+
+    /// Adds a recipient, and leaves the fax dialog unconfirmed.
+    void fillRecipientAndCancel()
+    {
+        driver->call("T40InvokeFaxDialog");
+        driver->press("AddFaxRcpt");
+        driver->type("RecipientName", "Ann");
+        driver->type("RecipientNumber", "555-1231");
+        driver->press("LanFaxAddRcpt OK Button");
+        driver->press("LanFax Cancel Button");
+        settle();
+        EXPECT_EQ(driver->faxSession().recipients().size(), 1U);
+    }
+
+    static std::string detailsOf(const std::string& question)
+    {
+        gchar* text = nullptr;
+        g_object_get(onScreen(question), "secondary-text", &text, nullptr);
+        const std::unique_ptr<gchar, decltype(&g_free)> owned(text, g_free);
+        return owned ? owned.get() : "";
+    }
+};
 
 std::string titleOf(const std::string& name)
 {
@@ -199,11 +231,7 @@ TEST_F(JobPanelTest, ACardIsNamedByItsLastDigitsAndTheJobIsItsOwnersAlone)
 {
     openDocument();
     fillFax({"Ann"});
-    driver->call("T40InvokeFaxDialog");
-    driver->tick("LanFax Credit Card", true);
-    driver->type("LanFax Credit Card Info", "4111 1111 1111 2345");
-    driver->press("LanFax OK Button");
-    dialogs->act([] {});
+    chargeCard();
     EXPECT_TRUE(loopUntil([] {
         return shownText("Main Fax Summary") ==
                "1 recipient, without a cover page; the credit card ending in 2345 is charged";
@@ -226,14 +254,7 @@ TEST_F(JobPanelTest, ARecipientWhoCannotBeFaxedToIsToldAndNothingIsShownOrSent)
     openDocument();
     fillFax({"Ann"});
     enterText("Main Destination File", folder / "fax.job");
-    driver->call("T40InvokeFaxDialog");
-    driver->press("AddFaxRcpt");
-    driver->type("RecipientName", "Mal");
-    driver->type("RecipientNumber", "1");
-    driver->type("RecipientMailbox", "\";");
-    driver->press("LanFaxAddRcpt OK Button");
-    driver->press("LanFax OK Button");
-    dialogs->act([] {});
+    addBadRecipient();
     const auto isTold = [] {
         return shownText("Main Message").starts_with("Mal (1) cannot be sent a fax: ");
     };
@@ -392,6 +413,141 @@ TEST_F(JobPanelTest, ADeviceGetsTheJobByteForByte)
     EXPECT_EQ(onScreen("Main Progress"), nullptr);
 }
 
+TEST_F(JobPanelTest, AFaxForLaterWaitsInTheOutboxAsItWouldGoOut)
+{
+    servers::PrintListener device(servers::Manner::takesAll);
+    openDocument();
+    fillFax({"Ann", "Bob"}, true);
+    sendAt(4, 5, false);
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(
+        shownText("Main Message"),
+        testing::StartsWith("The fax job of letter.ps for 2 recipients waits as job 1 of the outbox until "
+                            "tomorrow at 04:05; the open desktop sends it"));
+    EXPECT_EQ(device.connections(), 0);
+    const auto waiting = Outbox(outbox()).job(1);
+    EXPECT_EQ(waiting.state, OutboxState::waiting);
+    EXPECT_EQ(waiting.size, expectedJob().size());
+    EXPECT_EQ(waiting.options.at("LanFax Cover Sheet Option"), "1");
+}
+
+TEST_F(JobPanelTest, ATimeThatPassesWhileAQuestionIsOpenIsAtOnce)
+{
+    openDocument();
+    fillFax({"Ann"});
+    for (const int minute : {7, 8}) {
+        fixClock(parseLocalTime("2024-03-05T14:07"));
+        sendAt(2, minute, true);
+        enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+        askToReplace();
+        fixClock(parseLocalTime("2024-03-05T14:09"));
+        press("Main Replace Question Yes");
+        ASSERT_TRUE(
+            loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+        EXPECT_THAT(shownText("Main Message"), HasSubstr("was written to"));
+        EXPECT_EQ(job(), expectedJob());
+    }
+}
+
+TEST_F(JobPanelTest, ATimeIsThatOfTheDayOnWhichSendWasPressed)
+{
+    openDocument();
+    fillFax({"Ann"});
+    sendAt(11, 59, true);
+    enterText("Main Destination File", writeFile(folder / "fax.job", "precious"));
+    askToReplace();
+    fixClock(parseLocalTime("2024-03-05T23:58"));
+    press("Main Replace Question Yes");
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != ""; }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("until today at 23:59"));
+}
+
+TEST_F(JobPanelTest, KeptOptionsThatCannotBeTakenOverAreAskedAboutUntilTheFaxDialogIsConfirmed)
+{
+    restartWith("[features]\nLanFax Cover Sheet Option=7\n");
+    openDocument();
+    fillRecipientAndCancel();
+    enterText("Main Destination File", folder / "fax.job");
+    // A look at the job takes the dialogs over in the user's place, and confirms nothing.
+    press("Main Preview Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Preview Window") != nullptr; }));
+    press("Preview Close Button");
+    for (const std::string answer : {"No", "Yes", "No"}) {
+        press("Main Send Button");
+        ASSERT_TRUE(loopUntil([&] { return onScreen("Main Options Question " + answer) != nullptr; }));
+        press("Main Options Question " + answer);
+        if (answer == "No") {
+            EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+            continue;
+        }
+        ASSERT_TRUE(
+            loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+        EXPECT_EQ(job(), expectedJob());
+        std::filesystem::remove(folder / "fax.job");
+    }
+    driver->call("T40InvokeFaxDialog");
+    driver->press("LanFax OK Button");
+    settle();
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+}
+
+TEST_F(JobPanelTest, WhenNoKeptOptionCanBeReadThatIsAskedAboutToo)
+{
+    restartWith("rubbish");
+    openDocument();
+    fillRecipientAndCancel();
+    enterText("Main Destination File", folder / "fax.job");
+    press("Main Send Button");
+    ASSERT_TRUE(loopUntil([] { return onScreen("Main Options Question No") != nullptr; }));
+    EXPECT_THAT(detailsOf("Main Options Question"), HasSubstr("ann.ini"));
+    press("Main Options Question No");
+    EXPECT_FALSE(driver->choicesTakenOver());
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+}
+
+TEST_F(JobPanelTest, AKeptPreferenceThatCannotBeTakenOverIsNotAskedAbout)
+{
+    restartWith("[features]\nLanFax Pref Duplicates=7\n");
+    openDocument();
+    fillRecipientAndCancel();
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("was written to"));
+}
+
+TEST_F(JobPanelTest, AFileForLaterIsWrittenLater)
+{
+    openDocument();
+    fillFax({"Ann"});
+    sendAt(4, 5, false);
+    enterText("Main Destination File", folder / "fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("waits as job 1 of the outbox until tomorrow at 04:05"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "fax.job"));
+    enterText("Main Destination File", folder / "no such folder/fax.job");
+    EXPECT_THAT(sendAndRead(), HasSubstr("no such folder"));
+}
+
+TEST_F(JobPanelTest, WhatWasHandedOverToADeviceIsKeptWithoutTheCard)
+{
+    servers::PrintListener device(servers::Manner::takesAll);
+    openDocument();
+    fillFax({"Ann"});
+    chargeCard();
+    sendTo(device);
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Message") != "" && isUsable("Main Send Button"); }));
+    EXPECT_THAT(shownText("Main Message"), HasSubstr("ending in 2345 is charged"));
+    EXPECT_THAT(device.received(), HasSubstr("\"4111 1111 1111 2345\""));
+    const auto kept = Outbox(outbox()).job(1);
+    EXPECT_EQ(kept.state, OutboxState::handedOver);
+    EXPECT_TRUE(kept.chargesCard);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(outbox().folder)) {
+        const auto content = entry.is_regular_file() ? contentOf(entry.path()) : std::string();
+        EXPECT_THAT(content,
+                    AllOf(testing::Not(HasSubstr("4111111111112345")), testing::Not(HasSubstr("1111 2345"))))
+            << entry.path();
+    }
+}
+
 TEST_F(JobPanelTest, ASendingCanBeCancelled)
 {
     servers::PrintListener device(servers::Manner::neverCloses);
@@ -416,14 +572,7 @@ TEST_F(JobPanelTest, ClosingTheWindowWhileAJobIsSentAsksFirst)
     fillFax({"Ann"});
     sendTo(device);
     ASSERT_TRUE(loopUntil([] { return onScreen("Main Progress") != nullptr; }));
-    for (const std::string answer : {"No", "Yes"}) {
-        EXPECT_FALSE(closed);
-        window->close();
-        ASSERT_TRUE(loopUntil([&] { return onScreen("Main Quit Question " + answer) != nullptr; }));
-        EXPECT_FALSE(closed);
-        press("Main Quit Question " + answer);
-    }
-    EXPECT_TRUE(closed);
+    quitBehindAQuestion();
 }
 
 } // namespace

@@ -62,6 +62,22 @@ TEST_F(MainQuestionTest, AnythingElseIsANo)
     EXPECT_EQ(yeses, 0);
 }
 
+TEST_F(MainQuestionTest, AThirdAnswerAndANoCanBeToldApart)
+{
+    std::string answers;
+    for (const std::string button : {"Yes", "Other", "No"}) {
+        question.ask({"Test Question", "Really?", "It is lost then.", "_No", "_Yes", "_Other"},
+                     {[&] { answers += "yes "; }, [&] { answers += "other "; }, [&] { answers += "no "; }});
+        ASSERT_TRUE(loopUntil([&] { return onScreen("Test Question " + button) != nullptr; }));
+        EXPECT_TRUE(question.isOpen());
+        press("Test Question " + button);
+        EXPECT_FALSE(question.isOpen());
+    }
+    EXPECT_EQ(answers, "yes other no ");
+    ask();
+    EXPECT_EQ(onScreen("Test Question Other"), nullptr);
+}
+
 TEST_F(MainQuestionTest, TheAnswerComesFirstWhileTheQuestionStands)
 {
     EXPECT_FALSE(question.comesFirst());

@@ -4,6 +4,7 @@
 #define TESTS_DRIVER_DESKTOP_MAIN_WINDOW_MAIN_WINDOW_FIXTURE_H
 
 #include "base/clock.h"
+#include "driver/config/installation.h"
 #include "driver/core/user_actions.h"
 #include "driver/desktop/dialogs/dialog_windows.h"
 #include "driver/desktop/main_window/main_window.h"
@@ -12,6 +13,7 @@
 #include "tests/driver/desktop/toolkit.h"
 #include "tests/servers/print_listener.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/kept_variable.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -42,16 +44,20 @@ public:
 
 class MainWindowTest : public testing::Test {
 protected:
-    MainWindowTest()
+    /// `now` is the fixed clock; empty: the system's.
+    explicit MainWindowTest(const std::string& now = "2024-03-05T14:07")
     {
         // Nothing listens there: the queues of this computer are left alone.
         usePrintServer("127.0.0.1:1");
-        DriverOptions options;
+        // No timer of the user who runs the tests; Ghostscript is there.
+        writeFile(folder / "systemctl", "#!/bin/sh\nexit 1\n");
+        std::filesystem::permissions(folder / "systemctl", std::filesystem::perms::owner_all);
+        ::setenv("PATH", (folder.path().string() + ":" + std::getenv("PATH")).c_str(), 1);
         options.home = folder.path();
         options.user = "ann";
         options.component = build_paths::componentLibrary();
         options.configDirectory = folder / "config";
-        options.now = "2024-03-05T14:07";
+        options.now = now;
         std::filesystem::create_symlink(build_paths::inProject("docs/help"), folder / "help");
         std::filesystem::create_symlink(build_paths::inProject("icon"), folder / "icon");
         driver = std::make_unique<Driver>(options);
@@ -61,18 +67,90 @@ protected:
 
     void open()
     {
-        window = std::make_unique<MainWindow>(
-            *driver, MainWindowOptions{Pdl::dsc, folder / "config/desktop.conf", "the program 1.0"});
+        window =
+            std::make_unique<MainWindow>(*driver, MainWindowOptions{Pdl::dsc, folder / "config/desktop.conf",
+                                                                    "the program 1.0", outbox()});
         dialogs = std::make_unique<DialogWindows>(*driver, *window);
         window->connectDialogs(*dialogs);
         window->setClosed([this] { closed = true; });
         window->present();
         EXPECT_TRUE(loopUntil([this] { return window->get_mapped(); }));
     }
+    /// The user's outbox.
+    OutboxSettings outbox() const { return {folder / "outbox"}; }
+
     void close()
     {
         dialogs.reset();
         window.reset();
+        loopUntilIdle();
+    }
+
+    /// Ends the program and starts it again.
+    void restart()
+    {
+        close();
+        driver.reset();
+        driver = std::make_unique<Driver>(options);
+        open();
+    }
+
+    /// The same, with these kept option values.
+    void restartWith(const std::string& features)
+    {
+        close();
+        driver.reset();
+        const std::filesystem::path kept = featureFilePath(options.configDirectory, options.user);
+        std::filesystem::create_directories(kept.parent_path());
+        writeFile(kept, features);
+        driver = std::make_unique<Driver>(options);
+        open();
+    }
+
+    /// Chooses when the fax is to go out, on the 12-hour clock, in the fax dialog.
+    void sendAt(int hour, int minute, bool isAfternoon)
+    {
+        driver->call("T40InvokeFaxDialog");
+        driver->choose("LanFax Send Time", 1);
+        driver->choose("SendAtHr", hour);
+        driver->choose("SendAtMin", minute);
+        driver->choose("SendAtAmPm", isAfternoon ? 1 : 0);
+        driver->press("LanFax OK Button");
+        settle();
+    }
+
+    /// Adds somebody whom no fax can be sent to.
+    void addBadRecipient()
+    {
+        driver->call("T40InvokeFaxDialog");
+        driver->press("AddFaxRcpt");
+        driver->type("RecipientName", "Mal");
+        driver->type("RecipientNumber", "1");
+        driver->type("RecipientMailbox", "\";");
+        driver->press("LanFaxAddRcpt OK Button");
+        driver->press("LanFax OK Button");
+        settle();
+    }
+
+    /// Closes the window, stays when that is asked about, and closes it once more.
+    void quitBehindAQuestion()
+    {
+        for (const std::string answer : {"No", "Yes"}) {
+            EXPECT_FALSE(closed);
+            window->close();
+            ASSERT_TRUE(loopUntil([&] { return onScreen("Main Quit Question " + answer) != nullptr; }));
+            EXPECT_FALSE(closed);
+            press("Main Quit Question " + answer);
+        }
+        EXPECT_TRUE(loopUntil([this] { return closed; }));
+    }
+
+    /// Lets the window follow what was done to the dialogs.
+    void settle()
+    {
+        bool isOver = false;
+        dialogs->act([&isOver] { isOver = true; });
+        EXPECT_TRUE(loopUntil([&isOver] { return isOver; }));
         loopUntilIdle();
     }
 
@@ -166,6 +244,23 @@ protected:
     /// Of the window's content, as it stands on the screen.
     int height() const { return window->get_allocated_height(); }
 
+    /// Whether the window has no more room than it needs.
+    bool isAtLeastHeight() const
+    {
+        Gtk::Requisition least;
+        Gtk::Requisition natural;
+        window->get_preferred_size(least, natural);
+        return height() == least.height;
+    }
+
+    /// The window's height once it is so: what comes makes it higher.
+    int leastHeight()
+    {
+        window->resize(window->get_allocated_width(), 1);
+        EXPECT_TRUE(loopUntil([this] { return isAtLeastHeight(); }));
+        return height();
+    }
+
     /// Starts sending to a device.
     void sendTo(const servers::PrintListener& device)
     {
@@ -188,7 +283,9 @@ protected:
     std::string job() const { return contentOf(folder / "fax.job"); }
 
     Toolkit toolkit;
+    KeptVariable searchPath{"PATH"};
     TemporaryFolder folder;
+    DriverOptions options;
     std::unique_ptr<Driver> driver;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DialogWindows> dialogs;

@@ -302,11 +302,24 @@ TEST_F(MainWindowTest, WhatWasToldWhileADocumentIsOpenedStaysBesideItsTrouble)
     EXPECT_THAT(shownText("Main Message"), AllOf(HasSubstr("neither PostScript"), HasSubstr("\nA warning")));
 }
 
+TEST_F(MainWindowTest, OfManyMessagesTheOldestOfTheLightestGo)
+{
+    window->tellBeside(Gtk::MESSAGE_ERROR, "an error");
+    for (int i = 1; i <= 12; ++i)
+        window->tellBeside(Gtk::MESSAGE_INFO, "job " + std::to_string(i));
+    const auto shown = shownText("Main Message");
+    EXPECT_THAT(shown, testing::StartsWith("An error\nJob 4\nJob 5\n"));
+    EXPECT_THAT(shown, testing::EndsWith("\nJob 12\nThere were 3 more messages."));
+    press("Main Message Close Button");
+    window->tellBeside(Gtk::MESSAGE_INFO, "a message");
+    EXPECT_EQ(shownText("Main Message"), "A message");
+}
+
 // --- The window's height -----------------------------------------------------------------------------
 
 TEST_F(MainWindowTest, AMessageTakesItsHeightWithIt)
 {
-    const int before = height();
+    const int before = leastHeight();
     window->tell(Gtk::MESSAGE_INFO, std::string(300, 'x'));
     ASSERT_TRUE(loopUntil([&] { return height() > before; }));
     press("Main Message Close Button");
@@ -315,7 +328,7 @@ TEST_F(MainWindowTest, AMessageTakesItsHeightWithIt)
 
 TEST_F(MainWindowTest, AShorterMessageTakesTheHeightOfALongerOneWithIt)
 {
-    const int before = height();
+    const int before = leastHeight();
     window->tell(Gtk::MESSAGE_INFO, std::string(1000, 'x'));
     ASSERT_TRUE(loopUntil([&] { return height() > before; }));
     window->tell(Gtk::MESSAGE_INFO, "x");
@@ -326,9 +339,10 @@ TEST_F(MainWindowTest, AShorterMessageTakesTheHeightOfALongerOneWithIt)
 
 TEST_F(MainWindowTest, ASendingTakesItsHeightWithIt)
 {
-    const int before = height();
     openDocument();
     fillFax({"Ann"});
+    ASSERT_TRUE(loopUntil([] { return shownText("Main Document Pages") != ""; }));
+    const int before = leastHeight();
     servers::PrintListener device(servers::Manner::neverCloses);
     sendTo(device);
     ASSERT_TRUE(loopUntil([&] { return height() > before; }));
@@ -340,7 +354,7 @@ TEST_F(MainWindowTest, ASendingTakesItsHeightWithIt)
 
 TEST_F(MainWindowTest, AHeightThatTheUserChoseStays)
 {
-    const int before = height();
+    const int before = leastHeight();
     window->tell(Gtk::MESSAGE_INFO, "a message");
     ASSERT_TRUE(loopUntil([&] { return height() > before; }));
     const int chosen = height() + 100;
@@ -356,7 +370,7 @@ TEST_F(MainWindowTest, AHeightThatTheUserChoseStays)
 
 TEST_F(MainWindowTest, TheHeightOfAMessageIsNotKeptUntilTheNextTime)
 {
-    const int before = height();
+    const int before = leastHeight();
     window->tell(Gtk::MESSAGE_INFO, std::string(300, 'x'));
     ASSERT_TRUE(loopUntil([&] { return height() > before; }));
     window->closeAtOnce();

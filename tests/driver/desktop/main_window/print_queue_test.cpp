@@ -32,6 +32,8 @@ std::vector<std::string> listedQueues()
 
 class MainWindowQueueTest : public MainWindowTest {
 protected:
+    using MainWindowTest::MainWindowTest;
+
     /// Starts a print server, and opens a document for one recipient that is to go to one of its queues.
     void start(const std::vector<PrinterQueue>& queues)
     {
@@ -63,7 +65,7 @@ TEST_F(MainWindowQueueTest, TheChosenQueuePrintsTheJobAndTheLineNamesBoth)
     const auto printed = cupsd->printed(1);
     EXPECT_EQ(printed.content, expectedJob());
     EXPECT_EQ(printed.user, "ann");
-    EXPECT_EQ(printed.title, "letter.ps");
+    EXPECT_THAT(printed.title, testing::StartsWith("letter.ps [quelm "));
 }
 
 TEST_F(MainWindowQueueTest, AnUnknownQueueIsToldBesideTheKnownOnesAndCanBePutRight)
@@ -106,6 +108,39 @@ TEST_F(MainWindowQueueTest, WithoutAPrintServerTheReasonIsShown)
                 HasSubstr("the print server 127.0.0.1:1 cannot be reached"));
     enterText("Main Destination Queue Name", "fax");
     EXPECT_THAT(sendAndRead(), HasSubstr("Queue fax: the print server 127.0.0.1:1 cannot be reached"));
+}
+
+TEST_F(MainWindowQueueTest, AQueueWhoseClockDiffersHoldsNothingAndTheOutboxKeepsTheFax)
+{
+    start({{"fax", ""}});
+    sendAt(4, 5, false);
+    const auto message = sendAndRead();
+    EXPECT_THAT(message, testing::StartsWith("The fax job of letter.ps for 1 recipient waits as job 1 of the "
+                                             "outbox until tomorrow at 04:05; "));
+    EXPECT_THAT(message, HasSubstr("clock"));
+    EXPECT_FALSE(cupsd->wasPrinted(1));
+    window->close();
+    EXPECT_TRUE(loopUntil([] { return onScreen("Main Quit Question Yes") != nullptr; }))
+        << "it is the outbox's own now";
+}
+
+/// On the clock that the print server has, too.
+class MainWindowHoldingQueueTest : public MainWindowQueueTest {
+protected:
+    MainWindowHoldingQueueTest() : MainWindowQueueTest("") {}
+};
+
+TEST_F(MainWindowHoldingQueueTest, AQueueHoldsAFaxForLater)
+{
+    start({{"fax", ""}});
+    const std::tm later = localTimeAt(currentTime() + 7200);
+    sendAt(later.tm_hour % 12 == 0 ? 12 : later.tm_hour % 12, later.tm_min, later.tm_hour >= 12);
+    EXPECT_THAT(
+        sendAndRead(),
+        testing::StartsWith("The fax job of letter.ps for 1 recipient was handed over to queue fax, job 1, "
+                            "which holds it until "));
+    EXPECT_FALSE(cupsd->wasPrinted(1));
+    EXPECT_EQ(Outbox(outbox()).job(1).state, OutboxState::handedOver);
 }
 
 } // namespace
