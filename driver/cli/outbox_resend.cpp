@@ -65,7 +65,7 @@ OptionValues optionsForOthers(const OutboxJob& job, const JobOptions& given)
                       shownText(text->second)));
     text->second.clear();
     if (is(widget_names::showRcptInfo, "1"))
-        options[widget_names::showRcptInfo] = "0";
+        options[widget_names::showRcptInfo] = std::to_string(0);
     return options;
 }
 
