@@ -23,24 +23,6 @@
 namespace quelm {
 namespace {
 
-constexpr std::array<std::pair<std::string JobTexts::*, const char*>, 7> coverTexts{{
-    {&JobTexts::note, forTranslation("the note of the cover sheet")},
-    {&JobTexts::customText, forTranslation("the cover sheet's own text for its recipients")},
-    {&JobTexts::senderName, forTranslation("the sender's name")},
-    {&JobTexts::senderNumber, forTranslation("the sender's fax number")},
-    {&JobTexts::senderOrganization, forTranslation("the sender's organization")},
-    {&JobTexts::senderPhone, forTranslation("the sender's phone number")},
-    {&JobTexts::senderEmail, forTranslation("the sender's e-mail address")},
-}};
-
-constexpr std::array<std::pair<const char*, std::string JobTexts::*>, 5> senderFields{{
-    {widget_names::senderFaxName, &JobTexts::senderName},
-    {widget_names::senderFaxNumber, &JobTexts::senderNumber},
-    {widget_names::senderFaxOrganization, &JobTexts::senderOrganization},
-    {widget_names::senderFaxTelNumber, &JobTexts::senderPhone},
-    {widget_names::senderFaxEmailAddr, &JobTexts::senderEmail},
-}};
-
 void requireDialText(const std::string& text, const char* what)
 {
     if (!text.empty() && !isDialText(text))
@@ -51,13 +33,19 @@ void requireDialText(const std::string& text, const char* what)
                       translated(what)));
 }
 
+void requirePlain(const std::string& text, const char* what)
+{
+    if (!isPlainText(text))
+        throw Error(localized("%s holds a line end or another control character; change it in the fax dialog",
+                              translated(what)));
+}
+
 void requirePlainCoverTexts(const JobTexts& texts)
 {
-    for (const auto& [text, what] : coverTexts)
-        if (!isPlainText(texts.*text))
-            throw Error(
-                localized("%s holds a line end or another control character; change it in the fax dialog",
-                          translated(what)));
+    requirePlain(texts.note, forTranslation("the note of the cover sheet"));
+    requirePlain(texts.customText, forTranslation("the cover sheet's own text for its recipients"));
+    for (const auto& field : senderTexts)
+        requirePlain(texts.*field.inJob, field.words);
 }
 
 void requireSoundRecipients(const std::vector<JobRecipient>& recipients)
@@ -136,9 +124,9 @@ std::vector<std::string> contradictionsOf(Driver& driver, const JobTexts& texts,
         warnings.push_back(
             localized("the cover page has another note than the fax dialog shows; open the dialog "
                       "and press Ok to take that one"));
-    if (hasCoverPage && std::ranges::any_of(senderFields, [&](const auto& field) {
-            const Widget* widget = tree.find(field.first);
-            return widget != nullptr && widget->text() != texts.*field.second;
+    if (hasCoverPage && std::ranges::any_of(senderTexts, [&](const auto& field) {
+            const Widget* widget = tree.find(field.widget);
+            return widget != nullptr && widget->text() != texts.*field.inJob;
         }))
         warnings.push_back(
             localized("the cover page is made with other details of the sender than its set-up shows; "
@@ -171,6 +159,23 @@ std::vector<std::string> contradictionsOf(Driver& driver, const JobTexts& texts,
     return warnings;
 }
 
+/// What the job is written with: of choices that wait to be taken over, what the dialogs show.
+JobTexts textsToWrite(Driver& driver)
+{
+    JobTexts texts = driver.faxSession().texts();
+    if (driver.choicesTakenOver())
+        return texts;
+    JobView view = viewOfJob(driver);
+    texts.dialingPrefix = std::move(view.prefix);
+    texts.creditCard = std::move(view.card);
+    texts.note = std::move(view.note);
+    // Another kind of text for the recipients goes out without the user's own.
+    texts.customText = view.showsCustomText ? std::move(view.customText) : std::string();
+    for (const auto& field : senderTexts)
+        texts.*field.inJob = std::move(view.*field.inView);
+    return texts;
+}
+
 } // namespace
 
 std::vector<std::string> Handover::allWarnings() const
@@ -186,30 +191,6 @@ Handover prepareHandover(Driver& driver, Written written)
     driver.takeOverShownChoices();
     return lookAtHandover(driver, written);
 }
-
-namespace {
-
-/// What the job is written with: of choices that wait to be taken over, what the dialogs show.
-JobTexts textsToWrite(Driver& driver)
-{
-    JobTexts texts = driver.faxSession().texts();
-    if (driver.choicesTakenOver())
-        return texts;
-    JobView view = viewOfJob(driver);
-    texts.dialingPrefix = std::move(view.prefix);
-    texts.creditCard = std::move(view.card);
-    texts.note = std::move(view.note);
-    // Another kind of text for the recipients goes out without the user's own.
-    texts.customText = view.showsCustomText ? std::move(view.customText) : std::string();
-    texts.senderName = std::move(view.senderName);
-    texts.senderNumber = std::move(view.senderNumber);
-    texts.senderOrganization = std::move(view.senderOrganization);
-    texts.senderPhone = std::move(view.senderPhone);
-    texts.senderEmail = std::move(view.senderEmail);
-    return texts;
-}
-
-} // namespace
 
 Handover lookAtHandover(Driver& driver, Written written)
 {

@@ -3,6 +3,7 @@
 #include "driver/handover/held_options.h"
 
 #include "driver/core/driver.h"
+#include "driver/handover/job_view.h"
 #include "driver/widgets/widget_names.h"
 
 #include <string>
@@ -45,11 +46,8 @@ OptionValues heldOptions(Driver& driver)
         tick(widget_names::showRcptInfo, texts.showsCustomText);
         put(widget_names::coverSheetCustomText, texts.customText);
         tick(widget_names::showSenderInfoCheckbox, texts.showsSender);
-        put(widget_names::senderFaxName, texts.senderName);
-        put(widget_names::senderFaxNumber, texts.senderNumber);
-        put(widget_names::senderFaxOrganization, texts.senderOrganization);
-        put(widget_names::senderFaxTelNumber, texts.senderPhone);
-        put(widget_names::senderFaxEmailAddr, texts.senderEmail);
+        for (const auto& field : senderTexts)
+            put(field.widget, texts.*field.inJob);
     }
     tick(widget_names::lanFaxDialingPrefix, !texts.dialingPrefix.empty());
     if (!texts.dialingPrefix.empty())

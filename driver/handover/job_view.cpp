@@ -6,7 +6,6 @@
 #include "driver/widgets/widget_names.h"
 #include "driver/widgets/widget_tree.h"
 
-#include <array>
 #include <optional>
 #include <string>
 
@@ -37,25 +36,11 @@ bool isOpen(Driver& driver, const char* window)
     return view && view->visible;
 }
 
-struct SenderText {
-    std::string JobView::*shown;
-    std::string JobTexts::*inJob;
-    const char* field;
-};
-
-constexpr std::array<SenderText, 5> senderTexts{{
-    {&JobView::senderName, &JobTexts::senderName, widget_names::senderFaxName},
-    {&JobView::senderNumber, &JobTexts::senderNumber, widget_names::senderFaxNumber},
-    {&JobView::senderOrganization, &JobTexts::senderOrganization, widget_names::senderFaxOrganization},
-    {&JobView::senderPhone, &JobTexts::senderPhone, widget_names::senderFaxTelNumber},
-    {&JobView::senderEmail, &JobTexts::senderEmail, widget_names::senderFaxEmailAddr},
-}};
-
 void takeSender(Driver& driver, const JobTexts& texts, JobView& view)
 {
     const bool held = driver.senderTakenOver() || isOpen(driver, widget_names::senderInformationWindow);
-    for (const auto& [shown, inJob, field] : senderTexts)
-        view.*shown = held ? texts.*inJob : textOf(driver, field);
+    for (const auto& field : senderTexts)
+        view.*field.inView = held ? texts.*field.inJob : textOf(driver, field.widget);
 }
 
 void takeCover(Driver& driver, const JobTexts& texts, JobView& view)

@@ -3,6 +3,11 @@
 #ifndef DRIVER_HANDOVER_JOB_VIEW_H
 #define DRIVER_HANDOVER_JOB_VIEW_H
 
+#include "base/translation.h"
+#include "driver/plugin/fax_session.h"
+#include "driver/widgets/widget_names.h"
+
+#include <array>
 #include <string>
 
 namespace quelm {
@@ -33,6 +38,27 @@ struct JobView {
     bool cardTicked = false;
     bool leavesKeptCard = false; ///< the box was ticked for the user, and unticked for this command
 };
+
+/// Where a text about the sender stands, and what people call it.
+struct SenderText {
+    const char* widget;
+    std::string JobTexts::*inJob;
+    std::string JobView::*inView;
+    const char* words; ///< to be translated
+};
+
+inline constexpr std::array<SenderText, 5> senderTexts{{
+    {widget_names::senderFaxName, &JobTexts::senderName, &JobView::senderName,
+     forTranslation("the sender's name")},
+    {widget_names::senderFaxNumber, &JobTexts::senderNumber, &JobView::senderNumber,
+     forTranslation("the sender's fax number")},
+    {widget_names::senderFaxOrganization, &JobTexts::senderOrganization, &JobView::senderOrganization,
+     forTranslation("the sender's organization")},
+    {widget_names::senderFaxTelNumber, &JobTexts::senderPhone, &JobView::senderPhone,
+     forTranslation("the sender's phone number")},
+    {widget_names::senderFaxEmailAddr, &JobTexts::senderEmail, &JobView::senderEmail,
+     forTranslation("the sender's e-mail address")},
+}};
 
 /// Looks at the driver's dialogs and job. A widget that the component does not have counts as empty.
 [[nodiscard]] JobView viewOfJob(Driver& driver);

@@ -5,6 +5,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/handover/card_remark.h"
+#include "driver/handover/job_view.h"
 
 #include <algorithm>
 #include <array>
@@ -38,13 +39,9 @@ std::string recipientData(const std::vector<JobRecipient>& recipients)
 std::string senderData(const JobView& view)
 {
     std::string data;
-    for (const auto& [text, words] : {std::pair{&view.senderName, forTranslation("the sender's name")},
-                                      {&view.senderNumber, forTranslation("the sender's fax number")},
-                                      {&view.senderOrganization, forTranslation("the sender's organization")},
-                                      {&view.senderPhone, forTranslation("the sender's phone number")},
-                                      {&view.senderEmail, forTranslation("the sender's e-mail address")}})
-        if (!text->empty())
-            append(data, translated(words));
+    for (const auto& field : senderTexts)
+        if (!(view.*field.inView).empty())
+            append(data, translated(field.words));
     return data;
 }
 

@@ -103,11 +103,9 @@ std::string wayLine(const JobPlan& plan, std::time_t now)
 std::string timeSentence(const JobPlan& plan)
 {
     const bool toQueue = plan.target && std::holds_alternative<QueueTarget>(*plan.target);
-    if (!toQueue)
-        return localized("the device is not told the time; the outbox keeps it");
-    return plan.toOutbox
-               ? localized("the device is not told the time; the outbox keeps it")
-               : localized("the device is not told the time; the print queue keeps it, or else the outbox");
+    return toQueue && !plan.toOutbox
+               ? localized("the device is not told the time; the print queue keeps it, or else the outbox")
+               : localized("the device is not told the time; the outbox keeps it");
 }
 
 std::vector<std::string> chargesOf(const JobView& view, const Handover& handover)

@@ -14,7 +14,6 @@
 #include "driver/handover/send_time.h"
 #include "driver/outbox/outbox_sender.h"
 
-#include <filesystem>
 #include <optional>
 #include <string_view>
 
@@ -55,15 +54,6 @@ private:
     std::optional<Interruption> interruption_;
     std::optional<ProgressLine> line_;
 };
-
-/// A path that leads to the same place from whatever folder.
-JobTarget settled(const JobTarget& target)
-{
-    const auto* file = std::get_if<FileTarget>(&target);
-    if (file == nullptr || file->path.empty())
-        return target;
-    return FileTarget{std::filesystem::absolute(file->path).lexically_normal().string()};
-}
 
 std::string waitingLine(const SubmissionEnd& end, const std::string& document, std::size_t recipients,
                         std::time_t now, const OutboxSettings& outbox)
@@ -137,9 +127,6 @@ void writeDocument(FaxSession& session, const Document& document, const Submissi
                    const OutboxSettings& outbox, const std::function<void(const SubmissionEnd&)>& tell)
 {
     requireUsableTarget(submission);
-    Submission settledSubmission = submission;
-    if (waits(submission))
-        settledSubmission.target = settled(submission.target);
     ShownProgress progress(submission.target);
     const auto opened = outboxFor(submission.target, waits(submission), outbox);
     const auto show = [&progress](std::uint64_t done, std::uint64_t total) { progress.show(done, total); };
@@ -150,7 +137,7 @@ void writeDocument(FaxSession& session, const Document& document, const Submissi
     transfer.cancelled = &Interruption::requested;
     SubmissionEnd end;
     try {
-        end = submit(opened.get(), session, document, settledSubmission, facts, currentTime(), transfer,
+        end = submit(opened.get(), session, document, submission, facts, currentTime(), transfer,
                      [&progress] { progress.beginSending(); });
     } catch (const Error& error) {
         // The signal that comes next leaves nobody who could tell.

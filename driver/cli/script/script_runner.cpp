@@ -108,8 +108,7 @@ void ScriptRunner::cover(const ScriptStep& step)
     driver_.actions().requireNoQuestion();
     if (leadToOneFile(step.target, "-"))
         throw Error(localized("a script's answers stand on standard output; name a file for the picture"));
-    driver_.requireKnownOptions();
-    logWarnings(prepareHandover(driver_).allWarnings());
+    checkedHandover();
     writeCoverPicture(driver_.faxSession(), step.target);
 }
 
@@ -124,13 +123,19 @@ Submission ScriptRunner::submissionTo(const JobTarget& target, std::time_t begun
     return submission;
 }
 
+Handover ScriptRunner::checkedHandover()
+{
+    driver_.actions().requireNoQuestion();
+    driver_.requireKnownOptions();
+    Handover handover = prepareHandover(driver_);
+    logWarnings(handover.allWarnings());
+    return handover;
+}
+
 void ScriptRunner::summary(const ScriptStep& step)
 {
     const auto begun = currentTime();
-    driver_.actions().requireNoQuestion();
-    driver_.requireKnownOptions();
-    const Handover handover = prepareHandover(driver_);
-    logWarnings(handover.allWarnings());
+    const Handover handover = checkedHandover();
     const Document document = openDocument(step.target);
     tryDocument(driver_.faxSession(), document, pdl_);
     const auto target = targetOf(step);
@@ -142,10 +147,7 @@ void ScriptRunner::fax(const ScriptStep& step)
 {
     // Opening the document may take a while.
     const auto begun = currentTime();
-    driver_.actions().requireNoQuestion();
-    driver_.requireKnownOptions();
-    const Handover handover = prepareHandover(driver_);
-    logWarnings(handover.allWarnings());
+    const Handover handover = checkedHandover();
     const Document document = openDocument(step.target);
     const Submission submission = submissionTo(targetOf(step).value(), begun);
     if (step.place == ScriptPlace::file && !waits(submission)) {

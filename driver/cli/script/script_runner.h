@@ -4,6 +4,7 @@
 #define DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 
 #include "driver/cli/script/script_parser.h"
+#include "driver/handover/handover.h"
 #include "driver/handover/recipient_watch.h"
 #include "driver/outbox/submission.h"
 #include "driver/plugin/fax_session.h"
@@ -38,6 +39,10 @@ private:
     void cover(const ScriptStep& step);
     void summary(const ScriptStep& step);
     void fax(const ScriptStep& step);
+    /// What every step that looks at the job or sends it begins with: the job as it is written, its warnings
+    /// logged.
+    Handover checkedHandover();
+
     [[nodiscard]] Submission submissionTo(const JobTarget& target, std::time_t begun);
 
     Driver& driver_;
