@@ -13,4 +13,9 @@ std::string durationText(std::chrono::milliseconds duration)
     return count % second == 0 ? localized("%d s", count / second) : localized("%d ms", count);
 }
 
+std::chrono::seconds secondsShown(std::chrono::milliseconds duration)
+{
+    return std::chrono::round<std::chrono::seconds>(duration);
+}
+
 } // namespace quelm

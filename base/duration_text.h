@@ -11,6 +11,9 @@ namespace quelm {
 /// "60 s", "300 ms", for messages.
 std::string durationText(std::chrono::milliseconds duration);
 
+/// The whole seconds that are shown for a duration wherever it is shown: the nearest.
+[[nodiscard]] std::chrono::seconds secondsShown(std::chrono::milliseconds duration);
+
 } // namespace quelm
 
 #endif

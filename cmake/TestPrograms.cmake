@@ -36,7 +36,7 @@ function(add_room_tests room)
   if(arg_DEPENDS)
     add_dependencies(${program} ${arg_DEPENDS})
   endif()
-  if(room MATCHES "^driver/")
+  if(room MATCHES "^(base/ghostscript|device|driver)(/|$)")
     # Programs that run Ghostscript look for it beside themselves.
     file(CREATE_LINK "${BRAMBLECOR_STAGE_DIR}/quelm-supervisor" "${CMAKE_CURRENT_BINARY_DIR}/quelm-supervisor" SYMBOLIC)
   endif()

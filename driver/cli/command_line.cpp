@@ -2,31 +2,17 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/command_line.h"
 
+#include "base/command_line/program_arguments.h"
 #include "base/error.h"
 #include "base/translation.h"
-#include "base/version.h"
-#include "driver/cli/parser_messages.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace quelm {
 namespace {
-
-/// The headings of the help, which the commands inherit.
-void translateHeadings(CLI::App& program)
-{
-    const auto formatter = program.get_formatter();
-    for (const char* heading :
-         {forTranslation("Usage"), forTranslation("Positionals"), forTranslation("Options"),
-          forTranslation("OPTIONS"), forTranslation("Subcommands"), forTranslation("SUBCOMMAND"),
-          forTranslation("REQUIRED"), forTranslation("Excludes")})
-        formatter->label(heading, translated(heading));
-}
 
 void addDriverOptions(CLI::App& program, CommandLine& line)
 {
@@ -53,54 +39,14 @@ void addDriverOptions(CLI::App& program, CommandLine& line)
         localized("The device to ask over SNMP, which has the directory's address"));
 }
 
-/// The arguments as CLI11 takes them, last first. It reads the next argument as the value of
-/// "--note=": the empty value is made an argument of its own.
-std::vector<std::string> argumentsLastFirst(int argc, const char* const* argv)
-{
-    std::vector<std::string> arguments;
-    bool options = true;
-    for (int i = 1; i < argc; ++i) {
-        std::string argument = argv[i];
-        options = options && argument != "--";
-        const bool emptyValue = options && argument.size() > 3 && argument.starts_with("--") &&
-                                argument.find('=') == argument.size() - 1;
-        if (emptyValue)
-            argument.pop_back();
-        arguments.push_back(argument);
-        if (emptyValue)
-            arguments.emplace_back();
-    }
-    std::ranges::reverse(arguments);
-    return arguments;
-}
-
-/// Parses with CLI11, and says in `line` what the user asked to be told.
-void parse(CLI::App& program, int argc, const char* const* argv, CommandLine& line)
-{
-    try {
-        program.parse(argumentsLastFirst(argc, argv));
-    } catch (const CLI::CallForHelp&) {
-        line.information = program.help();
-    } catch (const CLI::CallForVersion& version) {
-        line.information = std::string(version.what()) + "\n";
-    } catch (const CLI::ParseError& error) {
-        // Translators: what is wrong, the program.
-        throw UsageError(localized("%s; see %s --help", reasonOf(error, program), program.get_name()));
-    }
-}
-
 } // namespace
 
 CommandLine parseCommandLine(int argc, const char* const* argv)
 {
     CommandLine line;
     CLI::App program(localized("Sends documents as faxes through the LAN fax component."), "quelm-driver");
-    program.set_version_flag("--version", programAndVersion("quelm-driver"),
-                             localized("Print the version and exit"));
-    program.set_help_flag("--help", localized("Print this help and exit"));
+    beginProgram(program);
     program.require_subcommand(0, 1);
-    program.failure_message(CLI::FailureMessage::simple);
-    translateHeadings(program);
     addDriverOptions(program, line);
     // A subcommand hands on what it does not know: a word too many ends up here.
     std::string desktopDocument;
@@ -150,7 +96,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
     for (auto* command : {fax, attributes, script, phonebook, device, directory, outbox})
         command->fallthrough()->footer(
             localized("The options that quelm-driver --help lists may stand here, too."));
-    parse(program, argc, argv, line);
+    line.information = parseArguments(program, argc, argv);
     for (const auto& [command, name] : {std::pair{fax, Command::fax},
                                         {attributes, Command::attributes},
                                         {script, Command::script},
@@ -172,14 +118,10 @@ CommandLine parseDesktopCommandLine(int argc, const char* const* argv)
 {
     CommandLine line;
     CLI::App program(localized("Sends documents as faxes through the LAN fax component."), "quelm-desktop");
-    program.set_version_flag("--version", programAndVersion("quelm-desktop"),
-                             localized("Print the version and exit"));
-    program.set_help_flag("--help", localized("Print this help and exit"));
-    program.failure_message(CLI::FailureMessage::simple);
-    translateHeadings(program);
+    beginProgram(program);
     addDriverOptions(program, line);
     program.add_option("DOCUMENT", line.document, localized("PostScript or PDF file to open"))->type_name("");
-    parse(program, argc, argv, line);
+    line.information = parseArguments(program, argc, argv);
     return line;
 }
 

@@ -1,23 +1,22 @@
-// Reads the driver's configuration file with GLib's key file parser.
+// Reads the driver's configuration file.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/configuration_file.h"
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/key_file.h"
 #include "base/system_reason.h"
 #include "base/texts.h"
 #include "base/translation.h"
 #include "base/whole_file.h"
 #include "driver/config/configuration_keys.h"
 
-#include <glib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <system_error>
 
@@ -31,17 +30,6 @@ namespace {
     // Translators: %s is the file's name, and what is wrong with it: "has no value at ...".
     throw Error(localized("the configuration file \"%s\" %s", file, problem));
 }
-
-struct Freer {
-    void operator()(GKeyFile* file) const { g_key_file_free(file); }
-    void operator()(gchar* text) const { g_free(text); }
-    void operator()(gchar** texts) const { g_strfreev(texts); }
-    void operator()(GError* error) const { g_error_free(error); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, Freer>;
-using Text = std::unique_ptr<gchar, Freer>;
-using Texts = std::unique_ptr<gchar*, Freer>;
-using Problem = std::unique_ptr<GError, Freer>;
 
 /// A file as it was read, and whose it is.
 struct Content {
@@ -85,28 +73,6 @@ void requirePrivate(const std::string& path, const struct stat& status)
         fail(path, localized("holds a secret, and belongs to another user; copy it to a file of your own"));
 }
 
-KeyFile parse(const std::string& path, const std::string& content)
-{
-    const char* invalid = nullptr;
-    if (g_utf8_validate_len(content.data(), content.size(), &invalid) == FALSE) {
-        const std::string_view valid(content.data(), static_cast<std::size_t>(invalid - content.data()));
-        std::size_t line = 1;
-        for (const char character : valid)
-            line += character == '\n' ? 1 : 0;
-        fail(path, localized("is no UTF-8 text in line %d; save it as UTF-8", line));
-    }
-    KeyFile keyFile(g_key_file_new());
-    GError* error = nullptr;
-    if (g_key_file_load_from_data(keyFile.get(), content.data(), content.size(), G_KEY_FILE_NONE, &error) ==
-        FALSE) {
-        const Problem problem(error);
-        // An empty file says nothing, which is fine.
-        if (content.find_first_not_of(" \t\r\n") != std::string::npos)
-            fail(path, localized("cannot be understood: %s", oneLine(problem->message)));
-    }
-    return keyFile;
-}
-
 /// The key of that name, or an Error that lists what is possible.
 const ConfigurationKey& requireKey(const std::string& path, std::string_view group, std::string_view name)
 {
@@ -129,25 +95,17 @@ void requireGroup(const std::string& path, std::string_view group)
                              group));
 }
 
-void takeGroup(Configuration& configuration, GKeyFile* keyFile, const char* group)
+void takeGroup(Configuration& configuration, const KeyFile& keyFile, const std::string& group)
 {
     const std::string& path = configuration.file;
     requireGroup(path, group);
-    const Texts names(g_key_file_get_keys(keyFile, group, nullptr, nullptr));
-    for (gchar** name = names.get(); name != nullptr && *name != nullptr; ++name) {
-        const ConfigurationKey& key = requireKey(path, group, *name);
-        const std::string where = "[" + std::string(group) + "] " + *name;
-        GError* error = nullptr;
-        const Text value(g_key_file_get_string(keyFile, group, *name, &error));
-        if (error != nullptr) { // a value may have come all the same
-            const Problem problem(error);
-            fail(path, localized("has a bad value at %s: %s", where, oneLine(problem->message)));
-        }
-        if (*value == '\0')
-            fail(path, localized("has no value at %s; write one or remove the line", where));
-        const std::string expected = key.take(configuration, value.get());
+    for (const std::string& name : keyFile.keys(group)) {
+        const ConfigurationKey& key = requireKey(path, group, name);
+        const std::string value = keyFile.value(group, name);
+        const std::string expected = key.take(configuration, value);
         if (!expected.empty())
-            fail(path, localized("has \"%s\" at %s, where %s is expected", value.get(), where, expected));
+            fail(path, localized("has \"%s\" at %s, where %s is expected", value,
+                                 KeyFile::placeOf(group, name), expected));
     }
 }
 
@@ -158,10 +116,9 @@ Configuration readConfiguration(const std::string& path, const PipeLimits& limit
     Configuration configuration;
     configuration.file = path;
     const Content content = contentOf(path, limits);
-    const KeyFile keyFile = parse(path, content.text);
-    const Texts groups(g_key_file_get_groups(keyFile.get(), nullptr));
-    for (gchar** group = groups.get(); *group != nullptr; ++group)
-        takeGroup(configuration, keyFile.get(), *group);
+    const KeyFile keyFile(content.text, [&path](const std::string& problem) { fail(path, problem); });
+    for (const std::string& group : keyFile.groups())
+        takeGroup(configuration, keyFile, group);
     if (holdsSecret(configuration.device))
         requirePrivate(path, content.status);
     if (const std::string mismatch = deviceMismatch(configuration.device); !mismatch.empty())

@@ -3,6 +3,8 @@
 #ifndef DRIVER_COVER_HANDLES_H
 #define DRIVER_COVER_HANDLES_H
 
+#include "base/released_by.h"
+
 #include <cairo.h>
 #include <fontconfig/fontconfig.h>
 #include <pango/pango.h>
@@ -10,16 +12,6 @@
 #include <memory>
 
 namespace quelm {
-
-/// Gives an object back by the function of its library.
-template <auto release>
-struct ReleasedBy {
-    template <class Object>
-    void operator()(Object* object) const
-    {
-        release(object);
-    }
-};
 
 using AttributesHandle = std::unique_ptr<PangoAttrList, ReleasedBy<pango_attr_list_unref>>;
 using CairoHandle = std::unique_ptr<cairo_t, ReleasedBy<cairo_destroy>>;

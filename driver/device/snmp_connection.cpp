@@ -3,11 +3,11 @@
 #include "driver/device/snmp_connection.h"
 
 #include "base/error.h"
+#include "base/snmp/read_set.h"
 #include "base/translation.h"
 #include "driver/device/snmp_library.h"
 #include "driver/device/snmp_value.h"
 
-#include <net-snmp/library/large_fd_set.h>
 #include <net-snmp/library/scapi.h>
 #include <net-snmp/net-snmp-config.h>
 #include <net-snmp/net-snmp-includes.h>
@@ -32,21 +32,6 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using Pdu = std::unique_ptr<netsnmp_pdu, decltype(&snmp_free_pdu)>;
-
-/// The descriptors that the library reads from. Its other kind of set has room for the first 1,024
-/// of the process only.
-class ReadSet {
-public:
-    ReadSet() { netsnmp_large_fd_set_init(&set_, FD_SETSIZE); }
-    ~ReadSet() { netsnmp_large_fd_set_cleanup(&set_); }
-    ReadSet(const ReadSet&) = delete;
-    ReadSet& operator=(const ReadSet&) = delete;
-
-    netsnmp_large_fd_set* get() { return &set_; }
-
-private:
-    netsnmp_large_fd_set set_{};
-};
 
 /// The request on its way, which the library's callback fills in.
 struct Request {
@@ -270,7 +255,7 @@ struct SnmpConnection::Impl {
     /// cannot hold the caller beyond its deadline.
     int awaitPacket(Deadline deadline)
     {
-        ReadSet readSet;
+        SnmpReadSet readSet;
         timeval untilRepetition{};
         int count = 0;
         int block = 1; // asks for the time until the repetition, whatever it is

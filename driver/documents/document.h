@@ -4,8 +4,8 @@
 #define DRIVER_DOCUMENTS_DOCUMENT_H
 
 #include "base/file_handle.h"
+#include "base/ghostscript/ghostscript.h"
 #include "driver/documents/document_bytes.h"
-#include "driver/documents/ghostscript.h"
 
 #include <sys/types.h>
 

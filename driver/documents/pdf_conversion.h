@@ -4,7 +4,7 @@
 #define DRIVER_DOCUMENTS_PDF_CONVERSION_H
 
 #include "base/file_handle.h"
-#include "driver/documents/ghostscript.h"
+#include "base/ghostscript/ghostscript.h"
 
 #include <cstddef>
 #include <string>

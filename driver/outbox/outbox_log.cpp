@@ -4,13 +4,12 @@
 
 #include "base/error.h"
 #include "base/log.h"
-#include "base/system_reason.h"
+#include "base/sqlite/database_file.h"
 #include "base/translation.h"
 #include "driver/outbox/outbox_failure.h"
 #include "driver/outbox/outbox_steps.h"
 
 #include <climits>
-#include <csignal>
 #include <string_view>
 
 namespace quelm {
@@ -22,52 +21,11 @@ constexpr std::int64_t logVersion = 1;
 constexpr const char* markLog = "PRAGMA application_id=0x51584F42; PRAGMA user_version=1";
 // When the clock was last looked at to remove what is old: one row.
 constexpr const char* sweepTable = "CREATE TABLE sweep(moment INTEGER NOT NULL)";
-constexpr int patienceMilliseconds = 5000;
 
 std::string damagedReason()
 {
     return localized(
         "it is damaged; restore it from a copy, or move the outbox's folder away and start anew");
-}
-
-std::string reasonOf(const sqlite::Failure& failure)
-{
-    switch (failure.primaryCode()) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        return localized("another program is writing to it; try again in a moment");
-    case SQLITE_FULL:
-        return systemReason(ENOSPC);
-    case SQLITE_READONLY:
-        return systemReason(EACCES);
-    case SQLITE_CANTOPEN:
-        return systemReason(failure.systemError != 0 ? failure.systemError : EACCES);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-        return damagedReason();
-    case SQLITE_IOERR:
-        return failure.systemError != 0
-                   ? systemReason(failure.systemError)
-                   : localized("it could not be written; make room on the disk and try again");
-    default:
-        return failure.text;
-    }
-}
-
-std::int64_t pragma(const sqlite::Database& database, const char* text)
-{
-    sqlite::Statement statement(database, text);
-    return statement.step() ? statement.number(0) : 0;
-}
-
-/// The tables, indices, views and triggers that are not SQLite's own.
-std::vector<std::string> schemaOf(const sqlite::Database& database)
-{
-    sqlite::Statement schema(database, "SELECT sql FROM sqlite_schema WHERE name NOT GLOB 'sqlite_*'");
-    std::vector<std::string> found;
-    while (schema.step())
-        found.push_back(schema.bytes(0));
-    return found;
 }
 
 } // namespace
@@ -78,16 +36,12 @@ auto OutboxLog::guarded(Action action)
     try {
         return action();
     } catch (const sqlite::Failure& failure) {
-        failOutbox(path_, reasonOf(failure));
+        failOutbox(path_, sqlite::reasonOf(failure, damagedReason()));
     }
 }
 
 OutboxLog::OutboxLog(const OutboxFolder& folder) : path_(folder.path() + "/log.db")
 {
-    // A file size limit is to be reported like a full disk, not to end the program.
-    struct sigaction present = {};
-    if (::sigaction(SIGXFSZ, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)
-        std::signal(SIGXFSZ, SIG_IGN);
     // SQLite would make it for everybody to read.
     folder.requireFile("log.db");
     guarded([this] { connect(); });
@@ -95,20 +49,15 @@ OutboxLog::OutboxLog(const OutboxFolder& folder) : path_(folder.path() + "/log.d
 
 void OutboxLog::connect()
 {
-    database_ = sqlite::open(path_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW);
-    sqlite3_busy_timeout(database_.get(), patienceMilliseconds);
-    sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    // Durable through a power cut, the end of the transaction included.
-    sqlite::run(database_, "PRAGMA synchronous=EXTRA; PRAGMA secure_delete=ON");
-    if (schemaOf(database_).empty())
+    database_ = sqlite::openDurable(path_);
+    if (sqlite::schemaOf(database_).empty())
         prepareFile();
-    if (pragma(database_, "PRAGMA application_id") != logApplication)
+    if (sqlite::pragma(database_, "PRAGMA application_id") != logApplication)
         failOutbox(path_, localized("it is no log of an outbox; move it away"));
-    if (pragma(database_, "PRAGMA user_version") > logVersion)
+    if (sqlite::pragma(database_, "PRAGMA user_version") > logVersion)
         failOutbox(path_, localized("it was written by a newer version of this program; update the program"));
     sqlite::Statement check(database_, "PRAGMA quick_check(1)");
-    if (schemaOf(database_) != std::vector<std::string>{rowTable, sweepTable} || !check.step() ||
+    if (sqlite::schemaOf(database_) != std::vector<std::string>{rowTable, sweepTable} || !check.step() ||
         check.bytes(0) != "ok")
         failOutbox(path_, damagedReason());
 }
@@ -116,36 +65,26 @@ void OutboxLog::connect()
 /// Makes an empty file a log, once, however many programs find it empty at a time.
 void OutboxLog::prepareFile()
 {
-    sqlite::run(database_, "BEGIN IMMEDIATE");
-    try {
-        const bool isNew = schemaOf(database_).empty() && pragma(database_, "PRAGMA application_id") == 0 &&
-                           pragma(database_, "PRAGMA user_version") == 0;
-        if (isNew) {
-            beforeOutboxStep("make the log");
-            sqlite::run(database_, markLog);
-            sqlite::run(database_, rowTable);
-            sqlite::run(database_, sweepTable);
-        }
-        sqlite::run(database_, "COMMIT");
-    } catch (...) {
-        sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
-        throw;
-    }
+    sqlite::inTransaction(database_, [this] {
+        const bool isNew = sqlite::schemaOf(database_).empty() &&
+                           sqlite::pragma(database_, "PRAGMA application_id") == 0 &&
+                           sqlite::pragma(database_, "PRAGMA user_version") == 0;
+        if (!isNew)
+            return;
+        beforeOutboxStep("make the log");
+        sqlite::run(database_, markLog);
+        sqlite::run(database_, rowTable);
+        sqlite::run(database_, sweepTable);
+    });
 }
 
 void OutboxLog::transaction(const std::function<void()>& change)
 {
     guarded([&] {
-        sqlite::run(database_, "BEGIN IMMEDIATE");
-        try {
+        sqlite::inTransaction(database_, [&] {
             change();
             beforeOutboxStep("commit");
-            sqlite::run(database_, "COMMIT");
-        } catch (...) {
-            if (sqlite3_get_autocommit(database_.get()) == 0)
-                sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
-            throw;
-        }
+        });
     });
     beforeOutboxStep("go on behind the commit");
 }

@@ -13,5 +13,12 @@ TEST(DurationText, WholeSecondsAreCountedAsSuch)
     EXPECT_EQ(durationText(std::chrono::milliseconds(1500)), "1500 ms");
 }
 
+TEST(DurationText, TheNearestSecondIsShown)
+{
+    using std::chrono::milliseconds;
+    EXPECT_EQ(secondsShown(milliseconds(16'499)).count(), 16);
+    EXPECT_EQ(secondsShown(milliseconds(16'600)).count(), 17);
+}
+
 } // namespace
 } // namespace quelm::tests

@@ -5,13 +5,13 @@
 #include "base/atomic_file.h"
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/ghostscript/ghostscript.h"
+#include "base/ghostscript/png_stream.h"
 #include "base/texts.h"
 #include "base/translation.h"
 #include "base/write_target.h"
 #include "driver/cli/job/write_document.h"
 #include "driver/documents/file_sink.h"
-#include "driver/documents/ghostscript.h"
-#include "driver/documents/png_stream.h"
 #include "driver/jobs/job_writer.h"
 
 #include <sys/stat.h>

@@ -3,12 +3,12 @@
 #include "driver/desktop/pages/page_rendering.h"
 
 #include "base/error.h"
+#include "base/ghostscript/ghostscript.h"
+#include "base/ghostscript/png_stream.h"
 #include "base/system_reason.h"
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/desktop/pages/block_reading.h"
-#include "driver/documents/ghostscript.h"
-#include "driver/documents/png_stream.h"
 
 #include <fcntl.h>
 #include <gio/gio.h>

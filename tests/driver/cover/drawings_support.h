@@ -3,8 +3,8 @@
 #ifndef TESTS_DRIVER_COVER_DRAWINGS_SUPPORT_H
 #define TESTS_DRIVER_COVER_DRAWINGS_SUPPORT_H
 
+#include "base/ghostscript/ghostscript.h"
 #include "driver/cover/drawings.h"
-#include "driver/documents/ghostscript.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What is wrong with a command line, in the user's language.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_CLI_PARSER_MESSAGES_H
-#define DRIVER_CLI_PARSER_MESSAGES_H
+#ifndef BASE_COMMAND_LINE_PARSER_MESSAGES_H
+#define BASE_COMMAND_LINE_PARSER_MESSAGES_H
 
 #include <CLI/CLI.hpp>
 

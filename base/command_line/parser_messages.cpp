@@ -1,6 +1,6 @@
 // Words CLI11's errors anew.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/cli/parser_messages.h"
+#include "base/command_line/parser_messages.h"
 
 #include "base/translation.h"
 
@@ -37,6 +37,9 @@ std::string whatIsMissing(const CLI::App& command)
     std::string possible;
     for (const CLI::App* subcommand : command.get_subcommands([](const CLI::App*) { return true; }))
         possible += (possible.empty() ? "" : "|") + subcommand->get_name();
+    if (command.get_parent() == nullptr)
+        // Translators: the commands of a program: "read|serve".
+        return localized("the command is missing: one of %s", possible);
     // Translators: a command and the words that may follow it: "phonebook", "list|show|add".
     return localized("%s needs one of %s", command.get_name(), possible);
 }

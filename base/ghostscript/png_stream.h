@@ -1,7 +1,7 @@
 // Parts a stream of PNG pictures, as Ghostscript writes its pages one behind the other.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_DOCUMENTS_PNG_STREAM_H
-#define DRIVER_DOCUMENTS_PNG_STREAM_H
+#ifndef BASE_GHOSTSCRIPT_PNG_STREAM_H
+#define BASE_GHOSTSCRIPT_PNG_STREAM_H
 
 #include <cstddef>
 #include <optional>

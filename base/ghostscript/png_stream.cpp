@@ -1,6 +1,6 @@
 // Finds the ends of pictures by walking over their chunks.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/png_stream.h"
+#include "base/ghostscript/png_stream.h"
 
 #include "base/error.h"
 #include "base/translation.h"

@@ -1,12 +1,12 @@
 // Makes, holds and removes the folder, and sweeps those that nobody holds.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/private_folder.h"
+#include "base/ghostscript/private_folder.h"
 
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/ghostscript/supervision.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
-#include "driver/documents/supervision.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,14 +1,14 @@
 // Finds Ghostscript and the supervisor, and puts their command line together.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/ghostscript.h"
+#include "base/ghostscript/ghostscript.h"
 
 #include "base/environment.h"
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/ghostscript/supervision.h"
 #include "base/system_reason.h"
 #include "base/texts.h"
 #include "base/translation.h"
-#include "driver/documents/supervision.h"
 
 #include <unistd.h>
 

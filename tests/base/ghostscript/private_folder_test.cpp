@@ -1,6 +1,6 @@
 // Tests of the private folders of runs.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/private_folder.h"
+#include "base/ghostscript/private_folder.h"
 
 #include "tests/driver/jobs/job_support.h"
 #include "tests/support/temporary_folder.h"

@@ -1,7 +1,7 @@
 // Tests of the supervisor's own command line; what it does for Ghostscript is tested with that.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/ghostscript/supervision.h"
 #include "base/process.h"
-#include "driver/documents/supervision.h"
 #include "tests/driver/jobs/job_support.h"
 #include "tests/support/build_paths.h"
 #include "tests/support/processes.h"

@@ -1,6 +1,6 @@
 // Tests of how Ghostscript is run: its environment, its folder, its limits and its end.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/ghostscript.h"
+#include "base/ghostscript/ghostscript.h"
 
 #include "base/error.h"
 #include "tests/driver/jobs/job_support.h"

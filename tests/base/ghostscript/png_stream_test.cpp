@@ -1,6 +1,6 @@
 // Tests of the parting of a stream of pictures.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/png_stream.h"
+#include "base/ghostscript/png_stream.h"
 
 #include "base/error.h"
 

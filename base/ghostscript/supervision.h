@@ -1,7 +1,7 @@
 // What the programs and the supervisor that they start Ghostscript with agree on.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_DOCUMENTS_SUPERVISION_H
-#define DRIVER_DOCUMENTS_SUPERVISION_H
+#ifndef BASE_GHOSTSCRIPT_SUPERVISION_H
+#define BASE_GHOSTSCRIPT_SUPERVISION_H
 
 namespace quelm::supervision {
 

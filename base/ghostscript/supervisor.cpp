@@ -1,6 +1,6 @@
 // The program quelm-supervisor: runs one program within limits, and clears up whatever ends it or us.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/documents/supervision.h"
+#include "base/ghostscript/supervision.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,10 +1,10 @@
 // The one place from which Ghostscript is run: supervised, within bounds, in a folder of its own.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_DOCUMENTS_GHOSTSCRIPT_H
-#define DRIVER_DOCUMENTS_GHOSTSCRIPT_H
+#ifndef BASE_GHOSTSCRIPT_GHOSTSCRIPT_H
+#define BASE_GHOSTSCRIPT_GHOSTSCRIPT_H
 
+#include "base/ghostscript/private_folder.h"
 #include "base/process.h"
-#include "driver/documents/private_folder.h"
 
 #include <chrono>
 #include <cstdint>

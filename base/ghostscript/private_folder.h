@@ -1,7 +1,7 @@
 // A folder for the temporary files of one run of another program, which nobody else may enter.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_DOCUMENTS_PRIVATE_FOLDER_H
-#define DRIVER_DOCUMENTS_PRIVATE_FOLDER_H
+#ifndef BASE_GHOSTSCRIPT_PRIVATE_FOLDER_H
+#define BASE_GHOSTSCRIPT_PRIVATE_FOLDER_H
 
 #include "base/file_handle.h"
 
