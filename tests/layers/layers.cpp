@@ -99,6 +99,7 @@ const std::vector<Row>& table()
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
         {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"device/stream", {"base"}},
         {"driver/cli/job", withoutScreen},
         {"driver/cli/script", withoutScreenAnd({"driver/cli/job"})},
         {"driver/cli", withoutScreenAnd({"driver/cli/job", "driver/cli/script"})},
@@ -298,7 +299,7 @@ private:
 
 } // namespace
 
-std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver"}; }
+std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device"}; }
 
 Findings check(const fs::path& root)
 {

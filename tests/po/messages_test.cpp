@@ -21,7 +21,7 @@ const std::vector<std::pair<std::string, std::string>>& messages()
     static std::vector<std::pair<std::string, std::string>> found;
     if (!found.empty())
         return found;
-    for (const char* folder : {"base", "driver"}) {
+    for (const char* folder : {"base", "driver", "device"}) {
         for (const auto& entry :
              std::filesystem::recursive_directory_iterator(build_paths::inProject(folder))) {
             if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h")
