@@ -8,7 +8,7 @@
 #                               driver/config/user_place.h
 # SPDX-License-Identifier: LGPL-2.1-or-later
 set(programs "")
-foreach(program quelm-driver quelm-desktop fennodial)
+foreach(program quelm-driver quelm-desktop fennodial quelm-device)
   if(TARGET ${program})
     install(TARGETS ${program} RUNTIME DESTINATION "${BRAMBLECOR_INSTALL_HOME}" COMPONENT Runtime)
     list(APPEND programs ${program})

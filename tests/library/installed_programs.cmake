@@ -81,8 +81,17 @@ if(NOT EXISTS "${WORK_DIR}/job")
   message(FATAL_ERROR "no job was written")
 endif()
 
+# The device reads the job, and draws its page.
+run("${prefix}/bin/quelm-device" read --json "${WORK_DIR}/job")
+string(JSON pages GET "${output}" jobs 0 pages)
+expect("the pages that the device would fax" "${pages}" "1")
+
 # The catalogues are found beside the programs.
 set(ENV{LANGUAGE} de)
+run("${prefix}/bin/quelm-device" --help)
+if(NOT output MATCHES "Gerät")
+  message(FATAL_ERROR "the device's help is not German:\n${output}")
+endif()
 file(WRITE "${WORK_DIR}/script" "call T40InvokeFaxDialog\npress \"AddFaxRcpt\"\nshow \"LanFax Add Recipient Window\"\n")
 run("${prefix}/bin/quelm-driver" --user ann script "${WORK_DIR}/script")
 if(NOT output MATCHES "Faxempfänger hinzufügen")
