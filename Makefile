@@ -6,7 +6,7 @@
 help: ## Lists the commands.
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
 
-demo: packages build ## Installs what is missing, builds, writes a fax job with a picture of its pages into demo/, and opens the desktop.
+demo: packages build ## Installs what is missing, builds, faxes a letter over an emulated device into demo/, and opens the desktop.
 	tools/demo
 
 check: ## Checks what was changed since the last commit: formatting, words, layers, and the changed rooms' tests.
@@ -25,6 +25,7 @@ bench: ## Builds the benchmarks and runs them; docs/performance.md says how to r
 	cmake --build --preset bench
 	build/bench/bench/component_bench $(BENCH_FLAGS)
 	build/bench/bench/driver_bench $(BENCH_FLAGS)
+	build/bench/bench/device_bench $(BENCH_FLAGS)
 	tests/driver/desktop/with-display build/bench/bench/desktop_bench $(BENCH_FLAGS)
 
 screenshots: build ## Makes the pictures of all windows in docs/images/.
