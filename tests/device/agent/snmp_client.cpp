@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/device/agent/snmp_client.h"
 
+#include "tests/servers/snmp_element.h"
+
 #include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -15,19 +17,6 @@
 namespace snmp {
 
 namespace {
-
-std::string element(unsigned char tag, const std::string& content)
-{
-    std::string text(1, static_cast<char>(tag));
-    if (content.size() < 0x80) {
-        text += static_cast<char>(content.size());
-    } else {
-        text += static_cast<char>(0x82);
-        text += static_cast<char>(content.size() >> 8U);
-        text += static_cast<char>(content.size() & 0xFFU);
-    }
-    return text + content;
-}
 
 struct Element {
     unsigned char tag = 0;

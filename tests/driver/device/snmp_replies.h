@@ -3,6 +3,7 @@
 #ifndef TESTS_DRIVER_DEVICE_SNMP_REPLIES_H
 #define TESTS_DRIVER_DEVICE_SNMP_REPLIES_H
 
+#include "tests/servers/snmp_element.h"
 #include "tests/servers/udp_device.h"
 
 #include <optional>
@@ -13,19 +14,7 @@
 
 namespace replies {
 
-/// One element of an SNMP message: a tag, a length and the content.
-inline std::string element(unsigned char tag, const std::string& content)
-{
-    std::string text(1, static_cast<char>(tag));
-    if (content.size() < 0x80) {
-        text += static_cast<char>(content.size());
-    } else {
-        text += static_cast<char>(0x82);
-        text += static_cast<char>(content.size() >> 8U);
-        text += static_cast<char>(content.size() & 0xFFU);
-    }
-    return text + content;
-}
+using snmp::element;
 
 /// Takes the elements of a request, all of which are shorter than 128 bytes, one by one.
 class Elements {
