@@ -83,9 +83,8 @@ void OutboxWatch::askNext()
 
 void OutboxWatch::beforeLeaving(std::function<void()> leave)
 {
-    if (leaving_.running())
-        return;
     const auto left = std::make_shared<JobsLeftBehind>();
+    // What was asked for before is given up: the job that it would ask about may be the one that was stopped.
     leaving_.start(
         [left, settings = sending_.settings(), isHalfOut = sending_.isHalfOut()](const std::stop_token&) {
             *left = jobsLeftBehind(settings, isHalfOut);

@@ -223,6 +223,25 @@ TEST_F(OutboxWatchTest, ClosingAsksWhileAJobIsHalfOut)
     EXPECT_EQ(stateOf(number), OutboxState::uncertain);
 }
 
+/// The user closed the window before the job began, and the answer to that comes late.
+TEST_F(OutboxWatchTest, WhetherToStayIsAskedOfWhatIsTrueNow)
+{
+    PrintListener device(Manner::stalls, 1000);
+    writeFile(folder / "systemctl", "#!/bin/sh\necho > '" + (folder / "asked") + "'\nsleep 3\nexit 1\n");
+    close();
+    put(2, parseNetworkAddress(device.address()), "letter.ps", true, std::string(8'000'000, ' '));
+    open();
+    window->close();
+    ASSERT_TRUE(loopUntil([this] { return std::filesystem::exists(folder / "asked"); }));
+    auto later = localTime();
+    later.tm_sec += 2;
+    fixClock(later);
+    ASSERT_TRUE(device.waitForBytes(1000));
+    ASSERT_TRUE(askToStop());
+    press("Main Quit Question Yes");
+    EXPECT_TRUE(loopUntil([this] { return closed; })) << "nothing waits any more";
+}
+
 TEST_F(OutboxWatchTest, StoppingAJobAsksAboutWhatWaitsBesides)
 {
     PrintListener device(Manner::stalls, 1000);
