@@ -5,6 +5,7 @@
 #include "tests/servers/holding_proxy.h"
 #include "tests/servers/listeners.h"
 #include "tests/servers/print_listener.h"
+#include "tests/servers/refused_port.h"
 #include "tests/servers/server_process.h"
 
 #include <gmock/gmock.h>
@@ -85,7 +86,8 @@ TEST_F(DestinationsJourney, ADeviceGetsAPjlJobForManyRecipients)
 
 TEST_F(DestinationsJourney, DevicesThatAreNotThere)
 {
-    const auto nobody = "127.0.0.1:" + std::to_string(servers::unusedPort(servers::Transport::tcp));
+    const servers::RefusedPort refused(servers::Transport::tcp);
+    const auto nobody = refused.address();
     expectFailure(withoutSummary(driver(fax({"--device", nobody}))), 1,
                   "device " + nobody + ": refuses the connection");
     expectFailure(withoutSummary(driver(fax({"--device", "127.255.255.255"}))), 1,

@@ -2,6 +2,7 @@
 // device says nothing.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
+#include "tests/servers/refused_port.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
 #include "tests/servers/udp_device.h"
@@ -153,11 +154,8 @@ TEST_F(DeviceInfoJourney, ASilentDeviceIsToldOnceAndCostsOneTimeout)
 
 TEST_F(DeviceInfoJourney, ADeviceThatIsNotThereIsNotWaitedFor)
 {
-    std::string address;
-    {
-        const UdpDevice gone(servers::beingSilent());
-        address = gone.address();
-    }
+    const servers::RefusedPort refused(servers::Transport::udp);
+    const auto address = refused.address();
     const auto before = Clock::now();
     expectFailure(info(address), 1, "the device " + address + " does not serve SNMP on that port");
     EXPECT_LT(Clock::now() - before, 2500ms);

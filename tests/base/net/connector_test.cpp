@@ -4,7 +4,7 @@
 
 #include "base/net/look_up.h"
 #include "tests/servers/listeners.h"
-#include "tests/servers/server_process.h"
+#include "tests/servers/refused_port.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -33,7 +33,11 @@ Addresses at(const std::string& host, int port)
 }
 
 /// Nobody listens there.
-Addresses refusing() { return at("127.0.0.1", servers::unusedPort(servers::Transport::tcp)); }
+Addresses refusing()
+{
+    static const servers::RefusedPort refused(servers::Transport::tcp);
+    return at("127.0.0.1", refused.port());
+}
 
 /// A broadcast address of this machine: no TCP connection can be made to it.
 Addresses unreachable() { return at("127.255.255.255", 9100); }

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "tests/driver/device/snmp_replies.h"
+#include "tests/servers/refused_port.h"
 #include "tests/servers/slapd_server.h"
 #include "tests/servers/snmpd_server.h"
 #include "tests/servers/udp_device.h"
@@ -180,11 +181,8 @@ TEST_F(SnmpSessionTest, ALostRequestIsRepeated)
 
 TEST_F(SnmpSessionTest, ARefusedPortIsNoticedAtOnce)
 {
-    std::string address;
-    {
-        const UdpDevice gone(servers::beingSilent());
-        address = gone.address();
-    }
+    const servers::RefusedPort refused(servers::Transport::udp);
+    const auto address = refused.address();
     const auto before = Clock::now();
     const SnmpAnswer answer = ask(settingsFor(address));
     EXPECT_LT(Clock::now() - before, 4s);

@@ -3,6 +3,7 @@
 #include "driver/directory/directory_session.h"
 
 #include "tests/driver/directory/directory_fixture.h"
+#include "tests/servers/refused_port.h"
 
 #include <sys/time.h>
 
@@ -23,7 +24,8 @@ class DirectorySessionTest : public DirectoryTest {};
 
 TEST_F(DirectorySessionTest, AServerThatIsNotThereIsNotReached)
 {
-    const std::string address = "127.0.0.1:" + std::to_string(servers::unusedPort(servers::Transport::tcp));
+    const servers::RefusedPort refused(servers::Transport::tcp);
+    const std::string address = refused.address();
     EXPECT_FALSE(open(address));
     EXPECT_EQ(trouble(),
               named(address) +

@@ -5,6 +5,7 @@
 #include "tests/driver/jobs/cups_support.h"
 #include "tests/servers/cupsd_server.h"
 #include "tests/servers/listeners.h"
+#include "tests/servers/refused_port.h"
 
 #include <gmock/gmock.h>
 
@@ -71,7 +72,8 @@ TEST_F(CupsServerTest, ARefusalCarriesTheServersWords)
 
 TEST_F(CupsServerTest, AServerThatIsNotThereIsOneLine)
 {
-    const auto address = "127.0.0.1:" + std::to_string(servers::unusedPort(servers::Transport::tcp));
+    const servers::RefusedPort refused(servers::Transport::tcp);
+    const auto address = refused.address();
     for (const auto& server : {address, path("no-socket")}) {
         useServer(server);
         EXPECT_EQ(failureToConnect(),

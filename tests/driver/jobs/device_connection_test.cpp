@@ -5,7 +5,7 @@
 #include "tests/servers/listeners.h"
 #include "tests/servers/name_service.h"
 #include "tests/servers/print_listener.h"
-#include "tests/servers/server_process.h"
+#include "tests/servers/refused_port.h"
 #include "tests/support/failure_line.h"
 
 #include <fcntl.h>
@@ -28,7 +28,8 @@ std::vector<SocketAddress> at(const std::string& host, int port)
 /// Nobody listens there.
 std::vector<SocketAddress> refusing()
 {
-    return at("127.0.0.1", servers::unusedPort(servers::Transport::tcp));
+    static const servers::RefusedPort refused(servers::Transport::tcp);
+    return at("127.0.0.1", refused.port());
 }
 
 /// A broadcast address of this machine: no TCP connection can be made to it.

@@ -4,7 +4,7 @@
 
 #include "tests/driver/jobs/job_support.h"
 #include "tests/servers/print_listener.h"
-#include "tests/servers/server_process.h"
+#include "tests/servers/refused_port.h"
 #include "tests/servers/slapd_server.h"
 
 #include <gmock/gmock.h>
@@ -250,7 +250,8 @@ TEST_F(TcpDestinationTest, ADeviceThatNeverClosesIsLetBe)
 
 TEST_F(TcpDestinationTest, ADeviceThatIsNotThereIsOneLine)
 {
-    const auto address = "127.0.0.1:" + std::to_string(servers::unusedPort(servers::Transport::tcp));
+    const servers::RefusedPort refused(servers::Transport::tcp);
+    const auto address = refused.address();
     EXPECT_EQ(failureOf("the job", address),
               "device " + address +
                   ": refuses the connection; check the port, and whether the device is ready for jobs");

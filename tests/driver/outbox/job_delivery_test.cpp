@@ -11,6 +11,7 @@
 #include "tests/servers/cupsd_server.h"
 #include "tests/servers/listeners.h"
 #include "tests/servers/print_listener.h"
+#include "tests/servers/refused_port.h"
 #include "tests/support/log_capture.h"
 
 #include <gmock/gmock.h>
@@ -388,13 +389,9 @@ TEST_F(JobDeliveryTest, WhatIsUncertainStaysSoWhenItCannotBeSentAgain)
 
 TEST_F(JobDeliveryTest, ADeviceThatRefusesHasNothing)
 {
-    int port = 0;
-    {
-        const PrintListener gone(Manner::takesAll);
-        port = gone.port();
-    }
+    const servers::RefusedPort refused(servers::Transport::tcp);
     Outbox outbox = open();
-    const int number = put(outbox, draftFor(deviceAt(port)));
+    const int number = put(outbox, draftFor(deviceAt(refused.port())));
     EXPECT_EQ(outbox.handOver(number, noon).state, OutboxState::failed);
 }
 

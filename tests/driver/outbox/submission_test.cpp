@@ -5,6 +5,7 @@
 #include "driver/outbox/outbox_worker.h"
 #include "tests/driver/outbox/outbox_support.h"
 #include "tests/servers/print_listener.h"
+#include "tests/servers/refused_port.h"
 #include "tests/support/log_capture.h"
 
 #include <fcntl.h>
@@ -152,12 +153,8 @@ TEST_F(SubmissionTest, TheOutboxTakesAnyJobAndAWorkerSendsIt)
 
 TEST_F(SubmissionTest, AJobThatFailsLeavesNoRecord)
 {
-    int port = 0;
-    {
-        const PrintListener gone(Manner::takesAll);
-        port = gone.port();
-    }
-    EXPECT_THAT(errorLine([&] { submitTo(deviceAt(port)); }), HasSubstr("refuse"));
+    const servers::RefusedPort refused(servers::Transport::tcp);
+    EXPECT_THAT(errorLine([&] { submitTo(deviceAt(refused.port())); }), HasSubstr("refuse"));
     EXPECT_THAT(open().jobs(), IsEmpty());
     EXPECT_THAT(allBelow(outboxFolder), ElementsAre("jobs", "log.db", "new"));
 }
