@@ -20,7 +20,7 @@ bool soon(Condition condition)
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;
-        std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // what is waited for needs the processor
     }
     return true;
 }
