@@ -46,7 +46,7 @@ const std::vector<std::string>& schema()
           damaged_rows INTEGER NOT NULL, mailbox BLOB NOT NULL) STRICT)",
         R"(CREATE INDEX job_to_render ON job(number) WHERE state = 'received')",
         R"(CREATE INDEX job_called ON job(number) WHERE state = 'calling')",
-        R"(CREATE INDEX job_to_report ON job(number) WHERE state = 'done' AND confirmation = 1 AND has_report = 0)",
+        R"(CREATE INDEX job_to_report ON job(number) WHERE confirmation = 1 AND has_report = 0)",
         R"(CREATE INDEX job_with_card ON job(number) WHERE drops_file = 1)",
         R"(CREATE INDEX recipient_waits ON recipient(job, position, next_attempt,
           keys) WHERE state = 'waiting' AND next_attempt > 0)",

@@ -262,8 +262,8 @@ std::vector<int> DeviceLog::missingReports()
     const std::lock_guard lock(state_->mutex);
     return state_->database.guarded([this] {
         auto select =
-            state_->database.statement("SELECT number FROM job WHERE state = 'done' AND confirmation = 1 "
-                                       "AND has_report = 0 ORDER BY number");
+            state_->database.statement("SELECT number FROM job WHERE state IN('done', 'failed') AND "
+                                       "confirmation = 1 AND has_report = 0 ORDER BY number");
         std::vector<int> jobs;
         while (select.step())
             jobs.push_back(static_cast<int>(select.number(0)));

@@ -75,7 +75,7 @@ public:
     /// the receiver kept is removed.
     void breakOffCall(int call);
 
-    /// Jobs that have become done and ask for a sheet that is not there yet.
+    /// Jobs that have become done, or failed, and ask for a sheet that is not there yet.
     [[nodiscard]] std::vector<int> missingReports();
     void setReported(int job);
 

@@ -129,7 +129,6 @@ Html factsOf(const JobRecord& job)
         facts.push_back({localized("Pages"), text(std::to_string(job.pages))});
     if (job.reading.isFax) {
         const auto yesOrNo = [](bool yes) { return text(yes ? localized("yes") : localized("no")); };
-        const bool nobodyWasCalled = job.state == JobState::refused || job.state == JobState::failed;
         facts.push_back({localized("Resolution"), text(resolutionText(job.reading.resolution))});
         facts.push_back({localized("Speed"), text(speedText(job.reading.speed))});
         facts.push_back({localized("Cover sheet"), yesOrNo(job.reading.coverSheet)});
@@ -137,7 +136,7 @@ Html factsOf(const JobRecord& job)
         facts.push_back({localized("Confirmation"),
                          job.hasReport ? link(address + ".pdf", text(localized("sheet (PDF)"))) + text(" ") +
                                              link(address + ".txt", text(localized("as text")))
-                         : job.reading.confirmationSheet && nobodyWasCalled
+                         : job.reading.confirmationSheet && job.state == JobState::refused
                              ? text(localized("no sheet: nobody was called"))
                              : yesOrNo(job.reading.confirmationSheet)});
     }

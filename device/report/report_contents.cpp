@@ -25,7 +25,15 @@ std::map<int, const CallRecord*> lastCalls(const std::vector<CallRecord>& calls)
     return last;
 }
 
-ReportRow rowOf(const RecipientRecord& recipient, const CallRecord* call, int pages)
+std::string resultOf(const JobRecord& job, const RecipientRecord& recipient, const CallRecord* call)
+{
+    if (job.state == JobState::failed)
+        return localized("not called");
+    const std::string result = recipientResultText(recipient, call);
+    return result.empty() ? recipientStateText(recipient.state) : result;
+}
+
+ReportRow rowOf(const JobRecord& job, const RecipientRecord& recipient, const CallRecord* call)
 {
     ReportRow row;
     row.sent = recipient.state == RecipientState::sent;
@@ -33,11 +41,9 @@ ReportRow rowOf(const RecipientRecord& recipient, const CallRecord* call, int pa
                  oneLine(recipient.number),
                  recipient.lastCallAt ? momentText(*recipient.lastCallAt) : "-",
                  recipient.lastCallAt ? lineTimeText(recipient.lastDuration) : "-",
-                 pagesOfText(recipient.pagesSent, pages),
+                 job.pages > 0 ? pagesOfText(recipient.pagesSent, job.pages) : "-",
                  std::to_string(recipient.attempts)};
-    row.result = recipientResultText(recipient, call);
-    if (row.result.empty())
-        row.result = recipientStateText(recipient.state);
+    row.result = resultOf(job, recipient, call);
     if (!recipient.mailbox.empty())
         row.details.push_back(localized("mailbox %s", oneLine(recipient.mailbox)));
     if (call == nullptr)
@@ -68,25 +74,30 @@ ReportContents reportContents(const JobRecord& job, const std::vector<CallRecord
     unsigned long sent = 0;
     for (const auto& recipient : job.recipients) {
         const auto call = last.find(recipient.position);
-        contents.rows.push_back(rowOf(recipient, call == last.end() ? nullptr : call->second, job.pages));
+        contents.rows.push_back(rowOf(job, recipient, call == last.end() ? nullptr : call->second));
         sent += contents.rows.back().sent ? 1 : 0;
     }
     contents.complete = sent == job.recipients.size();
-    // Translators: of a fax's recipients, so many received all of it.
-    contents.outcome = localizedCount("sent to %d of %d recipient", "sent to %d of %d recipients",
-                                      job.recipients.size(), sent, job.recipients.size());
+    if (job.state == JobState::failed)
+        contents.outcome = localized("nobody was called");
+    else
+        // Translators: of a fax's recipients, so many received all of it.
+        contents.outcome = localizedCount("sent to %d of %d recipient", "sent to %d of %d recipients",
+                                          job.recipients.size(), sent, job.recipients.size());
 
     contents.facts = {
         {localized("Job"), std::to_string(job.number)},
         {localized("Received"), momentText(job.receivedAt)},
         {localized("From"), oneLine(job.from)},
-        {localized("Pages"), std::to_string(job.pages)},
+        {localized("Pages"), job.pages > 0 ? std::to_string(job.pages) : "-"},
         {localized("Cover sheet"), job.reading.coverSheet ? localized("yes") : localized("no")},
         {localized("Resolution"), resolutionText(job.reading.resolution)},
         {localized("Speed"), speedText(job.reading.speed)},
         {localized("Calls"), std::to_string(calls.size())},
         {localized("Line time"), lineTimeText(onTheLine)},
     };
+    if (!job.problem.empty())
+        contents.facts.push_back({localized("Problem"), oneLine(job.problem)});
     if (std::ranges::any_of(calls, &CallRecord::fellBack))
         contents.notes.push_back(
             localized("Super G3 (V.34) was asked for. The device has no modem for it: the "

@@ -185,10 +185,15 @@ TEST_F(DispatcherTest, AJobThatIsNoFaxIsPrinted)
 
 TEST_F(DispatcherTest, NobodyIsCalledForAJobThatCannotBeRendered)
 {
-    addDocument(faxFor({"111"}), "%!PS\nshowpage boo\n");
+    ReceivedJob reading = faxFor({"111"});
+    reading.confirmationSheet = true;
+    addDocument(reading, "%!PS\nshowpage boo\n");
     addDocument(faxFor({"222"}), "%!PS\nshowpage\n");
     runUntilIdle();
     EXPECT_EQ(log->job(1)->state, JobState::failed);
+    EXPECT_THAT(contentOf(folder->reportText(1)), HasSubstr("nobody was called"));
+    EXPECT_THAT(contentOf(folder->reportPdf(1)), StartsWith("%PDF-"));
+    EXPECT_TRUE(log->job(1)->hasReport);
     EXPECT_THAT(log->callsOf(1), IsEmpty());
     EXPECT_THAT(lines(), Contains(StartsWith("job 1: failed: ")));
     EXPECT_EQ(recipientsOf(2), "sent 1") << "the next one is none the worse for it";

@@ -139,15 +139,16 @@ TEST_F(PanelSiteTest, ALongTitleIsCutInTablesAndWholeOnTheJobsPage)
     EXPECT_EQ(page("/jobs/2").textOf("//h1"), "Job 2: " + title);
 }
 
-TEST_F(PanelSiteTest, AJobWithoutPagesSaysWhyItHasNoConfirmationSheet)
+TEST_F(PanelSiteTest, ARefusedJobSaysWhyItHasNoConfirmationSheet)
 {
     auto reading = faxFor({"555"});
     reading.confirmationSheet = true;
     add(reading);
     log->setFailed(1, "the document has no page");
-    EXPECT_TRUE(holds(page("/jobs/1").textOf("//dl"),
-                      "Confirmation no sheet: nobody was called Problem the document has no page"))
+    EXPECT_TRUE(holds(page("/jobs/1").textOf("//dl"), "Confirmation yes Problem the document has no page"))
         << page("/jobs/1").textOf("//dl");
+    log->setReported(1);
+    EXPECT_TRUE(holds(page("/jobs/1").textOf("//dl"), "Confirmation sheet (PDF) as text Problem"));
     reading.refusals = {{4, "the resolution is none of the table's: 9"}};
     add(reading);
     EXPECT_TRUE(holds(page("/jobs/2").textOf("//dl"), "Confirmation no sheet: nobody was called"));

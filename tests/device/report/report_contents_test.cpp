@@ -12,6 +12,7 @@ namespace quelm::tests {
 namespace {
 
 using namespace device;
+using ::testing::_;
 using ::testing::ElementsAre;
 
 class ReportContentsTest : public ::testing::Test {
@@ -97,6 +98,31 @@ TEST_F(ReportContentsTest, ANoteSaysThatACallFellBack)
     calls[2].fellBack = true;
     ASSERT_EQ(reportContents(job, calls).notes.size(), 1U);
     EXPECT_NE(reportContents(job, calls).notes[0].find("Super G3"), std::string::npos);
+}
+
+TEST_F(ReportContentsTest, OfAJobThatFailedNobodyWasCalledAndTheSheetSaysWhy)
+{
+    job.state = JobState::failed;
+    job.problem = "Ghostscript ends with an error:\nundefined";
+    job.pages = 0;
+    for (auto& recipient : job.recipients) {
+        RecipientRecord uncalled;
+        uncalled.position = recipient.position;
+        uncalled.number = recipient.number;
+        uncalled.state = RecipientState::failed;
+        recipient = uncalled;
+    }
+    const auto contents = reportContents(job, {});
+    EXPECT_EQ(contents.outcome, "nobody was called");
+    EXPECT_FALSE(contents.complete);
+    EXPECT_EQ(fact("Problem"), "Ghostscript ends with an error: undefined");
+    EXPECT_EQ(fact("Pages"), "-");
+    ASSERT_EQ(contents.rows.size(), 3U);
+    for (const auto& row : contents.rows) {
+        EXPECT_THAT(row.cells, ElementsAre(_, _, "-", "-", "-", "0"));
+        EXPECT_EQ(row.result, "not called");
+        EXPECT_FALSE(row.sent);
+    }
 }
 
 TEST_F(ReportContentsTest, ARecipientThatNobodyCalledSaysSo)
