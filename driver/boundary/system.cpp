@@ -127,9 +127,9 @@ int runPhonebookProgram(const HostState& state, std::string path)
 int answer(const char* command)
 {
     const HostState* state = HostState::current();
-    auto path = state == nullptr ? std::nullopt : phonebookOf(command, *state);
-    if (path)
-        return runPhonebookProgram(*state, *std::move(path));
+    if (state != nullptr)
+        if (auto path = phonebookOf(command, *state))
+            return runPhonebookProgram(*state, *std::move(path));
     constexpr std::size_t longest = 200;
     log(Severity::warning, localized("a command was not run, as the driver starts nothing but its phonebook "
                                      "program: %s",
