@@ -5,7 +5,7 @@ import time
 
 from gi.repository import GLib
 
-PATIENCE = 20  # seconds; a busy machine takes a while to draw a window
+PATIENCE = 60  # seconds; a busy machine takes a while to draw a window
 
 
 def wait_for(condition, what, patience=PATIENCE):

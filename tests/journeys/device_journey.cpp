@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::chrono::milliseconds patience = std::chrono::seconds(30);
+constexpr std::chrono::milliseconds patience = std::chrono::minutes(1);
 
 class Descriptor {
 public:

@@ -164,7 +164,7 @@ bool CupsdServer::wasPrinted(int job) const { return fs::exists(keptBy(job, "use
 
 PrintedJob CupsdServer::printed(int job) const
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!fs::exists(keptBy(job, "content"))) {
         if (std::chrono::steady_clock::now() > deadline)
             throw std::runtime_error("the print server did not print:\n" + contentOf(folder_ / "log"));

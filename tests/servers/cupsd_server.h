@@ -54,7 +54,7 @@ public:
     std::string socketPath() const { return folder_ / "socket"; }
 
     /// Waits until the job is printed and returns what the device was given. Throws std::runtime_error
-    /// when that takes longer than ten seconds.
+    /// when that takes longer than a minute.
     PrintedJob printed(int job) const;
     /// True when something was printed for the job up to now.
     bool wasPrinted(int job) const;

@@ -64,7 +64,7 @@ JobSender::~JobSender() { close(); }
 bool JobSender::send(std::string_view bytes)
 {
     while (!bytes.empty()) {
-        if (!waitFor(socket_, POLLOUT, std::chrono::seconds(10)))
+        if (!waitFor(socket_, POLLOUT, std::chrono::minutes(1)))
             return false;
         const auto sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent >= 0)

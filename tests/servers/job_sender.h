@@ -26,7 +26,7 @@ public:
     JobSender(JobSender&& other) noexcept;
     JobSender& operator=(JobSender&&) = delete;
 
-    /// Sends all of it; false when the device broke off, or takes nothing for ten seconds.
+    /// Sends all of it; false when the device broke off, or takes nothing for a minute.
     bool send(std::string_view bytes);
     /// Says that nothing more comes.
     void end();
@@ -36,7 +36,7 @@ public:
     void close();
 
     /// Waits until the device has ended the connection; `open` when it has not in this time.
-    DeviceEnding waitForEnding(std::chrono::milliseconds patience = std::chrono::seconds(10));
+    DeviceEnding waitForEnding(std::chrono::milliseconds patience = std::chrono::minutes(1));
     /// What the device said, which ought to be nothing.
     const std::string& answer() const { return answer_; }
 

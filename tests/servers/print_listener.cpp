@@ -22,7 +22,7 @@ namespace servers {
 
 namespace {
 
-constexpr std::chrono::seconds patience{10};
+constexpr std::chrono::minutes patience{1};
 
 void require(bool condition, const char* what)
 {

@@ -45,9 +45,9 @@ public:
 
     /// What the last connection brought up to now.
     std::string received();
-    /// Waits until the last connection has brought so many bytes; false after ten seconds.
+    /// Waits until the last connection has brought so many bytes; false after a minute.
     bool waitForBytes(std::size_t count);
-    /// Waits until the last connection has ended and tells how; `open` after ten seconds.
+    /// Waits until the last connection has ended and tells how; `open` after a minute.
     Ending waitForEnding();
     /// Serves no more, and knows then how the last connection ended if it ended up to now.
     void stop();

@@ -215,7 +215,7 @@ ServerProcess::ServerProcess(const ServerCommand& command, const std::function<b
         failWithErrno("cannot watch " + command.arguments.front());
     }
 
-    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    const auto deadline = Clock::now() + std::chrono::minutes(1);
     constexpr int betweenTries = 5; // milliseconds
     std::string problem;
     try {
@@ -223,7 +223,7 @@ ServerProcess::ServerProcess(const ServerCommand& command, const std::function<b
             if (waitForEnd(betweenTries))
                 problem = " ended instead of serving:\n";
             else if (Clock::now() >= deadline)
-                problem = " was not ready within ten seconds:\n";
+                problem = " was not ready within a minute:\n";
     } catch (...) {
         kill();
         throw;

@@ -41,7 +41,7 @@ class ServerProcess {
 public:
     /// Starts the server and waits until `ready` answers true; `ready` is asked again and again
     /// and must not block. Throws std::runtime_error with the end of the server's output when it
-    /// ends instead or is not ready within ten seconds; it does not run any more then.
+    /// ends instead or is not ready within a minute; it does not run any more then.
     ServerProcess(const ServerCommand& command, const std::function<bool()>& ready);
     /// Stops it when it still runs.
     ~ServerProcess();

@@ -12,11 +12,11 @@
 #include <string>
 #include <thread>
 
-/// Waits for the condition; false when it did not come true within half a minute.
+/// Waits for the condition; false when it did not come true within a minute.
 template <typename Condition>
 bool soon(Condition condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;

@@ -5,13 +5,13 @@
 
 #include <glib.h>
 
-/// Runs the loop until `condition` holds. False when that took more than half a minute.
+/// Runs the loop until `condition` holds. False when that took more than a minute.
 template <typename Condition>
 bool loopUntil(Condition condition)
 {
     bool late = false;
     const guint timer = g_timeout_add_seconds(
-        30,
+        60,
         [](gpointer flag) -> gboolean {
             *static_cast<bool*>(flag) = true;
             return G_SOURCE_CONTINUE;
