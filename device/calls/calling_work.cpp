@@ -124,6 +124,7 @@ void CallingWork::end(const DueCall& due, const CallEnd& ended)
             continue;
         }
         work_.tell(callLine(ended.record, ended.kind, due.keys, again));
+        work_.noTrouble(nameOf(due));
         if (isDone)
             work_.tell(doneLine(*work_.log.job(due.call.job)));
         return;

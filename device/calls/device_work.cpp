@@ -128,11 +128,11 @@ void DeviceWork::waitForWork(const std::string& name, std::uint64_t seen)
     bool isDue = false;
     try {
         const DeviceLoad load = log.load();
-        if (load.toRender == 0)
-            next = load.nextAttempt;
+        next = load.nextAttempt;
         // It may have become so since it was looked for, and no change would tell of that.
         isDue = next && load.runningCalls == 0 && clock.now() >= *next;
-        if (next && !clock.isRealTime() && load.runningCalls == 0 && clock.now() < *next) {
+        if (next && !clock.isRealTime() && load.toRender == 0 && load.runningCalls == 0 &&
+            clock.now() < *next) {
             const std::lock_guard lock(mutex_);
             // Whoever comes here last finds nobody working any more.
             if (working_ == 0 && seen == changes_) {
@@ -152,8 +152,8 @@ void DeviceWork::waitForWork(const std::string& name, std::uint64_t seen)
     constexpr milliseconds longest = std::chrono::minutes(1);
     constexpr milliseconds shortest{10};
     auto pause = isDue ? shortest : longest;
-    if (next && clock.isRealTime())
-        pause = std::min(pause, std::chrono::ceil<milliseconds>(*next - clock.now()));
+    if (const auto now = clock.now(); next && now < *next)
+        pause = std::min(pause, std::chrono::ceil<milliseconds>(*next - now));
     for (const JobClaims* claims : {&renderings, &sheets})
         if (const auto end = claims->nextEnd())
             pause = std::min(pause, std::chrono::ceil<milliseconds>(*end - std::chrono::steady_clock::now()));

@@ -13,6 +13,7 @@
 #include <atomic>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <regex>
 
 namespace quelm::device::tests {
@@ -85,16 +86,31 @@ protected:
         dispatcher.reset();
     }
 
-    /// From now on the database takes `before` changes, and then refuses so many.
-    void failCommits(int before, int failures)
+    /// A folder for temporary files on a disk without room, until `makeRoom` is called.
+    void takeRoom()
+    {
+        fs::create_symlink("/proc", outer / "place"); // never has room
+        ::setenv("TMPDIR", (outer / "place").c_str(), 1);
+    }
+    void makeRoom()
+    {
+        fs::create_directory(outer / "room");
+        fs::create_symlink(outer / "room", outer / "other");
+        fs::rename(outer / "other", outer / "place");
+    }
+
+    /// From now on the database refuses the changes, counted from 0, of which `isRefused` is true.
+    void failCommits(const std::function<bool(int)>& isRefused)
     {
         setDeviceStepHook([=, this](const char* step) {
-            if (std::string_view(step) != "commit")
-                return;
-            const int commit = commits++;
-            if (commit >= before && commit < before + failures)
+            if (std::string_view(step) == "commit" && isRefused(commits++))
                 throw Error("the disk is full");
         });
+    }
+    /// The database takes `before` changes, and then refuses so many.
+    void failCommits(int before, int failures)
+    {
+        failCommits([=](int commit) { return commit >= before && commit < before + failures; });
     }
 
     /// The lines told so far, each moment as "TIME".
@@ -207,6 +223,7 @@ TEST_F(DispatcherTest, AJobThatComesLaterIsFoundWhenItIsWakened)
     EXPECT_FALSE(dispatcher->isIdle()) << "it takes Ghostscript a moment";
     dispatcher->wake();
     EXPECT_TRUE(soon([&] { return dispatcher->isIdle(); }));
+    EXPECT_THAT(dispatcher->progress(), IsEmpty());
     EXPECT_EQ(recipientsOf(1), "sent 1");
 }
 
@@ -285,6 +302,68 @@ TEST_F(DispatcherTest, InRealTimeAPauseLasts)
     EXPECT_EQ(log->callsOf(1).size(), 3U);
 }
 
+TEST_F(DispatcherTest, InRealTimeACallLastsAsLongAsOnALine)
+{
+    clock = std::make_unique<DeviceClock>(true);
+    addPage(faxFor({"111"}));
+    const auto begun = std::chrono::steady_clock::now();
+    start();
+    EXPECT_TRUE(soon([&] {
+        const auto calls = dispatcher->progress();
+        return !calls.empty() && calls.begin()->second.lineTime >= seconds(1);
+    }));
+    // What a line carries at a time is far less than half a second.
+    EXPECT_GE(std::chrono::steady_clock::now() - begun, milliseconds(500));
+}
+
+TEST_F(DispatcherTest, InRealTimeADocumentThatNeedsForEverHoldsNoSecondAttemptUp)
+{
+    clock = std::make_unique<DeviceClock>(true);
+    addPage(faxFor({"111"}));
+    addDocument(faxFor({"222"}), "%!PS\n{} loop\n");
+    const Moment now = clock->now();
+    log->endCall(begin(now).call, false, now + milliseconds(500));
+    start();
+    EXPECT_TRUE(soon([&] { return !dispatcher->progress().empty(); }));
+    EXPECT_GE(clock->now(), now + milliseconds(500));
+}
+
+TEST_F(DispatcherTest, APauseIsNotPassedOverWhileSomebodyIsCalled)
+{
+    settings.lines = 2;
+    exchangeSays("[number 111]\nbusy = 1\n");
+    std::optional<Moment> ended;
+    settings.tell = [&, tell = settings.tell](const std::string& line) {
+        if (line.find("222: sent") != std::string::npos)
+            ended = clock->now();
+        tell(line);
+    };
+    addPage(faxFor({"111", "222"}));
+    runUntilIdle();
+    EXPECT_EQ(recipientsOf(1), "sent 2, sent 1");
+    const auto calls = log->callsOf(1);
+    ASSERT_EQ(calls.size(), 3U);
+    ASSERT_TRUE(ended);
+    EXPECT_LT(*ended, calls[1].begunAt + calls[1].duration + seconds(15));
+    EXPECT_GE(calls[2].begunAt, calls[0].begunAt + seconds(60));
+}
+
+TEST_F(DispatcherTest, SeveralLinesTellOfTheSameTroubleOnceAndOfTheNextAgain)
+{
+    settings.lines = 4;
+    addPage(faxFor({"111", "222", "333", "444"}));
+    failCommits(0, 12);
+    runUntilIdle();
+    EXPECT_EQ(std::ranges::count(lines(), "trouble: the disk is full"), 1);
+    addPage(faxFor({"111", "222"}));
+    commits = 0;
+    settings.lines = 1;
+    failCommits([](int commit) { return commit == 1 || commit == 4; }); // the first ends of two calls
+    runUntilIdle();
+    EXPECT_EQ(recipientsOf(2), "sent 1, sent 1");
+    EXPECT_EQ(std::ranges::count(lines(), "trouble: the disk is full"), 1 + 2) << "the first was over";
+}
+
 TEST_F(DispatcherTest, WhatTheDatabaseDoesNotTakeIsToldOnceAndTriedAgain)
 {
     addPage(faxFor({"111"}));
@@ -299,8 +378,13 @@ TEST_F(DispatcherTest, WhatTheDatabaseDoesNotTakeIsToldOnceAndTriedAgain)
 TEST_F(DispatcherTest, TheEndOfACallIsEnteredHoweverLongThatTakes)
 {
     addPage(faxFor({"111"}));
-    failCommits(1, 5);
+    std::atomic<bool> isToldEarly = false;
+    failCommits([&](int commit) {
+        isToldEarly = isToldEarly || hasTold("sent");
+        return commit >= 1 && commit < 6;
+    });
     runUntilIdle();
+    EXPECT_FALSE(isToldEarly);
     EXPECT_EQ(commits, 5 + 2);
     EXPECT_EQ(recipientsOf(1), "sent 1");
     EXPECT_EQ(log->callsOf(1).size(), 1U) << "a call that succeeded is never made again";
@@ -353,6 +437,71 @@ TEST_F(DispatcherTest, ASheetThatADiskHasNoRoomForIsWrittenOnceItHas)
     open();
     runUntilIdle();
     EXPECT_TRUE(log->job(1)->hasReport);
+}
+
+TEST_F(DispatcherTest, ASheetThatTheDatabaseDoesNotTakeIsEnteredOnceItDoes)
+{
+    ReceivedJob reading = faxFor({"111"});
+    reading.confirmationSheet = true;
+    addPage(reading);
+    failCommits(2, 3); // behind the call's begin and its end
+    runUntilIdle();
+    EXPECT_EQ(commits, 3 + 3);
+    EXPECT_TRUE(log->job(1)->hasReport);
+    EXPECT_THAT(lines(), Contains("job 1: confirmation sheet job-1.pdf"));
+}
+
+TEST_F(DispatcherTest, ADiskThatHasRoomAgainIsUsedWithoutAnotherStart)
+{
+    ReceivedJob reading = faxFor({"111"});
+    reading.confirmationSheet = true;
+    addDocument(reading, "%!PS\nshowpage\n");
+    const KeptVariable kept("TMPDIR");
+    takeRoom();
+    start();
+    EXPECT_TRUE(soon([&] { return hasTold("the disk is full"); }));
+    EXPECT_THAT(dispatcher->progress(), IsEmpty());
+    makeRoom();
+    EXPECT_TRUE(soon([&] { return dispatcher->isIdle(); }));
+    dispatcher.reset();
+    EXPECT_EQ(recipientsOf(1), "sent 1");
+    EXPECT_TRUE(log->job(1)->hasReport);
+}
+
+TEST_F(DispatcherTest, ACallThatADiskHasNoRoomForIsTriedHoweverOften)
+{
+    exchangeSays("[number 111]\nnoise = 5\n"); // it fails, as one that cannot write does
+    addPage(faxFor({"111"}));
+    const KeptVariable kept("TMPDIR");
+    takeRoom();
+    start();
+    // A try that begins anew has less line time behind it.
+    int begun = 0;
+    milliseconds last{0};
+    EXPECT_TRUE(soon([&] {
+        const auto calls = dispatcher->progress();
+        const auto lineTime = calls.empty() ? last : calls.begin()->second.lineTime;
+        begun += lineTime < last ? 1 : 0;
+        last = lineTime;
+        return begun >= 8 || hasTold("failed");
+    }));
+    dispatcher.reset();
+    EXPECT_FALSE(hasTold("failed"));
+    EXPECT_EQ(recipientsOf(1), "waiting 0");
+}
+
+TEST_F(DispatcherTest, PagesThatCannotBeReadForAMomentFailNobody)
+{
+    settings.rest = milliseconds(50);
+    addPage(faxFor({"111"}));
+    const fs::path pages = folder->pagesFile(1);
+    fs::rename(pages, outer.path() / "pages");
+    start();
+    EXPECT_TRUE(soon([&] { return hasTold("pages.tif"); }));
+    fs::rename(outer.path() / "pages", pages);
+    EXPECT_TRUE(soon([&] { return dispatcher->isIdle(); }));
+    dispatcher.reset();
+    EXPECT_EQ(recipientsOf(1), "sent 1");
 }
 
 TEST_F(DispatcherTest, ADocumentThatNeedsForEverHoldsNobodyUp)

@@ -126,11 +126,25 @@ TEST_F(FaxDiallerTest, WhatNobodyWouldDialKeepsNoLine)
 TEST_F(FaxDiallerTest, OneWhoIsBusyReceivesNothing)
 {
     exchange = withFile("[number 111]\nbusy = 1\n");
-    const CallEnd end = call(dueFor(faxFor({"111"})));
+    const DueCall due = dueFor(faxFor({"111"}));
+    writeFile(folder->incomingCall(1), "left by a try that a full disk ended");
+    const CallEnd end = call(due);
     EXPECT_EQ(end.kind, Kind::busy);
     EXPECT_EQ(end.record.receiver, "");
     EXPECT_EQ(end.record.bitRate, 0);
     EXPECT_FALSE(fs::exists(folder->incomingCall(1)));
+}
+
+TEST_F(FaxDiallerTest, OneWithoutPaperKeepsThePagesThatItHas)
+{
+    exchange = withFile("[number 111]\npaper-for-pages = 1\n");
+    const DueCall due = dueFor(faxFor({"111"}));
+    writePages(folder->pagesFile(1), {samplePage(1), samplePage(2)});
+    const CallEnd end = call(due);
+    EXPECT_EQ(end.kind, Kind::failed);
+    EXPECT_EQ(end.record.receiver, "111");
+    EXPECT_EQ(end.record.pagesKept, 1);
+    EXPECT_THAT(pagesIn(folder->incomingCall(1)), testing::ElementsAre(samplePage(1)));
 }
 
 TEST_F(FaxDiallerTest, TheWatchSeesDiallingAndHangsUp)

@@ -64,6 +64,7 @@ TEST_F(JobRenderingTest, AJobThatIsNoFaxIsPrinted)
 TEST_F(JobRenderingTest, WhatIsWrongWithADocumentIsSaid)
 {
     const JobRecord job = addDocument(faxFor({"111"}), "showpage boo\n");
+    writeFile(folder->pagesFile(1), "left by a device that was killed");
     EXPECT_THAT(failureLine([&] { (void)renderJob(job, *folder, {}); }), HasSubstr("undefined"));
     EXPECT_FALSE(fs::exists(folder->pagesFile(1)));
 }
