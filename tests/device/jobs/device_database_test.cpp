@@ -93,6 +93,13 @@ TEST_F(DeviceDatabaseTest, WordsAndNumbersThatNoDeviceWroteAreDamage)
     EXPECT_EQ(log->jobs(0, 10).size(), 1U);
 }
 
+TEST_F(DeviceDatabaseTest, ACardThatIsSaidToBeEndlessTakesNoMemory)
+{
+    run("UPDATE job SET card_size = 9000000000000000");
+    open();
+    EXPECT_LE(log->job(1)->reading.creditCard.size(), 100U);
+}
+
 TEST_F(DeviceDatabaseTest, AnEmptyFileBecomesOne)
 {
     writeFile(path / "device.db", "");

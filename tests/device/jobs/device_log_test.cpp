@@ -5,6 +5,7 @@
 #include "base/sqlite/sqlite.h"
 #include "tests/device/jobs/state_support.h"
 #include "tests/support/failure_line.h"
+#include "tests/support/log_capture.h"
 
 #include <gmock/gmock.h>
 
@@ -20,9 +21,11 @@ namespace fs = std::filesystem;
 using quelm::test::failureLine;
 using std::chrono::minutes;
 using std::chrono::seconds;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 /// Counts the steps that SQLite takes for each statement, in databases that are opened from now on.
 class StatementWork {
@@ -149,6 +152,9 @@ TEST_F(DeviceLogTest, ARefusedJobIsRememberedWithoutItsBytesAndItsCard)
 TEST_F(DeviceLogTest, AJobThatCannotBeDialledIsNotTaken)
 {
     EXPECT_THAT(failureLine([&] { add(faxFor({"5550104477", "55x"})); }), HasSubstr("no key"));
+    ReceivedJob reading = faxFor({"5550104477"});
+    reading.creditCard = "4000x1234";
+    EXPECT_THAT(failureLine([&] { add(reading); }), AllOf(HasSubstr("no key"), Not(HasSubstr("4000"))));
     EXPECT_THAT(log->jobs(0, 10), IsEmpty());
     EXPECT_THAT(files(), ElementsAre("incoming/spooled")) << "still its sender's";
 }
@@ -304,16 +310,45 @@ TEST_F(DeviceLogTest, WhatAReceiverKeptIsInItsPlaceOnceTheCallHasEnded)
     EXPECT_THAT(files(), ElementsAre("jobs/1/job", "jobs/1/pages.tif", "received/111/call-1.tif"));
 }
 
+TEST_F(DeviceLogTest, ACallThatEndsLeavesTheOthersTheirPages)
+{
+    addRendered(faxFor({"111", "222", "333"}));
+    const DueCall sent = begin();
+    const DueCall broken = begin();
+    const DueCall lasting = begin();
+    writeFile(folder->incomingCall(lasting.call.number), "half");
+    endSent(sent, "111");
+    log->breakOffCall(broken.call.number);
+    EXPECT_EQ(contentOf(folder->incomingCall(lasting.call.number)), "half");
+    endSent(lasting, "333", "the pages");
+    EXPECT_EQ(contentOf(folder->receivedCall("333", lasting.call.number)), "the pages");
+}
+
+TEST_F(DeviceLogTest, ACallWhosePagesWouldLieElsewhereIsNotEntered)
+{
+    addRendered(faxFor({"111"}));
+    const DueCall due = begin();
+    EXPECT_THAT(failureLine([&] { endSent(due, "../../x"); }), HasSubstr("a call's number is none"));
+    EXPECT_EQ(recipientsOf(1), "calling 1");
+    EXPECT_EQ(log->callsOf(1)[0].state, CallState::calling);
+    EXPECT_THAT(files(), ElementsAre("incoming/call-1.tif", "jobs/1/job", "jobs/1/pages.tif"));
+}
+
 TEST_F(DeviceLogTest, AReceiverWhosePlaceIsTakenGetsItsPagesWithTheNextCall)
 {
-    addRendered(faxFor({"111", "222"}));
+    addRendered(faxFor({"111", "222", "333"}));
     writeFile(path / "received/111", "no folder");
+    const LogCapture capture;
     endSent(begin(), "111", "the pages");
-    EXPECT_EQ(recipientsOf(1), "sent 1, waiting 0") << "the call is known to have succeeded";
+    EXPECT_EQ(recipientsOf(1), "sent 1, waiting 0, waiting 0") << "the call is known to have succeeded";
     EXPECT_EQ(contentOf(folder->incomingCall(1)), "the pages");
+    endSent(begin());
+    EXPECT_EQ(capture.messages.size(), 1U) << "it is told of once";
+    EXPECT_THAT(capture.messages[0], HasSubstr("received/111"));
     fs::remove(path / "received/111");
     endSent(begin());
     EXPECT_EQ(contentOf(folder->receivedCall("111", 1)), "the pages");
+    EXPECT_EQ(capture.messages.size(), 1U);
 }
 
 TEST_F(DeviceLogTest, ACallThatIsBrokenOffIsMadeAgainAndUsesNoAttemptUp)
@@ -353,16 +388,25 @@ TEST_F(DeviceLogTest, ACardIsKnownToItsCallsAloneAndForgottenWithTheJob)
 TEST_F(DeviceLogTest, AJobWithALineThatMayHoldACardDropsItsBytes)
 {
     ReceivedJob reading = faxFor({"111"});
-    reading.objections = {{7, "an attribute that the device does not know: \"**** ****-**** ****\""}};
+    reading.objections = {{7, "an attribute that the device does not know: \"*** *** ***-***\""}};
     addRendered(reading, 1, "4000123412341234");
     EXPECT_TRUE(keeps("4000123412341234"));
     endSent(begin());
     EXPECT_FALSE(keeps("4000123412341234"));
 
-    reading.objections = {{7, "an attribute that the device does not know: \"***\" and \"*** ******\""}};
+    reading.objections = {{7, "an attribute that the device does not know: \"***\" and \"*** *****-***\""}};
     addRendered(reading, 1, "%!PS");
     endSent(begin());
     EXPECT_TRUE(fs::exists(folder->jobFile(2)));
+}
+
+TEST_F(DeviceLogTest, ItsMomentsAreThoseOfJobsAndCalls)
+{
+    EXPECT_FALSE(log->latestMoment());
+    addRendered(faxFor({"111"}));
+    EXPECT_EQ(log->latestMoment(), noon);
+    begin(noon + seconds(5));
+    EXPECT_EQ(log->latestMoment(), noon + seconds(5));
 }
 
 TEST_F(DeviceLogTest, AJobThatCannotBeRenderedCallsNobodyAndForgetsItsCard)

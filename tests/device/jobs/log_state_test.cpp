@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/sqlite/sqlite.h"
 #include "tests/device/jobs/state_support.h"
+#include "tests/support/failure_line.h"
 #include "tests/support/log_capture.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +15,7 @@ namespace quelm::device::tests {
 namespace {
 
 namespace fs = std::filesystem;
+using quelm::test::failureLine;
 using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
@@ -196,6 +198,62 @@ TEST_F(LogRecoveryTest, AJobWhoseFilesAreGoneIsRenderedAgainOrFails)
     EXPECT_FALSE(log->beginCall(noon)) << "of one that is to be rendered again";
 }
 
+TEST_F(LogRecoveryTest, WhoHasReceivedAJobThatIsRenderedAgainIsNotCalledAgain)
+{
+    open();
+    addRendered(faxFor({"111", "222", "333"}));
+    endSent(begin());
+    log->endCall(begin().call, false, {});
+    close();
+    fs::remove(path / "jobs/1/pages.tif");
+    open();
+    EXPECT_EQ(recipientsOf(1), "sent 1, failed 1, waiting 0");
+    writeFile(folder->pagesFile(1), "pages");
+    log->setRendered(1, 1, noon);
+    EXPECT_EQ(begin().keys, "333");
+    EXPECT_FALSE(log->beginCall(noon));
+}
+
+TEST_F(LogRecoveryTest, AJobWhoseFileIsGoneForgetsItsCard)
+{
+    open();
+    ReceivedJob reading = faxFor({"111"});
+    reading.creditCard = "4000123412341234";
+    add(reading);
+    EXPECT_TRUE(keeps("4000123412341234"));
+    close();
+    fs::remove_all(path / "jobs/1");
+    open();
+    EXPECT_EQ(log->job(1)->state, JobState::failed);
+    EXPECT_FALSE(keeps("4000123412341234"));
+}
+
+TEST_F(LogRecoveryTest, ARecipientWhoseCallIsNotKnownIsCalled)
+{
+    open();
+    addRendered(faxFor({"111"}));
+    close();
+    sqlite::run(sqlite::open(path / "device.db", SQLITE_OPEN_READWRITE),
+                "UPDATE recipient SET state = 'calling'");
+    open();
+    EXPECT_EQ(begin().keys, "111");
+}
+
+TEST_F(LogRecoveryTest, AJobFolderOfOneThatWasRefusedIsSetAside)
+{
+    open();
+    ReceivedJob reading = faxFor({"111"});
+    reading.refusals = {{3, "stands twice"}};
+    add(reading);
+    close();
+    fs::create_directories(path / "jobs/1");
+    writeFile(path / "jobs/1/job", "of another database");
+    const LogCapture capture;
+    open();
+    EXPECT_EQ(contentOf(path / "unknown/1/job"), "of another database");
+    EXPECT_THAT(capture.messages, ElementsAre("job folder 1 is not in device.db; it was moved to unknown/1"));
+}
+
 TEST_F(LogRecoveryTest, WhatIsInIncomingOfNoCallThatEndedIsRemoved)
 {
     open();
@@ -358,6 +416,44 @@ TEST_F(LostMemory, NumbersThatNoDeviceGaveAreNoneOfItsOwn)
     EXPECT_EQ(add(faxFor({"111"})), 5);
     EXPECT_TRUE(fs::exists(path / "jobs/x"));
     EXPECT_TRUE(fs::exists(path / "jobs/007"));
+}
+
+TEST_F(LostMemory, EachPlaceTellsWhichNumbersWereGiven)
+{
+    int job = 4;
+    for (const char* name : {"printed/job-", "reports/job-", "unknown/"}) {
+        open();
+        close();
+        fs::create_directories(path / "unknown");
+        job += 10;
+        const std::string named = name + std::to_string(job);
+        if (std::string_view(name) == "unknown/")
+            fs::create_directory(path / named);
+        else
+            writeFile(path / (named + (job == 14 ? ".tif" : ".pdf")), "x");
+        open();
+        EXPECT_EQ(add(faxFor({"111"})), ++job) << name;
+    }
+    EXPECT_EQ(addRendered(faxFor({"111", "222", "333"})), ++job);
+    EXPECT_EQ(begin().call.number, 3);
+    close();
+    writeFile(path / "unknown/call-20.tif", "x");
+    open();
+    EXPECT_EQ(begin().call.number, 21);
+    close();
+    fs::create_directories(path / "received/444");
+    writeFile(path / "received/444/call-30.tif", "x");
+    fs::create_directory(outer.path() / "elsewhere");
+    writeFile(outer.path() / "elsewhere/call-40.tif", "x");
+    fs::create_directory_symlink(outer.path() / "elsewhere", path / "received/555");
+    open();
+    EXPECT_EQ(begin().call.number, 31) << "nothing is looked for behind a link";
+}
+
+TEST_F(LostMemory, AFolderThatCannotBeListedKeepsTheDeviceFromStarting)
+{
+    writeFile(path / "unknown", "no folder");
+    EXPECT_THAT(failureLine([&] { open(); }), HasSubstr("unknown"));
 }
 
 TEST_F(LostMemory, ANameThatIsTakenMeanwhileIsLeftOut)
