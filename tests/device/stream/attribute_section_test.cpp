@@ -108,6 +108,11 @@ TEST(AttributeSection, ALineOfAnotherShapeIsRefusedWithTheShapeThatItShouldHave)
         EXPECT_EQ(refusalsOf(readJob(joined(replaced(dscJob(), "5550104477", line)))),
                   "10: the line is not written \"%%OID_ATT_FAX_DESTINATION_PHONE \"NUMBER\";\"\n")
             << line;
+    for (const auto* prefix : {"@PJL  COMMENT ", "@PJL COMMENT  ", "@pjl comment ", "@PJL COMMENT\t"})
+        EXPECT_EQ(refusalsOf(readJob(joined(replaced(
+                      pjlJob(), "RESOLUTION", std::string(prefix) + "OID_ATT_FAX_RESOLUTION 1;\r\n")))),
+                  "5: the line is not written \"@PJL COMMENT OID_ATT_FAX_RESOLUTION 0|1|2;\"\n")
+            << prefix;
     EXPECT_EQ(refusalsWith("QLMbegin", "%%QLMbegin;\r\n"), "13: the line is not written \"%%QLMbegin\"\n");
 }
 
@@ -150,6 +155,8 @@ TEST(AttributeSection, WhatIsTooLongIsRefusedWithItsLengthAndTheLimit)
     EXPECT_EQ(number(mostKeys), "");
     EXPECT_EQ(number(101), "10: the number has 101 keys, and a telephone number 100 at most\n");
     EXPECT_EQ(number(5000), "10: the line of \"OID_ATT_FAX_DESTINATION_PHONE\" is longer than 4096 bytes\n");
+    EXPECT_EQ(
+        refusalsWith("CREDIT_CARD", "%%OID_ATT_CREDIT_CARD \"" + std::string(mostKeys, '4') + "\";\r\n"), "");
     EXPECT_EQ(refusalsWith("CREDIT_CARD", "%%OID_ATT_CREDIT_CARD \"" + std::string(101, '4') + "\";\r\n"),
               "14: the credit card has 101 keys, and may have 100 at most\n");
 }

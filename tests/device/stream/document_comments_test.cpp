@@ -95,10 +95,23 @@ TEST_F(DocumentCommentsTest, ALineThatIsNoCommentEndsTheHeader)
     }
 }
 
+TEST_F(DocumentCommentsTest, NothingButItsOwnLineEndsTheHeaderInOrder)
+{
+    for (const auto* line : {"%%EndComments \n", "%%EndCommentsHere\n", "%%endcomments\n"}) {
+        DocumentComments other(attributes);
+        take({"%!PS-Adobe-3.0\n", line, "showpage\n"}, other);
+        EXPECT_FALSE(other.hasWholeHeader()) << line;
+        EXPECT_EQ(other.headerEndLine(), 3U) << line;
+    }
+}
+
 TEST_F(DocumentCommentsTest, OnlyTheHeadersTitleIsOne)
 {
     take({"%!PS-Adobe-3.0\n", "%%EndComments\n", "%%Title: (other)\n"});
     EXPECT_EQ(document.title(), "");
+    DocumentComments first(attributes);
+    take({"%!PS-Adobe-3.0\n", "%%Title: (first)\n", "%%Title: (second)\n"}, first);
+    EXPECT_EQ(first.title(), "first");
 }
 
 TEST_F(DocumentCommentsTest, EndsInFormOnlyWithItsLastLine)

@@ -83,6 +83,27 @@ TEST(JobReaderForms, AJobWithinAJobIsRefusedAsOne)
     EXPECT_EQ(refusalsOf(readJob(joined(lines))), "19: the job goes on behind \"@PJL EOJ\", without UEL\n");
 }
 
+TEST(JobReaderForms, WhateverStandsBehindTheEndOfAJobIsNotPassedOver)
+{
+    for (const auto* more : {"%!PS\r\n", "@PJL ENTER LANGUAGE=POSTSCRIPT\r\n", "@PJL JOB\r\n"}) {
+        auto lines = pjlJob();
+        lines.back() = more + std::string(uel);
+        EXPECT_EQ(refusalsOf(readJob(joined(lines))),
+                  "19: the job goes on behind \"@PJL EOJ\", without UEL\n")
+            << more;
+    }
+}
+
+TEST(JobReaderForms, UelAheadOfTheDocumentEndsTheJob)
+{
+    // The lines of one fax and the document of another do not become a fax.
+    const auto bytes = joined(inserted(pjlJob(), "ENTER", std::string(uel)));
+    JobReader reader;
+    EXPECT_EQ(reader.take(bytes), bytes.find("@PJL ENTER"));
+    EXPECT_TRUE(reader.isComplete());
+    EXPECT_THAT(refusalsOf(reader.finish()), HasSubstr("0: the job has no document\n"));
+}
+
 TEST(JobReaderForms, AttributeLinesStandBehindTheJobCommand)
 {
     const auto lines = replaced(inserted(replaced(pjlJob(), "COVER_SHEET", ""), "@PJL JOB",
@@ -188,6 +209,13 @@ TEST(JobReaderForms, TwoFaxesWithoutUelBetweenThemAreRefused)
                                                  "%!PS-Adobe-3.0\n% OID_ATT_FAX_RESOLUTION 1;\r\n"
                                                  "% QLMbegin\r\n%%EndComments\n")))),
               "");
+}
+
+TEST(JobReaderForms, WhatADriverMadeOfADocumentsLinesIsNoFaultOfAPjlJob)
+{
+    const auto job = readJob(joined(inserted(pjlJob(), "72 700 moveto", "% OID_ATT_FAX_RESOLUTION 1;\r\n")));
+    EXPECT_EQ(refusalsOf(job), "");
+    EXPECT_EQ(job.destinations.size(), 2U);
 }
 
 TEST(JobReaderForms, ADocumentsOwnLinesStayItsOwn)

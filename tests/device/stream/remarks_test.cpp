@@ -22,6 +22,13 @@ TEST(Remarks, StandInTheOrderOfTheirLinesAndThoseAboutTheWholeLast)
     EXPECT_EQ(all[3].text, "whole");
 }
 
+TEST(Remarks, HoldNoCard)
+{
+    Remarks remarks;
+    remarks.add(1, "\"4000-1234 1234 1234\" is none");
+    EXPECT_EQ(remarks.take().at(0).text, "\"****-**** **** ****\" is none");
+}
+
 TEST(Remarks, AreCountedBeyondTheirBound)
 {
     Remarks remarks;
