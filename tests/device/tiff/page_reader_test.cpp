@@ -68,6 +68,16 @@ TEST_F(PageReaderTest, APageThatEndsTooEarlyIsDamaged)
     EXPECT_EQ(failureLine([&] { reader.readRows([](auto) {}); }), "the letter: page 1 is damaged");
 }
 
+TEST_F(PageReaderTest, AFileThatBecomesShorterMeanwhileIsDamaged)
+{
+    writePages(file, {samplePage(1, 391, 5000)});
+    constexpr std::uintmax_t whole = 16'384; // pages of memory
+    ASSERT_GT(std::filesystem::file_size(file), 2 * whole);
+    const PageReader reader(file);
+    std::filesystem::resize_file(file, whole);
+    EXPECT_EQ(failureLine([&] { reader.readRows([](auto) {}); }), file + ": page 1 is damaged");
+}
+
 TEST_F(PageReaderTest, APageOfAnotherKindIsNone)
 {
     {

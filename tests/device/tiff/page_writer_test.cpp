@@ -38,6 +38,25 @@ TEST_F(PageWriterTest, CopiesPagesDotForDot)
     EXPECT_EQ(pagesIn(file), pages);
 }
 
+TEST_F(PageWriterTest, APageStaysAsItIsWhicheverOfItsBitsAreBlack)
+{
+    {
+        const TiffHandle tiff = openTiff(source, "r+");
+        TIFFSetField(tiff.get(), TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
+        ASSERT_EQ(TIFFRewriteDirectory(tiff.get()), 1);
+    }
+    const auto inverted = pagesIn(source);
+    ASSERT_NE(inverted.at(0), pages[0]);
+    const PageReader reader(source);
+    {
+        PageWriter writer(file, 2);
+        writer.copy(reader);
+        writer.widen(reader, pages[0].width);
+        writer.finish();
+    }
+    EXPECT_EQ(pagesIn(file), (std::vector<Page>{inverted.at(0), inverted.at(0)}));
+}
+
 TEST_F(PageWriterTest, EachPageSaysThatItIsOneOfSoMany)
 {
     PageReader reader(source);

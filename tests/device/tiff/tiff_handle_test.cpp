@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "device/tiff/tiff_handle.h"
 
+#include "tests/device/tiff/page_support.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -34,6 +35,19 @@ TEST_F(TiffHandleTest, TheLibraryIsSilentForOthersToo)
     testing::internal::CaptureStderr();
     EXPECT_EQ(TIFFOpen(file.c_str(), "r"), nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(TiffHandleTest, AFileThatBecomesShorterMeanwhileIsAnError)
+{
+    const std::string file = folder / "pages.tif";
+    writePages(file, {samplePage(1, 391, 5000)});
+    constexpr std::uintmax_t whole = 16'384; // pages of memory
+    ASSERT_GT(std::filesystem::file_size(file), 2 * whole);
+    const TiffHandle tiff = openForeignTiff(file);
+    ASSERT_NE(tiff, nullptr);
+    std::filesystem::resize_file(file, whole);
+    std::vector<std::uint8_t> row(static_cast<std::size_t>(TIFFScanlineSize(tiff.get())));
+    EXPECT_NE(TIFFReadScanline(tiff.get(), row.data(), 0), 1);
 }
 
 TEST_F(TiffHandleTest, WhatIsNoPlainFileIsNotOpenedAndHoldsNobodyUp)
