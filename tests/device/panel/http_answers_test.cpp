@@ -63,7 +63,9 @@ TEST_F(HttpAnswersTest, AnAnswerForbidsScriptsAndToBeKept)
     for (const char* header :
          {"\r\nContent-Security-Policy: default-src 'none'; img-src 'self'; style-src 'self';",
           "\r\nX-Content-Type-Options: nosniff\r\n", "\r\nCache-Control: no-store\r\n",
-          "\r\nConnection: close\r\n", "\r\nContent-Length: 8\r\n", "\r\nReferrer-Policy: no-referrer\r\n"})
+          "; base-uri 'none'; form-action 'none'; frame-ancestors 'none'\r\n",
+          "\r\nCross-Origin-Resource-Policy: same-origin\r\n", "\r\nConnection: close\r\n",
+          "\r\nContent-Length: 8\r\n", "\r\nReferrer-Policy: no-referrer\r\n"})
         EXPECT_TRUE(holds(answered, header)) << header << "\n" << answered;
 }
 

@@ -76,6 +76,32 @@ TEST_F(HttpConnectionsTest, WhoeverSaysNothingMakesRoomForOthers)
     EXPECT_TRUE(soon([&] { return serving <= 4; }));
 }
 
+TEST_F(HttpConnectionsTest, AnswersThatTakeLongDoNotBecomeMoreAndMore)
+{
+    auto sockets = listenOn({"127.0.0.1"}, 0);
+    address = sockets[0].address;
+    std::atomic<bool> isHeldUp = true;
+    std::atomic<int> served = 0;
+    std::atomic<int> most = 0;
+    connections.emplace(std::move(sockets[0].socket), 2, [&](const FileHandle&) {
+        const int now = ++serving;
+        for (int before = most; before < now && !most.compare_exchange_weak(before, now);) {
+        }
+        isHeldUp.wait(true); // its browser has gone by then, and the picture is still being drawn
+        --serving;
+        ++served;
+    });
+    std::vector<JobSender> browsers;
+    for (int i = 0; i < 30; ++i)
+        browsers.emplace_back(address);
+    EXPECT_TRUE(soon([&] { return serving == 4; }));
+    isHeldUp = false;
+    isHeldUp.notify_all();
+    EXPECT_TRUE(soon([&] { return served == 30; }));
+    connections.reset();
+    EXPECT_EQ(most, 4) << "two, and two that were told to end";
+}
+
 TEST_F(HttpConnectionsTest, ManyAtOnceAreAllAnswered)
 {
     begin(64);

@@ -85,6 +85,8 @@ TEST_F(PanelSiteTest, AJobShowsWhatItAskedForItsRecipientsAndItsCalls)
                       "2 5550104478 42 waiting busy again at 2023-11-14 22:14:20"))
         << shown.textOf("//table[caption='Recipients']/tbody/tr[2]");
     EXPECT_EQ(shown.count("//table[caption='Calls']/tbody/tr"), 2U);
+    EXPECT_EQ(shown.values("//table[caption='Calls']//span[starts-with(@class,'badge')]/@class"),
+              (std::vector<std::string>{"badge bad", "badge good"}));
     EXPECT_EQ(shown.count("//meta[@http-equiv='refresh']"), 1U);
     EXPECT_FALSE(holds(get("/jobs/1").body, "4123"));
 }
@@ -264,6 +266,16 @@ TEST_F(PanelSiteTest, WhatANumberReceivedIsShownNewestFirst)
     EXPECT_EQ(page("/").count("//section[h2='Latest received']//figure"), 3U);
 }
 
+TEST_F(PanelSiteTest, AFileOfACallThatIsNotRememberedHasNoFactsOfAnother)
+{
+    sentJob("5550104477", 1);
+    std::filesystem::copy_file(folder->receivedCall("5550104477", 1), folder->receivedCall("5550104477", 7));
+    EXPECT_EQ(page("/received/5550104477/call-1").values("//dl//a/@href"),
+              (std::vector<std::string>{"/jobs/1", "/received/5550104477/call-1.tif"}));
+    EXPECT_EQ(page("/received/5550104477/call-7").values("//dl//a/@href"),
+              std::vector<std::string>{"/received/5550104477/call-7.tif"});
+}
+
 TEST_F(PanelSiteTest, LongFaxesAreShownInParts)
 {
     sentJob("555", 61);
@@ -399,6 +411,16 @@ TEST_F(PanelSiteTest, AFolderThatCannotBeReadShowsNothing)
     std::filesystem::remove_all(folder->path() / "received");
     EXPECT_TRUE(holds(page("/received").textOf("//main"), "Nothing has been received yet."));
     EXPECT_EQ(get("/received/555").status, 404);
+}
+
+TEST_F(PanelSiteTest, ADatabaseThatCannotBeReadIsSaid)
+{
+    add(faxFor({"555"}));
+    writeFile(folder->database(), std::string(100'000, 'x'));
+    const auto answer = get("/jobs");
+    EXPECT_EQ(answer.status, 500);
+    EXPECT_EQ(ReadPage(answer.body).textOf("//h1"), "Failed");
+    EXPECT_TRUE(holds(answer.body, "device.db")) << answer.body;
 }
 
 TEST_F(PanelSiteTest, TheStyleSheetIsForLightAndDarkScreens)

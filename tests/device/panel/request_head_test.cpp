@@ -63,6 +63,17 @@ TEST(RequestHeadTest, OneThatEndsEarlyOrDoesNotComeIsNone)
     EXPECT_EQ(readHead(silent.server, milliseconds(20)).kind, Kind::none);
 }
 
+TEST(RequestHeadTest, OneThatComesInDripsIsNotWaitedForAnyLonger)
+{
+    const SocketPair pair;
+    pair.send("GET / HTTP/1.1\r\n");
+    const std::jthread browser([&](const std::stop_token& stop) {
+        for (; !stop.stop_requested(); ::poll(nullptr, 0, 1))
+            pair.send("x");
+    });
+    EXPECT_EQ(readHead(pair.server, milliseconds(50)).kind, Kind::none) << "and not one that is too long";
+}
+
 TEST(RequestHeadTest, PartsOfAnswersAndBodiesAreNotAskedFor)
 {
     EXPECT_EQ(
