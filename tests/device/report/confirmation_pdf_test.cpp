@@ -96,6 +96,39 @@ TEST_F(ConfirmationPdfTest, ANoteStandsBehindTheLastRecipient)
     }
 }
 
+TEST_F(ConfirmationPdfTest, WhatIsHigherThanItsNumberTakesItsRoom)
+{
+    const auto pageCount = [this] {
+        writeConfirmationPdf(folder / "sheet.pdf", job, calls);
+        const std::string pdf = contentOf(folder / "sheet.pdf");
+        return std::stoi(pdf.substr(pdf.find("/Count ") + 7));
+    };
+    const RecipientRecord one = job.recipients[2];
+    calls.clear();
+    job.recipients.assign(20, one);
+    for (auto& recipient : job.recipients)
+        recipient.result = "no";
+    EXPECT_EQ(pageCount(), 1);
+    for (auto& recipient : job.recipients)
+        recipient.result = std::string(200, 'r');
+    EXPECT_GE(pageCount(), 2) << "results do not stand on those below them";
+
+    // A note that has no room behind the last row stands on a page of its own.
+    job.recipients.clear();
+    int pushed = 0;
+    for (int recipients = 1; recipients <= 30; ++recipients) {
+        job.recipients.push_back(one);
+        job.recipients.back().result = "no";
+        const int before = pageCount();
+        calls = {sampleCalls().front()};
+        calls[0].fellBack = true;
+        calls[0].position = 99;
+        pushed += pageCount() - before;
+        calls.clear();
+    }
+    EXPECT_GE(pushed, 1);
+}
+
 TEST_F(ConfirmationPdfTest, TextsInEveryScriptStandOnIt)
 {
     job.reading.title = "\u039a\u03b1\u03bb\u03b7\u03bc\u03ad\u03c1\u03b1 \u4f20\u771f";

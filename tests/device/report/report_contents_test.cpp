@@ -83,6 +83,20 @@ TEST_F(ReportContentsTest, TheOrderOfTheCallsDoesNotCount)
     EXPECT_EQ(reportContents(job, calls).rows[0].details, rows[0].details);
 }
 
+TEST_F(ReportContentsTest, OfACallThatWasBrokenOffAndMadeAgainTheSecondCounts)
+{
+    CallRecord again = calls[1];
+    again.number = 99;
+    again.damagedRows = 5;
+    calls[1].state = CallState::brokenOff;
+    calls.push_back(again);
+    for (int order = 0; order < 2; ++order) {
+        EXPECT_THAT(reportContents(job, calls).rows[again.position == 1 ? 0 : 1].details,
+                    ::testing::Contains("5 lines damaged"));
+        std::ranges::reverse(calls);
+    }
+}
+
 TEST_F(ReportContentsTest, AllRecipientsMakeTheFaxComplete)
 {
     job.recipients.pop_back();
