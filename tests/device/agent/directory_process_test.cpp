@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <chrono>
 #include <csignal>
@@ -38,6 +39,31 @@ TEST_F(DirectoryProcessTest, NothingThatWeHaveOpenReachesIt)
     EXPECT_TRUE(soon([&] { return !process.isRunning(); }));
     EXPECT_EQ(std::stoi(contentOf(output)), 4) << "the three, and the folder that is listed";
     ::close(open);
+}
+
+TEST_F(DirectoryProcessTest, ItMayOpenSoManyFilesAndNoMore)
+{
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit all{before.rlim_max, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &all);
+    DirectoryProcess process(shell("ulimit -n"), {}, output);
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(soon([&] { return !process.isRunning(); }));
+    EXPECT_EQ(contentOf(output), "1024\n") << "the server makes room for as many connections";
+}
+
+TEST_F(DirectoryProcessTest, SignalsThatWeHoldBackReachIt)
+{
+    sigset_t terminate;
+    sigset_t before;
+    ::sigemptyset(&terminate);
+    ::sigaddset(&terminate, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &terminate, &before);
+    DirectoryProcess process({"/bin/grep", "SigBlk", "/proc/self/status"}, {}, output);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    EXPECT_TRUE(soon([&] { return !process.isRunning(); }));
+    EXPECT_EQ(contentOf(output), "SigBlk:\t0000000000000000\n");
 }
 
 TEST_F(DirectoryProcessTest, IgnoredSignalsAndATerminalsAreNotItsOwn)

@@ -3,18 +3,22 @@
 #include "device/agent/sample_directory.h"
 
 #include "base/error.h"
+#include "base/net/listening_sockets.h"
 #include "device/agent/sample_people.h"
 #include "driver/directory/directory_session.h"
 #include "tests/servers/listeners.h"
+#include "tests/servers/server_process.h"
 #include "tests/servers/slapd_server.h" // hasIpv6
 #include "tests/support/processes.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -186,6 +190,26 @@ TEST_F(SampleDirectoryTest, APortThatSomebodyElseHasIsNamed)
         EXPECT_THAT(error.what(),
                     StartsWith(address + ": cannot listen there: another program has this port"));
     }
+}
+
+TEST_F(SampleDirectoryTest, AnotherProgramThatTakesThePortMeanwhileIsNotTakenForTheServer)
+{
+    const auto script = [&](const std::string& name, const std::string& line) {
+        const std::string file = writeFile(folder / name, "#!/bin/sh\n" + line + "\n");
+        chmod(file.c_str(), S_IRWXU);
+    };
+    script("slapadd", "exit 0");
+    script("slapd", "echo begun; while [ ! -e '" + (folder / "taken") + "' ]; do sleep 0.01; done; exit 1");
+    const auto port = static_cast<std::uint16_t>(servers::unusedPort(servers::Transport::tcp));
+    const std::jthread other([&] {
+        EXPECT_TRUE(soon([&] { return contentOf(place + "/slapd.log") == "begun\n"; }));
+        const auto listening = quelm::listenOn({"127.0.0.1"}, port);
+        constexpr int shortly = 200; // milliseconds, for a connection that does not come
+        pollfd waiting{listening.front().socket.get(), POLLIN, 0};
+        EXPECT_EQ(::poll(&waiting, 1, shortly), 0) << "nobody asks another program";
+        writeFile(folder / "taken", "");
+    });
+    EXPECT_THROW(SampleDirectory(place, port, {folder / ""}), quelm::Error);
 }
 
 TEST_F(SampleDirectoryTest, AServerThatDoesNotStartIsReportedWithItsOwnWords)
