@@ -99,6 +99,9 @@ TEST(DeviceCommandLine, RefusesWhatIsNoNumberOrOutOfItsBounds)
     }
     EXPECT_THAT(refusal({"serve", "--state", "/s", "--lines", "0"}),
                 HasSubstr("--lines: \"0\" is no number from 1 to 32"));
+    EXPECT_EQ(parsed({"serve", "--state", "/s", "--lines", "32"}).serve.lines, 32);
+    EXPECT_THAT(refusal({"serve", "--state", "/s", "--lines", "33"}),
+                HasSubstr("--lines: \"33\" is no number from 1 to 32"));
     EXPECT_THAT(refusal({"serve", "--state", ""}), HasSubstr("--state: is empty"));
 }
 
@@ -109,6 +112,8 @@ TEST(DeviceCommandLine, AnIdentityIsWhatAStationCanSay)
                     HasSubstr("is no station identity"))
             << identity;
     }
+    EXPECT_EQ(parsed({"serve", "--state", "/s", "--identity", "12345678901234567890"}).serve.identity,
+              "12345678901234567890");
 }
 
 TEST(DeviceCommandLine, HelpAndVersionStandAloneAndACommandIsNeeded)

@@ -68,6 +68,18 @@ TEST_F(JobReadingTest, FindsEachJobOfAFileAndDrawsItsOwnPages)
     EXPECT_EQ((one + "\r\n" + two).substr(jobs[1].job.postScriptBegin, 14), "%!PS-Adobe-3.0");
 }
 
+TEST_F(JobReadingTest, AJobBehindAnotherIsFoundAlsoWithoutAnEnd)
+{
+    const auto one = joined(dscJob()) + std::string(uel);
+    const auto jobs = readJobs(file(one + joined(dscJob())), false);
+    ASSERT_EQ(jobs.size(), 2U);
+    EXPECT_EQ(refusalsOf(jobs[0].job) + refusalsOf(jobs[1].job), "");
+    EXPECT_EQ(jobs[1].begin, one.size());
+    const auto cut = readJobs(file(one + joined(pjlJob()).substr(0, 200)), false);
+    ASSERT_EQ(cut.size(), 2U);
+    EXPECT_TRUE(cut[1].job.isRefused());
+}
+
 TEST_F(JobReadingTest, ReadsAPipe)
 {
     const auto path = (folder.path() / "pipe").string();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/device_journey.h"
 #include "tests/servers/job_sender.h"
+#include "tests/support/processes.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -104,6 +105,18 @@ TEST_F(DeviceCallsJourney, AMailboxStandsOnTheConfirmationSheet)
          {"--recipients", file("list.csv", "name,number,mailbox\nAnn,1001,4321\n"), "--confirmation"});
     ASSERT_TRUE(hasSaid("confirmation sheet job-1.pdf"));
     EXPECT_THAT(contentOf(path("state/reports/job-1.txt")), HasSubstr("4321"));
+}
+
+TEST_F(DeviceCallsJourney, AsManyCallsAreUnderWayAsThereAreLines)
+{
+    serve({"--real-time", "--lines", "4"});
+    send(letter(), {"--to", "Ann=1001", "--to", "Bob=1002", "--to", "Cleo=1003", "--to", "Dora=1004"});
+    // Each receiver has a file for what comes.
+    EXPECT_TRUE(soon([this] {
+        const std::filesystem::directory_iterator incoming(path("state/incoming"));
+        return std::distance(begin(incoming), end(incoming)) == 4;
+    }));
+    EXPECT_THAT(said("call "), IsEmpty()) << "all go on";
 }
 
 TEST_F(DeviceCallsJourney, AConfirmationSheetIsThereWhenItWasAskedFor)

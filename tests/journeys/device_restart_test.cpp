@@ -238,6 +238,27 @@ TEST_F(DeviceRestartJourney, UntilIdleWaitsForItsFirstJobAndForEveryConnection)
     EXPECT_TRUE(hasSaid("job 2: done, 1 of 1 sent"));
 }
 
+TEST_F(DeviceRestartJourney, TheClockGoesOnWhereItWas)
+{
+    const auto momentBehind = [this](const std::string& sheet, const std::string& word) {
+        const auto text = content("state/reports/" + sheet);
+        const auto at = text.find(word);
+        constexpr std::size_t length = 19; // "2026-11-22 21:43:10"
+        const auto begin = text.find("20", at == std::string::npos ? at : at + word.size());
+        return begin == std::string::npos ? text : text.substr(begin, length);
+    };
+    for (const auto* number : {"1002", "1001"}) {
+        const auto result = runDevice(exchangeUntilIdle(), [&](int) {
+            send(document("letter.ps", "Hello"), {"--to", "Ann=" + std::string(number), "--confirmation"});
+        });
+        EXPECT_EQ(result.status, 0) << result.errors;
+    }
+    // The second call of the first job was made a minute behind its first, of which nobody waited for any.
+    const auto lastCall = momentBehind("job-1.txt", "\n  1  1002");
+    EXPECT_GT(lastCall, momentBehind("job-1.txt", "Received:"));
+    EXPECT_GT(momentBehind("job-2.txt", "Received:"), lastCall);
+}
+
 TEST_F(DeviceRestartJourney, UntilIdleFailsWhenASheetWasNotWritten)
 {
     const auto result = runDevice({"--until-idle"}, [&](int) {

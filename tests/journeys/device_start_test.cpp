@@ -71,6 +71,13 @@ TEST_F(DeviceStartJourney, OneAddressInsteadOfLoopbackIsEnough)
 {
     serve({"--address", "127.0.0.2", "--address", "127.0.0.2"});
     EXPECT_THAT(said("jobs: "), testing::ElementsAre(StartsWith("jobs: 127.0.0.2:")));
+    forgetDevice();
+    // SNMP follows, and the status pages do not: they show what others were sent.
+    auto arguments = deviceCommand({"--address", "127.0.0.2", "--snmp", "0", "--panel", "0"}).arguments;
+    std::erase(arguments, "--no-panel");
+    serveBy(arguments);
+    EXPECT_THAT(said("snmp: "), testing::ElementsAre(StartsWith("snmp: 127.0.0.2:")));
+    EXPECT_THAT(said("panel: "), testing::ElementsAre(StartsWith("panel: http://127.0.0.1:")));
 }
 
 TEST_F(DeviceStartJourney, AClosedStandardOutputEndsNothing)
