@@ -390,16 +390,21 @@ bool MainWindow::isHalfOut() const { return job_.isSending() || (outbox_ && outb
 
 bool MainWindow::on_delete_event(GdkEventAny*)
 {
-    if (!isHalfOut()) {
+    mayStop_ = false;
+    if (isHalfOut())
+        askToStop();
+    else
         leave();
-        return true;
-    }
+    return true;
+}
+
+void MainWindow::askToStop()
+{
     asksToStop_ = true;
     question_.ask({"Main Quit Question", translated("A fax job is being sent."),
                    translated("Stop sending it, and quit?"), translated("_Keep Sending"),
                    translated("_Stop and Quit")},
                   {[this] { stopAndLeave(); }, {}, [this] { asksToStop_ = false; }});
-    return true;
 }
 
 /// There is nothing to stop any more.
@@ -415,6 +420,7 @@ void MainWindow::withdrawStopQuestion()
 void MainWindow::stopAndLeave()
 {
     asksToStop_ = false;
+    mayStop_ = true;
     job_.cancel();
     if (job_.isSending())
         leaves_ = true; // it may be put into the outbox at the last moment
@@ -425,10 +431,15 @@ void MainWindow::stopAndLeave()
 void MainWindow::leave()
 {
     asksToStop_ = false;
-    if (outbox_)
-        outbox_->beforeLeaving([this] { closeAtOnce(); });
-    else
-        closeAtOnce();
+    if (!outbox_)
+        return closeAtOnce();
+    outbox_->beforeLeaving([this] {
+        // The outbox may have begun to send a job meanwhile, also while the user was asked about it.
+        if (isHalfOut() && !mayStop_)
+            askToStop();
+        else
+            closeAtOnce();
+    });
 }
 
 void MainWindow::closeAtOnce()

@@ -76,6 +76,9 @@ public:
     /// The section that the help shows; empty before the first help.
     std::string helpSection() const { return helpWindow_ ? helpWindow_->currentSection() : std::string(); }
 
+    /// Whether a job is being sent, or a part of one of the outbox is with a device.
+    [[nodiscard]] bool isHalfOut() const;
+
     /// Closes the window without a question; a job that is being sent is cancelled.
     void closeAtOnce();
 
@@ -98,7 +101,7 @@ private:
     void tellBadRecipients();
     void updateActions();
     void sendingChanged();
-    [[nodiscard]] bool isHalfOut() const;
+    void askToStop();
     void withdrawStopQuestion();
     void stopAndLeave();
     void leave();
@@ -127,6 +130,7 @@ private:
     JobPanel job_;
     RecipientWatch watch_;
     bool asksToStop_ = false;        ///< the question is whether a job is to be stopped
+    bool mayStop_ = false;           ///< the user agreed to that, since the window was closed last
     bool leaves_ = false;            ///< the window is closed when the job that was stopped has ended
     bool toldBadRecipients_ = false; ///< the message names somebody who cannot be faxed to
     Gtk::Button help_;

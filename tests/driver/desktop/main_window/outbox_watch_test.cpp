@@ -4,6 +4,7 @@
 
 #include "base/clock.h"
 #include "tests/driver/desktop/main_window/main_window_fixture.h"
+#include "tests/support/processes.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -66,6 +67,31 @@ protected:
         g_object_get(onScreen(question), "text", &text, nullptr);
         const std::unique_ptr<gchar, decltype(&g_free)> owned(text, g_free);
         return owned ? owned.get() : "";
+    }
+
+    /// Closes the window ahead of a job for `device`. The lines `answer` of a script tell whether a timer
+    /// sends it: what follows is left to the loop.
+    void closeAheadOf(const PrintListener& device, const std::string& answer)
+    {
+        writeFile(folder / "systemctl", "#!/bin/sh\necho > '" + (folder / "asked") + "'\n" + answer + "\n");
+        close();
+        put(1, parseNetworkAddress(device.address()), "letter.ps", true, std::string(8'000'000, ' '));
+        open();
+        window->close();
+        EXPECT_TRUE(soon([this] {
+            g_main_context_iteration(nullptr, FALSE);
+            return std::filesystem::exists(folder / "asked");
+        }));
+    }
+
+    /// The job's time comes, and it goes out in part; the loop does not run meanwhile.
+    void begin(PrintListener& device) const
+    {
+        auto later = localTime();
+        later.tm_sec += 1;
+        fixClock(later);
+        EXPECT_TRUE(device.waitForBytes(1000));
+        EXPECT_TRUE(soon([this] { return window->isHalfOut(); }));
     }
 
     /// Closes the window as soon as a part of the job counts as sent.
@@ -223,23 +249,42 @@ TEST_F(OutboxWatchTest, ClosingAsksWhileAJobIsHalfOut)
     EXPECT_EQ(stateOf(number), OutboxState::uncertain);
 }
 
-/// The user closed the window before the job began, and the answer to that comes late.
+/// The user closes the window before the job begins, and whether anybody else sends it is known late.
 TEST_F(OutboxWatchTest, WhetherToStayIsAskedOfWhatIsTrueNow)
 {
     PrintListener device(Manner::stalls, 1000);
-    writeFile(folder / "systemctl", "#!/bin/sh\necho > '" + (folder / "asked") + "'\nsleep 3\nexit 1\n");
-    close();
-    put(2, parseNetworkAddress(device.address()), "letter.ps", true, std::string(8'000'000, ' '));
-    open();
-    window->close();
-    ASSERT_TRUE(loopUntil([this] { return std::filesystem::exists(folder / "asked"); }));
-    auto later = localTime();
-    later.tm_sec += 2;
-    fixClock(later);
-    ASSERT_TRUE(device.waitForBytes(1000));
+    closeAheadOf(device, "sleep 1; exit 1");
+    begin(device);
     ASSERT_TRUE(askToStop());
     press("Main Quit Question Yes");
     EXPECT_TRUE(loopUntil([this] { return closed; })) << "nothing waits any more";
+}
+
+TEST_F(OutboxWatchTest, AJobThatBeginsWhileTheWindowClosesIsAskedAbout)
+{
+    PrintListener device(Manner::stalls, 1000);
+    closeAheadOf(device, "sleep 0.1; echo active");
+    begin(device);
+    ASSERT_TRUE(loopUntil([this] { return closed || !asked("Main Quit Question").empty(); }));
+    EXPECT_FALSE(closed);
+    EXPECT_EQ(asked("Main Quit Question"), "A fax job is being sent.");
+    press("Main Quit Question Yes");
+    EXPECT_TRUE(loopUntil([this] { return closed; }));
+}
+
+TEST_F(OutboxWatchTest, AJobThatBeginsBehindTheQuestionIsAskedAbout)
+{
+    PrintListener device(Manner::stalls, 1000);
+    closeAheadOf(device, "exit 1");
+    ASSERT_TRUE(loopUntil([] { return asked("Main Quit Question").starts_with("A fax job waits"); }));
+    begin(device);
+    press("Main Quit Question Yes");
+    ASSERT_TRUE(loopUntil(
+        [this] { return closed || asked("Main Quit Question").starts_with("A fax job is being sent"); }));
+    EXPECT_FALSE(closed);
+    press("Main Quit Question No");
+    loopUntilIdle();
+    EXPECT_FALSE(closed);
 }
 
 TEST_F(OutboxWatchTest, StoppingAJobAsksAboutWhatWaitsBesides)
