@@ -80,7 +80,7 @@ TEST_F(DeviceCallsJourney, WhateverAnswersTheCallHasItsResult)
     for (const auto* number : {"1002", "1003", "1004"})
         EXPECT_THAT(received(number), IsEmpty()) << number;
     for (const auto& file : received("1007"))
-        EXPECT_LT(faxPagesIn(file).size(), 3U) << "it failed";
+        EXPECT_LT(pagesIn(file).size(), 3U) << "it failed";
 }
 
 TEST_F(DeviceCallsJourney, PrefixAndCardAreDialledAndTheCardIsShownNowhere)

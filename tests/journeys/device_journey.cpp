@@ -201,7 +201,7 @@ std::vector<FaxPage> DeviceJourney::receivedPages(const std::string& number) con
         ADD_FAILURE() << number << " has received " << files.size() << " faxes";
         return {};
     }
-    return faxPagesIn(files.front());
+    return pagesIn(files.front());
 }
 
 std::vector<std::string> DeviceJourney::receivers() const

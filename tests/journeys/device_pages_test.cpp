@@ -153,7 +153,7 @@ TEST_F(DevicePagesJourney, ADocumentThatIsNoFaxIsPrinted)
     EXPECT_EQ(servers::sendJob(address(), content(fs::path(document("letter.ps", "to paper")).filename())),
               servers::DeviceEnding::closed);
     EXPECT_TRUE(hasSaid("job 1: printed, 1 page"));
-    EXPECT_THAT(faxPagesIn(path("state/printed/job-1.tif")), SizeIs(1));
+    EXPECT_THAT(pagesIn(path("state/printed/job-1.tif")), SizeIs(1));
     EXPECT_THAT(receivers(), IsEmpty());
 }
 

@@ -5,6 +5,7 @@
 #include <tiffio.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <memory>
 #include <ostream>
@@ -52,7 +53,11 @@ Page readPage(TIFF* tiff)
 
 void PrintTo(const Page& page, std::ostream* stream)
 {
-    *stream << page.width << " x " << page.height << " dots, " << page.across << " x " << page.down << " dpi";
+    std::size_t black = 0;
+    for (const std::uint8_t dots : page.dots)
+        black += static_cast<std::size_t>(std::popcount(dots));
+    *stream << page.width << " x " << page.height << " dots, " << page.across << " x " << page.down
+            << " dpi, " << black << " of them black";
 }
 
 std::vector<Page> pagesIn(const std::string& file)
