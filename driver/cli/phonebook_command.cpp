@@ -53,14 +53,13 @@ void import(const PhonebookPlace& place, const PhonebookRequest& request)
     ImportReport report;
     {
         ProgressLine progress(localized("Importing"));
-        ImportOptions options;
-        options.skipBad = request.skipBad;
+        auto options = request.import;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
         report = importFile(place, request.file, options);
     }
     for (const auto& refusal : refusalLines(report))
         writeUnderProgramName(refusal);
-    if (!report.written)
+    if (!report.accepted)
         throw Error(importFailure(report));
     confirm({importSummary(report), report.strayMembers});
 }
@@ -70,9 +69,10 @@ void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
     const bool toStandardOutput = request.file == "-";
     const auto format = request.format ? request.format : formatByName(request.file);
     if (!format)
-        throw UsageError(toStandardOutput
-                             ? localized("say with --format what to write to standard output")
-                             : localized("%s: ends in neither .vcf nor .csv; say --format", request.file));
+        throw UsageError(
+            toStandardOutput
+                ? localized("say with --format what to write to standard output")
+                : localized("%s: ends in none of .vcf, .csv and .ldif; say --format", request.file));
     if (toStandardOutput)
         print(exportText(place, *format));
     else

@@ -59,6 +59,8 @@ std::string formatted(const Items& items, FileFormat format)
     const auto contents = readableItems(items);
     if (format == FileFormat::csv)
         return writeCsvContacts(contents);
+    if (format == FileFormat::ldif)
+        return writeLdif(contents);
     return writeVcards(contents, format == FileFormat::vcard3 ? VcardVersion::v3 : VcardVersion::v4);
 }
 
@@ -78,6 +80,8 @@ std::optional<FileFormat> formatByName(std::string_view file)
     });
     if (ending == ".csv")
         return FileFormat::csv;
+    if (ending == ".ldif")
+        return FileFormat::ldif;
     if (ending == ".vcf")
         return FileFormat::vcard4;
     return std::nullopt;

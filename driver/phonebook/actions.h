@@ -19,9 +19,9 @@ struct Outcome {
     std::vector<std::string> warnings;
 };
 
-enum class FileFormat { csv, vcard3, vcard4 };
+enum class FileFormat { csv, vcard3, vcard4, ldif };
 
-/// The format of a file by its name's ending, .csv or .vcf (vCard 4.0). Nothing for another one.
+/// The format of a file by its name's ending, .csv, .ldif or .vcf (vCard 4.0). Nothing for another one.
 std::optional<FileFormat> formatByName(std::string_view file);
 
 // Each opens the phonebook for as long as it takes. All throw Error and leave it as it was when they cannot

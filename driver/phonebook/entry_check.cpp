@@ -107,4 +107,21 @@ Problem problemWith(const PhonebookGroup& group)
     return unlessKept(group);
 }
 
+std::string acceptableName(std::string_view name, std::size_t room)
+{
+    auto mended = mendedName(name, nameMarks);
+    // A mark of the record format begins with a dot.
+    if (unlessKept(PhonebookEntry{mended, "1", "", "", ""}))
+        std::ranges::replace(mended, '.', ' ');
+    const auto most = nameLength - static_cast<long>(std::min<std::size_t>(room, nameLength - 1));
+    if (g_utf8_strlen(mended.data(), static_cast<gssize>(mended.size())) > most) {
+        const char* end = g_utf8_offset_to_pointer(mended.c_str(), most);
+        while (end > mended.c_str() && g_unichar_ismark(g_utf8_get_char(end)) != FALSE)
+            end = g_utf8_prev_char(end); // a letter stays with its accents
+        mended.resize(static_cast<std::size_t>(end - mended.c_str()));
+    }
+    mended = trimmed(mended);
+    return problemWithNameOf(forTranslation("the name"), mended) ? "" : mended;
+}
+
 } // namespace quelm

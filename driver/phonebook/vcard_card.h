@@ -4,15 +4,13 @@
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 
 #include "driver/phonebook/evcard.h"
+#include "driver/phonebook/person.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quelm {
-
-/// What a number or address is for.
-enum class Use { work, home, unmarked };
 
 /// A number or address on a card.
 struct CardNumber {
