@@ -3,15 +3,15 @@
 #include "driver/phonebook/text_charset.h"
 
 #include "base/error.h"
+#include "base/module.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/phonebook/charset_guesser.h"
 
 #include <glib.h>
-#include <uchardet.h>
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <utility>
 
 namespace quelm {
@@ -76,12 +76,7 @@ HighBytes countHighBytes(std::string_view bytes)
 std::string librarysGuess(std::string_view bytes)
 {
     constexpr std::size_t looked = std::size_t{1024} * 1024;
-    const std::unique_ptr<uchardet, decltype(&uchardet_delete)> detector(uchardet_new(), uchardet_delete);
-    const auto head = bytes.substr(0, looked);
-    if (detector == nullptr || uchardet_handle_data(detector.get(), head.data(), head.size()) != 0)
-        return "";
-    uchardet_data_end(detector.get());
-    return uchardet_get_charset(detector.get());
+    return part<CharsetGuesser>().guess(bytes.substr(0, looked));
 }
 
 template <std::size_t size>
