@@ -39,6 +39,21 @@ void addDriverOptions(CLI::App& program, CommandLine& line)
         localized("The device to ask over SNMP, which has the directory's address"));
 }
 
+/// How a command answers. Not for the desktop, which answers in windows.
+void addAnswerOptions(CLI::App& program, CommandLine& line)
+{
+    program.add_flag("--json", line.json, localized("Answer in JSON, for other programs"));
+    program.add_flag("--quiet", line.quiet, localized("Say only results and failures, and ask nothing"));
+}
+
+/// The commands look for these where their own options are, too.
+void handOnAnswerOptions(CommandLine& line)
+{
+    line.job.asJson = line.json;
+    line.outbox.asJson = line.json;
+    line.outbox.quiet = line.quiet;
+}
+
 } // namespace
 
 CommandLine parseCommandLine(int argc, const char* const* argv)
@@ -48,6 +63,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
     beginProgram(program);
     program.require_subcommand(0, 1);
     addDriverOptions(program, line);
+    addAnswerOptions(program, line);
     // A subcommand hands on what it does not know: a word too many ends up here.
     std::string desktopDocument;
     program
@@ -109,8 +125,13 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
     line.hasDocument = line.command != Command::fax || faxDocument->count() > 0;
     if (line.command != Command::none && !desktopDocument.empty())
         throw UsageError(localized("\"%s\" is one word too many; see quelm-driver --help", desktopDocument));
-    if (line.command == Command::none)
+    if (line.command == Command::none) {
+        if (line.json || line.quiet)
+            throw UsageError(
+                localized("%s needs a command; see quelm-driver --help", line.json ? "--json" : "--quiet"));
         line.document = desktopDocument;
+    }
+    handOnAnswerOptions(line);
     return line;
 }
 

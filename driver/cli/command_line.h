@@ -18,6 +18,8 @@ struct CommandLine {
     Command command = Command::none;
     DriverOptions driver;    ///< the options that every command takes, unchecked
     std::string config;      ///< configuration file, empty for the user's own
+    bool json = false;       ///< results as JSON, for other programs
+    bool quiet = false;      ///< nothing beside results and failures, and no question
     JobOptions job;          ///< of `fax` and `attributes`
     std::string document;    ///< of `fax`; without a command, what the desktop is to open, perhaps nothing
     bool hasDocument = true; ///< false where `fax` only previews a cover page and was given no document
