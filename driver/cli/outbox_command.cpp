@@ -40,7 +40,7 @@ void list(Outbox& outbox, const OutboxRequest& request)
     writeAnswer(listedJobs(jobs, now));
     for (const auto& job : jobs)
         if (const auto question = questionOf(job, now))
-            writeUnderProgramName(*question);
+            writeRemark(*question);
 }
 
 void show(Outbox& outbox, const OutboxRequest& request)
@@ -51,7 +51,7 @@ void show(Outbox& outbox, const OutboxRequest& request)
         return writeAnswer(jobJson(job, now));
     writeAnswer(shownJob(job, now));
     if (const auto question = questionOf(job, now))
-        writeUnderProgramName(*question);
+        writeRemark(*question);
 }
 
 /// Does something with each of the jobs. One that fails does not keep the others from it: what is wrong with

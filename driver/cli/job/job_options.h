@@ -33,7 +33,7 @@ struct TimeOfDay {
 /// What the user asked for. An option that was not given is empty, and then the user's saved
 /// choice stands. Texts are UTF-8, as they are to be typed.
 struct JobOptions {
-    std::vector<std::string> to;           ///< NAME=NUMBER each, in order
+    std::vector<std::string> to;           ///< NAME=NUMBER or NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
     std::vector<std::string> entries;      ///< names in the phonebook, after those
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
