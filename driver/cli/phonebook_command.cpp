@@ -1,15 +1,19 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/standard_output.h"
 #include "base/terminal/progress_line.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
+#include "driver/cli/phonebook_json.h"
 #include "driver/config/installation.h"
 #include "driver/config/user_place.h"
 #include "driver/phonebook/actions.h"
+#include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/import.h"
 #include "driver/store/former_phonebook.h"
 
@@ -27,6 +31,8 @@ PhonebookPlace placeOf(const CommandLine& line)
     takeOverPhonebook(place.formerPhonebook, phonebook.path);
     return phonebook;
 }
+
+Doing doingOf(const PhonebookRequest& request) { return request.dryRun ? Doing::dryRun : Doing::really; }
 
 void warn(const std::vector<std::string>& warnings)
 {
@@ -46,6 +52,47 @@ void confirm(const Outcome& outcome)
 {
     writeConfirmation(outcome.done);
     warn(outcome.warnings);
+}
+
+/// Tells of a change that was made, or would be.
+void confirm(const Outcome& outcome, const CommandLine& line)
+{
+    const Doing doing = doingOf(line.phonebook);
+    if (line.json && doing == Doing::dryRun)
+        writeJsonAnswer(changeJson(outcome, doing));
+    else if (line.json)
+        writeJsonResult(changeJson(outcome, doing));
+    else if (doing == Doing::dryRun)
+        writeAnswer(outcome.done);
+    else
+        writeConfirmation(outcome.done);
+    warn(outcome.warnings);
+}
+
+void list(const PhonebookPlace& place, const CommandLine& line)
+{
+    if (!line.json)
+        return print(listPhonebook(place, line.phonebook.asCsv));
+    if (line.phonebook.asCsv)
+        throw UsageError(localized("%s stands beside %s", "--json", "--format csv"));
+    writeJsonAnswer(phonebookJson(place.path, phonebookItems(place)));
+}
+
+void show(const PhonebookPlace& place, const CommandLine& line)
+{
+    if (!line.json)
+        return print(showItem(place, line.phonebook.name));
+    const auto items = phonebookItems(place);
+    writeJsonAnswer(itemJson(phonebookItem(place, line.phonebook.name), items));
+}
+
+/// What stands on the command line itself has to be a name, a number and so on.
+template <typename Content>
+const Content& typed(const Content& content)
+{
+    if (const auto problem = problemWith(tidied(content)))
+        throw UsageError("\"" + oneLine(content.name) + "\": " + oneLine(*problem));
+    return content;
 }
 
 void import(const PhonebookPlace& place, const PhonebookRequest& request)
@@ -87,15 +134,17 @@ void runPhonebookCommand(const CommandLine& line)
     const auto place = placeOf(line);
     switch (request.action) {
     case PhonebookAction::list:
-        return print(listPhonebook(place, request.asCsv));
+        return list(place, line);
     case PhonebookAction::show:
-        return print(showItem(place, request.name));
+        return show(place, line);
     case PhonebookAction::add:
-        return confirm(addEntry(place, request.entry, request.replace));
+        return confirm(addEntry(place, typed(request.entry), request.replace, doingOf(request)), line);
     case PhonebookAction::addGroup:
-        return confirm(addGroup(place, {request.name, request.members}, request.replace));
+        return confirm(addGroup(place, typed(PhonebookGroup{request.name, request.members}), request.replace,
+                                doingOf(request)),
+                       line);
     case PhonebookAction::remove:
-        return confirm(removeItem(place, request.name));
+        return confirm(removeItem(place, request.name, doingOf(request)), line);
     case PhonebookAction::import:
         return import(place, request);
     case PhonebookAction::exportTo:

@@ -133,6 +133,9 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();
+    for (const char* action : {"add", "add-group", "remove"})
+        command.get_subcommand(action)->add_flag("--dry-run", request.dryRun,
+                                                 localized("Say what would be done, and change nothing"));
 }
 
 } // namespace quelm

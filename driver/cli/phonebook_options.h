@@ -29,6 +29,7 @@ struct PhonebookRequest {
     std::string file;                 ///< of `import` and `export`; "-" is standard input or output
     std::optional<FileFormat> format; ///< of `export`; nothing: by the file's name
     bool skipBad = false;
+    bool dryRun = false; ///< say what would be done, and do nothing
 };
 
 /// Adds the actions below the command `phonebook`; parsing fills `request`, which must outlive it.
