@@ -30,6 +30,8 @@ struct CommandLine {
     std::string desktopDocument; ///< the word that stands in no command's place, while the line is parsed
     bool hasDocument = true;     ///< false where `fax` only previews a cover page and was given no document
     std::string script;          ///< of `script`: a file, or "-" for standard input
+    bool scriptList = false;   ///< say what scripts can name, and carry out none
+    bool scriptDryRun = false; ///< only read the script
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
     OutboxRequest outbox;        ///< of `outbox`
