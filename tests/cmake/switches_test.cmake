@@ -4,7 +4,7 @@
 # In place of npm stands a program that leaves its arguments in the file `fetched` and then fails, or, where the file
 # `archive` stands beside it, hands that out as what it fetched.
 # SPDX-License-Identifier: LGPL-2.1-or-later
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.22)
 
 set(npm "${WORK}/bin/npm")
 set(fetched "${WORK}/bin/fetched")
