@@ -186,9 +186,9 @@ if(missing_names)
   string(APPEND missing_requirements "  On Debian and Ubuntu, as root:\n    apt-get install ${missing_debian}\n"
     "  On Fedora, as root:\n    dnf install ${missing_fedora}\n")
 endif()
-foreach(problem IN LISTS catalogue_problems)
-  string(APPEND missing_requirements "\n  ${problem}\n")
-endforeach()
+if(catalogue_problems)
+  string(APPEND missing_requirements "\n${catalogue_problems}")
+endif()
 if(missing_names AND BRAMBLECOR_DRIVER)
   string(APPEND missing_requirements
     "\n  -D BRAMBLECOR_DRIVER=OFF builds the component alone, which needs none of the libraries.\n")
