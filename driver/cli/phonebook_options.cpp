@@ -94,7 +94,6 @@ void addImport(CLI::App& action, PhonebookRequest& request)
                     localized("Leave out what cannot be used, and import the rest"));
     action.add_flag("!--no-groups", options.settling.categoryGroups,
                     localized("Make no groups of the people's categories"));
-    action.add_flag("--dry-run", options.dryRun, localized("Say what would be imported, and import nothing"));
     addReadingOptions(action, options.reading, "--charset", "--separator");
 }
 
@@ -152,6 +151,9 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();
+    for (const char* action : {"add", "add-group", "remove", "import", "export"})
+        command.get_subcommand(action)->add_flag("--dry-run", request.dryRun,
+                                                 localized("Say what would be done, and change nothing"));
 }
 
 } // namespace quelm

@@ -29,7 +29,8 @@ struct PhonebookRequest {
     bool asCsv = false;               ///< of `list`
     std::string file;                 ///< of `import` and `export`; "-" is standard input or output
     std::optional<FileFormat> format; ///< of `export`; nothing: by the file's name
-    ImportOptions import;
+    ImportOptions import;             ///< of `import`, whose `dryRun` is not used
+    bool dryRun = false;              ///< say what would be done, and do nothing
 };
 
 /// Adds the actions below the command `phonebook`; parsing fills `request`, which must outlive it.

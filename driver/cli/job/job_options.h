@@ -33,7 +33,7 @@ struct TimeOfDay {
 /// What the user asked for. An option that was not given is empty, and then the user's saved
 /// choice stands. Texts are UTF-8, as they are to be typed.
 struct JobOptions {
-    std::vector<std::string> to;           ///< NAME=NUMBER each, in order
+    std::vector<std::string> to;           ///< NAME=NUMBER or NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
     std::vector<std::string> entries;      ///< names in the phonebook, after those
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
@@ -77,7 +77,7 @@ void addJobOptions(CLI::App& command, JobOptions& options);
 /// destination is, the command does not need its document any more.
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document);
 
-/// Adds --outbox, --dry-run and --json, for the same commands, behind those.
+/// Adds --outbox and --dry-run, for the same commands, behind those.
 void addHandoverOptions(CLI::App& command, JobOptions& options);
 
 /// Adds the options that name recipients, for a job that is sent again; they are among those of
