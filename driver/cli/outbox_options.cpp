@@ -47,11 +47,6 @@ void addNumbers(CLI::App& action, OutboxRequest& request)
         ->type_name("");
 }
 
-void addJson(CLI::App& action, OutboxRequest& request)
-{
-    action.add_flag("--json", request.asJson, localized("As JSON, for other programs"));
-}
-
 } // namespace
 
 void addOutboxActions(CLI::App& command, OutboxRequest& request)
@@ -63,11 +58,10 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
         return added;
     };
 
-    addJson(add(OutboxAction::list, "list", localized("List the jobs and what became of them")), request);
+    add(OutboxAction::list, "list", localized("List the jobs and what became of them"));
 
     auto& show = add(OutboxAction::show, "show", localized("Show all that is known of a job"));
     addNumber(show, request);
-    addJson(show, request);
 
     addNumbers(add(OutboxAction::cancel, "cancel", localized("Cancel jobs that were not handed over")),
                request);
@@ -92,8 +86,6 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
 
     auto& run = add(OutboxAction::run, "run", localized("Hand over the jobs whose time has come"));
     run.add_flag("--wait", request.wait, localized("Stay until no job waits any more"));
-    run.add_flag("--quiet", request.quiet,
-                 localized("Say only what was handed over or failed, and ask nothing"));
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();

@@ -233,7 +233,6 @@ void addHandoverOptions(CLI::App& command, JobOptions& options)
     auto* dryRun = command.add_flag("--dry-run", options.dryRun,
                                     localized("Say what would happen, and neither send nor keep anything"));
     dryRun->excludes(command.get_option("--cover-preview"));
-    command.add_flag("--json", options.asJson, localized("With --dry-run: say it as JSON"));
 }
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)

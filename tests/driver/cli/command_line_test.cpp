@@ -177,6 +177,36 @@ TEST(CommandLine, AnEmptyTextIsATextInBothSpellings)
     EXPECT_EQ(parsed({"fax", "--", "--note="}).document, "--note=");
 }
 
+TEST(CommandLine, EveryCommandAnswersInJsonAndQuietlyWhereverThatIsSaid)
+{
+    for (const std::vector<const char*>& command : {std::vector<const char*>{"fax", "a.ps"},
+                                                    {"attributes"},
+                                                    {"script", "-"},
+                                                    {"phonebook", "list"},
+                                                    {"device", "info"},
+                                                    {"directory", "search", "S"},
+                                                    {"outbox", "list"}}) {
+        EXPECT_FALSE(parsed(command).json || parsed(command).quiet);
+        auto behind = command;
+        behind.insert(behind.end(), {"--json", "--quiet", "--json"});
+        auto ahead = command;
+        ahead.insert(ahead.begin(), {"--quiet", "--json", "--quiet"});
+        for (const auto& line : {parsed(behind), parsed(ahead)}) {
+            EXPECT_TRUE(line.json);
+            EXPECT_TRUE(line.quiet);
+            EXPECT_TRUE(line.job.asJson);
+            EXPECT_TRUE(line.outbox.asJson);
+            EXPECT_TRUE(line.outbox.quiet);
+        }
+    }
+}
+
+TEST(CommandLine, TheDesktopAnswersInWindowsAlone)
+{
+    EXPECT_EQ(refusal({"--json"}), "--json needs a command; see quelm-driver --help");
+    EXPECT_EQ(refusal({"--quiet", "letter.ps"}), "--quiet needs a command; see quelm-driver --help");
+}
+
 TEST(CommandLine, TheDriversOptionGivenLastCounts)
 {
     EXPECT_EQ(parsed({"--home", "/a", "attributes", "--home", "/b"}).driver.home, "/b");
@@ -375,7 +405,7 @@ TEST(CommandLine, HelpOfBothJobCommandsListsTheSameOptionsButThoseForJobsThatGoO
     const auto attributes = parsed({"attributes", "--help"}).information;
     const auto options = [](const std::string& help) { return help.substr(help.find("--to")); };
     for (const char* own : {"  --cover-preview FILE.png", "  Draw the cover page", "  --outbox",
-                            "  --dry-run", "  Say what would happen", "  --json"}) {
+                            "  --dry-run", "  Say what would happen"}) {
         const auto at = fax.find(own);
         ASSERT_NE(at, std::string::npos) << own;
         const auto begin = fax.rfind('\n', at) + 1;
