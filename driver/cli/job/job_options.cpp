@@ -35,6 +35,9 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
 
+/// The dialog lists Superfine before Fine.
+Choices<int> resolutions() { return {{"standard", 0}, {"fine", 2}, {"superfine", 1}}; }
+
 /// A pair of flags: `yes` asks for something, `no` for the opposite of what the user has saved.
 void addSwitch(CLI::App& command, const std::string& yes, const std::string& no, std::optional<bool>& value,
                const std::string& yesDescription, const std::string& noDescription)
@@ -89,10 +92,9 @@ TimeOfDay timeOfDay(const std::string& given)
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
-    // The dialog lists Superfine before Fine.
     addChoice<int>(
-        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
-        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
+        command, "--resolution", resolutions(), [&options](int index) { options.resolution = index; },
+        localized("Resolution of the pages"));
     addChoice<int>(
         command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
         [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
@@ -122,6 +124,14 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
 
 } // namespace
 
+std::optional<int> resolutionIndex(const std::string& word)
+{
+    for (const auto& [known, index] : resolutions())
+        if (known == word)
+            return index;
+    return std::nullopt;
+}
+
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
     command.add_option("--to", options.to, localized("Add a recipient; repeat for more"))
@@ -145,8 +155,11 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
                     localized("Add the members of a phonebook group; repeat for more"))
         ->type_name("NAME")
         ->allow_extra_args(false);
-    addText(command, "--shared", options.shared, "PHONEBOOK",
-            localized("Take --entry and --group from this phonebook instead of the user's own"));
+    addText(
+        command, "--shared", options.shared, "PHONEBOOK",
+        localized("Take --entry and --group from this phonebook instead of the user's own; alone, from the "
+                  "one that the fax dialog shows as shared"))
+        ->expected(0, 1);
     command
         .add_option_function<std::vector<std::string>>(
             "--directory",
@@ -213,6 +226,8 @@ void addDestinationOptions(CLI::App& command, JobOptions& options)
                                           localized("The device that takes the job on a TCP port (9100)"))
         ->type_name("HOST[:PORT]");
     addText(command, "--queue", options.queue, "NAME", localized("The CUPS queue that takes the job"));
+    addText(command, "--destination", options.destination, "NAME",
+            localized("The destination of the configuration that takes the job"));
 }
 
 void addJobOptions(CLI::App& command, JobOptions& options)
@@ -242,7 +257,7 @@ void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& 
         if (given.empty())
             throw CLI::ValidationError("--cover-preview", localized("is empty"));
         options.coverPreview = given;
-        if (!options.output && !options.device && !options.queue)
+        if (!options.output && !options.device && !options.queue && !options.destination)
             document.required(false);
     };
     command

@@ -29,10 +29,20 @@ constexpr const char* pickList = widget_names::faxCurRecipientList;
 constexpr int personalType = 0;
 constexpr int sharedType = 1;
 
+/// The phonebook of --shared, which may leave its name to what the dialog shows.
+std::string sharedPhonebook(const Driver& driver, const std::string& named)
+{
+    const auto path = named.empty() ? driver.show(widget_names::lanFaxSharedPbName).text.value_or("") : named;
+    if (path.empty())
+        throw Error(localized("--shared: no shared phonebook is chosen in the fax dialog or configured; name "
+                              "its file"));
+    return std::filesystem::absolute(path).string();
+}
+
 PhonebookPlace placeOf(const Driver& driver, const JobOptions& options)
 {
     if (options.shared)
-        return {std::filesystem::absolute(*options.shared).string(), false};
+        return {sharedPhonebook(driver, *options.shared), false};
     return personalPhonebook(driver.location(), driver.user());
 }
 
