@@ -92,13 +92,19 @@ TEST_F(ConfiguredJourney, TheSharedPhonebookIsTheOneThatTheDialogOpens)
     const auto book = path("office.xdb");
     ASSERT_EQ(driver({"phonebook", "add", "Dora", "4", "--file", book}).status, 0);
     write(forAll, "[phonebook]\nshared=" + book + "\n");
-    const auto answers =
-        script({"call T40InvokeFaxDialog", "show \"LanFax Shared PB Name\"", "press \"AddRcptFromPb\"",
-                "choose \"LanFax Rcpt Pb Type\" 1", "show \"LanFax Shared PB Name\""});
-    EXPECT_THAT(answers, testing::Contains(HasSubstr(book)));
-    EXPECT_THAT(attributeText({"--shared", "--entry", "Dora"}), HasSubstr("DESTINATION_PHONE \"4\""));
-    EXPECT_EQ(attributeText({"--shared", "--entry", "Dora"}),
-              attributeText({"--shared", book, "--entry", "Dora"}));
+    const auto answers = script({"call T40InvokeFaxDialog", "press \"AddPBFaxRcpt\"",
+                                 "choose \"Current PB Type\" 1", "rows \"Fax PB List\""});
+    EXPECT_THAT(answers, testing::Contains(HasSubstr("Dora")));
+    expectFailure(driver({"attributes", "--entry", "Dora"}), 1, "is no entry of the phonebook");
+    const Arguments shared{"attributes", "--shared", "--entry", "Dora"};
+    EXPECT_THAT(driver(shared).output, HasSubstr("DESTINATION_PHONE \"4\""));
+    const auto other = path("other.xdb");
+    ASSERT_EQ(driver({"phonebook", "add", "Dora", "5", "--file", other}).status, 0);
+    keep("LanFax Shared PB Name=" + other + "\n");
+    EXPECT_THAT(driver(shared).output, HasSubstr("DESTINATION_PHONE \"5\"")) << "the user chose another";
+    keep("");
+    fs::remove(forAll);
+    expectFailure(driver(shared), 1, "no shared phonebook is chosen");
 }
 
 TEST_F(ConfiguredJourney, NothingOfItIsKeptAsTheUsersOwn)
