@@ -34,7 +34,7 @@ void runDirectoryCommand(const CommandLine& line)
     const auto people = DirectoryDialog(driver).search(line.directoryPrefix);
     driver.releaseFailures();
     if (people.empty())
-        writeUnderProgramName(localized("nobody in the directory has a surname that begins like this"));
+        writeRemark(localized("nobody in the directory has a surname that begins like this"));
     writeAnswer(asColumns(people));
 }
 

@@ -3,7 +3,9 @@
 #include "driver/cli/outbox_resend.h"
 
 #include "base/clock.h"
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
+#include "base/standard_output.h"
 #include "base/terminal/secret_line.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -13,6 +15,7 @@
 #include "driver/cli/job/given_target.h"
 #include "driver/cli/job/say.h"
 #include "driver/jobs/attribute_lines.h"
+#include "driver/outbox/outbox_checks.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -151,7 +154,20 @@ void makeAnew(const CommandLine& line, const DriverSetup& setup, const OutboxJob
     FilledJob filled(anew, forAnew);
     Submission submission = submissionOf(filled, target, currentTime());
     submission.sentBefore = job.number;
-    sendFilled(filled, document, shownText(job.title), submission);
+    if (line.outbox.dryRun)
+        return sumUp(filled, document, target, submission, line.json);
+    sendFilled(filled, document, submission, {shownText(job.title), line.json, {}});
+}
+
+/// What would happen to a kept print stream.
+void planAgain(OutboxJob job, const JobTarget& target, bool asJson)
+{
+    requireRepeatable(job);
+    job.target = target;
+    if (asJson)
+        writeJsonAnswer(resultLine({job.number, job, {}}, currentTime()));
+    else
+        writeAnswer(plannedHandover(job) + "\n");
 }
 
 } // namespace
@@ -165,6 +181,8 @@ void resend(const CommandLine& line, const DriverSetup& setup, Outbox& outbox)
     // Alone they would change nothing, and be overlooked.
     if (!anew && request.job.shared)
         throw UsageError(localized("%s needs %s", "--shared", "--entry"));
+    if (!anew && request.job.fromShared)
+        throw UsageError(localized("%s needs %s", "--from-shared", "--entry"));
     if (const auto option = coverOption(request.job); option && !anew)
         throw UsageError(localized("%s needs %s", *option, "--to"));
     if (!anew && request.job.duplicates)
@@ -182,6 +200,8 @@ void resend(const CommandLine& line, const DriverSetup& setup, Outbox& outbox)
             localized("job %d is not in the form that the destination \"%s\" takes; send its document "
                       "with quelm-driver fax",
                       job.number, *request.job.destination));
+    if (request.dryRun)
+        return planAgain(job, target.value_or(job.target), line.json);
     const auto now = currentTime();
     const int again = outbox.sendAgain(job.number, card, now, false, target);
     try {
@@ -194,6 +214,8 @@ void resend(const CommandLine& line, const DriverSetup& setup, Outbox& outbox)
             // Translators: a job's number, and why.
             localized("job %d was not sent again: %s", job.number, withoutNumber(error.what(), again)));
     }
+    if (line.json)
+        writeJsonResult(resultLine(resultOf(outbox, again, ""), now));
 }
 
 } // namespace quelm

@@ -7,6 +7,7 @@
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
 #include "driver/cli/script/script_runner.h"
+#include "driver/core/user_actions.h"
 
 #include <cstddef>
 #include <string>
@@ -26,6 +27,7 @@ void runScriptCommand(const CommandLine& line)
     auto setup = setUpDriver(line);
     setup.driver.holdOptionTroubles = true; // the step that writes a job ends with them
     Driver driver(setup.driver);
+    driver.actions().nameWidgets();
     ScriptRunner runner(driver, setup.pdl, setup.outbox);
     for (const auto& step : steps) {
         std::string answer;

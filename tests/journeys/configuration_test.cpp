@@ -96,7 +96,7 @@ TEST_F(ConfiguredJourney, TheSharedPhonebookIsTheOneThatTheDialogOpens)
                                  "choose \"Current PB Type\" 1", "rows \"Fax PB List\""});
     EXPECT_THAT(answers, testing::Contains(HasSubstr("Dora")));
     expectFailure(driver({"attributes", "--entry", "Dora"}), 1, "is no entry of the phonebook");
-    const Arguments shared{"attributes", "--shared", "--entry", "Dora"};
+    const Arguments shared{"attributes", "--from-shared", "--entry", "Dora"};
     EXPECT_THAT(driver(shared).output, HasSubstr("DESTINATION_PHONE \"4\""));
     const auto other = path("other.xdb");
     ASSERT_EQ(driver({"phonebook", "add", "Dora", "5", "--file", other}).status, 0);

@@ -33,12 +33,13 @@ struct TimeOfDay {
 /// What the user asked for. An option that was not given is empty, and then the user's saved
 /// choice stands. Texts are UTF-8, as they are to be typed.
 struct JobOptions {
-    std::vector<std::string> to;           ///< NAME=NUMBER each, in order
+    std::vector<std::string> to;           ///< NAME=NUMBER or NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
     std::vector<std::string> entries;      ///< names in the phonebook, after those
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
     std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last
     std::optional<std::string> shared;     ///< the phonebook that they stand in; without it the user's own
+    bool fromShared = false;               ///< the shared one that the fax dialog shows, in place of `shared`
     std::optional<bool> cover;
     std::optional<std::string> note;
     std::optional<bool> showRecipients;

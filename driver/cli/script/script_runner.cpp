@@ -152,7 +152,7 @@ void ScriptRunner::fax(const ScriptStep& step)
     const Submission submission = submissionTo(targetOf(step).value(), begun);
     if (step.place == ScriptPlace::file && !waits(submission)) {
         for (const auto& remark : handover.remarks)
-            writeUnderProgramName(remark);
+            writeRemark(remark);
     } else if (!handover.recipients.empty()) { // a job for nobody is refused
         const JobPlan plan{submission.target, submission.sendAt, false};
         for (const auto& line : summaryLines(summaryOf(driver_, handover, &document, plan), currentTime()))
