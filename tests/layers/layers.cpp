@@ -98,7 +98,7 @@ const std::vector<Row>& table()
         {"driver/handover",
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
-        {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"driver/phonebook", {"base", "base/command_line", "base/terminal", "driver/store"}},
         {"device/stream", {"base"}},
         {"device/tiff", {"base"}},
         {"device/pages", {"base", "base/ghostscript", "device/tiff"}},
