@@ -6,6 +6,7 @@
 #include "base/command_line/program_arguments.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cli/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -188,6 +189,7 @@ std::shared_ptr<CLI::App> driverProgram(CommandLine& line)
         ->type_name("");
     addCommands(*program, line);
     addHelpCommand(*program);
+    addDriverHelp(*program);
     return program;
 }
 
@@ -199,6 +201,7 @@ std::shared_ptr<CLI::App> desktopProgram(CommandLine& line)
     addDriverOptions(*program, line);
     program->add_option("DOCUMENT", line.desktopDocument, localized("PostScript or PDF file to open"))
         ->type_name("");
+    addDesktopHelp(*program);
     return program;
 }
 

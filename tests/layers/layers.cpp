@@ -98,7 +98,7 @@ const std::vector<Row>& table()
         {"driver/handover",
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
-        {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"driver/phonebook", {"base", "base/command_line", "base/terminal", "driver/store"}},
         {"driver/contacts", {"base", "driver/phonebook"}},
         {"driver/charsets", {"base", "driver/phonebook"}},
         {"device/stream", {"base"}},
