@@ -17,11 +17,11 @@ XDG_DATA_DIRS=$work/share update-mime-database "$work/share/mime" 2>&1 | tee "$w
 [ ! -s "$work/said" ] || fail "update-mime-database said something"
 
 env HOME="$work/home" XDG_DATA_HOME="$work/home/data" XDG_CONFIG_HOME="$work/home/config" \
-    "$build/stage/quelm-driver" --home "$build/stage" phonebook --file "$work/book.xdb" add Ann 555-0104
+    "$build/stage/quelm-driver" --home "$build/stage" phonebook add --file "$work/book.xdb" Ann 555-0104
 cp "$work/book.xdb" "$work/other"
 printf 'SQLite format 3\0%084d' 0 >"$work/database"
 type_of() {
-    env HOME="$work/home" XDG_DATA_HOME="$work/home/data" XDG_DATA_DIRS="$work/share" python3 -c '
+    env HOME="$work/home" XDG_DATA_HOME="$work/home/data" XDG_DATA_DIRS="$work/share" /usr/bin/python3 -c '
 import sys
 from gi.repository import Gio
 print(Gio.File.new_for_path(sys.argv[1]).query_info("standard::content-type", 0, None).get_content_type())' "$1"
