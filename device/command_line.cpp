@@ -79,7 +79,8 @@ void addIdentity(CLI::App& command, std::string& identity)
 
 CLI::App* addRead(CLI::App& program, ReadOptions& options)
 {
-    auto* read = program.add_subcommand("read", localized("Say what a device would do with a job"));
+    auto* read =
+        program.add_subcommand("read", localized("Say what a device would do with a job"))->fallthrough();
     read->add_option("JOB", options.job, localized("File with the print stream; - is standard input"))
         ->required()
         ->type_name("");
@@ -93,7 +94,8 @@ CLI::App* addRead(CLI::App& program, ReadOptions& options)
 CLI::App* addServe(CLI::App& program, ServeOptions& options)
 {
     constexpr int mostLines = 32;
-    auto* serve = program.add_subcommand("serve", localized("Be a device: take jobs, and fax their pages"));
+    auto* serve = program.add_subcommand("serve", localized("Be a device: take jobs, and fax their pages"))
+                      ->fallthrough();
     addText(*serve, "--state", options.state, "DIR", localized("Folder for everything that the device keeps"))
         ->required();
     addNumber(
@@ -133,6 +135,7 @@ DeviceCommandLine parseDeviceCommandLine(int argc, const char* const* argv)
     program.require_subcommand(1);
     const auto* read = addRead(program, line.read);
     const auto* serve = addServe(program, line.serve);
+    addHelpCommand(program);
     line.information = parseArguments(program, argc, argv);
     if (read->parsed())
         line.command = DeviceCommand::read;

@@ -71,7 +71,7 @@ const std::vector<Row>& table()
          {"host", "component/common", "component/model", "component/output", "component/phonebook",
           "component/directory", "component/ui"}},
         {"base", {}},
-        {"base/command_line", {"base"}},
+        {"base/command_line", {"base", "base/terminal"}},
         {"base/ghostscript", {"base"}},
         {"base/net", {"base"}},
         {"base/snmp", {"base"}},

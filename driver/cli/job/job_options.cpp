@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
+#include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -33,7 +34,7 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
         for (const auto& [word, value] : choices)
             if (word == given)
                 return store(value);
-        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
+        throw UnknownWord(name, given, words);
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
