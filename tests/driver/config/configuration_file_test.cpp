@@ -78,6 +78,7 @@ protected:
     TemporaryFolder folder;
     Variable xdgFolder{"XDG_CONFIG_HOME", folder / "config"};
     Variable homeFolder{"HOME", folder / "home"};
+    Variable machineFolders{"XDG_CONFIG_DIRS", folder / "site" + ":" + folder / "machine"};
 
 private:
     static std::string withoutFile(const std::string& line, const std::string& path)
@@ -169,24 +170,29 @@ TEST_F(ConfigurationTest, UnknownWordsAreNamedWithWhatIsPossible)
 {
     EXPECT_EQ(
         problemWith("[printer]\nhome=/x\n"),
-        "has an unknown group [printer]; possible are [driver], [job], [device], [directory] and [outbox]");
+        "has an unknown group [printer] in line 1; possible are [driver], [job], [sender], [phonebook], "
+        "[destination NAME], [device], [directory] and [outbox]");
     EXPECT_EQ(problemWith("[driver]\nhomes=/x\n"),
-              "has an unknown key \"homes\" in [driver]; possible are home, user, component");
-    EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job]; possible are pdl");
-    EXPECT_EQ(problemWith("[job]\npdl=PCL\n"), "has \"PCL\" at [job] pdl, where dsc or pjl is expected");
+              "has an unknown key \"homes\" in [driver] (line 2); possible are home, user, component");
+    EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job] (line 2); possible are "
+                                               "pdl, destination, resolution, prefix");
+    EXPECT_EQ(problemWith("[job]\npdl=PCL\n"),
+              "has \"PCL\" at [job] pdl (line 2), where dsc or pjl is expected");
     EXPECT_EQ(problemWith("[driver]\nuser=a/b\n"),
-              "has \"a/b\" at [driver] user, where a user name without \"/\" is expected");
+              "has \"a/b\" at [driver] user (line 2), where a user name without \"/\" is expected");
     EXPECT_EQ(problemWith("[driver]\nhome=\n"),
-              "has no value at [driver] home; write one or remove the line");
+              "has no value at [driver] home (line 2); write one or remove the line");
 }
 
 TEST_F(ConfigurationTest, MalformedFilesAreRefused)
 {
-    EXPECT_EQ(problemWith("home=/x\n").find("cannot be understood: "), 0U);
+    EXPECT_EQ(problemWith("home=/x\n").find("cannot be understood in line 1: "), 0U);
     const std::string noPair = problemWith("[driver]\nhome /x\n");
     EXPECT_NE(noPair.find("home /x"), std::string::npos) << noPair;
-    EXPECT_EQ(problemWith("[driver\n").find("cannot be understood: "), 0U);
-    EXPECT_EQ(problemWith("[driver]\nhome=a\\qb\n").find("has a bad value at [driver] home: "), 0U);
+    EXPECT_EQ(noPair.find("cannot be understood in line 2: "), 0U) << noPair;
+    EXPECT_EQ(problemWith("[driver]\nuser=a\nuser b").find("cannot be understood in line 3: "), 0U);
+    EXPECT_EQ(problemWith("\n# ours\n[driver\n").find("cannot be understood in line 3: "), 0U);
+    EXPECT_EQ(problemWith("[driver]\nhome=a\\qb\n").find("has a bad value at [driver] home (line 2): "), 0U);
     EXPECT_EQ(problemWith("[driver]\nuser=Zo\xEB\n"), "is no UTF-8 text in line 2; save it as UTF-8");
     EXPECT_EQ(problemWith(std::string("[driver]\n\0", 10)), "is no UTF-8 text in line 2; save it as UTF-8");
 }
@@ -311,9 +317,20 @@ TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
         const char* expected;
     };
     const char* const seconds = "a number of seconds from 0.1 to 600";
+    const char* const prefix = "at most four digits, \"*\", \"#\" or \",\"";
+    const char* const queue = "NAME or NAME@HOST, such as fax or fax@print.example:631,";
     const char* const address = "HOST or HOST:PORT, such as fax.example:161 or [2001:db8::1]:161,";
     const char* const object = "the dotted number of an object, such as 1.3.6.1.2.1.1.1.0,";
     const Wrong wrongs[] = {
+        {"job", "resolution", "best", "standard, fine or superfine"},
+        {"job", "prefix", "01234", prefix},
+        {"job", "prefix", "0 1", prefix},
+        {"sender", "name", "a name of more than 31 characters", "one line of at most 31 characters"},
+        {"destination A", "device", "a b", "HOST or HOST:PORT, such as fax.example or [2001:db8::1]:9100,"},
+        {"destination A", "queue", "@print.example", queue},
+        {"destination A", "queue", "fax@", queue},
+        {"destination A", "queue", "two words", queue},
+        {"destination A", "pdl", "pcl", "dsc or pjl"},
         {"device", "snmp", "a b", address},
         {"device", "snmp", "fax:0", address},
         {"device", "version", "2", "1, 2c or 3"},
@@ -343,8 +360,8 @@ TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
     for (const Wrong& wrong : wrongs) {
         const std::string group = wrong.group;
         EXPECT_EQ(problemWith("[" + group + "]\n" + wrong.key + "=" + wrong.value + "\n"),
-                  std::string("has \"") + wrong.value + "\" at [" + group + "] " + wrong.key + ", where " +
-                      wrong.expected + " is expected");
+                  std::string("has \"") + wrong.value + "\" at [" + group + "] " + wrong.key +
+                      " (line 2), where " + wrong.expected + " is expected");
     }
     EXPECT_EQ(read("[device]\nretries=3 \n").device.retries, 3) << "a blank at the end says nothing";
 }
@@ -419,4 +436,255 @@ TEST_F(ConfigurationTest, TheOpenedFileIsLookedAtAndNotItsName)
     EXPECT_EQ(quelm::readConfiguration(folder / "link").device.community, "sesame");
     chmod((folder / "secret").c_str(), 0644);
     EXPECT_NE(problemAt(folder / "link"), "");
+}
+
+// --- Several files ---------------------------------------------------------------------------------------
+
+namespace {
+
+class FilesForAll : public ConfigurationTest {
+protected:
+    /// Writes quelm.conf in one of the folders "config", the user's, "site" and "machine".
+    std::string write(const std::string& where, const std::string& content, mode_t mode = 0600)
+    {
+        std::filesystem::create_directories(folder / (where + "/quelm"));
+        const auto file = writeFile(folder / (where + "/quelm/quelm.conf"), content);
+        chmod(file.c_str(), mode);
+        return file;
+    }
+
+    /// What loading them fails with, without the beginning that all have.
+    std::string problem()
+    {
+        const std::string start = "the configuration file \"";
+        const auto line =
+            quelm::test::failureLine([] { static_cast<void>(quelm::loadConfiguration(std::nullopt)); });
+        EXPECT_TRUE(line.starts_with(start)) << line;
+        return line.substr(std::min(start.size(), line.size()));
+    }
+};
+
+std::string placeOf(const quelm::Configuration& configuration, const char* group, const char* name)
+{
+    const auto* value = configuration.find(group, name);
+    return value == nullptr ? "" : value->file + ":" + std::to_string(value->line) + " " + value->value;
+}
+
+} // namespace
+
+TEST_F(FilesForAll, AreLookedForInTheFoldersOfXdgInTheirOrder)
+{
+    const auto expectFiles = [](const std::vector<std::string>& expected) {
+        std::vector<std::string> files;
+        for (const auto& source : quelm::configurationSources())
+            files.push_back(source.file);
+        EXPECT_EQ(files, expected);
+    };
+    const std::string own = folder / "config/quelm/quelm.conf";
+    expectFiles({own, folder / "site/quelm/quelm.conf", folder / "machine/quelm/quelm.conf"});
+    unsetenv("XDG_CONFIG_DIRS");
+    expectFiles({own, "/etc/xdg/quelm/quelm.conf"});
+    setenv("XDG_CONFIG_DIRS", "", 1);
+    expectFiles({own, "/etc/xdg/quelm/quelm.conf"});
+    setenv("XDG_CONFIG_DIRS", ("relative::/one/:/two:/one:" + folder / "config").c_str(), 1);
+    expectFiles({own, "/one/quelm/quelm.conf", "/two/quelm/quelm.conf"});
+}
+
+TEST_F(FilesForAll, GoOverOneAnotherKeyByKey)
+{
+    const auto own = write("config", "[job]\nresolution=fine\n");
+    const auto site =
+        write("site", "\n[sender]\norganization=Site Ltd\n[job]\nresolution=superfine\npdl=pjl\n");
+    const auto machine = write("machine", "[job]\npdl=dsc\nprefix=0\n[sender]\nname=Reception\n");
+    const auto configuration = quelm::loadConfiguration(std::nullopt);
+    EXPECT_EQ(configuration.file, own);
+    EXPECT_EQ(configuration.resolution, "fine");
+    EXPECT_EQ(configuration.pdl, quelm::Pdl::pjl);
+    EXPECT_EQ(configuration.dialingPrefix, "0");
+    EXPECT_EQ(configuration.sender.organization, "Site Ltd");
+    EXPECT_EQ(configuration.sender.name, "Reception");
+    EXPECT_EQ(placeOf(configuration, "job", "resolution"), own + ":2 fine");
+    EXPECT_EQ(placeOf(configuration, "job", "pdl"), site + ":6 pjl");
+    EXPECT_EQ(placeOf(configuration, "job", "prefix"), machine + ":3 0");
+    EXPECT_EQ(configuration.find("sender", "email"), nullptr);
+    EXPECT_EQ(configuration.values.size(), 5U) << "each value once";
+}
+
+TEST_F(FilesForAll, HoldWithoutAFileOfTheUsers)
+{
+    const auto machine = write("machine", "[driver]\nuser=fax\n", 0644);
+    const auto configuration = quelm::loadConfiguration(std::nullopt);
+    EXPECT_EQ(configuration.file, machine);
+    EXPECT_EQ(configuration.user, "fax");
+    ASSERT_EQ(configuration.sources.size(), 3U);
+    EXPECT_FALSE(configuration.sources[0].isThere);
+    EXPECT_TRUE(configuration.sources[2].isThere);
+}
+
+TEST_F(FilesForAll, DoNotCountBesideAFileThatIsNamed)
+{
+    write("machine", "[job]\nprefix=0\n");
+    write("site", "[nonsense]\n");
+    const auto named = writeFile(folder / "named", "[job]\npdl=pjl\n");
+    const auto configuration = quelm::loadConfiguration(named);
+    EXPECT_EQ(configuration.dialingPrefix, "");
+    EXPECT_EQ(configuration.sources.size(), 1U);
+}
+
+TEST_F(FilesForAll, RelativePathsCountFromTheFolderOfTheFileThatHasThem)
+{
+    write("config", "[phonebook]\nshared=mine.xdb\n");
+    write("machine", "[driver]\ncomponent=lib.so\n[destination Archive]\nfile=out/fax.job\n");
+    const auto configuration = quelm::loadConfiguration(std::nullopt);
+    EXPECT_EQ(configuration.sharedPhonebook, folder / "config/quelm/mine.xdb");
+    EXPECT_EQ(configuration.component, folder / "machine/quelm/lib.so");
+    EXPECT_EQ(configuration.destinations.at(0).place, folder / "machine/quelm/out/fax.job");
+    EXPECT_EQ(configuration.find("driver", "component")->value, folder / "machine/quelm/lib.so");
+}
+
+TEST_F(FilesForAll, ABrokenOneIsNamedWithItsLine)
+{
+    write("config", "[job]\nresolution=fine\n");
+    const auto site = write("site", "[job]\n# ours\nresolution=best\n");
+    EXPECT_EQ(
+        problem(),
+        site + "\" has \"best\" at [job] resolution (line 3), where standard, fine or superfine is expected");
+    write("site", "[job]\n\npdl\n");
+    EXPECT_TRUE(problem().starts_with(site + "\" cannot be understood in line 3: ")) << problem();
+    std::filesystem::remove(site);
+    std::filesystem::create_directory(site);
+    EXPECT_EQ(problem(), site + "\" is a folder; name a file");
+}
+
+TEST_F(FilesForAll, OneThatTheUserCannotReadIsAnErrorAndNotPassedOver)
+{
+    const auto machine = write("machine", "[job]\nprefix=0\n", 0);
+    EXPECT_EQ(inProcess([&] {
+                  becomeOrdinaryUser();
+                  return problem() == machine + "\" cannot be read: permission denied; check its permissions"
+                             ? 0
+                             : 1;
+              }),
+              0);
+}
+
+TEST_F(FilesForAll, ASecretKeepsToItsOwnFilesAccess)
+{
+    // What is no secret may be everybody's, whatever another file holds.
+    write("machine", "[device]\nsnmp=fax.example\nversion=3\nuser=reader\n", 0644);
+    const std::string secret = "[device]\nauthentication=SHA\nauthentication-passphrase=authentic7\n";
+    const auto own = write("config", secret, 0600);
+    const auto device = quelm::loadConfiguration(std::nullopt).device;
+    EXPECT_EQ(device.user.name, "reader");
+    EXPECT_EQ(device.user.authenticationPassphrase, "authentic7");
+    write("config", secret, 0644);
+    EXPECT_EQ(problem(), own + "\" holds a secret, and others have access to it; run chmod 600 " + own);
+    write("config", "");
+    const auto site = write("site", secret, 0640);
+    EXPECT_EQ(problem(), site + "\" holds a secret, and others have access to it; run chmod 600 " + site);
+    // Also when the user's own says something else in its place.
+    write("site", "[device]\ncommunity=sesame\n", 0640);
+    write("config", "[device]\ncommunity=public\n");
+    EXPECT_EQ(problem(), site + "\" holds a secret, and others have access to it; run chmod 600 " + site);
+}
+
+TEST_F(FilesForAll, WhatDoesNotFitTogetherIsLookedForInTheOneThatCountsMost)
+{
+    write("machine", "[device]\nversion=3\nuser=reader\n");
+    const auto own = write("config", "[device]\ncommunity=sesame\n");
+    EXPECT_EQ(problem(), own + "\" has a community at [device], which version 3 does not have; remove it, or "
+                               "write version=2c");
+}
+
+TEST_F(FilesForAll, AllThatIsWrongIsToldToWhoAsksForIt)
+{
+    const auto own = write("config", "[job]\npdl=pcl\nresolutions=fine\nprefix=0\n[nobody]\n");
+    const auto machine = write("machine", "[device\n");
+    std::vector<std::string> lines;
+    const auto configuration =
+        quelm::loadConfiguration(std::nullopt, [&lines](const std::string& line) { lines.push_back(line); });
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_NE(lines[0].find(machine + "\" cannot be understood in line 1"), std::string::npos) << lines[0];
+    EXPECT_NE(lines[1].find(own + "\" has \"pcl\" at [job] pdl (line 2)"), std::string::npos) << lines[1];
+    EXPECT_NE(lines[2].find("unknown key \"resolutions\" in [job] (line 3)"), std::string::npos) << lines[2];
+    EXPECT_NE(lines[3].find("unknown group [nobody] in line 5"), std::string::npos) << lines[3];
+    EXPECT_EQ(configuration.dialingPrefix, "0") << "what is right counts";
+}
+
+// --- Destinations ----------------------------------------------------------------------------------------
+
+TEST_F(ConfigurationTest, DestinationsHaveNames)
+{
+    const auto configuration = read("[job]\ndestination=Head Office\n[destination Head Office]\n"
+                                    "queue=fax@print.example:6310\npdl=pjl\n[destination Lab]\n"
+                                    "device=10.0.0.7:9101\n[destination Here]\nqueue=fax\n");
+    EXPECT_EQ(configuration.destination, "Head Office");
+    ASSERT_EQ(configuration.destinations.size(), 3U);
+    const auto& office = configuration.destinations[0];
+    EXPECT_EQ(office.name, "Head Office");
+    EXPECT_EQ(office.kind, quelm::NamedDestination::Kind::queue);
+    EXPECT_EQ(office.place, "fax");
+    EXPECT_EQ(office.server, "print.example:6310");
+    EXPECT_EQ(office.pdl, quelm::Pdl::pjl);
+    EXPECT_EQ(configuration.destinations[1].kind, quelm::NamedDestination::Kind::device);
+    EXPECT_EQ(configuration.destinations[1].place, "10.0.0.7:9101");
+    EXPECT_EQ(configuration.destinations[2].server, "");
+    EXPECT_EQ(read("[destination A]\nqueue=fax@[2001:db8::1]:631\n").destinations[0].server,
+              "[2001:db8::1]:631");
+}
+
+TEST_F(ConfigurationTest, ADestinationIsOnePlace)
+{
+    EXPECT_EQ(problemWith("\n[destination Lab]\npdl=dsc\n"),
+              "names no place in [destination Lab] (line 2); write device, queue or file there");
+    EXPECT_EQ(
+        problemWith("[destination Lab]\nqueue=fax\ndevice=fax.example\n"),
+        "has \"fax.example\" at [destination Lab] device (line 3), where nothing beside the other place "
+        "of this destination is expected");
+    EXPECT_EQ(problemWith("[destination ]\nqueue=fax\n"),
+              "has a destination without a name in line 1; write [destination NAME]");
+    EXPECT_EQ(problemWith("[destination  Lab]\nqueue=fax\n[destination Lab]\nqueue=fax\n"),
+              "has a second destination \"Lab\" in line 3; give it another name");
+}
+
+TEST_F(ConfigurationTest, TheDefaultDestinationIsOneThatIsThere)
+{
+    EXPECT_EQ(problemWith("[job]\ndestination=Lab\n[destination A]\nqueue=a\n[destination B]\nqueue=b\n"),
+              "has \"Lab\" at [job] destination (line 2), which is no destination; possible are A, B");
+    EXPECT_EQ(problemWith("[job]\ndestination=Lab\n"),
+              "has \"Lab\" at [job] destination (line 2), and no destination is configured; add [destination "
+              "Lab]");
+}
+
+TEST_F(FilesForAll, ADestinationIsTakenWholeFromTheFileThatCountsMore)
+{
+    write("config", "[destination Lab]\ndevice=10.0.0.7\n[destination Mine]\nfile=/tmp/fax.job\n");
+    write("machine", "[job]\ndestination=Lab\n[destination Office]\nqueue=fax\n[destination Lab]\n"
+                     "queue=lab\npdl=pjl\n");
+    const auto configuration = quelm::loadConfiguration(std::nullopt);
+    ASSERT_EQ(configuration.destinations.size(), 3U);
+    EXPECT_EQ(configuration.destinations[0].name, "Lab");
+    EXPECT_EQ(configuration.destinations[1].name, "Mine");
+    EXPECT_EQ(configuration.destinations[2].name, "Office");
+    const auto* lab = configuration.findDestination("Lab");
+    EXPECT_EQ(lab->place, "10.0.0.7");
+    EXPECT_FALSE(lab->pdl) << "which the other file says";
+    EXPECT_EQ(configuration.find("destination Lab", "queue"), nullptr);
+    EXPECT_EQ(configuration.destination, "Lab");
+}
+
+TEST_F(ConfigurationTest, WhatFillsTheDialogsIsRead)
+{
+    const auto configuration =
+        read("[sender]\nname=Zoë\nnumber=+44 20 7946 0000\norganization=Acme\nphone=1\n"
+             "email=z@acme.example\n[job]\nprefix=0,\nresolution=superfine\n"
+             "[phonebook]\nshared=/srv/fax/office.xdb\n");
+    EXPECT_EQ(configuration.sender.name, "Zoë");
+    EXPECT_EQ(configuration.sender.number, "+44 20 7946 0000");
+    EXPECT_EQ(configuration.sender.organization, "Acme");
+    EXPECT_EQ(configuration.sender.phone, "1");
+    EXPECT_EQ(configuration.sender.email, "z@acme.example");
+    EXPECT_EQ(configuration.dialingPrefix, "0,");
+    EXPECT_EQ(configuration.resolution, "superfine");
+    EXPECT_EQ(configuration.sharedPhonebook, "/srv/fax/office.xdb");
 }
