@@ -99,6 +99,7 @@ const std::vector<Row>& table()
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
         {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"driver/contacts", {"base", "driver/phonebook"}},
         {"device/stream", {"base"}},
         {"device/tiff", {"base"}},
         {"device/pages", {"base", "base/ghostscript", "device/tiff"}},

@@ -1,6 +1,6 @@
 // Files that the loader must not be given.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/plugin/shared_object.h"
+#include "base/shared_object.h"
 
 #include "tests/support/plugin_paths.h"
 #include "tests/support/temporary_folder.h"

@@ -1,10 +1,11 @@
 // Checks a library's headers against the file that holds them.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "driver/plugin/shared_object.h"
+#include "base/shared_object.h"
 
 #include "base/system_reason.h"
 #include "base/translation.h"
 
+#include <dlfcn.h>
 #include <elf.h>
 #include <link.h>
 
@@ -81,6 +82,14 @@ std::string problemOfSharedObject(const std::string& file)
     return header.e_type == ET_DYN
                ? problemOfSegments(stream, header, std::filesystem::file_size(file, failure))
                : noLibrary();
+}
+
+std::string loaderMessage(const std::string& file)
+{
+    const char* message = ::dlerror();
+    std::string reason = message == nullptr ? localized("unknown reason") : message;
+    const std::string prefix = file + ": ";
+    return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
 }
 
 } // namespace quelm

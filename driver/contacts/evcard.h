@@ -1,7 +1,7 @@
 // Handles for the vCard library, which close themselves.
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef DRIVER_PHONEBOOK_EVCARD_H
-#define DRIVER_PHONEBOOK_EVCARD_H
+#ifndef DRIVER_CONTACTS_EVCARD_H
+#define DRIVER_CONTACTS_EVCARD_H
 
 #include <memory>
 #include <string>
