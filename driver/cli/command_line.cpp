@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/command_line.h"
 
+#include "base/command_line/parser_messages.h"
 #include "base/command_line/program_arguments.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cli/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -58,13 +60,14 @@ void parse(CLI::App& program, CommandLine& line, int argc, const char* const* ar
 {
     line.information = parseArguments(program, argc, argv);
     if (line.command != Command::none && !line.desktopDocument.empty())
-        throw UsageError(localized("\"%s\" is one word too many; see %s --help", line.desktopDocument,
-                                   program.get_name()));
+        throw UsageError(refusalOf(localized("\"%s\" is one word too many", line.desktopDocument), program));
     if (line.command == Command::none && (line.json || line.quiet))
         throw UsageError(
-            localized("%s needs a command; see quelm-driver --help", line.json ? "--json" : "--quiet"));
-    if (line.command == Command::none)
+            refusalOf(localized("%s needs a command", line.json ? "--json" : "--quiet"), program));
+    if (line.command == Command::none) {
         line.document = line.desktopDocument;
+        line.commandMeant = nearestCommand(line.document, program);
+    }
     handOnAnswerOptions(line);
 }
 
@@ -171,6 +174,8 @@ std::shared_ptr<CLI::App> driverProgram(CommandLine& line)
                      localized("Without a command: document to open on the desktop"))
         ->type_name("");
     addCommands(*program, line);
+    addHelpCommand(*program);
+    addDriverHelp(*program);
     return program;
 }
 
@@ -182,6 +187,7 @@ std::shared_ptr<CLI::App> desktopProgram(CommandLine& line)
     addDriverOptions(*program, line);
     program->add_option("DOCUMENT", line.desktopDocument, localized("PostScript or PDF file to open"))
         ->type_name("");
+    addDesktopHelp(*program);
     return program;
 }
 

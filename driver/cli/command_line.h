@@ -9,6 +9,7 @@
 #include "driver/core/driver.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -28,6 +29,7 @@ struct CommandLine {
     JobOptions job;       ///< of `fax` and `attributes`
     std::string document; ///< of `fax`; without a command, what the desktop is to open, perhaps nothing
     std::string desktopDocument; ///< the word that stands in no command's place, while the line is parsed
+    std::optional<std::string> commandMeant; ///< that which the document's name is much like
     bool hasDocument = true;     ///< false where `fax` only previews a cover page and was given no document
     std::string script;          ///< of `script`: a file, or "-" for standard input
     bool scriptList = false;   ///< say what scripts can name, and carry out none

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
+#include "base/command_line/help_texts.h"
+#include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -33,7 +35,7 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
         for (const auto& [word, value] : choices)
             if (word == given)
                 return store(value);
-        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
+        throw UnknownWord(name, given, words);
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
@@ -93,6 +95,7 @@ CLI::Option* addNames(CLI::App& command, const std::string& name, std::vector<st
 /// The options of which one says what card is charged.
 void addCardOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     addCardNumberOptions(command, options);
     auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
                                   localized("Charge the card that the fax dialog keeps"));
@@ -121,6 +124,7 @@ TimeOfDay timeOfDay(const std::string& given)
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Transmission"));
     // The dialog lists Superfine before Fine.
     addChoice<int>(
         command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
@@ -156,6 +160,7 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Recipients"));
     command
         .add_option_function<std::vector<std::string>>(
             "--to",
@@ -189,6 +194,7 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
 /// Its number is told in no message.
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
               localized("Send no cover sheet"));
     addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
@@ -206,6 +212,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options)
 
 void addCardNumberOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     const auto takeNumber = [&options](const std::string& given) {
         if (!isDialText(given))
             throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
@@ -222,6 +229,7 @@ void addCardNumberOptions(CLI::App& command, JobOptions& options)
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     addName(command, "-o,--output", options.output, "FILE", localized("Where to write; - is standard output"));
     const auto takeDevice = [&options](const std::string& given) {
         try {
@@ -251,6 +259,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addRecipientOptions(command, options);
     addCoverOptions(command, options);
     addSendingOptions(command, options);
+    const OptionSection section(command, localized("Destination"));
     addChoice<Pdl>(
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
         localized("How the job carries its attributes (dsc)"));
@@ -259,6 +268,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
 
 void addHandoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     command.add_flag("--outbox", options.toOutbox,
                      localized("Put the job into the outbox, which sends it; see quelm-driver outbox"));
     auto* dryRun = command.add_flag("--dry-run", options.dryRun,
@@ -268,6 +278,7 @@ void addHandoverOptions(CLI::App& command, JobOptions& options)
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     // Called when the options ahead of it have been taken, and before it is seen what is missing.
     const auto take = [&options, &document](const std::string& given) {
         options.coverPreview = notEmpty("--cover-preview", given);
