@@ -20,8 +20,7 @@ namespace {
 UsageError twoAnswers(const std::string& option)
 {
     // Translators: two options.
-    return UsageError(
-        localized("%s and %s both write to standard output; name a file", "--json", option));
+    return UsageError(localized("%s and %s both write to standard output; name a file", "--json", option));
 }
 
 /// The one place that the user named; nothing for a preview or a summary alone.

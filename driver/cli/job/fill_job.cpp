@@ -224,8 +224,8 @@ private:
         driver_.press(widget_names::lanFaxAddRcptOkButton);
         answerDuplicateQuestion(recipient, progress);
         if (driver_.show(recipientErrorWindow).visible)
-            refuse(recipient, recipient.origin + ": " +
-                                  labelText(driver_, widget_names::lanFaxAddFaxRcptErrorLabel));
+            refuse(recipient,
+                   recipient.origin + ": " + labelText(driver_, widget_names::lanFaxAddFaxRcptErrorLabel));
         if (driver_.show(recipientWindow).visible)
             throw Error(localized("%s: the component does not take this recipient", recipient.origin));
         // The component drops a phone number that it does not accept without a word, and empties
@@ -347,7 +347,7 @@ std::vector<RecipientInput> recipientsOf(const JobOptions& options)
     std::vector<RecipientInput> recipients;
     std::ranges::transform(options.to, std::back_inserter(recipients), recipientFromOption);
     if (options.recipients) {
-        auto rows = readRecipientsCsv(*options.recipients);
+        auto rows = readRecipientsCsv(*options.recipients, options.recipientsReading);
         std::ranges::move(rows, std::back_inserter(recipients));
     }
     return recipients;

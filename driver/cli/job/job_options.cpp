@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/reading_options.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
 
@@ -172,9 +173,12 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         ->type_name("[NAME=]NUMBER")
         ->allow_extra_args(false);
     addName(command, "--recipients", options.recipients, "FILE.csv",
-            localized(
-                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
-                "and mailbox"));
+            localized("Add the recipients of a CSV file: with the columns name, number, organization, phone, "
+                      "email and mailbox, or as an address book exports it"));
+    addReadingOptions(command, options.recipientsReading.text, "--recipients-charset",
+                      "--recipients-separator");
+    command.add_flag("--rename", options.recipientsReading.rename,
+                     localized("Change the names of --recipients that are not allowed"));
     addChoice<Duplicates>(
         command, "--duplicates",
         {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
@@ -230,7 +234,8 @@ void addCardNumberOptions(CLI::App& command, JobOptions& options)
 void addDestinationOptions(CLI::App& command, JobOptions& options)
 {
     const OptionSection section(command, localized("Destination"));
-    addName(command, "-o,--output", options.output, "FILE", localized("Where to write; - is standard output"));
+    addName(command, "-o,--output", options.output, "FILE",
+            localized("Where to write; - is standard output"));
     const auto takeDevice = [&options](const std::string& given) {
         try {
             options.device = parseNetworkAddress(given);

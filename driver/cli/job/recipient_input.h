@@ -55,9 +55,9 @@ inline constexpr std::array<RecipientField, 6> recipientFields{{
 /// and without a name or a number beside it.
 RecipientInput recipientFromOption(const std::string& value);
 
-/// What a recipient of whom only the number is known is called, in the job and on its cover sheet: the number,
-/// as far as a name may hold it. Other characters are blanks, of which none stands at an end or beside
-/// another: "+1 (555) 123-4567" is "1 555 123-4567". At most 31 characters, as the dialog's field.
+/// What a recipient of whom only the number is known is called, in the job and on its cover sheet: the
+/// number, as far as a name may hold it. Other characters are blanks, of which none stands at an end or
+/// beside another: "+1 (555) 123-4567" is "1 555 123-4567". At most 31 characters, as the dialog's field.
 [[nodiscard]] std::string nameOfNumber(std::string_view number);
 
 } // namespace quelm
