@@ -97,18 +97,17 @@ void addFax(CLI::App& program, CommandLine& line)
 
 void addScriptOptions(CLI::App& script, CommandLine& line)
 {
-    auto* file =
-        script
-            .add_option_function<std::string>(
-                "FILE",
-                [&line](const std::string& given) {
-                    if (given.empty())
-                        throw CLI::ValidationError("FILE", localized("is empty"));
-                    line.script = given;
-                },
-                localized("Script, one action a line; - is standard input"))
-            ->required()
-            ->type_name("");
+    auto* file = script
+                     .add_option_function<std::string>(
+                         "FILE",
+                         [&line](const std::string& given) {
+                             if (given.empty())
+                                 throw CLI::ValidationError("FILE", localized("is empty"));
+                             line.script = given;
+                         },
+                         localized("Script, one action a line; - is standard input"))
+                     ->required()
+                     ->type_name("");
     auto* dryRun = script.add_flag("--dry-run", line.scriptDryRun,
                                    localized("Only read the script, and say what is wrong with it"));
     script

@@ -43,8 +43,8 @@ Content acceptable(Content content)
 const char* kindOf(const PhonebookEntry& /*entry*/) { return "entry"; }
 const char* kindOf(const PhonebookGroup& /*group*/) { return "group"; }
 
-/// Saves one entry or group. `present` says whether the phonebook has one of that name; `phonebook` is null for
-/// one that a dry run does not make.
+/// Saves one entry or group. `present` says whether the phonebook has one of that name; `phonebook` is null
+/// for one that a dry run does not make.
 template <typename Content>
 Outcome saveOne(Phonebook* phonebook, const Content& content, bool present, bool replace, Doing doing)
 {
@@ -58,7 +58,8 @@ Outcome saveOne(Phonebook* phonebook, const Content& content, bool present, bool
     outcome.name = content.name;
     if (doing == Doing::dryRun) {
         // Translators: %s is: the entry "Ann".
-        outcome.done = present ? localized("%s would be replaced", what) : localized("%s would be added", what);
+        outcome.done =
+            present ? localized("%s would be replaced", what) : localized("%s would be added", what);
     } else {
         phonebook->save(content);
         phonebook->commit();
@@ -76,7 +77,8 @@ bool canBeMade(const PhonebookPlace& place)
     const std::filesystem::path path = place.path;
     if (std::filesystem::exists(std::filesystem::symlink_status(path, none)))
         return false;
-    return place.personal || std::filesystem::is_directory(std::filesystem::absolute(path, none).parent_path(), none);
+    return place.personal ||
+           std::filesystem::is_directory(std::filesystem::absolute(path, none).parent_path(), none);
 }
 
 std::string formatted(const Items& items, FileFormat format)

@@ -3,38 +3,14 @@
 #ifndef DRIVER_PHONEBOOK_CSV_HEADER_H
 #define DRIVER_PHONEBOOK_CSV_HEADER_H
 
+#include "driver/phonebook/csv_column_names.h"
 #include "driver/phonebook/csv_rows.h"
-#include "driver/phonebook/person.h"
 
 #include <cstddef>
 #include <string>
 #include <vector>
 
 namespace quelm {
-
-enum class CsvField {
-    none, ///< nothing that is kept
-    name,
-    givenName,
-    middleName,
-    familyName,
-    organization,
-    fax,
-    phone,
-    email,
-    categories,
-    mailbox,
-    type,        ///< entry or group
-    members,     ///< of a group
-    numberLabel, ///< what the number with the same index is for
-    number,      ///< that number
-};
-
-struct CsvColumn {
-    CsvField field = CsvField::none;
-    Use use = Use::unmarked;
-    std::size_t index = 0; ///< of `numberLabel` and `number`: 1 for "Phone 1 - Value"
-};
 
 struct CsvHeader {
     std::vector<CsvColumn> columns;   ///< one for each field of a row

@@ -76,10 +76,15 @@ Problem unlessKept(const Content& content)
 
 } // namespace
 
-Problem problemWith(const PhonebookEntry& entry)
+Problem problemWithEntryName(const std::string& name)
 {
     // Translators: the subject of sentences such as: %s is missing.
-    Problem problem = problemWithNameOf(forTranslation("the name"), entry.name);
+    return problemWithNameOf(forTranslation("the name"), name);
+}
+
+Problem problemWith(const PhonebookEntry& entry)
+{
+    Problem problem = problemWithEntryName(entry.name);
     if (!problem && entry.number.empty())
         problem = localized("%s is missing", localized("the fax number"));
     if (!problem)
@@ -121,7 +126,7 @@ std::string acceptableName(std::string_view name, std::size_t room)
         mended.resize(static_cast<std::size_t>(end - mended.c_str()));
     }
     mended = trimmed(mended);
-    return problemWithNameOf(forTranslation("the name"), mended) ? "" : mended;
+    return problemWithEntryName(mended) ? "" : mended;
 }
 
 } // namespace quelm

@@ -18,6 +18,9 @@ namespace quelm {
 /// record's own marks would cut is refused, too.
 [[nodiscard]] std::optional<std::string> problemWith(const PhonebookEntry& entry);
 
+/// What an entry's name alone cannot be kept for.
+[[nodiscard]] std::optional<std::string> problemWithEntryName(const std::string& name);
+
 /// The same for a group, which needs a member. Whether the members exist is not looked at.
 [[nodiscard]] std::optional<std::string> problemWith(const PhonebookGroup& group);
 

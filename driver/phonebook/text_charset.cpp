@@ -153,8 +153,8 @@ std::string textFromCharset(std::string_view text, const std::string& charset, c
                               shownCharset(charset)));
     const auto line = 1 + std::ranges::count(text.substr(0, read), '\n');
     // Translators: a file, the number of a line, a charset such as windows-1252.
-    throw Error(localized("%s:%d: is not %s; say with --charset how the file is written", file, line,
-                          shownCharset(charset)));
+    throw Error(
+        localized("%s:%d: is not %s; say how the file is written", file, line, shownCharset(charset)));
 }
 
 DecodedText decodeText(std::string bytes, const std::string& charset, const std::string& file)
@@ -188,8 +188,8 @@ DecodedText decodeText(std::string bytes, const std::string& charset, const std:
         return {std::move(bytes), "UTF-8", false};
     const auto guess = charsetByLook(view, count);
     if (guess.empty())
-        throw Error(localized("%s: is not UTF-8, and how it is written cannot be guessed; say it with "
-                              "--charset, such as --charset GB18030",
+        throw Error(localized("%s: is not UTF-8, and how it is written cannot be guessed; say its "
+                              "charset, such as GB18030",
                               file));
     if (guess != westernEuropean)
         return decoded(view, guess, true, file);
@@ -201,10 +201,10 @@ DecodedText decodeText(std::string bytes, const std::string& charset, const std:
     }
 }
 
-std::string guessedCharsetNote(const std::string& charset)
+std::string guessedCharsetNote(const std::string& charset, const char* option)
 {
-    // Translators: a charset such as windows-1252.
-    return localized("read as %s; say --charset when names look wrong", charset);
+    // Translators: a charset such as windows-1252, and an option.
+    return localized("read as %s; say %s when names look wrong", charset, option);
 }
 
 } // namespace quelm

@@ -30,8 +30,8 @@ struct DecodedText {
 /// `textFromCharset` does.
 [[nodiscard]] DecodedText decodeText(std::string bytes, const std::string& charset, const std::string& file);
 
-/// The line that the user is told about a guessed charset.
-[[nodiscard]] std::string guessedCharsetNote(const std::string& charset);
+/// The line that the user is told about a guessed charset, with the option that names another.
+[[nodiscard]] std::string guessedCharsetNote(const std::string& charset, const char* option = "--charset");
 
 } // namespace quelm
 

@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/reading_options.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
 
@@ -182,9 +183,12 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         ->type_name("[NAME=]NUMBER")
         ->allow_extra_args(false);
     addName(command, "--recipients", options.recipients, "FILE.csv",
-            localized(
-                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
-                "and mailbox"));
+            localized("Add the recipients of a CSV file: with the columns name, number, organization, phone, "
+                      "email and mailbox, or as an address book exports it"));
+    addReadingOptions(command, options.recipientsReading.text, "--recipients-charset",
+                      "--recipients-separator");
+    command.add_flag("--rename", options.recipientsReading.rename,
+                     localized("Change the names of --recipients that are not allowed"));
     addChoice<Duplicates>(
         command, "--duplicates",
         {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
