@@ -73,6 +73,7 @@ const std::vector<Row>& table()
         {"base", {}},
         {"base/command_line", {"base", "base/terminal"}},
         {"base/ghostscript", {"base"}},
+        {"base/manual", {"base", "base/command_line"}},
         {"base/net", {"base"}},
         {"base/snmp", {"base"}},
         {"base/sqlite", {"base"}},
@@ -138,6 +139,7 @@ const std::vector<Row>& table()
          withoutScreenAnd({"driver/cli", "driver/cli/job", "driver/cli/script", "driver/desktop/toolkit",
                            "driver/desktop/help", "driver/desktop/dialogs", "driver/desktop/sending",
                            "driver/desktop/pages", "driver/desktop/main_window"})},
+        {"manual", {"base", "base/command_line", "base/manual", "device", "driver/cli", "driver/phonebook"}},
     };
     return rows;
 }
