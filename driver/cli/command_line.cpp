@@ -92,6 +92,8 @@ void addFax(CLI::App& program, CommandLine& line)
     fax.callback([&line, document] {
         line.command = Command::fax;
         line.hasDocument = document->count() > 0;
+        if (line.hasDocument && line.document.empty())
+            throw CLI::ValidationError("DOCUMENT", localized("is empty"));
     });
 }
 

@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/directory_dialog.h"
 #include "driver/cli/job/reading_options.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
@@ -204,9 +205,20 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         .add_flag("--from-shared", options.fromShared,
                   localized("Take them from the shared phonebook that the fax dialog shows"))
         ->excludes(command.get_option("--shared"));
-    addNames(command, "--directory", options.directory, "PREFIX",
-             localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
-                       "like this; repeat for more"));
+    const auto takePrefixes = [&options](const std::vector<std::string>& given) {
+        for (const auto& prefix : given)
+            if (notEmpty("--directory", prefix).size() > longestPrefix)
+                throw CLI::ValidationError(
+                    "--directory", localized("the beginning of a name is longer than %d bytes", longestPrefix));
+        options.directory = given;
+    };
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--directory", takePrefixes,
+            localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
+                      "like this; repeat for more"))
+        ->type_name("PREFIX")
+        ->allow_extra_args(false);
 }
 
 /// Its number is told in no message.
