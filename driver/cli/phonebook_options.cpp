@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/phonebook_options.h"
 
+#include "base/command_line/parser_messages.h"
 #include "base/translation.h"
 
 #include <CLI/CLI.hpp>
@@ -51,12 +52,6 @@ void addReplace(CLI::App& action, PhonebookRequest& request)
 constexpr const char* vcardFormats = "vcard3|vcard4|csv";
 constexpr const char* listFormats = "text|csv";
 
-CLI::ValidationError noFormat(const std::string& given, const char* formats)
-{
-    // Translators: what was given, and what is possible: vcard3|vcard4|csv.
-    return CLI::ValidationError("--format", localized("\"%s\" is none of %s", given, formats));
-}
-
 void addFormats(CLI::App& action, PhonebookRequest& request)
 {
     action
@@ -70,7 +65,7 @@ void addFormats(CLI::App& action, PhonebookRequest& request)
                 else if (given == "csv")
                     request.format = FileFormat::csv;
                 else
-                    throw noFormat(given, vcardFormats);
+                    throw UnknownWord("--format", given, vcardFormats);
             },
             localized("How to write it; by default .vcf is vcard4 and .csv is csv"))
         ->type_name(vcardFormats);
@@ -91,7 +86,7 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
             "--format",
             [&request](const std::string& given) {
                 if (given != "text" && given != "csv")
-                    throw noFormat(given, listFormats);
+                    throw UnknownWord("--format", given, listFormats);
                 request.asCsv = given == "csv";
             },
             localized("Columns to read, or CSV with all fields (text)"))

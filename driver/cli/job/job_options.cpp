@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
+#include "base/command_line/help_texts.h"
+#include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/translation.h"
 #include "driver/jobs/attribute_lines.h"
@@ -30,7 +32,7 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
         for (const auto& [word, value] : choices)
             if (word == given)
                 return store(value);
-        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
+        throw UnknownWord(name, given, words);
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
@@ -61,6 +63,7 @@ CLI::Option* addText(CLI::App& command, const std::string& name, std::optional<s
 /// The options of which one says what card is charged.
 void addCardOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     addCardNumberOptions(command, options);
     auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
                                   localized("Charge the card that the fax dialog keeps"));
@@ -89,6 +92,7 @@ TimeOfDay timeOfDay(const std::string& given)
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Transmission"));
     // The dialog lists Superfine before Fine.
     addChoice<int>(
         command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
@@ -124,6 +128,7 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Recipients"));
     command.add_option("--to", options.to, localized("Add a recipient; repeat for more"))
         ->type_name("NAME=NUMBER")
         ->allow_extra_args(false);
@@ -167,6 +172,7 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
 /// Its number is told in no message.
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
               localized("Send no cover sheet"));
     addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
@@ -184,6 +190,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options)
 
 void addCardNumberOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     const auto takeNumber = [&options](const std::string& given) {
         if (!isDialText(given))
             throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
@@ -200,6 +207,7 @@ void addCardNumberOptions(CLI::App& command, JobOptions& options)
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     addText(command, "--output", options.output, "FILE", localized("Where to write; - is standard output"));
     const auto takeDevice = [&options](const std::string& given) {
         try {
@@ -220,6 +228,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addRecipientOptions(command, options);
     addCoverOptions(command, options);
     addSendingOptions(command, options);
+    const OptionSection section(command, localized("Destination"));
     addChoice<Pdl>(
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
         localized("How the job carries its attributes (dsc)"));
@@ -228,16 +237,17 @@ void addJobOptions(CLI::App& command, JobOptions& options)
 
 void addHandoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     command.add_flag("--outbox", options.toOutbox,
                      localized("Put the job into the outbox, which sends it; see quelm-driver outbox"));
     auto* dryRun = command.add_flag("--dry-run", options.dryRun,
                                     localized("Say what would happen, and neither send nor keep anything"));
     dryRun->excludes(command.get_option("--cover-preview"));
-    command.add_flag("--json", options.asJson, localized("With --dry-run: say it as JSON"));
 }
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     // Called when the options ahead of it have been taken, and before it is seen what is missing.
     const auto take = [&options, &document](const std::string& given) {
         if (given.empty())

@@ -77,7 +77,7 @@ void addJobOptions(CLI::App& command, JobOptions& options);
 /// destination is, the command does not need its document any more.
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document);
 
-/// Adds --outbox, --dry-run and --json, for the same commands, behind those.
+/// Adds --outbox and --dry-run, for the same commands, behind those.
 void addHandoverOptions(CLI::App& command, JobOptions& options);
 
 /// Adds the options that name recipients, for a job that is sent again; they are among those of
