@@ -3,7 +3,7 @@
 #ifndef DRIVER_PHONEBOOK_VCARD_CARD_H
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 
-#include "driver/phonebook/evcard.h"
+#include "driver/phonebook/vcard_library.h"
 
 #include <string>
 #include <string_view>
@@ -42,7 +42,7 @@ public:
     std::vector<CardNumber> numbers(std::string_view property) const;
 
 private:
-    VcardHandle card_;
+    std::vector<CardProperty> properties_;
 };
 
 } // namespace quelm

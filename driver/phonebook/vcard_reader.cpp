@@ -6,7 +6,10 @@
 #include "driver/phonebook/vcard_cards.h"
 #include "driver/phonebook/vcard_names.h"
 
+#include <glib.h>
+
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 
@@ -30,6 +33,13 @@ struct PendingGroup {
     std::string name;
     std::vector<std::string> references;
 };
+
+/// Takes over a text that GLib allocated.
+std::string takeText(char* text)
+{
+    const std::unique_ptr<char, decltype(&g_free)> owned(text, g_free);
+    return text == nullptr ? "" : text;
+}
 
 std::string lowered(std::string_view text)
 {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 #include <poll.h>
@@ -166,7 +167,7 @@ class OpeningPhonebooks : public Journey, public testing::WithParamInterface<boo
 protected:
     OpeningPhonebooks()
     {
-        std::filesystem::copy_file(build_paths::inStage("quelm-driver"), home / "quelm-driver");
+        copyProgram("quelm-driver", home);
         if (GetParam()) {
             Request strip;
             strip.arguments = {"strip", (home / "quelm-driver").string()};
