@@ -95,6 +95,33 @@ void addFax(CLI::App& program, CommandLine& line)
     });
 }
 
+void addScriptOptions(CLI::App& script, CommandLine& line)
+{
+    auto* file = script
+                     .add_option_function<std::string>(
+                         "FILE",
+                         [&line](const std::string& given) {
+                             if (given.empty())
+                                 throw CLI::ValidationError("FILE", localized("is empty"));
+                             line.script = given;
+                         },
+                         localized("Script, one action a line; - is standard input"))
+                     ->required()
+                     ->type_name("");
+    auto* dryRun = script.add_flag("--dry-run", line.scriptDryRun,
+                                   localized("Only read the script, and say what is wrong with it"));
+    script
+        .add_flag_callback(
+            "--list",
+            [&line, file] {
+                line.scriptList = true;
+                file->required(false);
+            },
+            localized("List the widgets and functions that scripts can name"))
+        ->excludes(dryRun)
+        ->excludes(file);
+}
+
 void addCommands(CLI::App& program, CommandLine& line)
 {
     addFax(program, line);
@@ -104,9 +131,7 @@ void addCommands(CLI::App& program, CommandLine& line)
 
     auto& script = addCommand(program, line, "script", Command::script,
                               localized("Carry out the user actions of a script"));
-    script.add_option("FILE", line.script, localized("Script, one action a line; - is standard input"))
-        ->required()
-        ->type_name("");
+    addScriptOptions(script, line);
 
     auto& phonebook = addCommand(program, line, "phonebook", Command::phonebook,
                                  localized("Look at a phonebook or change it"));

@@ -19,6 +19,10 @@ namespace {
 JobOptions optionsOf(const CommandLine& line)
 {
     JobOptions options = line.job;
+    if (options.recipients == "-" && line.document == "-")
+        throw UsageError(
+            localized("standard input is read once; give the document or --recipients another file "
+                      "than \"-\""));
     if (!options.creditCardFile)
         return options;
     if (*options.creditCardFile == "-" && (options.recipients == "-" || line.document == "-"))
@@ -67,7 +71,7 @@ void FilledJob::tellKeptCard() const
 {
     if (options_.keptCreditCard)
         for (const auto& remark : remarks())
-            writeUnderProgramName(remark);
+            writeRemark(remark);
 }
 
 } // namespace quelm

@@ -3,7 +3,9 @@
 #include "driver/cli/outbox_resend.h"
 
 #include "base/clock.h"
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
+#include "base/standard_output.h"
 #include "base/terminal/secret_line.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -13,6 +15,7 @@
 #include "driver/cli/job/given_target.h"
 #include "driver/cli/job/say.h"
 #include "driver/jobs/attribute_lines.h"
+#include "driver/outbox/outbox_checks.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -142,7 +145,20 @@ void makeAnew(const CommandLine& line, const OutboxJob& job, const JobTarget& ta
     FilledJob filled(anew);
     Submission submission = submissionOf(filled, target, currentTime());
     submission.sentBefore = job.number;
-    sendFilled(filled, document, shownText(job.title), submission);
+    if (line.outbox.dryRun)
+        return sumUp(filled, document, target, submission, line.json);
+    sendFilled(filled, document, submission, {shownText(job.title), line.json, {}});
+}
+
+/// What would happen to a kept print stream.
+void planAgain(OutboxJob job, const JobTarget& target, bool asJson)
+{
+    requireRepeatable(job);
+    job.target = target;
+    if (asJson)
+        writeJsonAnswer(resultLine({job.number, job, {}}, currentTime()));
+    else
+        writeAnswer(plannedHandover(job) + "\n");
 }
 
 } // namespace
@@ -168,6 +184,8 @@ void resend(const CommandLine& line, Outbox& outbox)
     const std::string card = cardFor(job, request);
     if (anew)
         return makeAnew(line, job, target.value_or(job.target), card);
+    if (request.dryRun)
+        return planAgain(job, target.value_or(job.target), line.json);
     const auto now = currentTime();
     const int again = outbox.sendAgain(job.number, card, now, false, target);
     try {
@@ -180,6 +198,8 @@ void resend(const CommandLine& line, Outbox& outbox)
             // Translators: a job's number, and why.
             localized("job %d was not sent again: %s", job.number, withoutNumber(error.what(), again)));
     }
+    if (line.json)
+        writeJsonResult(resultLine(resultOf(outbox, again, ""), now));
 }
 
 } // namespace quelm

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/widgets/widget_label.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glib.h>
@@ -264,10 +265,10 @@ void Features::takeValues(const std::map<std::string, std::string>& values, cons
         const bool decides = std::ranges::find(preferences, name) == preferences.end();
         troubles_.push_back(
             {kept->first,
-             // Translators: a value, the name of its option and the file that keeps it.
+             // Translators: a value, what the fax dialog calls its option, and the file that keeps it.
              localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over; set it anew in "
                        "the fax dialog, or remove it from the file",
-                       shown, kept->first, source),
+                       shown, labelText(*widget), source),
              decides});
     }
 }

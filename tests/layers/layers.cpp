@@ -105,6 +105,7 @@ const std::vector<Row>& table()
           "driver/plugin", "driver/store", "driver/widgets"}},
         {"driver/phonebook", {"base", "base/command_line", "base/terminal", "driver/store"}},
         {"driver/contacts", {"base", "driver/phonebook"}},
+        {"driver/charsets", {"base", "driver/phonebook"}},
         {"device/stream", {"base"}},
         {"device/tiff", {"base"}},
         {"device/pages", {"base", "base/ghostscript", "device/tiff"}},

@@ -337,7 +337,7 @@ TEST(CommandLine, SaysWhatIsWrong)
     EXPECT_EQ(reason({"phonebook", "add", "Ann"}), "NUMBER is missing");
     EXPECT_EQ(reason({"device"}), "device needs one of info");
     EXPECT_THAT(reason({"phonebook"}), StartsWith("phonebook needs one of list|show|"));
-    EXPECT_EQ(reason({"attributes", "--to"}), "--to needs a value: NAME=NUMBER");
+    EXPECT_EQ(reason({"attributes", "--to"}), "--to needs a value: [NAME=]NUMBER");
     EXPECT_EQ(reason({"phonebook", "list", "--user"}), "--user needs a value: NAME");
     EXPECT_EQ(reason({"attributes", "--bogus"}), "there is no option --bogus here");
     EXPECT_EQ(reason({"phonebook", "list", "a", "b"}), "\"b\" is one word too many");
