@@ -88,7 +88,7 @@ make_root() {
     cp "$@" "$root/packages"
     # What apt would install beside ours.
     local needed
-    needed=$(apt --simulate install /packages/*.deb) || fail "apt finds no way to install the packages: $needed"
+    needed=$(apt --simulate install "${@/#*\//\/packages\/}") || fail "apt finds no way to install the packages: $needed"
     needed=$(sed -n 's/^Inst \([^ ]*\) .*/\1/p' <<<"$needed" | grep -vxF -f <(ours "$@"))
     # The lists may be older than the archives by now.
     # shellcheck disable=SC2086 # one argument for each package
