@@ -89,9 +89,8 @@ TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
     const auto phonebook = path("team book.xdb");
     const auto programs = folder / "programs";
     std::filesystem::create_directory(programs);
-    const auto emulator =
-        file("programs/x-terminal-emulator", "#!/bin/sh\nprintf '%s\\n' \"$@\" >\"$0.new\"\n"
-                                             "mv \"$0.new\" \"$0.started\"\n");
+    const auto emulator = file("programs/xdg-terminal-exec", "#!/bin/sh\nprintf '%s\\n' \"$@\" >\"$0.new\"\n"
+                                                             "mv \"$0.new\" \"$0.started\"\n");
     std::filesystem::permissions(emulator, std::filesystem::perms::owner_all);
     Request request;
     request.arguments = {"sh", "-c", "exec \"$0\" -FP $1 </dev/null", program, phonebook};
@@ -100,8 +99,8 @@ TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output, "");
     // It becomes the terminal: who waited for it has waited for the window.
-    EXPECT_EQ(content("programs/x-terminal-emulator.started"),
-              "-e\n" + std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
+    EXPECT_EQ(content("programs/xdg-terminal-exec.started"),
+              std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
 }
 
 TEST_F(PhonebookProgram, StartedFromADesktopWithoutATerminalProgramItSaysSo)

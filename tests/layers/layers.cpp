@@ -71,8 +71,9 @@ const std::vector<Row>& table()
          {"host", "component/common", "component/model", "component/output", "component/phonebook",
           "component/directory", "component/ui"}},
         {"base", {}},
-        {"base/command_line", {"base"}},
+        {"base/command_line", {"base", "base/terminal"}},
         {"base/ghostscript", {"base"}},
+        {"base/manual", {"base", "base/command_line"}},
         {"base/net", {"base"}},
         {"base/snmp", {"base"}},
         {"base/sqlite", {"base"}},
@@ -102,8 +103,9 @@ const std::vector<Row>& table()
         {"driver/handover",
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
-        {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"driver/phonebook", {"base", "base/command_line", "base/terminal", "driver/store"}},
         {"driver/contacts", {"base", "driver/phonebook"}},
+        {"driver/charsets", {"base", "driver/phonebook"}},
         {"device/stream", {"base"}},
         {"device/tiff", {"base"}},
         {"device/pages", {"base", "base/ghostscript", "device/tiff"}},
@@ -137,6 +139,7 @@ const std::vector<Row>& table()
          withoutScreenAnd({"driver/cli", "driver/cli/job", "driver/cli/script", "driver/desktop/toolkit",
                            "driver/desktop/help", "driver/desktop/dialogs", "driver/desktop/sending",
                            "driver/desktop/pages", "driver/desktop/main_window"})},
+        {"manual", {"base", "base/command_line", "base/manual", "device", "driver/cli", "driver/phonebook"}},
     };
     return rows;
 }
