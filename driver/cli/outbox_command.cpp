@@ -168,7 +168,7 @@ void runOutboxCommand(const CommandLine& line)
     case OutboxAction::send:
         return send(*outbox, request);
     case OutboxAction::resend:
-        return resend(line, *outbox);
+        return resend(line, setup, *outbox);
     case OutboxAction::run:
         return runOutbox(*outbox, request);
     case OutboxAction::none:
