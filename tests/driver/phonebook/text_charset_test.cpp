@@ -72,11 +72,11 @@ TEST(TextCharset, OtherScriptsAreGuessedByTheirWords)
 TEST(TextCharset, WhatLooksLikeNothingHasToBeNamed)
 {
     // Korean, too short to be told from Chinese.
-    const std::string korean = "name,number\n\xb1\xe8\xc3\xb6\xbc\xf6,1\n";
+    const std::string korean = "name,number\n\xb1\xe8\xc3\xb6\xbc\xf6,1\n\xc0\xcc\xbf\xb5\xc8\xf1,2";
     EXPECT_EQ(
         failureLine([&] { decoded(korean); }),
         "list.csv: is not UTF-8, and how it is written cannot be guessed; say its charset, such as GB18030");
-    EXPECT_EQ(decoded(korean, "EUC-KR").text, "name,number\n\uae40\ucca0\uc218,1\n");
+    EXPECT_EQ(decoded(korean, "EUC-KR").text, "name,number\n\uae40\ucca0\uc218,1\n\uc774\uc601\ud76c,2");
 }
 
 TEST(TextCharset, DamagedUtf8IsNotTakenForAnotherCharset)
