@@ -90,7 +90,7 @@ void addJobs(CLI::App& program)
             "alone. A destination is needed: --output, --device or --queue."))
         .example("quelm-driver fax letter.pdf --to \"Ann=555-1234\" --device fax.example",
                  localized("Hands a letter for Ann to a fax device."))
-        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --note \"Call me\" --dry-run",
+        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
                  localized("Says what would go out, with a cover sheet, and to whom."))
         .example("quelm-driver fax letter.pdf --group Team --queue fax --send-at 17:30",
                  localized("Sends to a group of the phonebook in the evening."));
