@@ -8,7 +8,7 @@
 namespace quelm {
 namespace {
 
-/// A text within a specification of _arguments: some characters part it there.
+/// A text within what _arguments is told of an option: some characters part it there.
 std::string specText(const std::string& text)
 {
     std::string out;

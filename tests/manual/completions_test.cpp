@@ -83,12 +83,6 @@ Words plain(const Words& offered)
 
 class CompletionsOfPrograms : public testing::TestWithParam<Shell> {
 protected:
-    void SetUp() override
-    {
-        if (!test::isInstalled(GetParam()))
-            GTEST_SKIP() << nameOf(GetParam()) << " is not installed";
-    }
-
     static Words offered(const CommandView& program, const Question& question)
     {
         return plain(test::completionsOf(GetParam(), program, {question}).front());

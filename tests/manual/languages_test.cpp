@@ -98,7 +98,7 @@ TEST_F(InEveryLanguage, TheWordsOfTheHelpItselfAre)
                 const auto page = helpPage(command);
                 for (const char* word :
                      {"Usage: ", "\nOptions:", "\nCommands:", "\nArguments:", "\nExamples:", "[OPTIONS]",
-                      "COMMAND", "(required)", "(not with", "(only with", "may stand here, too"})
+                      " COMMAND\n", "(required)", "(not with", "(only with", "may stand here, too"})
                     EXPECT_THAT(page, Not(HasSubstr(word))) << language << ": " << command.path;
             });
     }

@@ -149,15 +149,6 @@ std::string nameOf(Shell shell)
     return shell == Shell::bash ? "bash" : shell == Shell::zsh ? "zsh" : "fish";
 }
 
-bool isInstalled(Shell shell)
-{
-    std::istringstream folders(std::getenv("PATH"));
-    for (std::string folder; std::getline(folders, folder, ':');)
-        if (fs::exists(fs::path(folder) / nameOf(shell)))
-            return true;
-    return false;
-}
-
 std::vector<std::set<std::string>> completionsOf(Shell shell, const CommandView& program,
                                                  const std::vector<Question>& questions)
 {

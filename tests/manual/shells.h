@@ -15,9 +15,6 @@ enum class Shell { bash, zsh, fish };
 
 std::string nameOf(Shell shell);
 
-/// Whether the shell is installed.
-bool isInstalled(Shell shell);
-
 /// A command line, the last word of which is to be completed. No word holds blanks or quotation marks.
 using Question = std::vector<std::string>;
 
