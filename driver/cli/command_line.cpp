@@ -92,7 +92,49 @@ void addFax(CLI::App& program, CommandLine& line)
     fax.callback([&line, document] {
         line.command = Command::fax;
         line.hasDocument = document->count() > 0;
+        if (line.hasDocument && line.document.empty())
+            throw CLI::ValidationError("DOCUMENT", localized("is empty"));
     });
+}
+
+void addScriptOptions(CLI::App& script, CommandLine& line)
+{
+    auto* file = script
+                     .add_option_function<std::string>(
+                         "FILE",
+                         [&line](const std::string& given) {
+                             if (given.empty())
+                                 throw CLI::ValidationError("FILE", localized("is empty"));
+                             line.script = given;
+                         },
+                         localized("Script, one action a line; - is standard input"))
+                     ->required()
+                     ->type_name("");
+    auto* dryRun = script.add_flag("--dry-run", line.scriptDryRun,
+                                   localized("Only read the script, and say what is wrong with it"));
+    script
+        .add_flag_callback(
+            "--list",
+            [&line, file] {
+                line.scriptList = true;
+                file->required(false);
+            },
+            localized("List the widgets and functions that scripts can name"))
+        ->excludes(dryRun)
+        ->excludes(file);
+}
+
+void addConfig(CLI::App& program, CommandLine& line)
+{
+    auto& config =
+        *program.add_subcommand("config", localized("Look at the configuration files"))->fallthrough();
+    config.require_subcommand(1);
+    addCommand(config, line, "show", Command::configShow,
+               localized("Show each value, and the file and line that gave it"));
+    addCommand(config, line, "check", Command::configCheck,
+               localized("Say everything that is wrong with them"))
+        .add_option("FILE", line.checkedFile, localized("This file alone"))
+        ->type_name("");
 }
 
 void addCommands(CLI::App& program, CommandLine& line)
@@ -104,9 +146,7 @@ void addCommands(CLI::App& program, CommandLine& line)
 
     auto& script = addCommand(program, line, "script", Command::script,
                               localized("Carry out the user actions of a script"));
-    script.add_option("FILE", line.script, localized("Script, one action a line; - is standard input"))
-        ->required()
-        ->type_name("");
+    addScriptOptions(script, line);
 
     auto& phonebook = addCommand(program, line, "phonebook", Command::phonebook,
                                  localized("Look at a phonebook or change it"));
@@ -130,6 +170,7 @@ void addCommands(CLI::App& program, CommandLine& line)
     auto& outbox = addCommand(program, line, "outbox", Command::outbox,
                               localized("Look at jobs that wait or were sent, and send them"));
     addOutboxActions(outbox, line.outbox);
+    addConfig(program, line);
 }
 
 } // namespace

@@ -91,6 +91,11 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();
+    for (const char* action : {"cancel", "send", "resend", "run"})
+        command.get_subcommand(action)->add_flag(
+            "--dry-run", request.dryRun,
+            localized("Say what would happen, and neither send nor keep anything"));
+    run.get_option("--dry-run")->excludes(run.get_option("--wait"));
 }
 
 } // namespace quelm
