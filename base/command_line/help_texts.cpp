@@ -36,6 +36,14 @@ const HelpTexts& helpTextsOf(const CLI::App& command)
     return found == formatter->texts.end() ? none : found->second;
 }
 
+OptionSection::OptionSection(CLI::App& command, const std::string& heading)
+    : command_(command), former_(command.option_defaults()->get_group())
+{
+    command_.option_defaults()->group(heading);
+}
+
+OptionSection::~OptionSection() { command_.option_defaults()->group(former_); }
+
 CLI::App& commandAt(CLI::App& program, const std::string& path)
 {
     CLI::App* command = &program;

@@ -35,6 +35,20 @@ void addHelp(CLI::App& command, HelpTexts texts);
 /// `addHelp`.
 const HelpTexts& helpTextsOf(const CLI::App& command);
 
+/// As long as it lives, options that a command is given stand in a section of its help.
+class OptionSection {
+public:
+    /// `heading` is in the user's language.
+    OptionSection(CLI::App& command, const std::string& heading);
+    ~OptionSection();
+    OptionSection(const OptionSection&) = delete;
+    OptionSection& operator=(const OptionSection&) = delete;
+
+private:
+    CLI::App& command_;
+    std::string former_;
+};
+
 /// The command below `program` that the words of `path` lead to: "phonebook import". Throws std::out_of_range
 /// when there is none: a mistake in the program.
 CLI::App& commandAt(CLI::App& program, const std::string& path);

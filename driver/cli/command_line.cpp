@@ -6,6 +6,7 @@
 #include "base/command_line/program_arguments.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cli/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -98,18 +99,17 @@ void addFax(CLI::App& program, CommandLine& line)
 
 void addScriptOptions(CLI::App& script, CommandLine& line)
 {
-    auto* file =
-        script
-            .add_option_function<std::string>(
-                "FILE",
-                [&line](const std::string& given) {
-                    if (given.empty())
-                        throw CLI::ValidationError("FILE", localized("is empty"));
-                    line.script = given;
-                },
-                localized("Script, one action a line; - is standard input"))
-            ->required()
-            ->type_name("");
+    auto* file = script
+                     .add_option_function<std::string>(
+                         "FILE",
+                         [&line](const std::string& given) {
+                             if (given.empty())
+                                 throw CLI::ValidationError("FILE", localized("is empty"));
+                             line.script = given;
+                         },
+                         localized("Script, one action a line; - is standard input"))
+                     ->required()
+                     ->type_name("");
     auto* dryRun = script.add_flag("--dry-run", line.scriptDryRun,
                                    localized("Only read the script, and say what is wrong with it"));
     script
@@ -122,6 +122,19 @@ void addScriptOptions(CLI::App& script, CommandLine& line)
             localized("List the widgets and functions that scripts can name"))
         ->excludes(dryRun)
         ->excludes(file);
+}
+
+void addConfig(CLI::App& program, CommandLine& line)
+{
+    auto& config =
+        *program.add_subcommand("config", localized("Look at the configuration files"))->fallthrough();
+    config.require_subcommand(1);
+    addCommand(config, line, "show", Command::configShow,
+               localized("Show each value, and the file and line that gave it"));
+    addCommand(config, line, "check", Command::configCheck,
+               localized("Say everything that is wrong with them"))
+        .add_option("FILE", line.checkedFile, localized("This file alone"))
+        ->type_name("");
 }
 
 void addCommands(CLI::App& program, CommandLine& line)
@@ -157,6 +170,7 @@ void addCommands(CLI::App& program, CommandLine& line)
     auto& outbox = addCommand(program, line, "outbox", Command::outbox,
                               localized("Look at jobs that wait or were sent, and send them"));
     addOutboxActions(outbox, line.outbox);
+    addConfig(program, line);
 }
 
 } // namespace
@@ -176,6 +190,7 @@ std::shared_ptr<CLI::App> driverProgram(CommandLine& line)
         ->type_name("");
     addCommands(*program, line);
     addHelpCommand(*program);
+    addDriverHelp(*program);
     return program;
 }
 
@@ -187,6 +202,7 @@ std::shared_ptr<CLI::App> desktopProgram(CommandLine& line)
     addDriverOptions(*program, line);
     program->add_option("DOCUMENT", line.desktopDocument, localized("PostScript or PDF file to open"))
         ->type_name("");
+    addDesktopHelp(*program);
     return program;
 }
 

@@ -18,7 +18,18 @@ class App;
 
 namespace quelm {
 
-enum class Command { none, fax, attributes, script, phonebook, deviceInfo, directorySearch, outbox };
+enum class Command {
+    none,
+    fax,
+    attributes,
+    script,
+    phonebook,
+    deviceInfo,
+    directorySearch,
+    outbox,
+    configShow,
+    configCheck
+};
 
 struct CommandLine {
     Command command = Command::none;
@@ -32,11 +43,12 @@ struct CommandLine {
     std::optional<std::string> commandMeant; ///< that which the document's name is much like
     bool hasDocument = true;     ///< false where `fax` only previews a cover page and was given no document
     std::string script;          ///< of `script`: a file, or "-" for standard input
-    bool scriptList = false;   ///< say what scripts can name, and carry out none
-    bool scriptDryRun = false; ///< only read the script
+    bool scriptList = false;     ///< say what scripts can name, and carry out none
+    bool scriptDryRun = false;   ///< only read the script
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
     OutboxRequest outbox;        ///< of `outbox`
+    std::string checkedFile;     ///< of `config check`: the one to look at; empty for those that are in use
     /// Not empty when the user asked for help or the version: print it and do nothing else.
     std::string information;
 };

@@ -95,7 +95,8 @@ void runDeviceInfoCommand(const CommandLine& line)
     for (const auto& field : fields) {
         const std::string widget = field.widget;
         const auto value = driver.show(widget).text.value_or("");
-        answer += driver.show(widget + " Label").text.value_or("") + (value.empty() ? "" : " ") + value + "\n";
+        answer +=
+            driver.show(widget + " Label").text.value_or("") + (value.empty() ? "" : " ") + value + "\n";
     }
     writeAnswer(answer);
 }

@@ -22,8 +22,9 @@ JobOptions optionsOf(const CommandLine& line)
 {
     JobOptions options = line.job;
     if (options.recipients == "-" && line.document == "-")
-        throw UsageError(localized("standard input is read once; give the document or --recipients another file "
-                                   "than \"-\""));
+        throw UsageError(
+            localized("standard input is read once; give the document or --recipients another file "
+                      "than \"-\""));
     if (!options.creditCardFile)
         return options;
     if (*options.creditCardFile == "-" && (options.recipients == "-" || line.document == "-"))

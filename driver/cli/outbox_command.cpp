@@ -101,7 +101,8 @@ void cancel(Outbox& outbox, const OutboxRequest& request)
         if (request.dryRun) {
             requireCancellable(job);
             // Translators: a job's number and its document.
-            return sayPlan(request, localized("job %d (%s) would be cancelled", number, shownText(job.title)));
+            return sayPlan(request,
+                           localized("job %d (%s) would be cancelled", number, shownText(job.title)));
         }
         outbox.cancel(number, currentTime());
         say(localized("job %d (%s) is cancelled", number, shownText(job.title)));

@@ -126,14 +126,13 @@ void planRun(Outbox& outbox, const OutboxRequest& request)
     auto jobs = outbox.jobs(OutboxState::waiting);
     std::erase_if(jobs, [now](const OutboxJob& job) { return job.due > now; });
     std::ranges::stable_sort(jobs, {}, &OutboxJob::due);
-    for (const auto& job : jobs) {
+    for (const auto& job : jobs)
         if (const auto question = questionOf(job, now))
             writeRemark(*question);
         else if (request.asJson)
             writeAnswer(resultLine({job.number, job, {}}, now));
         else
             writeAnswer(plannedHandover(job) + "\n");
-    }
 }
 
 } // namespace

@@ -8,8 +8,8 @@
 
 namespace quelm {
 
-/// Hands over what is due and not overdue, or with --dry-run says what that is. Throws quelm::Error at its end
-/// when a job was not handed over.
+/// Hands over what is due and not overdue, or with --dry-run says what that is. Throws quelm::Error at its
+/// end when a job was not handed over.
 void runOutbox(Outbox& outbox, const OutboxRequest& request);
 
 } // namespace quelm

@@ -9,6 +9,7 @@
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
+#include "driver/cli/import_json.h"
 #include "driver/cli/phonebook_json.h"
 #include "driver/config/installation.h"
 #include "driver/config/user_place.h"
@@ -95,35 +96,61 @@ const Content& typed(const Content& content)
     return content;
 }
 
-void import(const PhonebookPlace& place, const PhonebookRequest& request)
+void import(const PhonebookPlace& place, const CommandLine& line)
 {
+    const auto& request = line.phonebook;
     ImportReport report;
     {
         ProgressLine progress(localized("Importing"));
-        ImportOptions options;
-        options.skipBad = request.skipBad;
+        auto options = request.import;
+        options.dryRun = request.dryRun;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
         report = importFile(place, request.file, options);
     }
+    const auto failure = report.accepted ? "" : importFailure(report);
+    if (line.json && (request.dryRun || !report.accepted))
+        writeJsonAnswer(importJson(report, failure));
+    else if (line.json)
+        writeJsonResult(importJson(report, failure));
     for (const auto& refusal : refusalLines(report))
         writeUnderProgramName(refusal);
-    if (!report.written)
-        throw Error(importFailure(report));
-    confirm({importSummary(report), report.strayMembers});
+    if (!report.accepted)
+        throw Error(failure);
+    if (line.json)
+        return warn(report.strayMembers);
+    const Outcome outcome{importSummary(report), report.strayMembers};
+    if (request.dryRun)
+        print(outcome);
+    else
+        confirm(outcome);
 }
 
-void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
+void exportTo(const PhonebookPlace& place, const CommandLine& line)
 {
+    const auto& request = line.phonebook;
     const bool toStandardOutput = request.file == "-";
     const auto format = request.format ? request.format : formatByName(request.file);
     if (!format)
-        throw UsageError(toStandardOutput
-                             ? localized("say with --format what to write to standard output")
-                             : localized("%s: ends in neither .vcf nor .csv; say --format", request.file));
-    if (toStandardOutput)
-        print(exportText(place, *format));
+        throw UsageError(
+            toStandardOutput
+                ? localized("say with --format what to write to standard output")
+                : localized("%s: ends in none of .vcf, .csv and .ldif; say --format", request.file));
+    if (toStandardOutput && line.json)
+        throw UsageError(localized("--json and the export cannot both go to standard output; name a file"));
+    if (toStandardOutput && !request.dryRun)
+        return print(exportText(place, *format));
+    ExportCount count;
+    const auto doing = doingOf(request);
+    const auto file = toStandardOutput ? localized("standard output") : request.file;
+    const auto outcome = exportFile(place, file, *format, doing, &count);
+    if (!line.json)
+        return doing == Doing::dryRun ? print(outcome) : confirm(outcome);
+    const auto json = exportJson(request.file, *format, count, doing);
+    if (doing == Doing::dryRun)
+        writeJsonAnswer(json);
     else
-        confirm(exportFile(place, request.file, *format));
+        writeJsonResult(json);
+    warn(outcome.warnings);
 }
 
 } // namespace
@@ -146,9 +173,9 @@ void runPhonebookCommand(const CommandLine& line)
     case PhonebookAction::remove:
         return confirm(removeItem(place, request.name, doingOf(request)), line);
     case PhonebookAction::import:
-        return import(place, request);
+        return import(place, line);
     case PhonebookAction::exportTo:
-        return exportTo(place, request);
+        return exportTo(place, line);
     case PhonebookAction::none:
         break;
     }

@@ -49,14 +49,13 @@ std::string phonebookJson(const std::string& path, const std::vector<Phonebook::
                  {"entries", Json::array()},
                  {"groups", Json::array()},
                  {"unreadable", Json::array()}};
-    for (const auto& item : items) {
+    for (const auto& item : items)
         if (const auto* entry = std::get_if<PhonebookEntry>(&item.content))
             json["entries"].push_back(objectOf(*entry));
         else if (const auto* group = std::get_if<PhonebookGroup>(&item.content))
             json["groups"].push_back(objectOf(*group));
         else
             json["unreadable"].push_back(objectOf(item, std::get<UnreadableRecord>(item.content)));
-    }
     return written(json);
 }
 

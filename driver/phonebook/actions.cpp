@@ -43,8 +43,8 @@ Content acceptable(Content content)
 const char* kindOf(const PhonebookEntry& /*entry*/) { return "entry"; }
 const char* kindOf(const PhonebookGroup& /*group*/) { return "group"; }
 
-/// Saves one entry or group. `present` says whether the phonebook has one of that name; `phonebook` is null for
-/// one that a dry run does not make.
+/// Saves one entry or group. `present` says whether the phonebook has one of that name; `phonebook` is null
+/// for one that a dry run does not make.
 template <typename Content>
 Outcome saveOne(Phonebook* phonebook, const Content& content, bool present, bool replace, Doing doing)
 {
@@ -58,7 +58,8 @@ Outcome saveOne(Phonebook* phonebook, const Content& content, bool present, bool
     outcome.name = content.name;
     if (doing == Doing::dryRun) {
         // Translators: %s is: the entry "Ann".
-        outcome.done = present ? localized("%s would be replaced", what) : localized("%s would be added", what);
+        outcome.done =
+            present ? localized("%s would be replaced", what) : localized("%s would be added", what);
     } else {
         phonebook->save(content);
         phonebook->commit();
@@ -76,7 +77,8 @@ bool canBeMade(const PhonebookPlace& place)
     const std::filesystem::path path = place.path;
     if (std::filesystem::exists(std::filesystem::symlink_status(path, none)))
         return false;
-    return place.personal || std::filesystem::is_directory(std::filesystem::absolute(path, none).parent_path(), none);
+    return place.personal ||
+           std::filesystem::is_directory(std::filesystem::absolute(path, none).parent_path(), none);
 }
 
 std::string formatted(const Items& items, FileFormat format)
@@ -84,6 +86,8 @@ std::string formatted(const Items& items, FileFormat format)
     const auto contents = readableItems(items);
     if (format == FileFormat::csv)
         return writeCsvContacts(contents);
+    if (format == FileFormat::ldif)
+        return writeLdif(contents);
     return writeVcards(contents, format == FileFormat::vcard3 ? VcardVersion::v3 : VcardVersion::v4);
 }
 
@@ -103,6 +107,8 @@ std::optional<FileFormat> formatByName(std::string_view file)
     });
     if (ending == ".csv")
         return FileFormat::csv;
+    if (ending == ".ldif")
+        return FileFormat::ldif;
     if (ending == ".vcf")
         return FileFormat::vcard4;
     return std::nullopt;
@@ -197,15 +203,26 @@ Outcome exportText(const PhonebookPlace& place, FileFormat format)
     return {formatted(items, format), unreadableRecords(items, place.path)};
 }
 
-Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format)
+Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format, Doing doing,
+                   ExportCount* count)
 {
     const auto items = readItems(place);
     if (isSameFile(file, place.path))
         throw Error(localized("%s: is the phonebook itself; export to another file", oneLine(file)));
+    auto warnings = unreadableRecords(items, place.path);
+    if (count != nullptr) {
+        for (const auto& content : readableItems(items))
+            ++(std::holds_alternative<PhonebookEntry>(content) ? count->entries : count->groups);
+        count->warnings = warnings;
+    }
+    const auto text = formatted(items, format);
+    if (doing == Doing::dryRun)
+        // Translators: a file, and what would be in it: 12 entries, 1 group.
+        return {localized("%s: would hold %s", oneLine(file), countText(items)) + "\n", std::move(warnings)};
     AtomicFile output(file);
-    output.write(formatted(items, format));
+    output.write(text);
     output.commit();
-    return {oneLine(file) + ": " + countText(items) + "\n", unreadableRecords(items, place.path)};
+    return {oneLine(file) + ": " + countText(items) + "\n", std::move(warnings)};
 }
 
 } // namespace quelm

@@ -28,9 +28,9 @@ struct Outcome {
 /// Whether something is done, or only looked at whether it could be, and said what it would be.
 enum class Doing { really, dryRun };
 
-enum class FileFormat { csv, vcard3, vcard4 };
+enum class FileFormat { csv, vcard3, vcard4, ldif };
 
-/// The format of a file by its name's ending, .csv or .vcf (vCard 4.0). Nothing for another one.
+/// The format of a file by its name's ending, .csv, .ldif or .vcf (vCard 4.0). Nothing for another one.
 std::optional<FileFormat> formatByName(std::string_view file);
 
 // Each opens the phonebook for as long as it takes. All throw Error and leave it as it was when they cannot
@@ -60,8 +60,17 @@ Outcome removeItem(const PhonebookPlace& place, const std::string& name, Doing d
 /// The readable part of the phonebook in a format.
 Outcome exportText(const PhonebookPlace& place, FileFormat format);
 
-/// Writes that to a file, which appears whole or not at all.
-Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format);
+/// What an export holds.
+struct ExportCount {
+    std::size_t entries = 0;
+    std::size_t groups = 0;
+    std::vector<std::string> warnings; ///< of what is left out
+};
+
+/// Writes that to a file, which appears whole or not at all; with `Doing::dryRun` only looks at whether the
+/// phonebook can be read. `count`, when it is not null, is filled.
+Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format,
+                   Doing doing = Doing::really, ExportCount* count = nullptr);
 
 } // namespace quelm
 

@@ -3,6 +3,7 @@
 #ifndef DRIVER_PHONEBOOK_VCARD_CARD_H
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 
+#include "driver/phonebook/person.h"
 #include "driver/phonebook/vcard_library.h"
 
 #include <string>
@@ -10,9 +11,6 @@
 #include <vector>
 
 namespace quelm {
-
-/// What a number or address is for.
-enum class Use { work, home, unmarked };
 
 /// A number or address on a card.
 struct CardNumber {

@@ -6,7 +6,9 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 namespace journeys {
 namespace {
@@ -187,6 +189,56 @@ TEST_F(ConfiguredJourney, ABrokenFileOfTheAdministratorsIsNamedWithItsLine)
             "\" has \"best\" at [job] resolution (line 3), where standard, fine or superfine is expected\n");
     EXPECT_EQ(driver({"attributes", "--to", "Ann=1", "--config", write(path("own.conf"), "")}).status, 0)
         << "a named file stands alone";
+}
+
+TEST_F(ConfiguredJourney, ShowingItNamesTheFileAndLineOfEachValueAndNoSecret)
+{
+    write(forAll, "[job]\n\nprefix=0\n[destination Office]\nqueue=fax@print.example\n");
+    write(forOne, "[device]\ncommunity=sesame\n[job]\nresolution=fine\n");
+    fs::permissions(forOne, fs::perms(0600));
+    const auto shown = driver({"config", "show"});
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(
+        shown.output,
+        AllOf(
+            testing::ContainsRegex(forOne + " +read\n"), testing::ContainsRegex(forAll + " +read\n"),
+            testing::ContainsRegex("\n\\[job\\] prefix +0 +" + forAll + ":3\n"),
+            testing::ContainsRegex("\n\\[job\\] resolution +fine +" + forOne + ":4\n"),
+            testing::ContainsRegex("\n\\[job\\] pdl +dsc +default\n"),
+            testing::ContainsRegex("\n\\[destination Office\\] queue +fax@print.example +" + forAll + ":5\n"),
+            testing::ContainsRegex("\n\\[device\\] community +[*]{5} +" + forOne + ":2\n"),
+            Not(HasSubstr("sesame"))));
+    const auto answer = driver({"config", "show", "--json"});
+    EXPECT_THAT(answer.output, Not(HasSubstr("sesame")));
+    const auto json = nlohmann::json::parse(answer.output);
+    EXPECT_EQ(json["files"][0], nlohmann::json({{"file", forOne}, {"read", true}}));
+    const auto holds = [&json](const nlohmann::json& value) {
+        return std::ranges::find(json["values"], value) != json["values"].end();
+    };
+    EXPECT_TRUE(holds({{"group", "job"}, {"key", "prefix"}, {"value", "0"}, {"file", forAll}, {"line", 3}}));
+    EXPECT_TRUE(holds(
+        {{"group", "sender"}, {"key", "name"}, {"value", nullptr}, {"file", nullptr}, {"line", nullptr}}));
+}
+
+TEST_F(ConfiguredJourney, CheckingItSaysAllThatIsWrong)
+{
+    EXPECT_THAT(driver({"config", "check"}).output, HasSubstr("there is no configuration file"));
+    write(forAll, "[job]\nprefix=0\n");
+    EXPECT_EQ(driver({"config", "check"}).output, "1 configuration file, nothing is wrong\n");
+    write(forAll, "[job]\nprefix=01234\ndestination=Lab\n");
+    write(forOne, "[job]\nresolution=best\n");
+    const auto result = driver({"config", "check"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(std::ranges::count(result.errors, '\n'), 3) << result.errors;
+    EXPECT_THAT(result.errors,
+                AllOf(HasSubstr("[job] prefix (line 2)"), HasSubstr("[job] destination (line 3)"),
+                      HasSubstr("[job] resolution (line 2)")));
+    const auto json = driver({"config", "check", "--json"});
+    EXPECT_EQ(json.status, 1);
+    EXPECT_EQ(nlohmann::json::parse(json.output)["problems"].size(), 3U);
+    expectFailure(driver({"config", "check", forOne}), 1, "[job] resolution (line 2)");
+    expectFailure(driver({"config", "check", path("none")}), 1, "cannot be read");
+    expectFailure(driver({"config"}), 2, "config needs one of show|check");
 }
 
 } // namespace
