@@ -93,7 +93,9 @@ void addJobs(CLI::App& program)
         .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
                  localized("Says what would go out, with a cover sheet, and to whom."))
         .example("quelm-driver fax letter.pdf --group Team --queue fax --send-at 17:30",
-                 localized("Sends to a group of the phonebook in the evening."));
+                 localized("Sends to a group of the phonebook in the evening."))
+        .example("quelm-driver fax letter.pdf --to 555-1234 --device fax.example --json --quiet",
+                 localized("Sends to a number, and answers what became of it as data."));
     Command(program, "attributes")
         .says(localized(
             "They come out byte for byte as the component writes them, on standard output unless --output "
