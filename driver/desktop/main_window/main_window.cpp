@@ -466,6 +466,9 @@ DesktopChoices MainWindow::choices() const
 {
     DesktopChoices choices = kept_;
     choices.destination = destinationPanel_.choice();
+    // Who has the default destination follows when another becomes that.
+    if (choices.destination.name == options_.destination)
+        choices.destination.name.clear();
     if (!is_maximized()) {
         get_size(choices.width, choices.height);
         choices.height = height_.atRest();

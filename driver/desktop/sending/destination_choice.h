@@ -21,7 +21,7 @@ struct DestinationChoice {
     std::string device;      ///< HOST or HOST:PORT
     std::string queue;       ///< the name of a print queue
     std::string server = {}; ///< of that queue: HOST or HOST:PORT; empty: the user's own
-    std::string name = {};   ///< of a named destination
+    std::string name = {};   ///< of a named destination; kept empty for the default one
 
     bool operator==(const DestinationChoice&) const = default;
 };

@@ -38,7 +38,8 @@ public:
     /// empty.
     void offer(std::vector<NamedTarget> destinations, const std::string& preset);
 
-    /// A named destination that is not offered any more counts as nothing chosen.
+    /// A named destination without a name is the default one. One that is not offered any more counts as
+    /// nothing chosen, which is the default one, too, or else a file.
     void setChoice(const DestinationChoice& choice);
     /// What the fields say, without blanks around it. A file whose name is not UTF-8 has its own bytes as
     /// long as the field shows it.

@@ -18,6 +18,7 @@ protected:
     /// Opens the window anew, as the program would be started after the configuration changed.
     void configure(const std::string& preset)
     {
+        window->closeAtOnce();
         close();
         destinations = {{"Lab", NetworkAddress{"127.0.0.1", 1}, {}},
                         {"Archive", FileTarget{folder / "fax.job"}, Pdl::pjl}};
@@ -39,10 +40,19 @@ TEST_F(NamedDestinationsTest, TheDefaultOneIsChosenAsLongAsTheUserChoseNothing)
     EXPECT_EQ(place(), folder / "fax.job");
     EXPECT_EQ(chosenForm(), 1) << "the form that it takes";
     chooseItem("Main Destination Kind", firstNamedItem);
-    EXPECT_EQ(place(), "device 127.0.0.1:1");
+    EXPECT_EQ(place(), "Device 127.0.0.1:1");
     EXPECT_EQ(chosenForm(), 0);
     configure("Archive");
     EXPECT_EQ(chosenItem(), firstNamedItem) << "the user's choice is kept";
+}
+
+TEST_F(NamedDestinationsTest, WhoHasTheDefaultOneFollowsWhenItChanges)
+{
+    EXPECT_EQ(chosenItem(), firstNamedItem + 1);
+    configure("Lab");
+    EXPECT_EQ(chosenItem(), firstNamedItem);
+    configure("Archive");
+    EXPECT_EQ(chosenItem(), firstNamedItem + 1);
 }
 
 TEST_F(NamedDestinationsTest, AJobGoesThere)
@@ -66,11 +76,13 @@ TEST_F(NamedDestinationsTest, AFileThatIsThereIsAskedAbout)
 TEST_F(NamedDestinationsTest, OneThatIsGoneIsReplacedByTheDefault)
 {
     chooseItem("Main Destination Kind", firstNamedItem);
+    window->closeAtOnce();
     close();
     destinations = {{"Archive", FileTarget{folder / "fax.job"}, Pdl::pjl}};
     open();
     EXPECT_EQ(chosenItem(), firstNamedItem);
     EXPECT_EQ(place(), folder / "fax.job");
+    window->closeAtOnce();
     close();
     destinations = {};
     destination = "";
