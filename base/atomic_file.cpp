@@ -197,8 +197,9 @@ struct AtomicFile::State {
             return;
         if (replaced) {
             // Only root can keep the owner; the permissions follow, because chown clears some.
-            if (fchown(file.get(), replaced->st_uid, replaced->st_gid) != 0)
-                (void)fchown(file.get(), static_cast<uid_t>(-1), replaced->st_gid);
+            [[maybe_unused]] const bool groupKept =
+                fchown(file.get(), replaced->st_uid, replaced->st_gid) == 0 ||
+                fchown(file.get(), static_cast<uid_t>(-1), replaced->st_gid) == 0;
         }
         constexpr mode_t permissionBits = 07777;
         constexpr mode_t readAndWrite = S_IRUSR | S_IWUSR;

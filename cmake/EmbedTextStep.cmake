@@ -4,7 +4,7 @@
 # Rules with XML: comments go; each line break, with the blanks around it, becomes one blank; a comment
 # <!-- blanks: N --> becomes N blanks, which is how the source file itself fills up to the fixed size.
 # SPDX-License-Identifier: LGPL-2.1-or-later
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.22)
 
 # Stops the build. The leading blanks keep CMake from wrapping the words, so that they can be copied.
 function(refuse)

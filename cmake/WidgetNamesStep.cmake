@@ -7,7 +7,7 @@
 # What would begin with a digit, or be a word of C++, begins with "name": "14.4" is name144. Two names that would be
 # one constant stop the build. A name that several widgets bear is one constant.
 # SPDX-License-Identifier: LGPL-2.1-or-later
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.22)
 
 # Stops the build. The leading blanks keep CMake from wrapping the words.
 function(refuse)

@@ -4,6 +4,7 @@
 
 #include "base/command_line/program_arguments.h"
 #include "base/translation.h"
+#include "device/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -126,21 +127,23 @@ CLI::App* addServe(CLI::App& program, ServeOptions& options)
 
 } // namespace
 
+std::shared_ptr<CLI::App> deviceProgram(DeviceCommandLine& line)
+{
+    auto program = std::make_shared<CLI::App>(
+        localized("An emulated device that takes fax jobs, dials, and faxes their pages."), "quelm-device");
+    beginProgram(*program);
+    program->require_subcommand(1);
+    addRead(*program, line.read)->callback([&line] { line.command = DeviceCommand::read; });
+    addServe(*program, line.serve)->callback([&line] { line.command = DeviceCommand::serve; });
+    addHelpCommand(*program);
+    addDeviceHelp(*program);
+    return program;
+}
+
 DeviceCommandLine parseDeviceCommandLine(int argc, const char* const* argv)
 {
     DeviceCommandLine line;
-    CLI::App program(localized("An emulated device that takes fax jobs, dials, and faxes their pages."),
-                     "quelm-device");
-    beginProgram(program);
-    program.require_subcommand(1);
-    const auto* read = addRead(program, line.read);
-    const auto* serve = addServe(program, line.serve);
-    addHelpCommand(program);
-    line.information = parseArguments(program, argc, argv);
-    if (read->parsed())
-        line.command = DeviceCommand::read;
-    if (serve->parsed())
-        line.command = DeviceCommand::serve;
+    line.information = parseArguments(*deviceProgram(line), argc, argv);
     return line;
 }
 

@@ -28,12 +28,29 @@ struct HelpTexts {
     std::vector<std::string> related;         ///< of a program: pages to see, "quelm-device(1)"
 };
 
+/// Lets a program without commands keep the texts of those that it is given later.
+void keepHelp(CLI::App& program);
+
 /// Gives a command its texts. Its program has gone through `beginProgram` ahead of that.
 void addHelp(CLI::App& command, HelpTexts texts);
 
 /// The texts of a command; empty ones when it has none. Valid as long as the program is, until the next
 /// `addHelp`.
 const HelpTexts& helpTextsOf(const CLI::App& command);
+
+/// As long as it lives, options that a command is given stand in a section of its help.
+class OptionSection {
+public:
+    /// `heading` is in the user's language.
+    OptionSection(CLI::App& command, const std::string& heading);
+    ~OptionSection();
+    OptionSection(const OptionSection&) = delete;
+    OptionSection& operator=(const OptionSection&) = delete;
+
+private:
+    CLI::App& command_;
+    std::string former_;
+};
 
 /// The command below `program` that the words of `path` lead to: "phonebook import". Throws std::out_of_range
 /// when there is none: a mistake in the program.

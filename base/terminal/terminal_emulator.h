@@ -4,6 +4,7 @@
 #define BASE_TERMINAL_TERMINAL_EMULATOR_H
 
 #include <string>
+#include <vector>
 
 namespace quelm {
 
@@ -11,8 +12,14 @@ namespace quelm {
 /// as desktops leave it, and there is a display. A program that this one starts finds it the same.
 bool isStartedFromDesktop();
 
-/// The path of the emulator's program along PATH. Throws Error when none is installed.
-std::string terminalEmulator();
+/// What starts an emulator with a window in which the command runs: the path of its program along PATH, the
+/// options with which it takes a command, and the command, each of its arguments by itself whatever it holds.
+///
+/// In this order: xdg-terminal-exec, which starts what the user's desktop is set to; the program that the
+/// environment variable TERMINAL names, with the options that may follow it there; x-terminal-emulator, which
+/// the machine is set to; and the emulators that desktops bring along. What is not installed is passed over.
+/// Throws Error when none is.
+std::vector<std::string> terminalCommand(const std::vector<std::string>& command);
 
 } // namespace quelm
 

@@ -18,8 +18,7 @@ namespace quelm {
 
 void becomeTerminalWindow(const std::vector<std::string>& command)
 {
-    std::vector<std::string> arguments{terminalEmulator(), "-e"};
-    arguments.insert(arguments.end(), command.begin(), command.end());
+    std::vector<std::string> arguments = terminalCommand(command);
     // What emulators have to say, nobody at a desktop reads.
     const FileHandle nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
     const FileHandle errors(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));

@@ -6,6 +6,7 @@
 #include "base/command_line/program_arguments.h"
 #include "base/error.h"
 #include "base/translation.h"
+#include "driver/cli/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -91,7 +92,36 @@ void addFax(CLI::App& program, CommandLine& line)
     fax.callback([&line, document] {
         line.command = Command::fax;
         line.hasDocument = document->count() > 0;
+        if (line.hasDocument && line.document.empty())
+            throw CLI::ValidationError("DOCUMENT", localized("is empty"));
     });
+}
+
+void addScriptOptions(CLI::App& script, CommandLine& line)
+{
+    auto* file = script
+                     .add_option_function<std::string>(
+                         "FILE",
+                         [&line](const std::string& given) {
+                             if (given.empty())
+                                 throw CLI::ValidationError("FILE", localized("is empty"));
+                             line.script = given;
+                         },
+                         localized("Script, one action a line; - is standard input"))
+                     ->required()
+                     ->type_name("");
+    auto* dryRun = script.add_flag("--dry-run", line.scriptDryRun,
+                                   localized("Only read the script, and say what is wrong with it"));
+    script
+        .add_flag_callback(
+            "--list",
+            [&line, file] {
+                line.scriptList = true;
+                file->required(false);
+            },
+            localized("List the widgets and functions that scripts can name"))
+        ->excludes(dryRun)
+        ->excludes(file);
 }
 
 void addConfig(CLI::App& program, CommandLine& line)
@@ -116,9 +146,7 @@ void addCommands(CLI::App& program, CommandLine& line)
 
     auto& script = addCommand(program, line, "script", Command::script,
                               localized("Carry out the user actions of a script"));
-    script.add_option("FILE", line.script, localized("Script, one action a line; - is standard input"))
-        ->required()
-        ->type_name("");
+    addScriptOptions(script, line);
 
     auto& phonebook = addCommand(program, line, "phonebook", Command::phonebook,
                                  localized("Look at a phonebook or change it"));
@@ -162,6 +190,7 @@ std::shared_ptr<CLI::App> driverProgram(CommandLine& line)
         ->type_name("");
     addCommands(*program, line);
     addHelpCommand(*program);
+    addDriverHelp(*program);
     return program;
 }
 
@@ -173,6 +202,7 @@ std::shared_ptr<CLI::App> desktopProgram(CommandLine& line)
     addDriverOptions(*program, line);
     program->add_option("DOCUMENT", line.desktopDocument, localized("PostScript or PDF file to open"))
         ->type_name("");
+    addDesktopHelp(*program);
     return program;
 }
 

@@ -43,6 +43,8 @@ struct CommandLine {
     std::optional<std::string> commandMeant; ///< that which the document's name is much like
     bool hasDocument = true;     ///< false where `fax` only previews a cover page and was given no document
     std::string script;          ///< of `script`: a file, or "-" for standard input
+    bool scriptList = false;     ///< say what scripts can name, and carry out none
+    bool scriptDryRun = false;   ///< only read the script
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
     OutboxRequest outbox;        ///< of `outbox`

@@ -88,6 +88,15 @@ void checkDeviceOption(const std::string& address)
     }
 }
 
+void checkNow(const std::string& now)
+{
+    try {
+        parseLocalTime(now);
+    } catch (const Error& error) {
+        throw UsageError("--now: " + std::string(error.what()));
+    }
+}
+
 } // namespace
 
 DriverSetup setUpDriver(const CommandLine& line)
@@ -95,7 +104,7 @@ DriverSetup setUpDriver(const CommandLine& line)
     DriverSetup setup;
     setup.driver = line.driver;
     if (!line.driver.now.empty())
-        parseLocalTime(line.driver.now);
+        checkNow(line.driver.now);
     if (!line.driver.device.address.empty())
         checkDeviceOption(line.driver.device.address);
     const auto named = line.config.empty() ? std::nullopt : std::optional(line.config);

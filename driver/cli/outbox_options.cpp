@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/outbox_options.h"
 
+#include "base/command_line/help_texts.h"
 #include "base/translation.h"
 
 #include <CLI/CLI.hpp>
@@ -79,6 +80,7 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
     addCoverOptions(resend, request.job);
     addDestinationOptions(resend, request.job);
     addCardNumberOptions(resend, request.job);
+    const OptionSection section(resend, localized("Credit card"));
     auto* without = resend.add_flag("--without-card", request.withoutCard,
                                     localized("Charge no credit card, though the job did"));
     for (const char* card : {"--credit-card", "--credit-card-file"})

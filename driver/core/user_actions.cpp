@@ -263,12 +263,22 @@ void UserActions::answer(bool yes)
     state_.features.keep();
 }
 
+bool UserActions::firedByBox(std::string_view exportedName) const
+{
+    // What a check box fires looks at that box, and cannot do without.
+    return std::ranges::any_of(state_.tree.windows(),
+                               [&](const auto& window) { return boxFires(*window, exportedName); });
+}
+
+bool UserActions::canCall(std::string_view exportedName) const
+{
+    return callbacks_.has(std::string(exportedName)) && !firedByBox(exportedName);
+}
+
 void UserActions::call(std::string_view exportedName)
 {
     requireNoQuestion();
-    // What a check box fires looks at that box, and cannot do without.
-    const auto& windows = state_.tree.windows();
-    if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); }))
+    if (firedByBox(exportedName))
         throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
     if (!callbacks_.call(std::string(exportedName)))
         throw Error(localized("the component's export list has no function \"%s\"", exportedName));

@@ -47,6 +47,8 @@ public:
     void closeWindow(Widget& window);
     void answer(bool yes);
     void call(std::string_view exportedName);
+    /// Whether `call` takes the function: it is exported, and needs no check box that fires it.
+    [[nodiscard]] bool canCall(std::string_view exportedName) const;
 
     /// From now on messages give the kind and name of a widget: for those who write scripts, which go by them.
     void nameWidgets() { namesWidgets_ = true; }
@@ -64,6 +66,7 @@ private:
     void requireOperable(const Widget& widget) const;
     void requireUsableItem(const Widget& item) const;
     void requireTypable(const Widget& field, std::string_view text) const;
+    bool firedByBox(std::string_view exportedName) const;
     void pressOk(Widget& chooser);
     [[noreturn]] void refuseHidden(const Widget& widget) const;
     [[noreturn]] void refuseInsensitive(const Widget& widget) const;

@@ -3,16 +3,14 @@
 #ifndef DRIVER_PHONEBOOK_VCARD_CARD_H
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 
-#include "driver/phonebook/evcard.h"
+#include "driver/phonebook/person.h"
+#include "driver/phonebook/vcard_library.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quelm {
-
-/// What a number or address is for.
-enum class Use { work, home, unmarked };
 
 /// A number or address on a card.
 struct CardNumber {
@@ -42,7 +40,7 @@ public:
     std::vector<CardNumber> numbers(std::string_view property) const;
 
 private:
-    VcardHandle card_;
+    std::vector<CardProperty> properties_;
 };
 
 } // namespace quelm

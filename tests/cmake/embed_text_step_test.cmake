@@ -1,7 +1,7 @@
 # The embedding step: what it makes of a text, and which texts stop the build, with which words.
 # Run as: cmake -D STEP=cmake/EmbedTextStep.cmake -D WORK=folder-of-its-own -P this-file
 # SPDX-License-Identifier: LGPL-2.1-or-later
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.22)
 include("${CMAKE_CURRENT_LIST_DIR}/refusal.cmake")
 
 # Runs the step on `content`; leaves its exit status in `result`, its words in `words`.

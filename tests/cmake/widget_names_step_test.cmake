@@ -1,7 +1,7 @@
 # The step that names the widgets: which constants it makes of a definition, and which definitions stop the build.
 # Run as: cmake -D STEP=cmake/WidgetNamesStep.cmake -D WORK=folder-of-its-own -P this-file
 # SPDX-License-Identifier: LGPL-2.1-or-later
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.22)
 include("${CMAKE_CURRENT_LIST_DIR}/refusal.cmake")
 
 # Runs the step on `content`; leaves its exit status in `result`, its words in `words`.

@@ -23,7 +23,7 @@ class Terminal:
         self.noted = programs / "noted"
         self.ending = programs / "ending"
         os.mkfifo(self.ending)
-        for name in ("x-terminal-emulator", "xterm"):
+        for name in ("xdg-terminal-exec",):
             program = programs / name
             program.write_text(f"""#!/bin/sh
 printf '%s\\n' "$@" >{self.noted}.new && mv {self.noted}.new {self.noted}
@@ -233,7 +233,7 @@ class OtherDialogs(Journey):
         self.type_shared_phonebook(book).await_gone()
         self.fax.press("Open Shared PB Button")
         program = str((self.installation.home / "fennodial").resolve())
-        self.eventually(lambda: terminal.arguments() == ["-e", program, "-FP", str(book)], terminal.arguments)
+        self.eventually(lambda: terminal.arguments() == [program, "-FP", str(book)], terminal.arguments)
         button = self.fax.control("Open Shared PB Button")
         self.assertTrue(button.showing)
         self.assertFalse(button.sensitive)

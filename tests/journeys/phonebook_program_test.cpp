@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 #include <poll.h>
@@ -88,9 +89,8 @@ TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
     const auto phonebook = path("team book.xdb");
     const auto programs = folder / "programs";
     std::filesystem::create_directory(programs);
-    const auto emulator =
-        file("programs/x-terminal-emulator", "#!/bin/sh\nprintf '%s\\n' \"$@\" >\"$0.new\"\n"
-                                             "mv \"$0.new\" \"$0.started\"\n");
+    const auto emulator = file("programs/xdg-terminal-exec", "#!/bin/sh\nprintf '%s\\n' \"$@\" >\"$0.new\"\n"
+                                                             "mv \"$0.new\" \"$0.started\"\n");
     std::filesystem::permissions(emulator, std::filesystem::perms::owner_all);
     Request request;
     request.arguments = {"sh", "-c", "exec \"$0\" -FP $1 </dev/null", program, phonebook};
@@ -99,8 +99,8 @@ TEST_F(PhonebookProgram, StartedFromADesktopItOpensATerminalForItself)
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output, "");
     // It becomes the terminal: who waited for it has waited for the window.
-    EXPECT_EQ(content("programs/x-terminal-emulator.started"),
-              "-e\n" + std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
+    EXPECT_EQ(content("programs/xdg-terminal-exec.started"),
+              std::filesystem::canonical(program).string() + "\n-FP\n" + phonebook + "\n");
 }
 
 TEST_F(PhonebookProgram, StartedFromADesktopWithoutATerminalProgramItSaysSo)
@@ -134,10 +134,15 @@ TEST_F(PhonebookProgram, FailsInOneLine)
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.errors,
                 AllOf(StartsWith("fennodial: "), HasSubstr("no such file"), EndsWith("name\n")));
-    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}, {book}, {"--what"}}) {
+    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}}) {
         const auto result = run(arguments);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.errors, "fennodial: say which phonebook to open: fennodial -FP FILE\n");
+    }
+    for (const auto& arguments : {Arguments{book}, {"--what"}}) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.errors, EndsWith("; see fennodial --help\n"));
     }
     Request request;
     request.arguments = {program, "-FP", book};
@@ -167,7 +172,7 @@ class OpeningPhonebooks : public Journey, public testing::WithParamInterface<boo
 protected:
     OpeningPhonebooks()
     {
-        std::filesystem::copy_file(build_paths::inStage("quelm-driver"), home / "quelm-driver");
+        copyProgram("quelm-driver", home);
         if (GetParam()) {
             Request strip;
             strip.arguments = {"strip", (home / "quelm-driver").string()};

@@ -233,7 +233,7 @@ protected:
 TEST_F(UnreadableChoicesJourney, AFileThatCannotBeReadEndsEveryJob)
 {
     keep("LanFax Cover Sheet Notes=Call \xff me\n");
-    expectRefusal(unusable("the value of \"LanFax Cover Sheet Notes\" is no text that can be read"));
+    expectRefusal(unusable("its line 2 is no text that can be read"));
     keep("rubbish\n");
     expectRefusal(unusable("it holds what is no option"));
     keep(std::string("LanFax Cover Sheet Notes=Call\0 me\n", 34));
@@ -244,7 +244,7 @@ TEST_F(UnreadableChoicesJourney, AValueThatDoesNotSuitEndsEveryJobUnlessItIsSetA
 {
     keep("LanFax Resolution=7\n");
     const std::string line =
-        "the value \"7\" of \"LanFax Resolution\" in " + kept +
+        "the value \"7\" of \"Fax Resolution\" in " + kept +
         " does not suit and is passed over; set it anew in the fax dialog, or remove it from "
         "the file";
     expectRefusal(line);

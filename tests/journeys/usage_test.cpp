@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 
@@ -51,7 +52,7 @@ TEST_F(UsageJourney, ADesktopThatIsNotInstalledIsNamed)
     Request alone;
     alone.arguments = {path("quelm-driver"), document("letter.ps", "Hello")};
     alone.environment = {"DISPLAY=:0"};
-    std::filesystem::copy_file(build_paths::inStage("quelm-driver"), path("quelm-driver"));
+    copyProgram("quelm-driver", folder);
     expectFailure(runProgram(alone), 1, "no program " + path("quelm-desktop"));
 }
 

@@ -347,7 +347,7 @@ std::vector<RecipientInput> recipientsOf(const JobOptions& options)
     std::vector<RecipientInput> recipients;
     std::ranges::transform(options.to, std::back_inserter(recipients), recipientFromOption);
     if (options.recipients) {
-        auto rows = readRecipientsCsv(*options.recipients);
+        auto rows = readRecipientsCsv(*options.recipients, options.recipientsReading);
         std::ranges::move(rows, std::back_inserter(recipients));
     }
     return recipients;

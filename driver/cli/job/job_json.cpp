@@ -159,6 +159,8 @@ std::string resultLine(const JobResult& result, std::time_t now)
     return objectOf(result, now).dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+std::string targetJson(const JobTarget& target) { return written(targetOf(target)); }
+
 std::string jobJson(const OutboxJob& job, std::time_t now) { return written(objectOf(job, now)); }
 
 std::string jobsJson(const std::vector<OutboxJob>& jobs, std::time_t now)

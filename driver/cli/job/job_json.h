@@ -52,6 +52,9 @@ struct JobResult {
 /// One such object, in one line.
 [[nodiscard]] std::string resultLine(const JobResult& result, std::time_t now);
 
+/// A destination, as one object.
+[[nodiscard]] std::string targetJson(const JobTarget& target);
+
 /// A job of the outbox, as one object.
 [[nodiscard]] std::string jobJson(const OutboxJob& job, std::time_t now);
 

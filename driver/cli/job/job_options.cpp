@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
+#include "base/command_line/help_texts.h"
 #include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/directory_dialog.h"
+#include "driver/cli/job/reading_options.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
 
@@ -97,6 +100,7 @@ CLI::Option* addNames(CLI::App& command, const std::string& name, std::vector<st
 /// The options of which one says what card is charged.
 void addCardOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     addCardNumberOptions(command, options);
     auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
                                   localized("Charge the card that the fax dialog keeps"));
@@ -125,6 +129,7 @@ TimeOfDay timeOfDay(const std::string& given)
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Transmission"));
     addChoice<int>(
         command, "--resolution", resolutions(), [&options](int index) { options.resolution = index; },
         localized("Resolution of the pages"));
@@ -167,6 +172,7 @@ std::optional<int> resolutionIndex(const std::string& word)
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Recipients"));
     command
         .add_option_function<std::vector<std::string>>(
             "--to",
@@ -178,9 +184,12 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         ->type_name("[NAME=]NUMBER")
         ->allow_extra_args(false);
     addName(command, "--recipients", options.recipients, "FILE.csv",
-            localized(
-                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
-                "and mailbox"));
+            localized("Add the recipients of a CSV file: with the columns name, number, organization, phone, "
+                      "email and mailbox, or as an address book exports it"));
+    addReadingOptions(command, options.recipientsReading.text, "--recipients-charset",
+                      "--recipients-separator");
+    command.add_flag("--rename", options.recipientsReading.rename,
+                     localized("Change the names of --recipients that are not allowed"));
     addChoice<Duplicates>(
         command, "--duplicates",
         {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
@@ -196,14 +205,26 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         .add_flag("--from-shared", options.fromShared,
                   localized("Take them from the shared phonebook that the fax dialog shows"))
         ->excludes(command.get_option("--shared"));
-    addNames(command, "--directory", options.directory, "PREFIX",
-             localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
-                       "like this; repeat for more"));
+    const auto takePrefixes = [&options](const std::vector<std::string>& given) {
+        for (const auto& prefix : given)
+            if (notEmpty("--directory", prefix).size() > longestPrefix)
+                throw CLI::ValidationError(
+                    "--directory", localized("the beginning of a name is longer than %d bytes", longestPrefix));
+        options.directory = given;
+    };
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--directory", takePrefixes,
+            localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
+                      "like this; repeat for more"))
+        ->type_name("PREFIX")
+        ->allow_extra_args(false);
 }
 
 /// Its number is told in no message.
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
               localized("Send no cover sheet"));
     addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
@@ -221,6 +242,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options)
 
 void addCardNumberOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     const auto takeNumber = [&options](const std::string& given) {
         if (!isDialText(given))
             throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
@@ -237,6 +259,7 @@ void addCardNumberOptions(CLI::App& command, JobOptions& options)
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     addName(command, "-o,--output", options.output, "FILE",
             localized("Where to write; - is standard output"));
     const auto takeDevice = [&options](const std::string& given) {
@@ -269,6 +292,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addRecipientOptions(command, options);
     addCoverOptions(command, options);
     addSendingOptions(command, options);
+    const OptionSection section(command, localized("Destination"));
     addChoice<Pdl>(
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
         localized("How the job carries its attributes (dsc)"));
@@ -277,6 +301,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
 
 void addHandoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     command.add_flag("--outbox", options.toOutbox,
                      localized("Put the job into the outbox, which sends it; see quelm-driver outbox"));
     auto* dryRun = command.add_flag("--dry-run", options.dryRun,
@@ -286,6 +311,7 @@ void addHandoverOptions(CLI::App& command, JobOptions& options)
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     // Called when the options ahead of it have been taken, and before it is seen what is missing.
     const auto take = [&options, &document](const std::string& given) {
         options.coverPreview = notEmpty("--cover-preview", given);

@@ -5,6 +5,7 @@
 
 #include "base/net/network_address.h"
 #include "base/translation.h"
+#include "driver/cli/job/recipients_csv.h"
 #include "driver/plugin/fax_session.h"
 #include "driver/widgets/widget_names.h"
 
@@ -35,6 +36,7 @@ struct TimeOfDay {
 struct JobOptions {
     std::vector<std::string> to;           ///< NAME=NUMBER or NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
+    RecipientsReading recipientsReading;   ///< how that file is read
     std::vector<std::string> entries;      ///< names in the phonebook, after those
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
     std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last

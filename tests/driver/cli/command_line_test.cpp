@@ -337,7 +337,7 @@ TEST(CommandLine, SaysWhatIsWrong)
     EXPECT_EQ(reason({"phonebook", "add", "Ann"}), "NUMBER is missing");
     EXPECT_EQ(reason({"device"}), "device needs one of info");
     EXPECT_THAT(reason({"phonebook"}), StartsWith("phonebook needs one of list|show|"));
-    EXPECT_EQ(reason({"attributes", "--to"}), "--to needs a value: NAME=NUMBER");
+    EXPECT_EQ(reason({"attributes", "--to"}), "--to needs a value: [NAME=]NUMBER");
     EXPECT_EQ(reason({"phonebook", "list", "--user"}), "--user needs a value: NAME");
     EXPECT_EQ(reason({"attributes", "--bogus"}), "there is no option --bogus here");
     EXPECT_EQ(reason({"phonebook", "list", "a", "b"}), "\"b\" is one word too many");
@@ -426,7 +426,7 @@ TEST(CommandLine, APreviewOfTheCoverPageAloneNeedsNoDocument)
     EXPECT_EQ(alone.job.coverPreview, "a.png");
     EXPECT_FALSE(alone.hasDocument);
     EXPECT_TRUE(parsed({"fax", "--cover-preview", "-", "letter.ps"}).hasDocument);
-    EXPECT_TRUE(parsed({"fax", "--cover-preview=a", "", "--to", "A=1"}).hasDocument);
+    EXPECT_THAT(refusal({"fax", "--cover-preview=a", "", "--to", "A=1"}), StartsWith("DOCUMENT: is empty"));
     EXPECT_FALSE(parsed({"fax", "letter.ps", "--output", "job"}).job.coverPreview);
     EXPECT_TRUE(parsed({"fax", "letter.ps", "--output", "job"}).hasDocument);
 }

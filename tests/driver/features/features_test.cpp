@@ -196,7 +196,7 @@ TEST_F(FeaturesTest, AConfiguredValueThatDoesNotSuitIsNamedUntilAnotherIsKept)
     ASSERT_EQ(features.troubles().size(), 1U);
     EXPECT_EQ(
         features.troubles()[0].line,
-        "the value \"7\" of \"LanFax Resolution\" in the configuration does not suit and is passed over; "
+        "the value \"7\" of \"Options\" in the configuration does not suit and is passed over; "
         "set it anew in the fax dialog, or remove it from the file");
     EXPECT_TRUE(features.troubles()[0].decides);
     EXPECT_EQ(features.setDefaults("LanFax Resolution"), 1);
@@ -222,7 +222,7 @@ TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverAndNamed)
              "Cover Sheet Custom Text=two\\nlines\nLanFax Send Time=1\n");
     ASSERT_EQ(features.troubles().size(), 7U);
     EXPECT_EQ(features.troubles()[1].name, "LanFax Resolution");
-    EXPECT_EQ(features.troubles()[1].line, "the value \"3\" of \"LanFax Resolution\" in " + path +
+    EXPECT_EQ(features.troubles()[1].line, "the value \"3\" of \"Options\" in " + path +
                                                " does not suit and is passed over; set it anew in the fax "
                                                "dialog, or remove it from the file");
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);
@@ -240,7 +240,7 @@ TEST_F(FeaturesTest, OfAValueThatDoesNotSuitNoMoreIsShownThanASentenceHasRoomFor
     loadFrom("[features]\nSender Fax Name=" + std::string(5000, 'x') +
              "\nLanFax Credit Card Info=" + std::string(40, '4') + "\n");
     ASSERT_EQ(features.troubles().size(), 2U);
-    EXPECT_EQ(features.troubles()[0].line.find("the value \"...\" of \"LanFax Credit Card Info\""), 0U);
+    EXPECT_EQ(features.troubles()[0].line.find("the value \"...\" of \"Options\""), 0U);
     EXPECT_LT(features.troubles()[1].line.size(), path.size() + 300);
 }
 

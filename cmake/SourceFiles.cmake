@@ -1,0 +1,90 @@
+# Are the source files of others those that we know? Their checksums stand in cmake/third-party/.
+# SPDX-License-Identifier: LGPL-2.1-or-later
+include_guard(GLOBAL)
+
+set(pins_dir "${PROJECT_SOURCE_DIR}/cmake/third-party")
+set(third_party_dir "${CMAKE_BINARY_DIR}/third-party")
+
+# Sets `result` to the first file of `folder` that is missing or differs from the checksums in
+# `pins` (the format of sha256sum), or to nothing when all are as pinned.
+function(find_unpinned_file pins folder result)
+  set(${result} "" PARENT_SCOPE)
+  file(STRINGS "${pins}" lines)
+  foreach(line IN LISTS lines)
+    if(NOT line MATCHES "^([0-9a-f]+)  (.+)$")
+      message(FATAL_ERROR "${pins}: no checksum line: ${line}")
+    endif()
+    set(expected "${CMAKE_MATCH_1}")
+    set(name "${CMAKE_MATCH_2}")
+    set(actual "")
+    if(EXISTS "${folder}/${name}")
+      file(SHA256 "${folder}/${name}" actual)
+    endif()
+    if(NOT actual STREQUAL expected)
+      set(${result} "${name}" PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+endfunction()
+
+# Unpacks a release tarball of GNU's that somebody names, as BRAMBLECOR_GETTEXT_TARBALL does, unless it is unpacked.
+#
+#   unpack_release(gettext "${tarball}" "gettext-runtime/configure;gettext-runtime/intl/gettext.c" folder problem)
+#
+# `folder` is then what it holds, such as .../gettext-0.21. `problem` says why it cannot be used, and is empty
+# otherwise: no such file, none of the project's releases, one without these files, or a known release that is not
+# as it was published. A release that is not known is taken as it is.
+function(unpack_release project tarball needed folder problem)
+  set(${folder} "" PARENT_SCOPE)
+  set(${problem} "" PARENT_SCOPE)
+  if(NOT EXISTS "${tarball}" OR IS_DIRECTORY "${tarball}")
+    set(${problem} "${tarball} is missing: name a release tarball of GNU ${project}" PARENT_SCOPE)
+    return()
+  endif()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${tarball}" "${pins_dir}/gnu-releases.sha256")
+  file(SHA256 "${tarball}" sum)
+  set(unpacked "${third_party_dir}/${project}-${sum}")
+  file(GLOB release LIST_DIRECTORIES true "${unpacked}/${project}-*")
+  if(NOT EXISTS "${unpacked}/whole")
+    execute_process(COMMAND "${CMAKE_COMMAND}" -E tar tf "${tarball}"
+      RESULT_VARIABLE failed OUTPUT_VARIABLE names ERROR_QUIET)
+    if(failed OR NOT names MATCHES "^(\\./)?(${project}-[0-9][0-9.]*[0-9])/")
+      set(${problem} "${tarball} is no release tarball of GNU ${project}: it does not hold one folder ${project}-VERSION"
+        PARENT_SCOPE)
+      return()
+    endif()
+    set(release "${CMAKE_MATCH_2}")
+    foreach(file IN LISTS needed)
+      string(FIND "\n${names}" "${release}/${file}\n" position)
+      if(position EQUAL -1)
+        set(${problem} "${tarball} cannot be used: ${release}/${file} is not in it" PARENT_SCOPE)
+        return()
+      endif()
+    endforeach()
+
+    # By what they were published as, however the file is called here.
+    string(REGEX MATCH "\\.tar\\.[a-z0-9]+$" ending "${tarball}")
+    file(STRINGS "${pins_dir}/gnu-releases.sha256" pins)
+    set(known FALSE)
+    foreach(pin IN LISTS pins)
+      if(pin STREQUAL "${sum}  ${release}${ending}")
+        set(known TRUE)
+      elseif(pin MATCHES "  ${release}${ending}$" AND NOT known)
+        set(${problem} "${tarball} is not GNU's ${release}${ending}: its SHA-256 checksum is another one" PARENT_SCOPE)
+        return()
+      endif()
+    endforeach()
+    file(REMOVE_RECURSE "${unpacked}")
+    file(ARCHIVE_EXTRACT INPUT "${tarball}" DESTINATION "${unpacked}")
+    file(WRITE "${unpacked}/whole" "${known}\n")
+    set(release "${unpacked}/${release}")
+  endif()
+  file(STRINGS "${unpacked}/whole" known)
+  get_filename_component(name "${release}" NAME)
+  if(known)
+    message(STATUS "${name}: from ${tarball}, GNU's own release by its checksum")
+  else()
+    message(STATUS "${name}: from ${tarball}, as it is: no checksum of this release is known here")
+  endif()
+  set(${folder} "${release}" PARENT_SCOPE)
+endfunction()
