@@ -87,7 +87,8 @@ void addJobs(CLI::App& program)
     Command(program, "fax")
         .says(localized(
             "What is not said here is as the user saved it in the fax dialog; an option holds for this job "
-            "alone. A destination is needed: --output, --device or --queue."))
+            "alone. A destination is needed, unless one is configured: --output, --device, --queue or "
+            "--destination."))
         .example("quelm-driver fax letter.pdf --to \"Ann=555-1234\" --device fax.example",
                  localized("Hands a letter for Ann to a fax device."))
         .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
@@ -166,6 +167,23 @@ void addNetwork(CLI::App& program)
                  localized("Lists the Smiths whose given name begins with A."));
 }
 
+void addConfig(CLI::App& program)
+{
+    Command(program, "config")
+        .says(localized(
+            "The user's file goes over those of all users, key by key; what he chose in the fax dialog goes "
+            "over both."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config check", localized("Says everything that is wrong."));
+    Command(program, "config show")
+        .says(localized("Secrets are shown as stars."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config show --json", localized("The same for other programs."));
+    Command(program, "config check")
+        .example("quelm-driver config check", localized("Looks at the files that are in use."))
+        .example("quelm-driver config check new.conf", localized("Looks at a file before it is installed."));
+}
+
 void addOutbox(CLI::App& program)
 {
     Command(program, "outbox")
@@ -204,6 +222,7 @@ void addDriverHelp(CLI::App& program)
     addJobs(program);
     addPhonebook(program);
     addNetwork(program);
+    addConfig(program);
     addOutbox(program);
 }
 
