@@ -87,7 +87,8 @@ void addJobs(CLI::App& program)
     Command(program, "fax")
         .says(localized(
             "What is not said here is as the user saved it in the fax dialog; an option holds for this job "
-            "alone. A destination is needed: --output, --device, --queue or --destination."))
+            "alone. A destination is needed, unless one is configured: --output, --device, --queue or "
+            "--destination."))
         .example("quelm-driver fax letter.pdf --to \"Ann=555-1234\" --device fax.example",
                  localized("Hands a letter for Ann to a fax device."))
         .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
@@ -152,23 +153,6 @@ void addPhonebook(CLI::App& program)
         .example("quelm-driver phonebook export - --format csv", localized("Writes CSV on standard output."));
 }
 
-void addConfiguration(CLI::App& program)
-{
-    Command(program, "config")
-        .says(localized("The user's file goes ahead of the administrator's, and options ahead of both."))
-        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
-        .example("quelm-driver config check new.conf",
-                 localized("Looks at a file before it is put in place."));
-    Command(program, "config show")
-        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
-        .example("quelm-driver config show --config new.conf",
-                 localized("Shows what would hold with another file."));
-    Command(program, "config check")
-        .example("quelm-driver config check", localized("Looks at the files that are used."))
-        .example("quelm-driver config check new.conf",
-                 localized("Looks at a file before it is put in place."));
-}
-
 void addNetwork(CLI::App& program)
 {
     Command(program, "device")
@@ -185,6 +169,23 @@ void addNetwork(CLI::App& program)
         .example("quelm-driver directory search Smi", localized("Lists Smiths and Smithers."))
         .example("quelm-driver directory search \"Smith, A\" --device-snmp fax.example",
                  localized("Lists the Smiths whose given name begins with A."));
+}
+
+void addConfig(CLI::App& program)
+{
+    Command(program, "config")
+        .says(localized(
+            "The user's file goes over those of all users, key by key; what he chose in the fax dialog goes "
+            "over both."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config check", localized("Says everything that is wrong."));
+    Command(program, "config show")
+        .says(localized("Secrets are shown as stars."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config show --json", localized("The same for other programs."));
+    Command(program, "config check")
+        .example("quelm-driver config check", localized("Looks at the files that are in use."))
+        .example("quelm-driver config check new.conf", localized("Looks at a file before it is installed."));
 }
 
 void addOutbox(CLI::App& program)
@@ -224,8 +225,8 @@ void addDriverHelp(CLI::App& program)
     addProgram(program);
     addJobs(program);
     addPhonebook(program);
-    addConfiguration(program);
     addNetwork(program);
+    addConfig(program);
     addOutbox(program);
 }
 
