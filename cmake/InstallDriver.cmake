@@ -20,9 +20,6 @@ foreach(program quelm-driver quelm-desktop fennodial quelm-device)
 endforeach()
 include(cmake/InstallDesktop.cmake)
 
-# Man pages and the shells' completions.
-include(cmake/InstallManual.cmake OPTIONAL)
-
 # For those who read: all guides but those of the house itself, and the pictures in them.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/quelm" COMPONENT Runtime
   FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "help" EXCLUDE PATTERN "decisions" EXCLUDE
