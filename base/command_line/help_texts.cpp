@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <exception>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -24,13 +25,15 @@ public:
 
 void keepHelp(CLI::App& program) { program.formatter(std::make_shared<TextKeeper>()); }
 
-void addHelp(CLI::App& command, HelpTexts texts)
+HelpTexts& keptHelp(CLI::App& command)
 {
     const auto formatter = std::dynamic_pointer_cast<TextKeeper>(command.get_formatter());
     if (formatter == nullptr)
         throw std::logic_error("help for a program that was not begun");
-    formatter->texts[&command] = std::move(texts);
+    return formatter->texts[&command];
 }
+
+void addHelp(CLI::App& command, HelpTexts texts) { keptHelp(command) = std::move(texts); }
 
 const HelpTexts& helpTextsOf(const CLI::App& command)
 {
@@ -48,7 +51,15 @@ OptionSection::OptionSection(CLI::App& command, const std::string& heading)
     command_.option_defaults()->group(heading);
 }
 
-OptionSection::~OptionSection() { command_.option_defaults()->group(former_); }
+OptionSection::~OptionSection()
+{
+    try {
+        command_.option_defaults()->group(former_);
+    } catch (const std::exception&) {
+        // The heading was taken once, and is taken again.
+        std::terminate();
+    }
+}
 
 CLI::App& commandAt(CLI::App& program, const std::string& path)
 {

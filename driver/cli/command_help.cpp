@@ -17,7 +17,7 @@ namespace {
 /// One command of a program, and what to say of it.
 class Command {
 public:
-    Command(CLI::App& program, const char* path) : app_(&commandAt(program, path)) {}
+    Command(CLI::App& program, const char* path) : texts_(keptHelp(commandAt(program, path))) {}
 
     Command& says(const std::string& paragraph)
     {
@@ -29,13 +29,9 @@ public:
         texts_.examples.push_back({line, text});
         return *this;
     }
-    ~Command() { addHelp(*app_, std::move(texts_)); }
-    Command(const Command&) = delete;
-    Command& operator=(const Command&) = delete;
 
 private:
-    CLI::App* app_;
-    HelpTexts texts_;
+    HelpTexts& texts_;
 };
 
 std::vector<ExplainedWords> environment()
