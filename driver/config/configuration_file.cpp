@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <ranges>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -252,11 +253,11 @@ Configuration readSources(std::vector<ConfigurationSource> sources, const PipeLi
                           const ProblemTaker& problems)
 {
     Configuration configuration;
-    for (auto source = sources.rbegin(); source != sources.rend(); ++source) {
-        if (!source->isThere)
+    for (const auto& source : std::views::reverse(sources)) {
+        if (!source.isThere)
             continue;
         try {
-            ConfigurationReader(source->file, limits, problems).putOver(configuration);
+            ConfigurationReader(source.file, limits, problems).putOver(configuration);
         } catch (const Error& error) { // as a file that cannot be read
             problems(error.what());
         }
@@ -317,6 +318,7 @@ std::vector<ConfigurationSource> configurationSources()
         begin = end + 1;
     }
     std::vector<ConfigurationSource> sources;
+    sources.reserve(files.size());
     for (const auto& file : files)
         sources.push_back({file, isThere(file)});
     return sources;
