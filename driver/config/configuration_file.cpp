@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <ranges>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -253,7 +252,8 @@ Configuration readSources(std::vector<ConfigurationSource> sources, const PipeLi
                           const ProblemTaker& problems)
 {
     Configuration configuration;
-    for (const auto& source : std::views::reverse(sources)) {
+    const std::vector<ConfigurationSource> leastFirst(sources.rbegin(), sources.rend());
+    for (const auto& source : leastFirst) {
         if (!source.isThere)
             continue;
         try {
