@@ -94,7 +94,9 @@ void addJobs(CLI::App& program)
         .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
                  localized("Says what would go out, with a cover sheet, and to whom."))
         .example("quelm-driver fax letter.pdf --group Team --queue fax --send-at 17:30",
-                 localized("Sends to a group of the phonebook in the evening."));
+                 localized("Sends to a group of the phonebook in the evening."))
+        .example("quelm-driver fax letter.pdf --to 555-1234 --device fax.example --json --quiet",
+                 localized("Sends to a number, and answers what became of it as data."));
     Command(program, "attributes")
         .says(localized(
             "They come out byte for byte as the component writes them, on standard output unless --output "
@@ -108,6 +110,8 @@ void addJobs(CLI::App& program)
             "A script does to the dialogs what a person could do, one action a line, and answers each on "
             "standard output."))
         .example("quelm-driver script steps.txt", localized("Carries out the lines of a file."))
+        .example("quelm-driver script --list",
+                 localized("Lists the widgets and functions that a script can name."))
         .example("quelm-driver script - < steps.txt", localized("Reads them from standard input."));
 }
 
@@ -149,6 +153,23 @@ void addPhonebook(CLI::App& program)
         .example("quelm-driver phonebook export - --format csv", localized("Writes CSV on standard output."));
 }
 
+void addConfiguration(CLI::App& program)
+{
+    Command(program, "config")
+        .says(localized("The user's file goes ahead of the administrator's, and options ahead of both."))
+        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
+        .example("quelm-driver config check new.conf",
+                 localized("Looks at a file before it is put in place."));
+    Command(program, "config show")
+        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
+        .example("quelm-driver config show --config new.conf",
+                 localized("Shows what would hold with another file."));
+    Command(program, "config check")
+        .example("quelm-driver config check", localized("Looks at the files that are used."))
+        .example("quelm-driver config check new.conf",
+                 localized("Looks at a file before it is put in place."));
+}
+
 void addNetwork(CLI::App& program)
 {
     Command(program, "device")
@@ -165,23 +186,6 @@ void addNetwork(CLI::App& program)
         .example("quelm-driver directory search Smi", localized("Lists Smiths and Smithers."))
         .example("quelm-driver directory search \"Smith, A\" --device-snmp fax.example",
                  localized("Lists the Smiths whose given name begins with A."));
-}
-
-void addConfig(CLI::App& program)
-{
-    Command(program, "config")
-        .says(localized(
-            "The user's file goes over those of all users, key by key; what he chose in the fax dialog goes "
-            "over both."))
-        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
-        .example("quelm-driver config check", localized("Says everything that is wrong."));
-    Command(program, "config show")
-        .says(localized("Secrets are shown as stars."))
-        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
-        .example("quelm-driver config show --json", localized("The same for other programs."));
-    Command(program, "config check")
-        .example("quelm-driver config check", localized("Looks at the files that are in use."))
-        .example("quelm-driver config check new.conf", localized("Looks at a file before it is installed."));
 }
 
 void addOutbox(CLI::App& program)
@@ -221,8 +225,8 @@ void addDriverHelp(CLI::App& program)
     addProgram(program);
     addJobs(program);
     addPhonebook(program);
+    addConfiguration(program);
     addNetwork(program);
-    addConfig(program);
     addOutbox(program);
 }
 

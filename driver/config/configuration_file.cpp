@@ -161,7 +161,9 @@ private:
     void readKey(const std::string& group, const std::string& name)
     {
         const ConfigurationKey* key = keyOf(group, name);
-        const auto value = key == nullptr ? std::nullopt : keyFile_.value(group, name);
+        if (key == nullptr)
+            return;
+        const auto value = keyFile_.value(group, name);
         if (!value)
             return;
         const std::string expected = key->take(own_, *value);

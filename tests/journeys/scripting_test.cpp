@@ -248,6 +248,8 @@ TEST_F(ScriptingJourney, TheOutboxAnswersWithItsJobs)
     EXPECT_EQ(anew["recipients"][0]["number"], "555-9876");
     EXPECT_EQ(answer({"outbox", "resend", "1", "--to", "555-9876", "--dry-run"})["recipients"].size(), 1U);
     EXPECT_EQ(answer({"outbox", "list"}).size(), 3U);
+    EXPECT_EQ(answer({"outbox", "show", "3", "1"})[0]["number"], 3);
+    EXPECT_THAT(driver({"outbox", "show", "3", "1"}).output, HasSubstr("\n\njob"));
     const Json failed = answer({"outbox", "cancel", "1", "2"}, 1);
     EXPECT_THAT(failed[1]["error"].get<std::string>(), HasSubstr("handed over already"));
 }

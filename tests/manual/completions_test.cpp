@@ -126,6 +126,7 @@ TEST_P(CompletionsOfPrograms, ShowTheCommandsThatHelpIsAskedFor)
 {
     const auto driver = describedPrograms().front();
     EXPECT_THAT(offered(driver, {"quelm-driver", "help", "phone"}), testing::ElementsAre("phonebook"));
+    EXPECT_THAT(offered(driver, {"quelm-driver", "help", "phonebook", "im"}), testing::ElementsAre("import"));
 }
 
 TEST_P(CompletionsOfPrograms, OfferNoOptionBehindTwoDashes)
