@@ -65,7 +65,9 @@ protected:
     {
         servers::runProgram({{servers::systemProgram("sh"), "-ec", commands},
                              path("administration.log"),
-                             {"CUPS_SERVER=" + path("print/socket"), "PATH=/usr/sbin:/usr/bin:/sbin:/bin"}});
+                             {"CUPS_SERVER=" + path("print/socket"),
+                              "PATH=" + build_paths::stageFolder() + ":/usr/sbin:/usr/bin:/sbin:/bin",
+                              "HOME=" + home.string()}});
     }
 
     Request atDesk(int desk, const std::string& name, const Arguments& arguments) const
@@ -248,7 +250,10 @@ TEST_F(TwoDesks, FaxThroughOneServerToAClassOfDevicesThatMayBeOff)
     administer(fromGuide("lpadmin -p fax-1"));
     fs::create_directories(path("xdg/quelm"));
     file("xdg/quelm/quelm.conf", fromGuide("[destination Office]"));
+    administer(fromGuide("phonebook add \"Front Desk\""));
+    EXPECT_THAT(contentOf(path("administration.log")), HasSubstr("Front Desk  +44 20 7946 0000"));
     ASSERT_EQ(driver({"phonebook", "add", "Dora", "555101", "--file", path("office.xdb")}).status, 0);
+    administer(fromGuide("mv /srv/fax/office.xdb.new"));
 
     const auto ann = document("ann.ps", "From Ann");
     const auto ben = document("ben.ps", "From Ben");
