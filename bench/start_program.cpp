@@ -64,6 +64,10 @@ BENCHMARK_CAPTURE(startProgram, phonebook_list, "quelm-driver", Words({"--user",
     ->Name("start/phonebook_list")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(startProgram, config_show, "quelm-driver", Words({"--user", "ann", "config", "show"}))
+    ->Name("start/config_show")
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(startProgram, fennodial_help, "fennodial", Words({"--help"}))
     ->Name("start/fennodial_help")
     ->UseManualTime()

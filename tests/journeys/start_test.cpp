@@ -73,7 +73,7 @@ protected:
                   "libavahi",    "libdbus",  "libgnutls",     "libcrypto",      "libssl",
                   "libkrb5",     "libebook", "libcamel",      "libedataserver", "libsoup",
                   "libxml2",     "libicu",   "contacts.so",   "device.so",      "directory.so",
-                  "drawings.so", "queue.so"})
+                  "drawings.so", "queue.so", "charsets.so",   "libuchardet"})
                 if (name.starts_with(beginning))
                     heavy.insert(name);
         return heavy;
@@ -100,6 +100,13 @@ TEST_F(StartJourney, TheAttributesOfAJobNeedTheComponentAlone)
     EXPECT_THAT(loaded, Contains("libBramblecorLanFax.so"));
     EXPECT_THAT(heavyOnes(loaded), IsEmpty());
     EXPECT_LE(loaded.size(), mostLibraries + 1);
+}
+
+TEST_F(StartJourney, TheConfigurationIsShownAndRecipientsAreReadFromAFileWithoutMore)
+{
+    EXPECT_THAT(heavyOnes(loadedBy({"config", "show"})), IsEmpty());
+    const auto rows = file("rows.csv", "name,number\nAnn,555-1234\nBen,555-1235\n");
+    EXPECT_THAT(heavyOnes(loadedBy({"attributes", "--recipients", rows})), IsEmpty());
 }
 
 TEST_F(StartJourney, APhonebookIsListedAndAJobIsWrittenToAFileWithoutMore)
