@@ -109,7 +109,7 @@ std::vector<std::string> emulator()
         }
         // Behind what the desktop is set to, ahead of what the machine has.
         if (&candidate == &emulators().front()) {
-            if (const auto words = usersEmulator(); !words.empty())
+            if (auto words = usersEmulator(); !words.empty())
                 return words;
         }
     }

@@ -39,8 +39,8 @@ bool parseMarkup(std::string_view text, std::string& plain)
     GMarkupParser parser{};
     parser.start_element = onElement;
     parser.text = onText;
-    GMarkupParseContext* context =
-        g_markup_parse_context_new(&parser, G_MARKUP_DEFAULT_FLAGS, &plain, nullptr);
+    constexpr auto defaultFlags = static_cast<GMarkupParseFlags>(0); // has a name since GLib 2.74
+    GMarkupParseContext* context = g_markup_parse_context_new(&parser, defaultFlags, &plain, nullptr);
     const auto feed = [context](std::string_view part) {
         return g_markup_parse_context_parse(context, part.data(), static_cast<gssize>(part.size()),
                                             nullptr) != FALSE;

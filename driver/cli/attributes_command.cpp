@@ -75,7 +75,7 @@ void answerInJson(FilledJob& job, const std::string& output)
 
 void runAttributesCommand(const CommandLine& line)
 {
-    if (line.job.device || line.job.queue)
+    if (line.job.device || line.job.queue || line.job.destination)
         throw UsageError(
             localized("attributes are no job that a device or queue could take; write them with --output"));
     FilledJob job(line);

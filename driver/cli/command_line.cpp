@@ -92,6 +92,8 @@ void addFax(CLI::App& program, CommandLine& line)
     fax.callback([&line, document] {
         line.command = Command::fax;
         line.hasDocument = document->count() > 0;
+        if (line.hasDocument && line.document.empty())
+            throw CLI::ValidationError("DOCUMENT", localized("is empty"));
     });
 }
 
@@ -120,6 +122,19 @@ void addScriptOptions(CLI::App& script, CommandLine& line)
             localized("List the widgets and functions that scripts can name"))
         ->excludes(dryRun)
         ->excludes(file);
+}
+
+void addConfig(CLI::App& program, CommandLine& line)
+{
+    auto& config =
+        *program.add_subcommand("config", localized("Look at the configuration files"))->fallthrough();
+    config.require_subcommand(1);
+    addCommand(config, line, "show", Command::configShow,
+               localized("Show each value, and the file and line that gave it"));
+    addCommand(config, line, "check", Command::configCheck,
+               localized("Say everything that is wrong with them"))
+        .add_option("FILE", line.checkedFile, localized("This file alone"))
+        ->type_name("");
 }
 
 void addCommands(CLI::App& program, CommandLine& line)
@@ -155,6 +170,7 @@ void addCommands(CLI::App& program, CommandLine& line)
     auto& outbox = addCommand(program, line, "outbox", Command::outbox,
                               localized("Look at jobs that wait or were sent, and send them"));
     addOutboxActions(outbox, line.outbox);
+    addConfig(program, line);
 }
 
 } // namespace

@@ -18,7 +18,18 @@ class App;
 
 namespace quelm {
 
-enum class Command { none, fax, attributes, script, phonebook, deviceInfo, directorySearch, outbox };
+enum class Command {
+    none,
+    fax,
+    attributes,
+    script,
+    phonebook,
+    deviceInfo,
+    directorySearch,
+    outbox,
+    configShow,
+    configCheck
+};
 
 struct CommandLine {
     Command command = Command::none;
@@ -37,6 +48,7 @@ struct CommandLine {
     std::string directoryPrefix; ///< of `directory search`: how the names begin
     PhonebookRequest phonebook;  ///< of `phonebook`
     OutboxRequest outbox;        ///< of `outbox`
+    std::string checkedFile;     ///< of `config check`: the one to look at; empty for those that are in use
     /// Not empty when the user asked for help or the version: print it and do nothing else.
     std::string information;
 };

@@ -23,10 +23,13 @@ UsageError twoAnswers(const std::string& option)
     return UsageError(localized("%s and %s both write to standard output; name a file", "--json", option));
 }
 
-/// The one place that the user named; nothing for a preview or a summary alone.
-std::optional<JobTarget> targetOf(const JobOptions& options)
+/// The one place that the user named, or the default destination; nothing for a preview or a summary alone.
+std::optional<JobTarget> targetOf(const JobOptions& options, const DriverSetup& setup)
 {
-    auto target = givenTarget(options);
+    auto target = givenTarget(options, setup.destinations);
+    const bool isPreviewAlone = options.coverPreview && !options.toOutbox && !options.dryRun;
+    if (!target && !isPreviewAlone && setup.destination)
+        target = setup.destination->target;
     const auto* file = target ? std::get_if<FileTarget>(&*target) : nullptr;
     if (file != nullptr && options.coverPreview && leadToOneFile(file->path, *options.coverPreview))
         throw UsageError(localized("--cover-preview and --output name the same file; name two"));
@@ -37,10 +40,10 @@ std::optional<JobTarget> targetOf(const JobOptions& options)
         throw twoAnswers("--output -");
     if (options.asJson && options.coverPreview == "-")
         throw twoAnswers("--cover-preview -");
-    if (target || options.dryRun || (options.coverPreview && !options.toOutbox))
+    if (target || options.dryRun || isPreviewAlone)
         return target;
-    throw UsageError(localized("say with --output FILE, --device HOST or --queue NAME where the job goes; "
-                               "--output - is standard output"));
+    throw UsageError(localized("say with --output FILE, --device HOST, --queue NAME or --destination NAME "
+                               "where the job goes; --output - is standard output"));
 }
 
 void drawCover(FilledJob& job, const std::string& picture)
@@ -80,14 +83,15 @@ void runFaxCommand(const CommandLine& line)
 {
     // Opening the document, and asking, may take a while.
     const auto begun = beginOf(line);
-    const auto target = targetOf(line.job);
+    const auto setup = setUpForOneCommand(line);
+    const auto target = targetOf(line.job, setup);
     std::optional<Document> document;
     if (line.hasDocument)
         document = openDocument(line.document);
     const auto& picture = line.job.coverPreview;
     if (picture)
         refusePictureOverInput(*picture, document, line.job);
-    FilledJob job(line);
+    FilledJob job(line, setup);
     if (picture)
         drawCover(job, *picture);
     if (line.job.dryRun) {

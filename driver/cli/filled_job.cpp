@@ -12,6 +12,8 @@
 #include "driver/widgets/widget_names.h"
 #include "driver/widgets/widget_tree.h"
 
+#include <utility>
+
 namespace quelm {
 namespace {
 
@@ -42,8 +44,8 @@ bool keepsCard(Driver& driver)
 
 } // namespace
 
-FilledJob::FilledJob(const CommandLine& line)
-    : options_(optionsOf(line)), recipients_(recipientsOf(options_)), setup_(setUpForOneCommand(line)),
+FilledJob::FilledJob(const CommandLine& line, DriverSetup setup)
+    : options_(optionsOf(line)), recipients_(recipientsOf(options_)), setup_(std::move(setup)),
       driver_(setup_.driver)
 {
     const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());

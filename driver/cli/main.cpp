@@ -33,6 +33,10 @@ void run(const quelm::CommandLine& line, char** argv)
         return quelm::runPhonebookCommand(line);
     case quelm::Command::outbox:
         return quelm::runOutboxCommand(line);
+    case quelm::Command::configShow:
+        return quelm::runConfigShowCommand(line);
+    case quelm::Command::configCheck:
+        return quelm::runConfigCheckCommand(line);
     case quelm::Command::none:
         break;
     }

@@ -90,6 +90,7 @@ Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(op
     prepareInstallation(place.location);
     state.settleAt(place.location, place.formerPhonebook);
     state.failures.hold();
+    state.features.configureDefaults(options.defaults);
     if (!parts_->library.start(state.guard)) {
         throw Error(
             localized("the component %s cannot start: %s", parts_->library.path(), startFailure(state)));

@@ -63,7 +63,8 @@ std::string fileHead(const std::string& path, std::size_t size)
         }
     };
     struct NameCloser {
-        void operator()(const char* name) const { sqlite3_free_filename(name); }
+        // SQLite before 3.41 takes it without const.
+        void operator()(const char* name) const { sqlite3_free_filename(const_cast<char*>(name)); }
     };
     sqlite3_vfs* layer = sqlite3_vfs_find(book_layer::name());
     const std::unique_ptr<const char, NameCloser> name(

@@ -106,8 +106,8 @@ TEST_F(RecipientsJourney, WhatTheComponentRefusesIsTheErrorLine)
 {
     expectRefusal("name,number\nAnn,1\nA@n,2\n", ":3: ");
     expectRefusal("name,number\nAnn,call me\n", ":2: ");
-    expectFailure(driver({"attributes", "--to", "A@n=1"}), 1, "--to A@n=1: ");
-    expectFailure(driver({"attributes", "--to", "Ann=none"}), 1, "--to Ann=none: ");
+    expectFailure(driver({"attributes", "--to", "A@n=1"}), 2, "--to A@n=1: ");
+    expectFailure(driver({"attributes", "--to", "Ann=none"}), 2, "--to Ann=none: ");
 }
 
 TEST_F(RecipientsJourney, APhoneNumberThatTheComponentWouldDropIsNamed)

@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/directory_dialog.h"
 #include "driver/cli/job/reading_options.h"
 #include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
@@ -40,6 +41,9 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
 }
+
+/// The dialog lists Superfine before Fine.
+Choices<int> resolutions() { return {{"standard", 0}, {"fine", 2}, {"superfine", 1}}; }
 
 const std::string& notEmpty(const std::string& name, const std::string& given)
 {
@@ -126,10 +130,9 @@ TimeOfDay timeOfDay(const std::string& given)
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
     const OptionSection section(command, localized("Transmission"));
-    // The dialog lists Superfine before Fine.
     addChoice<int>(
-        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
-        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
+        command, "--resolution", resolutions(), [&options](int index) { options.resolution = index; },
+        localized("Resolution of the pages"));
     addChoice<int>(
         command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
         [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
@@ -158,6 +161,14 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
 }
 
 } // namespace
+
+std::optional<int> resolutionIndex(const std::string& word)
+{
+    for (const auto& [known, index] : resolutions())
+        if (known == word)
+            return index;
+    return std::nullopt;
+}
 
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
@@ -190,9 +201,24 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
              localized("Add the members of a phonebook group; repeat for more"));
     addName(command, "--shared", options.shared, "PHONEBOOK",
             localized("Take --entry and --group from this phonebook instead of the user's own"));
-    addNames(command, "--directory", options.directory, "PREFIX",
-             localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
-                       "like this; repeat for more"));
+    command
+        .add_flag("--from-shared", options.fromShared,
+                  localized("Take them from the shared phonebook that the fax dialog shows"))
+        ->excludes(command.get_option("--shared"));
+    const auto takePrefixes = [&options](const std::vector<std::string>& given) {
+        for (const auto& prefix : given)
+            if (notEmpty("--directory", prefix).size() > longestPrefix)
+                throw CLI::ValidationError(
+                    "--directory", localized("the beginning of a name is longer than %d bytes", longestPrefix));
+        options.directory = given;
+    };
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--directory", takePrefixes,
+            localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
+                      "like this; repeat for more"))
+        ->type_name("PREFIX")
+        ->allow_extra_args(false);
 }
 
 /// Its number is told in no message.
@@ -257,6 +283,8 @@ void addDestinationOptions(CLI::App& command, JobOptions& options)
         .add_option_function<std::string>("--queue", takeQueue,
                                           localized("The CUPS queue that takes the job"))
         ->type_name("NAME");
+    addName(command, "--destination", options.destination, "NAME",
+            localized("The destination of the configuration that takes the job"));
 }
 
 void addJobOptions(CLI::App& command, JobOptions& options)
@@ -287,7 +315,7 @@ void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& 
     // Called when the options ahead of it have been taken, and before it is seen what is missing.
     const auto take = [&options, &document](const std::string& given) {
         options.coverPreview = notEmpty("--cover-preview", given);
-        if (!options.output && !options.device && !options.queue)
+        if (!options.output && !options.device && !options.queue && !options.destination)
             document.required(false);
     };
     command

@@ -41,6 +41,7 @@ struct JobOptions {
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
     std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last
     std::optional<std::string> shared;     ///< the phonebook that they stand in; without it the user's own
+    bool fromShared = false;               ///< the shared one that the fax dialog shows, in place of `shared`
     std::optional<bool> cover;
     std::optional<std::string> note;
     std::optional<bool> showRecipients;
@@ -62,15 +63,19 @@ struct JobOptions {
     bool keptCreditCard = false;               ///< charge the card that the dialog keeps
     std::optional<Duplicates> duplicates;
     std::optional<Pdl> pdl;
-    std::optional<std::string> output;    ///< a file, or "-" for standard output
-    std::optional<NetworkAddress> device; ///< the device that takes the job
-    std::optional<std::string> queue;     ///< the print queue that takes it
+    std::optional<std::string> output;      ///< a file, or "-" for standard output
+    std::optional<NetworkAddress> device;   ///< the device that takes the job
+    std::optional<std::string> queue;       ///< the print queue that takes it
+    std::optional<std::string> destination; ///< the name of a place that the configuration knows
     /// A picture of the cover page, ahead of all else: a file, or "-" for standard output.
     std::optional<std::string> coverPreview;
     bool toOutbox = false; ///< put the job into the outbox, whenever it goes out
     bool dryRun = false;   ///< sum the job up, and do nothing else
     bool asJson = false;   ///< for other programs
 };
+
+/// The index in "LanFax Resolution" of what --resolution calls so; nothing for another word.
+[[nodiscard]] std::optional<int> resolutionIndex(const std::string& word);
 
 /// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
 void addJobOptions(CLI::App& command, JobOptions& options);
@@ -92,7 +97,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options);
 /// Adds --credit-card and --credit-card-file, likewise.
 void addCardNumberOptions(CLI::App& command, JobOptions& options);
 
-/// Adds --output, --device and --queue, likewise.
+/// Adds --output, --device, --queue and --destination, likewise.
 void addDestinationOptions(CLI::App& command, JobOptions& options);
 
 /// One field of the sender dialog and the option that fills it.

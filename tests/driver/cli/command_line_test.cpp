@@ -426,7 +426,7 @@ TEST(CommandLine, APreviewOfTheCoverPageAloneNeedsNoDocument)
     EXPECT_EQ(alone.job.coverPreview, "a.png");
     EXPECT_FALSE(alone.hasDocument);
     EXPECT_TRUE(parsed({"fax", "--cover-preview", "-", "letter.ps"}).hasDocument);
-    EXPECT_TRUE(parsed({"fax", "--cover-preview=a", "", "--to", "A=1"}).hasDocument);
+    EXPECT_THAT(refusal({"fax", "--cover-preview=a", "", "--to", "A=1"}), StartsWith("DOCUMENT: is empty"));
     EXPECT_FALSE(parsed({"fax", "letter.ps", "--output", "job"}).job.coverPreview);
     EXPECT_TRUE(parsed({"fax", "letter.ps", "--output", "job"}).hasDocument);
 }
