@@ -273,10 +273,9 @@ std::string importFailure(const ImportReport& report)
         static_cast<std::size_t>(std::ranges::count(report.refused, true, &Refusal::mendable));
     if (mendable > 0)
         // Translators: a file, how many are refused, how many of them --rename takes.
-        return localized(
-            "%s: nothing was imported, for %d are refused; --rename takes %d of them under other "
-            "names, --skip-bad leaves out what is refused",
-            report.file, report.refused.size(), mendable);
+        return localized("%s: nothing was imported, with %d refused; --rename takes %d of them under other "
+                         "names, --skip-bad leaves out what is refused",
+                         report.file, report.refused.size(), mendable);
     return localizedCount(
         "%s: nothing was imported, for %d row or card is refused; mend the file or leave them "
         "out with --skip-bad",

@@ -139,7 +139,7 @@ private:
             writeUnderProgramName(oneLine(lineOf(refused_[i])));
         if (mendable > 0)
             // Translators: a file, how many are refused, how many of them --rename takes.
-            throw Error(localized("%s: no recipient is taken, for %d are refused; --rename takes %d of them "
+            throw Error(localized("%s: no recipient is taken, with %d refused; --rename takes %d of them "
                                   "under other names",
                                   name_, refused_.size(), mendable));
         throw Error(localized("%s: no recipient is taken, for %d rows are refused; mend the file", name_,
