@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/command_line/help_texts.h"
 
-#include "base/command_line/command_view.h"
-#include "base/command_line/help_formatter.h"
-#include "base/command_line/help_page.h"
+#include <CLI/CLI.hpp>
 
+#include <map>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -13,14 +12,21 @@
 
 namespace quelm {
 
-std::string HelpFormatter::make_help(const CLI::App* command, std::string, CLI::AppFormatMode) const
-{
-    return helpPage(viewOf(*command));
-}
+namespace {
+
+/// CLI11 hands a program's formatter to all its commands: the place for texts that it has none for.
+class TextKeeper : public CLI::Formatter {
+public:
+    std::map<const CLI::App*, HelpTexts> texts;
+};
+
+} // namespace
+
+void keepHelp(CLI::App& program) { program.formatter(std::make_shared<TextKeeper>()); }
 
 void addHelp(CLI::App& command, HelpTexts texts)
 {
-    const auto formatter = std::dynamic_pointer_cast<HelpFormatter>(command.get_formatter());
+    const auto formatter = std::dynamic_pointer_cast<TextKeeper>(command.get_formatter());
     if (formatter == nullptr)
         throw std::logic_error("help for a program that was not begun");
     formatter->texts[&command] = std::move(texts);
@@ -29,7 +35,7 @@ void addHelp(CLI::App& command, HelpTexts texts)
 const HelpTexts& helpTextsOf(const CLI::App& command)
 {
     static const HelpTexts none;
-    const auto formatter = std::dynamic_pointer_cast<HelpFormatter>(command.get_formatter());
+    const auto formatter = std::dynamic_pointer_cast<TextKeeper>(command.get_formatter());
     if (formatter == nullptr)
         return none;
     const auto found = formatter->texts.find(&command);

@@ -28,6 +28,9 @@ struct HelpTexts {
     std::vector<std::string> related;         ///< of a program: pages to see, "quelm-device(1)"
 };
 
+/// Lets a program without commands keep the texts of those that it is given later.
+void keepHelp(CLI::App& program);
+
 /// Gives a command its texts. Its program has gone through `beginProgram` ahead of that.
 void addHelp(CLI::App& command, HelpTexts texts);
 

@@ -87,10 +87,10 @@ void addJobs(CLI::App& program)
     Command(program, "fax")
         .says(localized(
             "What is not said here is as the user saved it in the fax dialog; an option holds for this job "
-            "alone. A destination is needed: --output, --device or --queue."))
+            "alone. A destination is needed: --output, --device, --queue or --destination."))
         .example("quelm-driver fax letter.pdf --to \"Ann=555-1234\" --device fax.example",
                  localized("Hands a letter for Ann to a fax device."))
-        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --note \"Call me\" --dry-run",
+        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
                  localized("Says what would go out, with a cover sheet, and to whom."))
         .example("quelm-driver fax letter.pdf --group Team --queue fax --send-at 17:30",
                  localized("Sends to a group of the phonebook in the evening."))
@@ -109,8 +109,9 @@ void addJobs(CLI::App& program)
             "A script does to the dialogs what a person could do, one action a line, and answers each on "
             "standard output."))
         .example("quelm-driver script steps.txt", localized("Carries out the lines of a file."))
-        .example("quelm-driver script - < steps.txt", localized("Reads them from standard input."))
-        .example("quelm-driver script --list", localized("Lists the widgets that a script can name."));
+        .example("quelm-driver script --list",
+                 localized("Lists the widgets and functions that a script can name."))
+        .example("quelm-driver script - < steps.txt", localized("Reads them from standard input."));
 }
 
 void addPhonebook(CLI::App& program)
@@ -149,6 +150,23 @@ void addPhonebook(CLI::App& program)
     Command(program, "phonebook export")
         .example("quelm-driver phonebook export contacts.vcf", localized("Writes cards, version 4.0."))
         .example("quelm-driver phonebook export - --format csv", localized("Writes CSV on standard output."));
+}
+
+void addConfiguration(CLI::App& program)
+{
+    Command(program, "config")
+        .says(localized("The user's file goes ahead of the administrator's, and options ahead of both."))
+        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
+        .example("quelm-driver config check new.conf",
+                 localized("Looks at a file before it is put in place."));
+    Command(program, "config show")
+        .example("quelm-driver config show", localized("Shows what holds, and where it was said."))
+        .example("quelm-driver config show --config new.conf",
+                 localized("Shows what would hold with another file."));
+    Command(program, "config check")
+        .example("quelm-driver config check", localized("Looks at the files that are used."))
+        .example("quelm-driver config check new.conf",
+                 localized("Looks at a file before it is put in place."));
 }
 
 void addNetwork(CLI::App& program)
@@ -206,6 +224,7 @@ void addDriverHelp(CLI::App& program)
     addProgram(program);
     addJobs(program);
     addPhonebook(program);
+    addConfiguration(program);
     addNetwork(program);
     addOutbox(program);
 }

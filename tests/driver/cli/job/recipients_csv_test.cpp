@@ -173,6 +173,9 @@ TEST(RecipientsCsv, NamesEveryRowThatIsRefused)
 
 TEST(RecipientsCsv, RenamesWhereThatIsWanted)
 {
+    EXPECT_THAT(refusal("name,number\nA=B,1\n"),
+                testing::AllOf(StartsWith("list.csv:2: \"A=B\": The Name must not contain"),
+                               testing::EndsWith("; --rename changes the name")));
     RecipientsReading reading;
     reading.rename = true;
     EXPECT_THAT(parsed("name,number\nA=B,1\nAnn,2\n", reading), ElementsAre(named("A B"), named("Ann")));
