@@ -38,7 +38,8 @@ std::string refusal(const std::vector<std::string>& arguments)
         argv.push_back(argument.c_str());
     return test::failureLine<UsageError>([&] {
         const auto line = parseCommandLine(static_cast<int>(argv.size()), argv.data());
-        const auto setup = setUpForOneCommand(line); // the options that every command takes are looked at there
+        const auto setup =
+            setUpForOneCommand(line); // the options that every command takes are looked at there
         static_cast<void>(givenTarget(line.job, setup.destinations));
     });
 }
