@@ -48,7 +48,8 @@ std::optional<int> numberIn(const std::string& text)
 } // namespace
 
 OutputLines::OutputLines(std::size_t mostWaiting, bool asJson)
-    : mostWaiting_(mostWaiting), asJson_(asJson), writer_([this](const std::stop_token& stop) { write(stop); })
+    : mostWaiting_(mostWaiting), asJson_(asJson),
+      writer_([this](const std::stop_token& stop) { write(stop); })
 {
 }
 
@@ -114,7 +115,8 @@ std::string lineJson(const std::string& line)
         json = {{"event", "note"}, {"text", line}};
     } else {
         json["event"] = line.substr(0, blank);
-        const auto number = blank < colon ? numberIn(line.substr(blank + 1, colon - blank - 1)) : std::nullopt;
+        const auto number =
+            blank < colon ? numberIn(line.substr(blank + 1, colon - blank - 1)) : std::nullopt;
         if (number)
             json["number"] = *number;
         if (!isWord)

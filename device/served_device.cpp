@@ -85,8 +85,8 @@ struct ServedDevice::Parts {
 
 /// Whatever can fail to begin does so before the first call.
 ServedDevice::Parts::Parts(const ServeOptions& options)
-    : output(mostLinesWaiting, options.asJson), folder(options.state), log(folder), exchange(exchangeOf(options, folder)),
-      clock(options.realTime, log.latestMoment())
+    : output(mostLinesWaiting, options.asJson), folder(options.state), log(folder),
+      exchange(exchangeOf(options, folder)), clock(options.realTime, log.latestMoment())
 {
     hasWork = log.load().waitingJobs > 0 || !log.missingReports().empty();
     if (options.withDirectory)

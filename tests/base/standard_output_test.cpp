@@ -114,9 +114,10 @@ TEST(WriteResult, ThatCannotBeWrittenSaysThatTheWorkIsDone)
     const FileHandle full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
     ASSERT_TRUE(full.isOpen());
     const OutputTo redirected(full.get());
-    EXPECT_EQ(test::failureLine([] { writeResult("{}"); }),
-              "standard output: cannot be written: the disk is full; make room and try again; what the command "
-              "was to do is done all the same");
+    EXPECT_EQ(
+        test::failureLine([] { writeResult("{}"); }),
+        "standard output: cannot be written: the disk is full; make room and try again; what the command "
+        "was to do is done all the same");
 }
 
 } // namespace

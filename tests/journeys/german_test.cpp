@@ -63,7 +63,8 @@ TEST_F(GermanJourney, AWrongValueIsRefusedBeforeAnInstallationIsKnown)
 {
     expectFailure(driver({"phonebook", "list", "--format", "xml"}), 2,
                   "--format: „xml“ ist keines von text|csv");
-    expectFailure(driver({"attributes", "--to", "Ann"}), 2, "--to „Ann“: schreiben Sie NAME=NUMMER oder NUMMER, ");
+    expectFailure(driver({"attributes", "--to", "Ann"}), 2,
+                  "--to „Ann“: schreiben Sie NAME=NUMMER oder NUMMER, ");
 }
 
 TEST_F(GermanJourney, TheReasonWhyACommandLineIsRefusedIsGerman)

@@ -93,8 +93,8 @@ TEST_F(ScriptingJourney, AFaxAnswersWhatBecameOfItAndItsNumberIsWhatTheOutboxTak
 
 TEST_F(ScriptingJourney, AFileAndAPreviewAreAnsweredToo)
 {
-    const Json file = answer(fax({"-o", path("job"), "--cover", "--cover-preview", path("cover.png"), "--to",
-                                  "Bob=5551234"}));
+    const Json file = answer(
+        fax({"-o", path("job"), "--cover", "--cover-preview", path("cover.png"), "--to", "Bob=5551234"}));
     EXPECT_EQ(file["place"], path("job"));
     EXPECT_EQ(file["number"], nullptr);
     EXPECT_EQ(file["coverPicture"], path("cover.png"));
@@ -170,9 +170,11 @@ TEST_F(ScriptingJourney, ABareNumberStandsOnTheCoverSheetAndNothingElse)
 
 TEST_F(ScriptingJourney, PhonebooksAreData)
 {
-    EXPECT_EQ(answer({"phonebook", "add", "Ann", "555", "--dry-run"}),
-              Json({{"action", "added"}, {"kind", "entry"}, {"name", "Ann"}, {"dryRun", true},
-                    {"warnings", Json::array()}}));
+    EXPECT_EQ(answer({"phonebook", "add", "Ann", "555", "--dry-run"}), Json({{"action", "added"},
+                                                                             {"kind", "entry"},
+                                                                             {"name", "Ann"},
+                                                                             {"dryRun", true},
+                                                                             {"warnings", Json::array()}}));
     EXPECT_EQ(answer({"phonebook", "list"})["entries"], Json::array());
     EXPECT_EQ(answer({"phonebook", "add", "Ann", "555"})["dryRun"], false);
     EXPECT_EQ(answer({"phonebook", "add", "Ann", "556", "--replace"})["action"], "replaced");
@@ -211,11 +213,14 @@ TEST_F(ScriptingJourney, ADryRunOfTheOutboxSaysWhatWouldBeAndChangesNothing)
 {
     PrintListener device(Manner::takesAll);
     ASSERT_EQ(driver(fax({"--device", device.address(), "--outbox"})).status, 0);
-    ASSERT_EQ(driver(fax({"--device", device.address(), "--send-at", "00:00", "--now", "2026-01-01T12:00"})).status, 0);
+    ASSERT_EQ(
+        driver(fax({"--device", device.address(), "--send-at", "00:00", "--now", "2026-01-01T12:00"})).status,
+        0);
     const auto before = driver({"outbox", "list", "--json", "--now", "2026-01-01T12:00"}).output;
     const auto would = " (letter.ps) for 1 recipient would go to device " + device.address() + " now\n";
     EXPECT_EQ(driver({"outbox", "send", "1", "2", "--dry-run"}).output, "job 1" + would + "job 2" + would);
-    EXPECT_EQ(driver({"outbox", "cancel", "1", "--dry-run"}).output, "job 1 (letter.ps) would be cancelled\n");
+    EXPECT_EQ(driver({"outbox", "cancel", "1", "--dry-run"}).output,
+              "job 1 (letter.ps) would be cancelled\n");
     EXPECT_EQ(driver({"outbox", "run", "--dry-run", "--now", "2026-01-02T00:00"}).output, "job 2" + would);
     expectFailure(driver({"outbox", "resend", "1", "--dry-run"}), 1, "it waits");
     expectFailure(driver({"outbox", "cancel", "9", "--dry-run"}), 1, "9");
@@ -315,7 +320,8 @@ std::set<std::string> widgetNames(const Json& list)
     std::set<std::string> names;
     for (const auto& widget : list["widgets"]) {
         const auto name = widget["name"].get<std::string>();
-        if (name.find(' ') != std::string::npos && name != widget["label"] && name != widget.value("text", ""))
+        if (name.find(' ') != std::string::npos && name != widget["label"] &&
+            name != widget.value("text", ""))
             names.insert(name);
     }
     return names;
@@ -356,10 +362,13 @@ TEST_F(ScriptingJourney, AWrongValueIsWrongUsageAlsoWhereTheDialogsAreAsked)
 
 TEST_F(ScriptingJourney, WhatAFileHoldsFailsTheJob)
 {
-    expectFailure(driver({"attributes", "--recipients", file("list.csv", "name,number\nA@,5\n")}), 1, "list.csv:2");
+    const auto listed = driver({"attributes", "--recipients", file("list.csv", "name,number\nA@,5\n")});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_THAT(listed.errors, HasSubstr("list.csv:2"));
     const auto card = file("card", std::string(40, '1'));
     std::filesystem::permissions(card, std::filesystem::perms::owner_read);
-    expectFailure(driver({"attributes", "--to", "A=1", "--credit-card-file", card}), 1, "--credit-card-file: ");
+    expectFailure(driver({"attributes", "--to", "A=1", "--credit-card-file", card}), 1,
+                  "--credit-card-file: ");
 }
 
 TEST_F(ScriptingJourney, NoMessageShowsTheNameOfAWidget)
