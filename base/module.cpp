@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/module.h"
 
+#include "base/environment.h"
 #include "base/error.h"
 #include "base/shared_object.h"
 #include "base/translation.h"
@@ -26,9 +27,9 @@ Error cannotLoad(const std::string& file, const std::string& reason)
 std::string moduleFolder()
 {
     Dl_info library{};
-    if (::dladdr(reinterpret_cast<const void*>(&loadPart), &library) == 0)
-        return "modules";
-    return (std::filesystem::path(library.dli_fname).parent_path() / "modules").string();
+    const bool found = ::dladdr(reinterpret_cast<const void*>(&loadPart), &library) != 0;
+    const auto folder = found ? std::filesystem::path(library.dli_fname).parent_path() : programFolder();
+    return (folder / "modules").string();
 }
 
 const void* loadPart(const std::string& folder, const std::string& name)

@@ -33,8 +33,11 @@ const char* utf16ByZeroBytes(std::string_view bytes)
     for (std::size_t at = 0; at < head.size(); ++at)
         if (head[at] == '\0')
             ++(at % 2 == 0 ? atEven : atOdd);
-    // Separators and line ends alone make some in a hundred.
-    constexpr std::size_t enough = 50;
+    // Digits, separators and line ends alone make some in a hundred.
+    constexpr std::size_t enough = 20;
+    constexpr std::size_t fewest = 4;
+    if (atOdd + atEven < fewest)
+        return nullptr;
     if (atOdd > 10 * atEven && atOdd * enough > head.size())
         return "UTF-16LE";
     if (atEven > 10 * atOdd && atEven * enough > head.size())

@@ -19,7 +19,7 @@ endfunction()
 set(ENV{PKG_CONFIG_LIBDIR} "${WORK}/nowhere")
 unset(ENV{PKG_CONFIG_PATH})
 configure(-D BRAMBLECOR_DRIVER=ON -D CMAKE_DISABLE_FIND_PACKAGE_pugixml=ON)
-expect_refusal("no library" "This is missing:")
+expect_refusal("no library" "This is missing, or older than the build needs:")
 expect_one_error("no library")
 expect_words("no library" "pugixml: reads the dialog definition Debian, Ubuntu: libpugixml-dev; Fedora: pugixml-devel")
 expect_words("no library" "ldap, lber: looks into the device's directory Debian, Ubuntu: libldap-dev; Fedora: openldap-devel")
@@ -37,6 +37,17 @@ endif()
 
 configure(-D BRAMBLECOR_DRIVER=OFF)
 expect_success("the component alone, without libraries")
+
+# A library that is too old is none: here all that pkg-config finds is the first release of each.
+set(ENV{PKG_CONFIG_LIBDIR} "${WORK}/old")
+foreach(module IN ITEMS libtiff-4 cairo)
+  file(WRITE "${WORK}/old/${module}.pc" "Name: ${module}\nDescription: an early release\nVersion: 1.0\n")
+endforeach()
+configure(-D BRAMBLECOR_DRIVER=ON)
+expect_refusal("old libraries" "libtiff-4>=4.5: the pages that the device sends and receives")
+if(words MATCHES " cairo: ")
+  message(SEND_ERROR "old libraries: one that serves is said to be missing: ${words}")
+endif()
 
 # --- Without pkg-config nothing is said to be missing that was not looked for ---
 
