@@ -1,7 +1,7 @@
 # The commands of the house; `make help` lists them. Each is one script or one preset: nothing clever here.
 # SPDX-License-Identifier: LGPL-2.1-or-later
 .DEFAULT_GOAL := help
-.PHONY: help demo check test build bench screenshots format tidy packages clean
+.PHONY: help demo check test build install uninstall deb bench screenshots format tidy packages clean
 
 help: ## Lists the commands.
 	@sed -n 's/^\([a-z]*\):.*## \(.*\)/  make \1\t\2/p' $(MAKEFILE_LIST) | expand -t 20
@@ -18,6 +18,16 @@ test: ## Installs what is missing, builds in every configuration, and runs all t
 build: ## Builds the release; the programs are in build/release/stage/.
 	cmake --preset release -D BUILD_TESTING=OFF -D BRAMBLECOR_FETCH_SOURCES=ON
 	cmake --build --preset release
+
+PREFIX ?= /usr/local
+install: ## Installs what make build built, below PREFIX (/usr/local) and DESTDIR.
+	tools/install "$(PREFIX)"
+
+uninstall: ## Removes what make install installed there, and nothing else.
+	tools/uninstall "$(PREFIX)"
+
+deb: ## Makes Debian packages in build/deb/.
+	tools/make-deb
 
 BENCH_FLAGS ?= --benchmark_repetitions=5 --benchmark_display_aggregates_only=true
 bench: ## Builds the benchmarks and runs them; docs/performance.md says how to read the figures.

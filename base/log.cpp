@@ -24,6 +24,12 @@ std::string& programName()
     return name;
 }
 
+bool& quietness()
+{
+    static bool quiet = false;
+    return quiet;
+}
+
 } // namespace
 
 void log(Severity severity, const std::string& message)
@@ -39,11 +45,21 @@ LogSink setLogSink(LogSink sink) { return std::exchange(currentSink(), std::move
 
 void logToStandardError(Severity severity, const std::string& line)
 {
-    if (severity != Severity::information)
+    if (severity == Severity::error || (severity == Severity::warning && !isQuiet()))
         writeUnderProgramName(severity == Severity::warning ? localized("warning: %s", line) : line);
 }
 
 void setProgramName(std::string name) { programName() = std::move(name); }
+
+void setQuiet(bool quiet) { quietness() = quiet; }
+
+bool isQuiet() { return quietness(); }
+
+void writeRemark(const std::string& line)
+{
+    if (!isQuiet())
+        writeUnderProgramName(line);
+}
 
 void writeUnderProgramName(const std::string& line)
 {

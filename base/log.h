@@ -26,8 +26,16 @@ void logToStandardError(Severity severity, const std::string& line);
 /// there are other threads; a program without a name writes the bare lines.
 void setProgramName(std::string name);
 
+/// Says only what fails from now on: warnings in the log, remarks and confirmations are left out, progress is
+/// not shown, and nobody is asked anything. Called once, before there are other threads.
+void setQuiet(bool quiet);
+[[nodiscard]] bool isQuiet();
+
 /// Writes "PROGRAM: line" to standard error; of a line that is too long, what `boundedLine` leaves.
 void writeUnderProgramName(const std::string& line);
+
+/// The same for what is no failure; nothing of it when the program is to be quiet.
+void writeRemark(const std::string& line);
 
 } // namespace quelm
 

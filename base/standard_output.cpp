@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/log.h"
 #include "base/texts.h"
 #include "base/translation.h"
 
@@ -26,10 +27,22 @@ void writeAnswer(std::string_view text)
 
 void writeConfirmation(std::string_view text)
 {
+    if (isQuiet())
+        return;
     try {
         writeAnswer(text);
     } catch (const Error&) {
         return; // the exit status says that it is done
+    }
+}
+
+void writeResult(std::string_view text)
+{
+    try {
+        writeAnswer(text);
+    } catch (const Error& error) {
+        // Translators: why standard output cannot be written to.
+        throw Error(localized("%s; what the command was to do is done all the same", error.what()));
     }
 }
 

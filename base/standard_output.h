@@ -13,8 +13,12 @@ namespace quelm {
 void writeAnswer(std::string_view text);
 
 /// Says on standard output what was done, likewise. What was done stays so when nobody can be told: then
-/// nothing is said, and nothing thrown.
+/// nothing is said, and nothing thrown. Nor is anything said when the program is to be quiet.
 void writeConfirmation(std::string_view text);
+
+/// Writes as `writeAnswer` does what was asked for about something that is done by now. Throws Error when not
+/// all of it could be written; its line says that it is done all the same.
+void writeResult(std::string_view text);
 
 /// Puts something in the place of each standard stream that the program was started without (`>&-`): reading
 /// and writing there fail as before, but no file that is opened later gets the descriptor, and with it what a

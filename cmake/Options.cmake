@@ -49,6 +49,27 @@ if(BRAMBLECOR_FAST_LINKER)
   endif()
 endif()
 
+# What distributions harden their programs with, for whatever we release: here, so that a package of it is made by the
+# compiler's same command lines, and so from the compiler's cache. The libraries of others in the component have it,
+# too. Debug information names files from the root, wherever that is: packages built twice are the same.
+set(released "$<CONFIG:Release,RelWithDebInfo,MinSizeRel>")
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fstack-clash-protection HAS_STACK_CLASH_PROTECTION)
+check_cxx_compiler_flag(-fcf-protection HAS_CF_PROTECTION)
+add_compile_options(
+  # Some compilers define it themselves.
+  $<${released}:-U_FORTIFY_SOURCE> $<${released}:-D_FORTIFY_SOURCE=2> $<${released}:-fstack-protector-strong>
+  $<$<AND:${released},$<BOOL:${HAS_STACK_CLASH_PROTECTION}>>:-fstack-clash-protection>
+  $<$<AND:${released},$<BOOL:${HAS_CF_PROTECTION}>>:-fcf-protection>
+  # The last one that fits counts.
+  $<${released}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
+  $<${released}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=./build>)
+# Programs have all that they call bound at their start, and their tables closed to writing. The component is bound as
+# it is called: a host may lack a function that it never comes to.
+set(is_program "$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>")
+add_link_options($<${released}:LINKER:-z,relro>
+  $<$<AND:${released},${is_program}>:LINKER:-z,now> $<$<AND:${released},${is_program}>:-pie>)
+
 # Lets a target that does much work run fast under the sanitizers: its tests would take far longer than optimising it
 # does. For a target that does little it is the other way round.
 function(optimise_when_sanitized target)

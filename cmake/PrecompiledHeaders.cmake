@@ -6,7 +6,7 @@
 # The first names a set of headers, compiled as a target with these libraries would compile them, in addition to the
 # standard library's; with PROGRAMS as the sources of programs are, otherwise as those of libraries. The second lets
 # all sources of a target start with such a set. Only headers of others belong here: ours change. The set `standard`
-# is for targets that are optimised when sanitized.
+# is for targets that are optimised when sanitized, `shared` for those of them that are libraries of their own.
 #
 # Without BRAMBLECOR_PRECOMPILED_HEADERS nothing happens, and each source includes itself what it uses: the release
 # build would show one that does not.
@@ -57,6 +57,9 @@ function(precompile target)
 endfunction()
 
 precompiled_headers(standard)
+precompiled_headers(shared)
 if(BRAMBLECOR_PRECOMPILED_HEADERS)
   optimise_when_sanitized(precompiled_standard)
+  optimise_when_sanitized(precompiled_shared)
+  set_target_properties(precompiled_shared PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
 endif()

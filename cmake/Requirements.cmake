@@ -119,6 +119,8 @@ if(BRAMBLECOR_DRIVER)
     DEBIAN libsnmp-dev FEDORA net-snmp-devel)
   need_modules(PANGOCAIRO MODULES pangocairo pangoft2 fontconfig FOR "draws the cover page in every script"
     DEBIAN libpango1.0-dev FEDORA pango-devel)
+  need_modules(UCHARDET MODULES uchardet FOR "guesses the charset of contacts of other programs"
+    DEBIAN libuchardet-dev FEDORA uchardet-devel)
   need_modules(GTKMM MODULES gtkmm-3.0 FOR "the desktop's windows" DEBIAN libgtkmm-3.0-dev FEDORA gtkmm3.0-devel)
 
   if(BRAMBLECOR_DEVICE)

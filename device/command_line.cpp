@@ -4,6 +4,7 @@
 
 #include "base/command_line/program_arguments.h"
 #include "base/translation.h"
+#include "device/command_help.h"
 
 #include <CLI/CLI.hpp>
 
@@ -79,7 +80,8 @@ void addIdentity(CLI::App& command, std::string& identity)
 
 CLI::App* addRead(CLI::App& program, ReadOptions& options)
 {
-    auto* read = program.add_subcommand("read", localized("Say what a device would do with a job"));
+    auto* read =
+        program.add_subcommand("read", localized("Say what a device would do with a job"))->fallthrough();
     read->add_option("JOB", options.job, localized("File with the print stream; - is standard input"))
         ->required()
         ->type_name("");
@@ -93,7 +95,8 @@ CLI::App* addRead(CLI::App& program, ReadOptions& options)
 CLI::App* addServe(CLI::App& program, ServeOptions& options)
 {
     constexpr int mostLines = 32;
-    auto* serve = program.add_subcommand("serve", localized("Be a device: take jobs, and fax their pages"));
+    auto* serve = program.add_subcommand("serve", localized("Be a device: take jobs, and fax their pages"))
+                      ->fallthrough();
     addText(*serve, "--state", options.state, "DIR", localized("Folder for everything that the device keeps"))
         ->required();
     addNumber(
@@ -118,26 +121,30 @@ CLI::App* addServe(CLI::App& program, ServeOptions& options)
                     localized("Answer nothing over SNMP"));
     serve->add_flag("--with-directory", options.withDirectory,
                     localized("Start a directory server with sample people"));
+    serve->add_flag("--json", options.asJson, localized("Say what happens in JSON, an object a line"));
     addIdentity(*serve, options.identity);
     return serve;
 }
 
 } // namespace
 
+std::shared_ptr<CLI::App> deviceProgram(DeviceCommandLine& line)
+{
+    auto program = std::make_shared<CLI::App>(
+        localized("An emulated device that takes fax jobs, dials, and faxes their pages."), "quelm-device");
+    beginProgram(*program);
+    program->require_subcommand(1);
+    addRead(*program, line.read)->callback([&line] { line.command = DeviceCommand::read; });
+    addServe(*program, line.serve)->callback([&line] { line.command = DeviceCommand::serve; });
+    addHelpCommand(*program);
+    addDeviceHelp(*program);
+    return program;
+}
+
 DeviceCommandLine parseDeviceCommandLine(int argc, const char* const* argv)
 {
     DeviceCommandLine line;
-    CLI::App program(localized("An emulated device that takes fax jobs, dials, and faxes their pages."),
-                     "quelm-device");
-    beginProgram(program);
-    program.require_subcommand(1);
-    const auto* read = addRead(program, line.read);
-    const auto* serve = addServe(program, line.serve);
-    line.information = parseArguments(program, argc, argv);
-    if (read->parsed())
-        line.command = DeviceCommand::read;
-    if (serve->parsed())
-        line.command = DeviceCommand::serve;
+    line.information = parseArguments(*deviceProgram(line), argc, argv);
     return line;
 }
 

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/command_line/program_arguments.h"
 
+#include "base/command_line/command_view.h"
+#include "base/command_line/help_page.h"
+#include "base/command_line/help_texts.h"
 #include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/translation.h"
@@ -12,17 +15,6 @@
 
 namespace quelm {
 namespace {
-
-/// The headings of the help.
-void translateHeadings(CLI::App& program)
-{
-    const auto formatter = program.get_formatter();
-    for (const char* heading :
-         {forTranslation("Usage"), forTranslation("Positionals"), forTranslation("Options"),
-          forTranslation("OPTIONS"), forTranslation("Subcommands"), forTranslation("SUBCOMMAND"),
-          forTranslation("REQUIRED"), forTranslation("Excludes")})
-        formatter->label(heading, translated(heading));
-}
 
 /// The arguments as CLI11 takes them, last first. It reads the next argument as the value of
 /// "--note=": the empty value is made an argument of its own.
@@ -45,29 +37,73 @@ std::vector<std::string> argumentsLastFirst(int argc, const char* const* argv)
     return arguments;
 }
 
+/// True when the user wrote --help behind the command or one above it.
+bool wantsHelp(const CLI::App& command)
+{
+    for (const CLI::App* app = &command; app != nullptr; app = app->get_parent())
+        if (app->get_help_ptr() != nullptr && app->get_help_ptr()->count() > 0)
+            return true;
+    return false;
+}
+
+const CLI::App* helpCommand(const CLI::App& program)
+{
+    const auto found =
+        program.get_subcommands([](const CLI::App* command) { return command->get_name() == "help"; });
+    return found.empty() ? nullptr : found.front();
+}
+
+/// The help of the command that the words behind `help` name.
+std::string askedHelp(const CLI::App& program, const CLI::App& help)
+{
+    const CLI::App* command = &program;
+    for (const auto& word : help.get_option("COMMAND")->results()) {
+        const auto named =
+            command->get_subcommands([&word](const CLI::App* below) { return below->get_name() == word; });
+        if (named.empty())
+            throw UsageError(unknownCommand(word, *command));
+        command = named.front();
+    }
+    return helpPage(viewOf(*command));
+}
+
 } // namespace
 
 void beginProgram(CLI::App& program)
 {
-    program.set_version_flag("--version", programAndVersion(program.get_name()),
+    keepHelp(program);
+    program.option_defaults()->disable_flag_override();
+    program.set_version_flag("-V,--version", programAndVersion(program.get_name()),
                              localized("Print the version and exit"));
-    program.set_help_flag("--help", localized("Print this help and exit"));
+    program.set_help_flag("-h,--help", localized("Print this help and exit"));
     program.failure_message(CLI::FailureMessage::simple);
-    translateHeadings(program);
+}
+
+void addHelpCommand(CLI::App& program)
+{
+    auto* help = program.add_subcommand("help", localized("Show the help of a command"))->fallthrough();
+    help->add_option_function<std::vector<std::string>>(
+            "COMMAND", [](const std::vector<std::string>&) {}, localized("The command, in one or more words"))
+        ->type_name("");
 }
 
 std::string parseArguments(CLI::App& program, int argc, const char* const* argv)
 {
     try {
         program.parse(argumentsLastFirst(argc, argv));
-    } catch (const CLI::CallForHelp&) {
-        return program.help();
     } catch (const CLI::CallForVersion& version) {
         return std::string(version.what()) + "\n";
     } catch (const CLI::ParseError& error) {
-        // Translators: what is wrong, the program.
-        throw UsageError(localized("%s; see %s --help", reasonOf(error, program), program.get_name()));
+        const CLI::App& command = givenCommand(program);
+        if (!wantsHelp(command))
+            throw UsageError(refusalOf(error, program));
+        if (const auto mistyped = mistypedCommand(program))
+            throw UsageError(*mistyped);
+        // Whoever asks for help is not told first what else is wrong.
+        return helpPage(viewOf(command));
     }
+    if (const CLI::App* help = helpCommand(program); help != nullptr && help->parsed())
+        return askedHelp(program, *help);
     return {};
 }
 

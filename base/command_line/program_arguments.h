@@ -9,9 +9,13 @@
 
 namespace quelm {
 
-/// Gives a program, which has no commands yet, `--help` and `--version`, with the headings of its help in the
-/// user's language. The commands that it is given later inherit both.
+/// Gives a program, which has no commands and options yet, `--help` and `--version` with their letters, and
+/// our own help in the user's language. The commands that it is given later inherit it.
 void beginProgram(CLI::App& program);
+
+/// Gives a program with commands the command `help`, which shows the help of the others. Called when they are
+/// there.
+void addHelpCommand(CLI::App& program);
 
 /// Parses with CLI11. Returns what the user asked to be told (the help of a command, the version), which is
 /// then all that the program does; otherwise an empty text. Throws UsageError with one line when the

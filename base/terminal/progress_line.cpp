@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/terminal/progress_line.h"
 
+#include "base/log.h"
 #include "base/translation.h"
 
 #include <unistd.h>
@@ -18,7 +19,7 @@ constexpr std::chrono::milliseconds interval{100};
 } // namespace
 
 ProgressLine::ProgressLine(std::string work)
-    : work_(std::move(work)), terminal_(::isatty(STDERR_FILENO) == 1),
+    : work_(std::move(work)), terminal_(::isatty(STDERR_FILENO) == 1 && !isQuiet()),
       next_(std::chrono::steady_clock::now() + quietTime)
 {
 }

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/interruption.h"
+#include "base/log.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
 
@@ -65,7 +66,7 @@ std::optional<std::string> readLine()
 
 } // namespace
 
-bool canAsk() { return ::isatty(STDIN_FILENO) == 1; }
+bool canAsk() { return ::isatty(STDIN_FILENO) == 1 && !isQuiet(); }
 
 std::optional<std::string> readSecretLine(const std::string& question)
 {

@@ -8,7 +8,7 @@
 
 namespace quelm {
 
-/// True when standard input is a terminal.
+/// True when standard input is a terminal, and the program need not be quiet.
 [[nodiscard]] bool canAsk();
 
 /// Shows `question` on standard error, and reads a line from the terminal that is standard input without

@@ -81,7 +81,7 @@ struct JobPort::State {
     void ring() const
     {
         const std::uint64_t once = 1;
-        static_cast<void>(::write(bell.get(), &once, sizeof once));
+        [[maybe_unused]] const auto written = ::write(bell.get(), &once, sizeof once);
     }
 
     /// On the keeper's threads.
@@ -178,7 +178,7 @@ void JobPort::State::waitForEvents()
         for (auto& one : polled)
             one.revents = 0;
     std::uint64_t rung = 0;
-    static_cast<void>(::read(bell.get(), &rung, sizeof rung));
+    [[maybe_unused]] const auto taken = ::read(bell.get(), &rung, sizeof rung);
 }
 
 int JobPort::State::timeLeft() const

@@ -27,6 +27,12 @@ void runDirectoryCommand(const CommandLine& line);
 /// Looks at the jobs that wait or were handed over, and does with them what the user asks for.
 void runOutboxCommand(const CommandLine& line);
 
+/// Shows what the configuration says, and where.
+void runConfigShowCommand(const CommandLine& line);
+
+/// Says everything that is wrong with the configuration.
+void runConfigCheckCommand(const CommandLine& line);
+
 /// Carries out a script, with its answers on standard output.
 void runScriptCommand(const CommandLine& line);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/desktop_command.h"
 
+#include "base/command_line/parser_messages.h"
 #include "base/environment.h"
 #include "base/error.h"
 #include "base/file_io.h"
@@ -29,9 +30,10 @@ std::string desktopProgram()
 void becomeDesktop(const CommandLine& line, char** argv)
 {
     std::error_code failure;
-    if (!line.document.empty() && !std::filesystem::exists(line.document, failure))
-        throw UsageError(
-            localized("\"%s\" is neither a command nor a document; see quelm-driver --help", line.document));
+    if (!line.document.empty() && !std::filesystem::exists(line.document, failure)) {
+        const auto reason = localized("\"%s\" is neither a command nor a document", line.document);
+        throw UsageError(refusalLine(reason, line.commandMeant, "quelm-driver"));
+    }
     if (!hasDisplay())
         throw Error(
             localized("there is no display to open the desktop on; give a command, see quelm-driver --help"));

@@ -1,5 +1,6 @@
 // The command `device info`: the directory settings that the device reports, as the component shows them.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
 #include "base/standard_output.h"
 #include "base/translation.h"
@@ -8,6 +9,8 @@
 #include "driver/core/driver.h"
 #include "driver/widgets/widget_names.h"
 
+#include <nlohmann/json.hpp>
+
 #include <string>
 
 namespace quelm {
@@ -15,16 +18,28 @@ namespace {
 
 constexpr const char* moreInfoButton = widget_names::ldapMoreInfoButton;
 
-/// The fields of the dialog that the component fills, from top to bottom. The label of a field is
-/// named after it.
-constexpr const char* fields[] = {
-    widget_names::ldapHostPort,   widget_names::ldapSearchDirectoryRoot,
-    widget_names::ldapServerType, widget_names::loginName,
-    widget_names::name,           widget_names::email,
-    widget_names::busPhone,       widget_names::busAddr,
-    widget_names::office,         widget_names::ldapCity,
-    widget_names::ldapState,      widget_names::ldapZipCode,
-    widget_names::ldapCountry,    widget_names::ldapFax,
+/// A field of the dialog, and what it is for other programs. The label of a field is named after it.
+struct Field {
+    const char* widget;
+    const char* key;
+};
+
+/// Those that the component fills, from top to bottom.
+constexpr Field fields[] = {
+    {widget_names::ldapHostPort, "server"},
+    {widget_names::ldapSearchDirectoryRoot, "searchRoot"},
+    {widget_names::ldapServerType, "serverType"},
+    {widget_names::loginName, "loginName"},
+    {widget_names::name, "nameAttribute"},
+    {widget_names::email, "emailAttribute"},
+    {widget_names::busPhone, "businessPhoneAttribute"},
+    {widget_names::busAddr, "businessAddressAttribute"},
+    {widget_names::office, "officeAttribute"},
+    {widget_names::ldapCity, "cityAttribute"},
+    {widget_names::ldapState, "stateAttribute"},
+    {widget_names::ldapZipCode, "zipCodeAttribute"},
+    {widget_names::ldapCountry, "countryAttribute"},
+    {widget_names::ldapFax, "faxAttribute"},
 };
 
 void requireAnswer(Driver& driver)
@@ -46,6 +61,19 @@ void openInformation(Driver& driver)
     requireAnswer(driver);
 }
 
+/// An object with a text for each field, or null for one that the device does not have.
+std::string settingsJson(const Driver& driver)
+{
+    using Json = nlohmann::ordered_json;
+    Json json;
+    for (const auto& field : fields) {
+        const auto value = driver.show(field.widget).text.value_or("");
+        json[field.key] = value.empty() ? Json() : Json(value);
+    }
+    constexpr int indentation = 2;
+    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 } // namespace
 
 void runDeviceInfoCommand(const CommandLine& line)
@@ -61,11 +89,14 @@ void runDeviceInfoCommand(const CommandLine& line)
     if (driver.failedCallbacks() != 0)
         throw Error(
             localized("the component failed while the device was asked; see the line ahead of this one"));
+    if (line.json)
+        return writeJsonAnswer(settingsJson(driver));
     std::string answer;
-    for (const std::string field : fields) {
-        const auto value = driver.show(field).text.value_or("");
+    for (const auto& field : fields) {
+        const std::string widget = field.widget;
+        const auto value = driver.show(widget).text.value_or("");
         answer +=
-            driver.show(field + " Label").text.value_or(field) + (value.empty() ? "" : " ") + value + "\n";
+            driver.show(widget + " Label").text.value_or("") + (value.empty() ? "" : " ") + value + "\n";
     }
     writeAnswer(answer);
 }

@@ -5,25 +5,34 @@
 
 #include "driver/cli/command_line.h"
 #include "driver/core/driver.h"
+#include "driver/jobs/job_target.h"
 #include "driver/outbox/outbox.h"
 #include "driver/plugin/fax_session.h"
+
+#include <optional>
+#include <vector>
 
 namespace quelm {
 
 struct DriverSetup {
     DriverOptions driver;
-    Pdl pdl = Pdl::dsc;
-    OutboxSettings outbox; ///< without a folder where this account has none
+    Pdl pdl = Pdl::dsc;                          ///< that of the named destination, too
+    OutboxSettings outbox;                       ///< without a folder where this account has none
+    std::vector<NamedTarget> destinations;       ///< that the user can name; those of his own file first
+    std::optional<NamedTarget> destination = {}; ///< for jobs of which nobody says where they go
 };
 
-/// Reads the configuration file, the user's own when none is named, and puts what the command line
-/// says over it. Throws Error when the file cannot be used, UsageError for an impossible --now or
-/// --device-snmp.
+/// Reads the configuration files, those of the XDG folders when none is named, and puts what the command line
+/// says over them. Throws Error when a file cannot be used, UsageError for an impossible --now or
+/// --device-snmp, and a --destination that there is not.
 DriverSetup setUpDriver(const CommandLine& line);
 
-/// The same for a command that chooses for itself alone and ends with what fails first: the option values are
-/// not kept, and failures are held until the command releases them.
+/// @{
+/// The set-up for a command that chooses for itself alone and ends with what fails first: the option values
+/// are not kept, and failures are held until the command releases them.
+DriverSetup forOneCommand(DriverSetup setup);
 DriverSetup setUpForOneCommand(const CommandLine& line);
+/// @}
 
 } // namespace quelm
 

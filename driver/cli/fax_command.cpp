@@ -2,20 +2,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/clock.h"
 #include "base/error.h"
-#include "base/standard_output.h"
-#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/filled_job.h"
 #include "driver/cli/filled_sending.h"
 #include "driver/cli/job/cover_picture.h"
 #include "driver/cli/job/given_target.h"
-#include "driver/cli/job/job_json.h"
 #include "driver/cli/job/say.h"
 #include "driver/cli/job/write_document.h"
-#include "driver/handover/job_view.h"
-#include "driver/handover/summary.h"
-#include "driver/widgets/widget_names.h"
 
 #include <ctime>
 #include <optional>
@@ -23,22 +17,33 @@
 namespace quelm {
 namespace {
 
-/// The one place that the user named; nothing for a preview or a summary alone.
-std::optional<JobTarget> targetOf(const JobOptions& options)
+UsageError twoAnswers(const std::string& option)
 {
-    auto target = givenTarget(options);
+    // Translators: two options.
+    return UsageError(localized("%s and %s both write to standard output; name a file", "--json", option));
+}
+
+/// The one place that the user named, or the default destination; nothing for a preview or a summary alone.
+std::optional<JobTarget> targetOf(const JobOptions& options, const DriverSetup& setup)
+{
+    auto target = givenTarget(options, setup.destinations);
+    const bool isPreviewAlone = options.coverPreview && !options.toOutbox && !options.dryRun;
+    if (!target && !isPreviewAlone && setup.destination)
+        target = setup.destination->target;
     const auto* file = target ? std::get_if<FileTarget>(&*target) : nullptr;
     if (file != nullptr && options.coverPreview && leadToOneFile(file->path, *options.coverPreview))
         throw UsageError(localized("--cover-preview and --output name the same file; name two"));
     if (options.toOutbox && file != nullptr && file->path == "-")
         throw UsageError(
             localized("standard output cannot wait in the outbox; name a file, device or queue"));
-    if (options.asJson && !options.dryRun)
-        throw UsageError(localized("%s needs %s", "--json", "--dry-run"));
-    if (target || options.dryRun || (options.coverPreview && !options.toOutbox))
+    if (options.asJson && file != nullptr && file->path == "-")
+        throw twoAnswers("--output -");
+    if (options.asJson && options.coverPreview == "-")
+        throw twoAnswers("--cover-preview -");
+    if (target || options.dryRun || isPreviewAlone)
         return target;
-    throw UsageError(localized("say with --output FILE, --device HOST or --queue NAME where the job goes; "
-                               "--output - is standard output"));
+    throw UsageError(localized("say with --output FILE, --device HOST, --queue NAME or --destination NAME "
+                               "where the job goes; --output - is standard output"));
 }
 
 void drawCover(FilledJob& job, const std::string& picture)
@@ -52,29 +57,6 @@ void drawCover(FilledJob& job, const std::string& picture)
         localizedCount("%s: cover page of the fax job for %d recipient",
                        "%s: cover page of the fax job for %d recipients", count, picture, count);
     say(text);
-}
-
-/// Says what would happen, once it is sure that it would.
-void sumUp(FilledJob& job, const Document& document, const std::optional<JobTarget>& target,
-           const JobOptions& options, std::time_t begun)
-{
-    Submission submission = submissionOf(job, target.value_or(FileTarget{}), begun);
-    submission.toOutbox = options.toOutbox;
-    requireUsableTarget(submission);
-    // A file that cannot be written to is refused; nothing of one stays.
-    if (target && std::holds_alternative<FileTarget>(*target))
-        static_cast<void>(openDestination(*target, {document.name(), job.user()}, &document));
-    tryDocument(job.session(), document, job.pdl());
-    JobPlan plan{target, submission.sendAt, options.toOutbox};
-    plan.isTimeChosen = choiceOf(job.driver(), widget_names::lanFaxSendTime) == 1;
-    plan.leavesKeptCard = job.leavesKeptCard();
-    const auto summary = summaryOf(job.driver(), job.handover(), &document, plan);
-    if (options.asJson)
-        return writeAnswer(summaryJson(summary, job.handover().allWarnings()));
-    std::string text;
-    for (const auto& line : summaryLines(summary, currentTime()))
-        text += oneLine(line) + "\n";
-    writeAnswer(text);
 }
 
 /// Refuses a picture in the place of a file that the command reads.
@@ -101,23 +83,29 @@ void runFaxCommand(const CommandLine& line)
 {
     // Opening the document, and asking, may take a while.
     const auto begun = beginOf(line);
-    const auto target = targetOf(line.job);
+    const auto setup = setUpForOneCommand(line);
+    const auto target = targetOf(line.job, setup);
     std::optional<Document> document;
     if (line.hasDocument)
         document = openDocument(line.document);
     const auto& picture = line.job.coverPreview;
     if (picture)
         refusePictureOverInput(*picture, document, line.job);
-    FilledJob job(line);
+    FilledJob job(line, setup);
     if (picture)
         drawCover(job, *picture);
-    if (line.job.dryRun)
-        sumUp(job, *document, target, line.job, begun);
-    if (!target || line.job.dryRun)
+    if (line.job.dryRun) {
+        auto planned = submissionOf(job, target.value_or(FileTarget{}), begun);
+        planned.toOutbox = line.job.toOutbox;
+        return sumUp(job, *document, target, planned, line.job.asJson);
+    }
+    if (!target && line.job.asJson)
+        return answerPreview(job, *picture);
+    if (!target)
         return;
     Submission submission = submissionOf(job, *target, begun);
     submission.toOutbox = line.job.toOutbox;
-    sendFilled(job, *document, document->path(), submission);
+    sendFilled(job, *document, submission, {document->path(), line.job.asJson, picture.value_or("")});
 }
 
 } // namespace quelm

@@ -12,6 +12,8 @@
 #include "driver/widgets/widget_names.h"
 #include "driver/widgets/widget_tree.h"
 
+#include <utility>
+
 namespace quelm {
 namespace {
 
@@ -19,6 +21,10 @@ namespace {
 JobOptions optionsOf(const CommandLine& line)
 {
     JobOptions options = line.job;
+    if (options.recipients == "-" && line.document == "-")
+        throw UsageError(
+            localized("standard input is read once; give the document or --recipients another file "
+                      "than \"-\""));
     if (!options.creditCardFile)
         return options;
     if (*options.creditCardFile == "-" && (options.recipients == "-" || line.document == "-"))
@@ -38,8 +44,8 @@ bool keepsCard(Driver& driver)
 
 } // namespace
 
-FilledJob::FilledJob(const CommandLine& line)
-    : options_(optionsOf(line)), recipients_(recipientsOf(options_)), setup_(setUpForOneCommand(line)),
+FilledJob::FilledJob(const CommandLine& line, DriverSetup setup)
+    : options_(optionsOf(line)), recipients_(recipientsOf(options_)), setup_(std::move(setup)),
       driver_(setup_.driver)
 {
     const QuestionPolicy policy(options_.duplicates.value_or(Duplicates::ask), Terminal::standard());
@@ -67,7 +73,7 @@ void FilledJob::tellKeptCard() const
 {
     if (options_.keptCreditCard)
         for (const auto& remark : remarks())
-            writeUnderProgramName(remark);
+            writeRemark(remark);
 }
 
 } // namespace quelm

@@ -22,7 +22,9 @@ namespace quelm {
 /// out.
 class FilledJob {
 public:
-    explicit FilledJob(const CommandLine& line);
+    explicit FilledJob(const CommandLine& line) : FilledJob(line, setUpForOneCommand(line)) {}
+    /// The same with a configuration that was read by now, as by `setUpForOneCommand`.
+    FilledJob(const CommandLine& line, DriverSetup setup);
 
     FaxSession& session() { return driver_.faxSession(); }
     Driver& driver() { return driver_; }

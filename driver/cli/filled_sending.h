@@ -8,6 +8,7 @@
 #include "driver/outbox/submission.h"
 
 #include <ctime>
+#include <optional>
 #include <string>
 
 namespace quelm {
@@ -16,11 +17,26 @@ namespace quelm {
 /// the user gave the command. When it has passed meanwhile, the job goes out at once.
 [[nodiscard]] Submission submissionOf(FilledJob& job, const JobTarget& target, std::time_t begun);
 
+/// What `sendFilled` is told beside the job.
+struct SendingWords {
+    std::string document;     ///< how messages name the document
+    bool asJson = false;      ///< standard output gets the object that `sentJson` makes
+    std::string coverPicture; ///< as of `SentJob`
+};
+
 /// Sums the job up on standard error, but for a plain file or standard output; writes it, and hands it over
-/// or lets it wait; says on standard error what became of it. `name` names the document there. Throws Error
-/// when that fails.
-void sendFilled(FilledJob& job, const Document& document, const std::string& name,
-                const Submission& submission);
+/// or lets it wait; says on standard error what became of it. Throws Error when that fails.
+void sendFilled(FilledJob& job, const Document& document, const Submission& submission,
+                const SendingWords& words);
+
+/// What would happen, once it is sure that it would: on standard output, for people or as JSON. Nothing is
+/// sent or kept. Throws Error for what `sendFilled` would refuse. `plannedTarget`: nothing where the user has
+/// named none yet.
+void sumUp(FilledJob& job, const Document& document, const std::optional<JobTarget>& plannedTarget,
+           const Submission& submission, bool asJson);
+
+/// The answer in JSON of a job of which only the cover page was drawn.
+void answerPreview(FilledJob& job, const std::string& coverPicture);
 
 } // namespace quelm
 

@@ -10,7 +10,9 @@
 #include "base/translation.h"
 #include "driver/cli/job/say.h"
 #include "driver/cli/job/write_document.h"
+#include "driver/handover/summary.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace quelm {
@@ -59,6 +61,25 @@ void handOverNow(Outbox& outbox, int number, std::time_t now)
         writeUnderProgramName(endOf(job, end, now, outbox.settings()));
     if (!handedOver)
         throw Error(localized("job %d: %s", number, troubleOf(job, end)));
+}
+
+std::string plannedHandover(const OutboxJob& job)
+{
+    const auto count = job.recipients.size();
+    // Translators: a job's number, its document, how many recipients, its destination.
+    return oneLine(localizedCount("job %d (%s) for %d recipient would go to %s now",
+                                  "job %d (%s) for %d recipients would go to %s now", count, job.number,
+                                  shownText(job.title), count, shownTarget(job.target)));
+}
+
+JobResult resultOf(Outbox& outbox, int number, const std::string& error)
+{
+    JobResult result{number, {}, error};
+    const auto jobs = outbox.jobs();
+    const auto found = std::ranges::find(jobs, number, &OutboxJob::number);
+    if (found != jobs.end())
+        result.job = *found;
+    return result;
 }
 
 void settleShortly(Outbox& outbox, std::time_t now)

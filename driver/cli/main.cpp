@@ -1,7 +1,9 @@
 // The program quelm-driver: takes the command line, runs one command, and tells how it ended.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
 #include "base/file_io.h"
+#include "base/log.h"
 #include "base/program_end.h"
 #include "base/standard_output.h"
 #include "driver/cli/command_line.h"
@@ -15,6 +17,7 @@ void run(const quelm::CommandLine& line, char** argv)
 {
     if (!line.information.empty())
         return quelm::writeAnswer(line.information);
+    quelm::setQuiet(line.quiet);
     switch (line.command) {
     case quelm::Command::fax:
         return quelm::runFaxCommand(line);
@@ -30,6 +33,10 @@ void run(const quelm::CommandLine& line, char** argv)
         return quelm::runPhonebookCommand(line);
     case quelm::Command::outbox:
         return quelm::runOutboxCommand(line);
+    case quelm::Command::configShow:
+        return quelm::runConfigShowCommand(line);
+    case quelm::Command::configCheck:
+        return quelm::runConfigCheckCommand(line);
     case quelm::Command::none:
         break;
     }
@@ -41,5 +48,8 @@ void run(const quelm::CommandLine& line, char** argv)
 int main(int argc, char** argv)
 {
     const quelm::WriteSignalsIgnored ignored;
-    return quelm::exitStatusOf("quelm-driver", [&] { run(quelm::parseCommandLine(argc, argv), argv); });
+    return quelm::exitStatusOf("quelm-driver", [&] {
+        quelm::withJsonFailure(quelm::asksForJson(argc, argv),
+                               [&] { run(quelm::parseCommandLine(argc, argv), argv); });
+    });
 }

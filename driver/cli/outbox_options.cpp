@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/outbox_options.h"
 
+#include "base/command_line/help_texts.h"
 #include "base/translation.h"
 
 #include <CLI/CLI.hpp>
@@ -47,11 +48,6 @@ void addNumbers(CLI::App& action, OutboxRequest& request)
         ->type_name("");
 }
 
-void addJson(CLI::App& action, OutboxRequest& request)
-{
-    action.add_flag("--json", request.asJson, localized("As JSON, for other programs"));
-}
-
 } // namespace
 
 void addOutboxActions(CLI::App& command, OutboxRequest& request)
@@ -63,11 +59,10 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
         return added;
     };
 
-    addJson(add(OutboxAction::list, "list", localized("List the jobs and what became of them")), request);
+    add(OutboxAction::list, "list", localized("List the jobs and what became of them"));
 
-    auto& show = add(OutboxAction::show, "show", localized("Show all that is known of a job"));
-    addNumber(show, request);
-    addJson(show, request);
+    auto& show = add(OutboxAction::show, "show", localized("Show all that is known of jobs"));
+    addNumbers(show, request);
 
     addNumbers(add(OutboxAction::cancel, "cancel", localized("Cancel jobs that were not handed over")),
                request);
@@ -85,6 +80,7 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
     addCoverOptions(resend, request.job);
     addDestinationOptions(resend, request.job);
     addCardNumberOptions(resend, request.job);
+    const OptionSection section(resend, localized("Credit card"));
     auto* without = resend.add_flag("--without-card", request.withoutCard,
                                     localized("Charge no credit card, though the job did"));
     for (const char* card : {"--credit-card", "--credit-card-file"})
@@ -92,11 +88,14 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
 
     auto& run = add(OutboxAction::run, "run", localized("Hand over the jobs whose time has come"));
     run.add_flag("--wait", request.wait, localized("Stay until no job waits any more"));
-    run.add_flag("--quiet", request.quiet,
-                 localized("Say only what was handed over or failed, and ask nothing"));
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();
+    for (const char* action : {"cancel", "send", "resend", "run"})
+        command.get_subcommand(action)->add_flag(
+            "--dry-run", request.dryRun,
+            localized("Say what would happen, and neither send nor keep anything"));
+    run.get_option("--dry-run")->excludes(run.get_option("--wait"));
 }
 
 } // namespace quelm

@@ -20,9 +20,10 @@ struct OutboxRequest {
     OutboxAction action = OutboxAction::none;
     std::vector<int> numbers; ///< of jobs; all but `list` and `run` name at least one
     bool asJson = false;
+    bool dryRun = false;      ///< say what would be done, and do nothing
     bool yes = false;         ///< also what the device may have already
     bool wait = false;        ///< of `run`: until nothing waits
-    bool quiet = false;       ///< of `run`: says only what was sent or failed
+    bool quiet = false;       ///< of `run`: asks nothing
     bool withoutCard = false; ///< of `resend`
     JobOptions job;           ///< of `resend`: recipients, card, destination
 };

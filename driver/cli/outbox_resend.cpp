@@ -3,7 +3,9 @@
 #include "driver/cli/outbox_resend.h"
 
 #include "base/clock.h"
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
+#include "base/standard_output.h"
 #include "base/terminal/secret_line.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -13,6 +15,7 @@
 #include "driver/cli/job/given_target.h"
 #include "driver/cli/job/say.h"
 #include "driver/jobs/attribute_lines.h"
+#include "driver/outbox/outbox_checks.h"
 #include "driver/widgets/widget_names.h"
 
 #include <algorithm>
@@ -100,9 +103,9 @@ std::string cardFor(const OutboxJob& job, const OutboxRequest& request)
                   job.number));
 }
 
-std::optional<JobTarget> otherTarget(const JobOptions& options)
+std::optional<JobTarget> otherTarget(const JobOptions& options, const DriverSetup& setup)
 {
-    auto target = givenTarget(options);
+    auto target = givenTarget(options, setup.destinations);
     if (auto* file = target ? std::get_if<FileTarget>(&*target) : nullptr) {
         if (file->path == "-")
             throw UsageError(localized("a kept job goes to a file, device or queue; name one"));
@@ -124,7 +127,15 @@ std::string withoutNumber(const std::string& error, int number)
     return error.starts_with(beginning) ? error.substr(beginning.size()) : error;
 }
 
-void makeAnew(const CommandLine& line, const OutboxJob& job, const JobTarget& target, const std::string& card)
+/// The form that jobs have for the destination which the user named.
+std::optional<Pdl> otherForm(const JobOptions& options, const DriverSetup& setup)
+{
+    return options.destination ? destinationNamed(*options.destination, setup.destinations).pdl
+                               : std::nullopt;
+}
+
+void makeAnew(const CommandLine& line, const DriverSetup& setup, const OutboxJob& job,
+              const JobTarget& target, const std::string& card)
 {
     if (job.documentPath.empty())
         throw Error(
@@ -132,30 +143,46 @@ void makeAnew(const CommandLine& line, const OutboxJob& job, const JobTarget& ta
     CommandLine anew = line;
     anew.command = Command::fax;
     anew.document = job.documentPath;
-    anew.driver.optionValues = optionsForOthers(job, line.outbox.job);
     anew.job = line.outbox.job;
-    anew.job.pdl = job.pdl;
     anew.job.sendNow = true;
     anew.job.creditCardFile.reset();
     anew.job.creditCard = card.empty() ? std::nullopt : std::optional(card);
     const Document document = Document::open(job.documentPath);
-    FilledJob filled(anew);
+    DriverSetup forAnew = forOneCommand(setup);
+    forAnew.driver.optionValues = optionsForOthers(job, line.outbox.job);
+    forAnew.pdl = otherForm(line.outbox.job, setup).value_or(job.pdl);
+    FilledJob filled(anew, forAnew);
     Submission submission = submissionOf(filled, target, currentTime());
     submission.sentBefore = job.number;
-    sendFilled(filled, document, shownText(job.title), submission);
+    if (line.outbox.dryRun)
+        return sumUp(filled, document, target, submission, line.json);
+    sendFilled(filled, document, submission, {shownText(job.title), line.json, {}});
+}
+
+/// What would happen to a kept print stream.
+void planAgain(OutboxJob job, const JobTarget& target, bool asJson)
+{
+    requireRepeatable(job);
+    job.target = target;
+    if (asJson)
+        writeJsonAnswer(resultLine({job.number, job, {}}, currentTime()));
+    else
+        writeAnswer(plannedHandover(job) + "\n");
 }
 
 } // namespace
 
-void resend(const CommandLine& line, Outbox& outbox)
+void resend(const CommandLine& line, const DriverSetup& setup, Outbox& outbox)
 {
     const auto& request = line.outbox;
     const OutboxJob job = outbox.job(request.numbers.front());
-    const auto target = otherTarget(request.job);
+    const auto target = otherTarget(request.job, setup);
     const bool anew = namesRecipients(request.job);
     // Alone they would change nothing, and be overlooked.
     if (!anew && request.job.shared)
         throw UsageError(localized("%s needs %s", "--shared", "--entry"));
+    if (!anew && request.job.fromShared)
+        throw UsageError(localized("%s needs %s", "--from-shared", "--entry"));
     if (const auto option = coverOption(request.job); option && !anew)
         throw UsageError(localized("%s needs %s", *option, "--to"));
     if (!anew && request.job.duplicates)
@@ -167,7 +194,14 @@ void resend(const CommandLine& line, Outbox& outbox)
         throw Error(localized("job %d charged no credit card; leave the card away", job.number));
     const std::string card = cardFor(job, request);
     if (anew)
-        return makeAnew(line, job, target.value_or(job.target), card);
+        return makeAnew(line, setup, job, target.value_or(job.target), card);
+    if (const auto form = otherForm(request.job, setup); form && *form != job.pdl)
+        throw Error(
+            localized("job %d is not in the form that the destination \"%s\" takes; send its document "
+                      "with quelm-driver fax",
+                      job.number, *request.job.destination));
+    if (request.dryRun)
+        return planAgain(job, target.value_or(job.target), line.json);
     const auto now = currentTime();
     const int again = outbox.sendAgain(job.number, card, now, false, target);
     try {
@@ -180,6 +214,8 @@ void resend(const CommandLine& line, Outbox& outbox)
             // Translators: a job's number, and why.
             localized("job %d was not sent again: %s", job.number, withoutNumber(error.what(), again)));
     }
+    if (line.json)
+        writeJsonResult(resultLine(resultOf(outbox, again, ""), now));
 }
 
 } // namespace quelm

@@ -1,15 +1,20 @@
 // The command `phonebook`: looks at phonebooks and changes them, without the component.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/standard_output.h"
 #include "base/terminal/progress_line.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/cli/commands.h"
 #include "driver/cli/driver_setup.h"
+#include "driver/cli/import_json.h"
+#include "driver/cli/phonebook_json.h"
 #include "driver/config/installation.h"
 #include "driver/config/user_place.h"
 #include "driver/phonebook/actions.h"
+#include "driver/phonebook/entry_check.h"
 #include "driver/phonebook/import.h"
 #include "driver/store/former_phonebook.h"
 
@@ -27,6 +32,8 @@ PhonebookPlace placeOf(const CommandLine& line)
     takeOverPhonebook(place.formerPhonebook, phonebook.path);
     return phonebook;
 }
+
+Doing doingOf(const PhonebookRequest& request) { return request.dryRun ? Doing::dryRun : Doing::really; }
 
 void warn(const std::vector<std::string>& warnings)
 {
@@ -48,35 +55,102 @@ void confirm(const Outcome& outcome)
     warn(outcome.warnings);
 }
 
-void import(const PhonebookPlace& place, const PhonebookRequest& request)
+/// Tells of a change that was made, or would be.
+void confirm(const Outcome& outcome, const CommandLine& line)
 {
+    const Doing doing = doingOf(line.phonebook);
+    if (line.json && doing == Doing::dryRun)
+        writeJsonAnswer(changeJson(outcome, doing));
+    else if (line.json)
+        writeJsonResult(changeJson(outcome, doing));
+    else if (doing == Doing::dryRun)
+        writeAnswer(outcome.done);
+    else
+        writeConfirmation(outcome.done);
+    warn(outcome.warnings);
+}
+
+void list(const PhonebookPlace& place, const CommandLine& line)
+{
+    if (!line.json)
+        return print(listPhonebook(place, line.phonebook.asCsv));
+    if (line.phonebook.asCsv)
+        throw UsageError(localized("%s stands beside %s", "--json", "--format csv"));
+    writeJsonAnswer(phonebookJson(place.path, phonebookItems(place)));
+}
+
+void show(const PhonebookPlace& place, const CommandLine& line)
+{
+    if (!line.json)
+        return print(showItem(place, line.phonebook.name));
+    const auto items = phonebookItems(place);
+    writeJsonAnswer(itemJson(phonebookItem(place, line.phonebook.name), items));
+}
+
+/// What stands on the command line itself has to be a name, a number and so on.
+template <typename Content>
+const Content& typed(const Content& content)
+{
+    if (const auto problem = problemWith(tidied(content)))
+        throw UsageError("\"" + oneLine(content.name) + "\": " + oneLine(*problem));
+    return content;
+}
+
+void import(const PhonebookPlace& place, const CommandLine& line)
+{
+    const auto& request = line.phonebook;
     ImportReport report;
     {
         ProgressLine progress(localized("Importing"));
-        ImportOptions options;
-        options.skipBad = request.skipBad;
+        auto options = request.import;
+        options.dryRun = request.dryRun;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
         report = importFile(place, request.file, options);
     }
+    const auto failure = report.accepted ? "" : importFailure(report);
+    if (line.json && (request.dryRun || !report.accepted))
+        writeJsonAnswer(importJson(report, failure));
+    else if (line.json)
+        writeJsonResult(importJson(report, failure));
     for (const auto& refusal : refusalLines(report))
         writeUnderProgramName(refusal);
-    if (!report.written)
-        throw Error(importFailure(report));
-    confirm({importSummary(report), report.strayMembers});
+    if (!report.accepted)
+        throw Error(failure);
+    if (line.json)
+        return warn(report.strayMembers);
+    const Outcome outcome{importSummary(report), report.strayMembers};
+    if (request.dryRun)
+        print(outcome);
+    else
+        confirm(outcome);
 }
 
-void exportTo(const PhonebookPlace& place, const PhonebookRequest& request)
+void exportTo(const PhonebookPlace& place, const CommandLine& line)
 {
+    const auto& request = line.phonebook;
     const bool toStandardOutput = request.file == "-";
     const auto format = request.format ? request.format : formatByName(request.file);
     if (!format)
-        throw UsageError(toStandardOutput
-                             ? localized("say with --format what to write to standard output")
-                             : localized("%s: ends in neither .vcf nor .csv; say --format", request.file));
-    if (toStandardOutput)
-        print(exportText(place, *format));
+        throw UsageError(
+            toStandardOutput
+                ? localized("say with --format what to write to standard output")
+                : localized("%s: ends in none of .vcf, .csv and .ldif; say --format", request.file));
+    if (toStandardOutput && line.json)
+        throw UsageError(localized("--json and the export cannot both go to standard output; name a file"));
+    if (toStandardOutput && !request.dryRun)
+        return print(exportText(place, *format));
+    ExportCount count;
+    const auto doing = doingOf(request);
+    const auto file = toStandardOutput ? localized("standard output") : request.file;
+    const auto outcome = exportFile(place, file, *format, doing, &count);
+    if (!line.json)
+        return doing == Doing::dryRun ? print(outcome) : confirm(outcome);
+    const auto json = exportJson(request.file, *format, count, doing);
+    if (doing == Doing::dryRun)
+        writeJsonAnswer(json);
     else
-        confirm(exportFile(place, request.file, *format));
+        writeJsonResult(json);
+    warn(outcome.warnings);
 }
 
 } // namespace
@@ -87,19 +161,21 @@ void runPhonebookCommand(const CommandLine& line)
     const auto place = placeOf(line);
     switch (request.action) {
     case PhonebookAction::list:
-        return print(listPhonebook(place, request.asCsv));
+        return list(place, line);
     case PhonebookAction::show:
-        return print(showItem(place, request.name));
+        return show(place, line);
     case PhonebookAction::add:
-        return confirm(addEntry(place, request.entry, request.replace));
+        return confirm(addEntry(place, typed(request.entry), request.replace, doingOf(request)), line);
     case PhonebookAction::addGroup:
-        return confirm(addGroup(place, {request.name, request.members}, request.replace));
+        return confirm(addGroup(place, typed(PhonebookGroup{request.name, request.members}), request.replace,
+                                doingOf(request)),
+                       line);
     case PhonebookAction::remove:
-        return confirm(removeItem(place, request.name));
+        return confirm(removeItem(place, request.name, doingOf(request)), line);
     case PhonebookAction::import:
-        return import(place, request);
+        return import(place, line);
     case PhonebookAction::exportTo:
-        return exportTo(place, request);
+        return exportTo(place, line);
     case PhonebookAction::none:
         break;
     }

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/phonebook_options.h"
 
+#include "base/command_line/parser_messages.h"
 #include "base/translation.h"
+#include "driver/cli/job/reading_options.h"
 
 #include <CLI/CLI.hpp>
 
@@ -48,14 +50,8 @@ void addReplace(CLI::App& action, PhonebookRequest& request)
     action.add_flag("--replace", request.replace, localized("Put it in the place of the one of that name"));
 }
 
-constexpr const char* vcardFormats = "vcard3|vcard4|csv";
+constexpr const char* vcardFormats = "vcard3|vcard4|csv|ldif";
 constexpr const char* listFormats = "text|csv";
-
-CLI::ValidationError noFormat(const std::string& given, const char* formats)
-{
-    // Translators: what was given, and what is possible: vcard3|vcard4|csv.
-    return CLI::ValidationError("--format", localized("\"%s\" is none of %s", given, formats));
-}
 
 void addFormats(CLI::App& action, PhonebookRequest& request)
 {
@@ -69,11 +65,31 @@ void addFormats(CLI::App& action, PhonebookRequest& request)
                     request.format = FileFormat::vcard4;
                 else if (given == "csv")
                     request.format = FileFormat::csv;
+                else if (given == "ldif")
+                    request.format = FileFormat::ldif;
                 else
-                    throw noFormat(given, vcardFormats);
+                    throw UnknownWord("--format", given, vcardFormats);
             },
-            localized("How to write it; by default .vcf is vcard4 and .csv is csv"))
+            localized("How to write it; by default .vcf is vcard4, .csv csv and .ldif ldif"))
         ->type_name(vcardFormats);
+}
+
+void addImport(CLI::App& action, PhonebookRequest& request)
+{
+    action
+        .add_option("FILE", request.file,
+                    localized("vCard, CSV or LDIF, of whatever program; - is standard input"))
+        ->required()
+        ->type_name("");
+    auto& options = request.import;
+    action.add_flag(
+        "--rename", options.settling.rename,
+        localized("Import names that are not allowed, or that two people have, under names like them"));
+    action.add_flag("--skip-bad", options.skipBad,
+                    localized("Leave out what cannot be used, and import the rest"));
+    action.add_flag("!--no-groups", options.settling.categoryGroups,
+                    localized("Make no groups of the people's categories"));
+    addReadingOptions(action, options.reading, "--charset", "--separator");
 }
 
 } // namespace
@@ -91,7 +107,7 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
             "--format",
             [&request](const std::string& given) {
                 if (given != "text" && given != "csv")
-                    throw noFormat(given, listFormats);
+                    throw UnknownWord("--format", given, listFormats);
                 request.asCsv = given == "csv";
             },
             localized("Columns to read, or CSV with all fields (text)"))
@@ -118,14 +134,11 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
     auto& removal = add(PhonebookAction::remove, "remove", localized("Remove an entry or group"), false);
     addName(removal, request.name, localized("Name of an entry, or of a group: NAME or [NAME]"));
 
-    auto& import = add(PhonebookAction::import, "import", localized("Bring in a vCard or CSV file"), false);
-    import.add_option("FILE", request.file, localized("vCard 3.0 or 4.0, or CSV; - is standard input"))
-        ->required()
-        ->type_name("");
-    import.add_flag("--skip-bad", request.skipBad,
-                    localized("Leave out what cannot be used, and import the rest"));
+    addImport(add(PhonebookAction::import, "import", localized("Bring in a vCard, CSV or LDIF file"), false),
+              request);
 
-    auto& exported = add(PhonebookAction::exportTo, "export", localized("Write a vCard or CSV file"), true);
+    auto& exported =
+        add(PhonebookAction::exportTo, "export", localized("Write a vCard, CSV or LDIF file"), true);
     exported.add_option("FILE", request.file, localized("File to write; - is standard output"))
         ->required()
         ->type_name("");
@@ -133,6 +146,9 @@ void addPhonebookActions(CLI::App& command, PhonebookRequest& request)
 
     for (auto* action : command.get_subcommands({}))
         action->fallthrough();
+    for (const char* action : {"add", "add-group", "remove", "import", "export"})
+        command.get_subcommand(action)->add_flag("--dry-run", request.dryRun,
+                                                 localized("Say what would be done, and change nothing"));
 }
 
 } // namespace quelm

@@ -4,6 +4,7 @@
 #define DRIVER_CLI_PHONEBOOK_OPTIONS_H
 
 #include "driver/phonebook/actions.h"
+#include "driver/phonebook/import.h"
 
 #include <optional>
 #include <string>
@@ -28,7 +29,8 @@ struct PhonebookRequest {
     bool asCsv = false;               ///< of `list`
     std::string file;                 ///< of `import` and `export`; "-" is standard input or output
     std::optional<FileFormat> format; ///< of `export`; nothing: by the file's name
-    bool skipBad = false;
+    ImportOptions import;             ///< of `import`, whose `dryRun` is not used
+    bool dryRun = false;              ///< say what would be done, and do nothing
 };
 
 /// Adds the actions below the command `phonebook`; parsing fills `request`, which must outlive it.

@@ -3,6 +3,7 @@
 #include "driver/config/configuration_keys.h"
 
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
 #include "driver/device/device_address.h"
 #include "driver/device/object_identifier.h"
@@ -13,7 +14,10 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <initializer_list>
+#include <optional>
 #include <system_error>
 
 namespace quelm {
@@ -27,21 +31,13 @@ constexpr double longestTimeout = 600;
 constexpr int mostRetries = 10;
 constexpr int largestSizeLimit = 1000000;
 constexpr int mostKeepDays = 3650;
-constexpr std::size_t longestCommunity = 255;
-constexpr std::size_t longestUser = 32;       // the user model's own bound
-constexpr std::size_t shortestPassphrase = 8; // the same
-constexpr const char* knownCommunity = "public";
-
-/// A relative path counts from the folder of the configuration file; from the working folder when that is an
-/// open pipe, whose name no user chose.
-std::string fromFileFolder(const Configuration& configuration, const std::string& value)
-{
-    const std::string_view file = configuration.file;
-    if (value.front() == '/' || file.starts_with("/dev/") || file.starts_with("/proc/"))
-        return value;
-    const std::size_t slash = configuration.file.rfind('/');
-    return slash == std::string::npos ? value : configuration.file.substr(0, slash + 1) + value;
-}
+constexpr std::uint16_t printPort = 631;
+constexpr std::size_t longestUser = 32; // the user model's own bound
+// The fields of the dialogs, in characters.
+constexpr std::size_t longestPrefix = 4;
+constexpr std::size_t longestName = 31;
+constexpr std::size_t longestNumber = 46;
+constexpr std::size_t longestText = 59;
 
 /// A decimal number of all of `value`, blanks at its end aside.
 template <class Number>
@@ -80,13 +76,20 @@ std::string takeObject(const std::string& value, std::string& setting)
     return "";
 }
 
-std::string takeAddress(Configuration& configuration, const std::string& value)
+bool isAddress(const std::string& value, std::uint16_t port)
 {
     try {
-        parseNetworkAddress(value, snmpPort);
+        parseNetworkAddress(value, port);
+        return true;
     } catch (const Error&) {
-        return localized("HOST or HOST:PORT, such as fax.example:161 or [2001:db8::1]:161,");
+        return false;
     }
+}
+
+std::string takeAddress(Configuration& configuration, const std::string& value)
+{
+    if (!isAddress(value, snmpPort))
+        return localized("HOST or HOST:PORT, such as fax.example:161 or [2001:db8::1]:161,");
     configuration.device.address = value;
     return "";
 }
@@ -104,114 +107,222 @@ std::string takeVersion(Configuration& configuration, const std::string& value)
     return "";
 }
 
+std::string takePdl(const std::string& value, std::optional<Pdl>& setting)
+{
+    if (value != "dsc" && value != "pjl")
+        return localized("dsc or pjl");
+    setting = value == "dsc" ? Pdl::dsc : Pdl::pjl;
+    return "";
+}
+
+/// A line that fits a field of a dialog, whose room is counted in characters.
+std::string takeField(const std::string& value, std::size_t longest, std::string& setting)
+{
+    const auto characters = static_cast<std::size_t>(g_utf8_strlen(value.c_str(), -1));
+    if (characters > longest || hasControlCharacter(value))
+        return localizedCount("one line of at most %d character", "one line of at most %d characters",
+                              longest, longest);
+    setting = value;
+    return "";
+}
+
+/// Where the faxes of the last destination go, which is one place.
+std::string takePlace(Configuration& configuration, NamedDestination::Kind kind, const std::string& place)
+{
+    auto& destination = configuration.destinations.back();
+    if (destination.kind != NamedDestination::Kind::none)
+        // Translators: stands where a value's form is named: 'has "x" at [destination y] file, where ... is
+        // expected'.
+        return localized("nothing beside the other place of this destination");
+    destination.kind = kind;
+    destination.place = place;
+    return "";
+}
+
+std::string takeQueue(Configuration& configuration, const std::string& value)
+{
+    const auto at = value.rfind('@');
+    const std::string queue = value.substr(0, at);
+    const std::string server = at == std::string::npos ? "" : value.substr(at + 1);
+    const bool isName = !queue.empty() && queue.find_first_of(" \t/#?") == std::string::npos;
+    if (!isName || hasControlCharacter(queue) || (at != std::string::npos && !isAddress(server, printPort)))
+        return localized("NAME or NAME@HOST, such as fax or fax@print.example:631,");
+    auto expected = takePlace(configuration, NamedDestination::Kind::queue, queue);
+    if (expected.empty())
+        configuration.destinations.back().server = server;
+    return expected;
+}
+
 constexpr std::array keys{
-    ConfigurationKey{"driver", "home",
+    ConfigurationKey{"driver", "home", KeyKind::path, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
-                         configuration.home = fromFileFolder(configuration, value);
+                         configuration.home = fromFileFolder(configuration.file, value);
                          return "";
                      }},
-    ConfigurationKey{"driver", "user",
+    ConfigurationKey{"driver", "user", KeyKind::text, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          if (value.find('/') != std::string::npos)
                              return localized("a user name without \"/\"");
                          configuration.user = value;
                          return "";
                      }},
-    ConfigurationKey{"driver", "component",
+    ConfigurationKey{"driver", "component", KeyKind::path, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
-                         configuration.component = fromFileFolder(configuration, value);
+                         configuration.component = fromFileFolder(configuration.file, value);
                          return "";
                      }},
-    ConfigurationKey{"job", "pdl",
+    ConfigurationKey{"job", "pdl", KeyKind::text, "dsc",
                      [](Configuration& configuration, const std::string& value) -> std::string {
-                         if (value != "dsc" && value != "pjl")
-                             return localized("dsc or pjl");
-                         configuration.pdl = value == "dsc" ? Pdl::dsc : Pdl::pjl;
+                         return takePdl(value, configuration.pdl);
+                     }},
+    ConfigurationKey{"job", "destination", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         configuration.destination = value;
                          return "";
                      }},
-    ConfigurationKey{"device", "snmp", takeAddress},
-    ConfigurationKey{"device", "version", takeVersion},
-    ConfigurationKey{"device", "community",
+    ConfigurationKey{"job", "resolution", KeyKind::text, "standard",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         return takeWord(value, {"standard", "fine", "superfine"}, configuration.resolution)
+                                    ? ""
+                                    : localized("standard, fine or superfine");
+                     }},
+    ConfigurationKey{"job", "prefix", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         if (value.size() > longestPrefix ||
+                             value.find_first_not_of("0123456789*#,") != std::string::npos)
+                             return localized("at most four digits, \"*\", \"#\" or \",\"");
+                         configuration.dialingPrefix = value;
+                         return "";
+                     }},
+    ConfigurationKey{"sender", "name", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takeField(value, longestName, configuration.sender.name);
+                     }},
+    ConfigurationKey{"sender", "number", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takeField(value, longestNumber, configuration.sender.number);
+                     }},
+    ConfigurationKey{"sender", "organization", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takeField(value, longestText, configuration.sender.organization);
+                     }},
+    ConfigurationKey{"sender", "phone", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takeField(value, longestNumber, configuration.sender.phone);
+                     }},
+    ConfigurationKey{"sender", "email", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takeField(value, longestText, configuration.sender.email);
+                     }},
+    ConfigurationKey{"phonebook", "shared", KeyKind::path, "",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         configuration.sharedPhonebook =
+                             std::filesystem::absolute(fromFileFolder(configuration.file, value)).string();
+                         return "";
+                     }},
+    ConfigurationKey{destinationGroup, "device", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) -> std::string {
+                         if (!isAddress(value, rawPrintPort))
+                             return localized(
+                                 "HOST or HOST:PORT, such as fax.example or [2001:db8::1]:9100,");
+                         return takePlace(configuration, NamedDestination::Kind::device, value);
+                     }},
+    ConfigurationKey{destinationGroup, "queue", KeyKind::text, "", takeQueue},
+    ConfigurationKey{destinationGroup, "file", KeyKind::path, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         const auto path = fromFileFolder(configuration.file, value);
+                         return takePlace(configuration, NamedDestination::Kind::file,
+                                          std::filesystem::absolute(path).lexically_normal().string());
+                     }},
+    ConfigurationKey{destinationGroup, "pdl", KeyKind::text, "",
+                     [](Configuration& configuration, const std::string& value) {
+                         return takePdl(value, configuration.destinations.back().pdl);
+                     }},
+    ConfigurationKey{"device", "snmp", KeyKind::text, "", takeAddress},
+    ConfigurationKey{"device", "version", KeyKind::text, "2c", takeVersion},
+    ConfigurationKey{"device", "community", KeyKind::secret, "public",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          configuration.device.community = value;
                          return "";
                      }},
-    ConfigurationKey{"device", "user",
+    ConfigurationKey{"device", "user", KeyKind::text, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          if (value.size() > longestUser)
                              return localized("a user's name of at most 32 bytes");
                          configuration.device.user.name = value;
                          return "";
                      }},
-    ConfigurationKey{"device", "authentication",
+    ConfigurationKey{"device", "authentication", KeyKind::text, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeWord(value, {"MD5", "SHA", "SHA-224", "SHA-256", "SHA-384", "SHA-512"},
                                          configuration.device.user.authentication)
                                     ? ""
                                     : localized("MD5, SHA, SHA-224, SHA-256, SHA-384 or SHA-512");
                      }},
-    ConfigurationKey{"device", "authentication-passphrase",
+    ConfigurationKey{"device", "authentication-passphrase", KeyKind::secret, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          configuration.device.user.authenticationPassphrase = value;
                          return "";
                      }},
-    ConfigurationKey{"device", "privacy",
+    ConfigurationKey{"device", "privacy", KeyKind::text, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeWord(value, {"DES", "AES"}, configuration.device.user.privacy)
                                     ? ""
                                     : localized("DES or AES");
                      }},
-    ConfigurationKey{"device", "privacy-passphrase",
+    ConfigurationKey{"device", "privacy-passphrase", KeyKind::secret, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          configuration.device.user.privacyPassphrase = value;
                          return "";
                      }},
-    ConfigurationKey{"device", "timeout",
+    ConfigurationKey{"device", "timeout", KeyKind::text, "3",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeSeconds(value, configuration.device.timeout);
                      }},
-    ConfigurationKey{"device", "retries",
+    ConfigurationKey{"device", "retries", KeyKind::text, "2",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return readNumber(value, 0, mostRetries, configuration.device.retries)
                                     ? ""
                                     : localized("a number from 0 to 10");
                      }},
-    ConfigurationKey{"device", "directory-server-object",
+    ConfigurationKey{"device", "directory-server-object", KeyKind::text,
+                     "1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.114.11",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeObject(value, configuration.device.directoryServerObject);
                      }},
-    ConfigurationKey{"device", "directory-base-object",
+    ConfigurationKey{"device", "directory-base-object", KeyKind::text,
+                     "1.3.6.1.4.1.32473.8.74.6.2.1.9.7.155.118.1",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeObject(value, configuration.device.directoryBaseObject);
                      }},
-    ConfigurationKey{"directory", "connect-timeout",
+    ConfigurationKey{"directory", "connect-timeout", KeyKind::text, "5",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeSeconds(value, configuration.directory.connectTimeout);
                      }},
-    ConfigurationKey{"directory", "search-timeout",
+    ConfigurationKey{"directory", "search-timeout", KeyKind::text, "15",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return takeSeconds(value, configuration.directory.searchTimeout);
                      }},
-    ConfigurationKey{"directory", "size-limit",
+    ConfigurationKey{"directory", "size-limit", KeyKind::text, "1000",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return readNumber(value, 1, largestSizeLimit, configuration.directory.sizeLimit)
                                     ? ""
                                     : localized("a number from 1 to 1000000");
                      }},
-    ConfigurationKey{"directory", "start-tls",
+    ConfigurationKey{"directory", "start-tls", KeyKind::text, "false",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          if (value != "true" && value != "false")
                              return localized("true or false");
                          configuration.directory.startTls = value == "true";
                          return "";
                      }},
-    ConfigurationKey{"directory", "certificate-authorities",
+    ConfigurationKey{"directory", "certificate-authorities", KeyKind::path, "",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          configuration.directory.certificateAuthorities =
-                             fromFileFolder(configuration, value);
+                             fromFileFolder(configuration.file, value);
                          return "";
                      }},
-    ConfigurationKey{"outbox", "keep-days",
+    ConfigurationKey{"outbox", "keep-days", KeyKind::text, "30",
                      [](Configuration& configuration, const std::string& value) -> std::string {
                          return readNumber(value, 0, mostKeepDays, configuration.outboxKeepDays)
                                     ? ""
@@ -219,56 +330,21 @@ constexpr std::array keys{
                      }},
 };
 
-/// What is missing or too much beside one method of version 3.
-std::string methodMismatch(const std::string& method, const char* methodKey, const std::string& passphrase,
-                           const char* passphraseKey)
-{
-    if (method.empty() && passphrase.empty())
-        return "";
-    if (method.empty())
-        return localized("has %s at [device] without %s; write both or neither", passphraseKey, methodKey);
-    if (passphrase.empty())
-        return localized("has %s at [device] without %s; write both or neither", methodKey, passphraseKey);
-    if (passphrase.size() < shortestPassphrase)
-        return localized("has fewer than 8 characters at [device] %s; devices take none so short",
-                         passphraseKey);
-    return "";
-}
-
 } // namespace
 
 std::span<const ConfigurationKey> configurationKeys() { return keys; }
 
-std::string deviceMismatch(const DeviceSettings& device)
+bool isGroup(std::string_view keysGroup, std::string_view group)
 {
-    const SnmpUser& user = device.user;
-    const bool hasUser = !user.name.empty() || !user.authentication.empty() || !user.privacy.empty() ||
-                         !user.authenticationPassphrase.empty() || !user.privacyPassphrase.empty();
-    if (device.community.size() > longestCommunity)
-        return localized("has a community of more than 255 bytes at [device]; write the device's");
-    if (device.version != SnmpVersion::v3)
-        return hasUser ? localized("has a user, authentication or privacy at [device], which only version 3 "
-                                   "has; add version=3")
-                       : "";
-    if (user.name.empty())
-        return localized("has version=3 at [device] without a user; add user=NAME");
-    if (device.community != knownCommunity)
-        return localized("has a community at [device], which version 3 does not have; remove it, or write "
-                         "version=2c");
-    std::string mismatch = methodMismatch(user.authentication, "authentication",
-                                          user.authenticationPassphrase, "authentication-passphrase");
-    if (mismatch.empty())
-        mismatch = methodMismatch(user.privacy, "privacy", user.privacyPassphrase, "privacy-passphrase");
-    if (mismatch.empty() && user.authentication.empty() && !user.privacy.empty())
-        mismatch = localized("has privacy at [device] without authentication, which SNMP does not have; add "
-                             "authentication and authentication-passphrase");
-    return mismatch;
+    return keysGroup == destinationGroup ? group.starts_with(destinationBeginning) : keysGroup == group;
 }
 
-bool holdsSecret(const DeviceSettings& device)
+std::string fromFileFolder(const std::string& file, const std::string& value)
 {
-    return device.community != knownCommunity || !device.user.authenticationPassphrase.empty() ||
-           !device.user.privacyPassphrase.empty();
+    if (value.front() == '/' || file.starts_with("/dev/") || file.starts_with("/proc/"))
+        return value;
+    const std::size_t slash = file.rfind('/');
+    return slash == std::string::npos ? value : file.substr(0, slash + 1) + value;
 }
 
 } // namespace quelm

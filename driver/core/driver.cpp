@@ -74,7 +74,7 @@ struct Driver::Parts {
     {
         const Widget* widget = state.tree.find(name);
         if (widget == nullptr)
-            throw Error(localized("there is no widget \"%s\"", name));
+            throw missingWidget(name, actions.namesWidgets());
         return *widget;
     }
 };
@@ -90,6 +90,7 @@ Driver::Driver(const DriverOptions& options) : parts_(std::make_unique<Parts>(op
     prepareInstallation(place.location);
     state.settleAt(place.location, place.formerPhonebook);
     state.failures.hold();
+    state.features.configureDefaults(options.defaults);
     if (!parts_->library.start(state.guard)) {
         throw Error(
             localized("the component %s cannot start: %s", parts_->library.path(), startFailure(state)));
@@ -138,8 +139,10 @@ WidgetView Driver::show(std::string_view widget) const { return viewOf(parts_->e
 std::vector<std::vector<std::string>> Driver::rows(std::string_view list) const
 {
     const Widget& widget = parts_->existing(list);
-    if (!widget.isList())
+    if (!widget.isList() && parts_->actions.namesWidgets())
         throw Error(localized("\"%s\" is no list", list));
+    if (!widget.isList())
+        throw missingWidget(list, false);
     return rowsOf(widget);
 }
 

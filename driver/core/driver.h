@@ -40,6 +40,8 @@ struct DriverOptions {
     std::string localeFolder;    ///< holds LANGUAGE/LC_MESSAGES/*.mo; default: those of `home`
     DeviceSettings device;       ///< without an address the driver is connected to no device
     DirectorySettings directory; ///< for the device's directory
+    /// What options without a kept value hold, by the names of their widgets, in place of the usual defaults.
+    std::map<std::string, std::string> defaults;
     /// The option values to start with, by the names of their widgets, in place of those that were kept; none
     /// are kept then.
     std::optional<std::map<std::string, std::string>> optionValues;

@@ -6,6 +6,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/boundary/gtk_handle.h"
+#include "driver/widgets/widget_label.h"
 
 #include <glib.h>
 
@@ -15,12 +16,6 @@
 namespace quelm {
 
 namespace {
-
-std::string described(const Widget& widget)
-{
-    // Translators: the kind and the name of a widget: Button "LanFax OK Button".
-    return localized("%s \"%s\"", kindName(widget.kind()), widget.name());
-}
 
 /// The nearest widget, itself or one that it stands in, for which `test` fails.
 template <class Test>
@@ -32,39 +27,17 @@ const Widget& culprit(const Widget& widget, Test test)
     return *candidate;
 }
 
-[[noreturn]] void refuseHidden(const Widget& widget)
+} // namespace
+
+Error missingWidget(std::string_view name, bool isNamed)
 {
-    const Widget& hidden = culprit(widget, [](const Widget& candidate) { return candidate.visible(); });
-    throw Error(&hidden == &widget
-                    ? localized("%s is not visible", described(widget))
-                    : localized("%s is not visible: its %s is hidden", described(widget), described(hidden)));
+    return Error(isNamed
+                     ? localized("there is no widget \"%s\"", name)
+                     : localized("the component's dialogs lack something that the driver needs; install the "
+                                 "component that came with it"));
 }
 
-[[noreturn]] void refuseInsensitive(const Widget& widget)
-{
-    const Widget& insensitive =
-        culprit(widget, [](const Widget& candidate) { return candidate.sensitive(); });
-    throw Error(&insensitive == &widget ? localized("%s is insensitive", described(widget))
-                                        : localized("%s is insensitive: its %s is insensitive",
-                                                    described(widget), described(insensitive)));
-}
-
-void requireTypable(const Widget& field, std::string_view text)
-{
-    if (!isUtf8(text))
-        throw Error(localized("the text for %s is not UTF-8", described(field)));
-    if (hasControlCharacter(text)) {
-        throw Error(
-            localized("the text for %s holds a line end or another control character", described(field)));
-    }
-    const auto length =
-        static_cast<std::size_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
-    if (length > field.maximumLength()) {
-        throw Error(localizedCount("the text for %s has %d character; the field takes %d",
-                                   "the text for %s has %d characters; the field takes %d", length,
-                                   described(field), length, field.maximumLength()));
-    }
-}
+namespace {
 
 /// Whether a check box in `container` fires a callback of that name.
 bool boxFires(const Widget& container, std::string_view callback)
@@ -78,6 +51,51 @@ bool boxFires(const Widget& container, std::string_view callback)
 
 } // namespace
 
+std::string UserActions::described(const Widget& widget) const
+{
+    if (namesWidgets_)
+        // Translators: the kind and the name of a widget: Button "LanFax OK Button".
+        return localized("%s \"%s\"", kindName(widget.kind()), widget.name());
+    // Translators: a text on the screen, as the subject or object of a sentence: "Fax Number".
+    return localized("\"%s\"", labelText(widget));
+}
+
+void UserActions::refuseHidden(const Widget& widget) const
+{
+    if (!namesWidgets_)
+        throw Error(localized("%s is not on the screen", described(widget)));
+    const Widget& hidden = culprit(widget, [](const Widget& candidate) { return candidate.visible(); });
+    throw Error(&hidden == &widget
+                    ? localized("%s is not visible", described(widget))
+                    : localized("%s is not visible: its %s is hidden", described(widget), described(hidden)));
+}
+
+void UserActions::refuseInsensitive(const Widget& widget) const
+{
+    if (!namesWidgets_)
+        throw Error(localized("%s cannot be used now", described(widget)));
+    const Widget& insensitive =
+        culprit(widget, [](const Widget& candidate) { return candidate.sensitive(); });
+    throw Error(&insensitive == &widget ? localized("%s is insensitive", described(widget))
+                                        : localized("%s is insensitive: its %s is insensitive",
+                                                    described(widget), described(insensitive)));
+}
+
+void UserActions::requireTypable(const Widget& field, std::string_view text) const
+{
+    if (!isUtf8(text))
+        throw UnsuitableValue(localized("the text for %s is not UTF-8", described(field)));
+    if (hasControlCharacter(text))
+        throw UnsuitableValue(
+            localized("the text for %s holds a line end or another control character", described(field)));
+    const auto length =
+        static_cast<std::size_t>(g_utf8_strlen(text.data(), static_cast<gssize>(text.size())));
+    if (length > field.maximumLength())
+        throw UnsuitableValue(localizedCount("the text for %s has %d character; the field takes %d",
+                                             "the text for %s has %d characters; the field takes %d", length,
+                                             described(field), length, field.maximumLength()));
+}
+
 void UserActions::requireNoQuestion() const
 {
     if (state_.questions.top() != nullptr)
@@ -89,7 +107,7 @@ Widget& UserActions::existing(std::string_view name) const
     requireNoQuestion();
     Widget* widget = state_.tree.find(name);
     if (widget == nullptr)
-        throw Error(localized("there is no widget \"%s\"", name));
+        throw missingWidget(name, namesWidgets_);
     return *widget;
 }
 
@@ -181,10 +199,10 @@ void UserActions::choose(Widget& widget, int value)
         throw Error(localized("%s offers no choice", described(widget)));
     const auto range = widget.numberRange();
     if (!range)
-        throw Error(localized("%s has no %d; it is empty", described(widget), value));
+        throw UnsuitableValue(localized("%s has no %d; it is empty", described(widget), value));
     if (value < range->first || value > range->second) {
-        throw Error(localized("%s has no %d; it goes from %d to %d", described(widget), value, range->first,
-                              range->second));
+        throw UnsuitableValue(localized("%s has no %d; it goes from %d to %d", described(widget), value,
+                                        range->first, range->second));
     }
     if (widget.kind() != WidgetKind::spinBox)
         requireUsableItem(*widget.items()[static_cast<std::size_t>(value)]);
@@ -210,9 +228,9 @@ void UserActions::select(Widget& list, const std::vector<int>& rows)
     std::vector<bool> chosen(count);
     for (const int row : rows) {
         if (row < 0 || static_cast<std::size_t>(row) >= count) {
-            throw Error(localizedCount("%s has no row %d; it has %d row, counted from 0",
-                                       "%s has no row %d; it has %d rows, counted from 0", count,
-                                       described(list), row, count));
+            throw UnsuitableValue(localizedCount("%s has no row %d; it has %d row, counted from 0",
+                                                 "%s has no row %d; it has %d rows, counted from 0", count,
+                                                 described(list), row, count));
         }
         if (chosen[static_cast<std::size_t>(row)])
             throw Error(localized("row %d of %s is named twice", row, described(list)));
@@ -246,12 +264,22 @@ void UserActions::answer(bool yes)
     state_.features.keep();
 }
 
+bool UserActions::firedByBox(std::string_view exportedName) const
+{
+    // What a check box fires looks at that box, and cannot do without.
+    return std::ranges::any_of(state_.tree.windows(),
+                               [&](const auto& window) { return boxFires(*window, exportedName); });
+}
+
+bool UserActions::canCall(std::string_view exportedName) const
+{
+    return callbacks_.has(std::string(exportedName)) && !firedByBox(exportedName);
+}
+
 void UserActions::call(std::string_view exportedName)
 {
     requireNoQuestion();
-    // What a check box fires looks at that box, and cannot do without.
-    const auto& windows = state_.tree.windows();
-    if (std::ranges::any_of(windows, [&](const auto& window) { return boxFires(*window, exportedName); }))
+    if (firedByBox(exportedName))
         throw Error(localized("%s cannot be called by itself; tick one of its check boxes", exportedName));
     if (!callbacks_.call(std::string(exportedName)))
         throw Error(localized("the component's export list has no function \"%s\"", exportedName));

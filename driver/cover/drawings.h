@@ -12,8 +12,6 @@
 
 namespace quelm {
 
-class Fonts;
-
 /// What a text looks like beside the page's own fonts.
 enum class Typeface {
     sans,  ///< goes with Helvetica
@@ -41,13 +39,8 @@ public:
 
     static const LineRoom anyRoom; ///< without bounds
 
-    /// Draws with the fonts of this machine, which are looked for with the first text.
-    Drawings();
-
-    /// Draws with other fonts; null stands for those of this machine.
-    explicit Drawings(std::shared_ptr<const Fonts> fonts);
-
-    ~Drawings();
+    Drawings() = default;
+    virtual ~Drawings() = default;
     Drawings(const Drawings&) = delete;
     Drawings& operator=(const Drawings&) = delete;
 
@@ -62,11 +55,14 @@ public:
     /// page has more than 65,535 lines, an array's limit; then nothing was added.
     [[nodiscard]] std::vector<Line> add(std::string_view text, Typeface typeface, double size,
                                         double widest = std::numeric_limits<double>::infinity(),
-                                        const LineRoom& room = anyRoom);
+                                        const LineRoom& room = anyRoom)
+    {
+        return draw(text, typeface, size, widest, room);
+    }
 
     /// The characters of all texts so far that no font of this machine has, each once, as UTF-8. The drawings
     /// leave them out.
-    [[nodiscard]] const std::string& missing() const { return missing_; }
+    [[nodiscard]] virtual const std::string& missing() const = 0;
 
     /// PostScript of Level 2 that defines, in the dictionary on top of the stack, what the drawings share
     /// (`/NAMEGlyphs`) and `/NAME`, an array of procedures. Each draws its line from the current point, which
@@ -75,13 +71,28 @@ public:
     ///
     /// It has to be run by itself, not as a part of a procedure. It is ASCII in lines of some 100 characters,
     /// each with a line end.
-    [[nodiscard]] std::string postScript(std::string_view name) const;
+    [[nodiscard]] virtual std::string postScript(std::string_view name) const = 0;
 
 private:
-    struct Parts;
+    /// Does what `add` says.
+    virtual std::vector<Line> draw(std::string_view text, Typeface typeface, double size, double widest,
+                                   const LineRoom& room) = 0;
+};
 
-    std::unique_ptr<Parts> parts_;
-    std::string missing_;
+inline const Drawings::LineRoom Drawings::anyRoom{};
+
+/// Makes drawings. Implemented by the module "drawings", which brings the libraries for fonts.
+class DrawingLibrary {
+public:
+    static constexpr const char* moduleName = "drawings";
+
+    DrawingLibrary() = default;
+    virtual ~DrawingLibrary() = default;
+    DrawingLibrary(const DrawingLibrary&) = delete;
+    DrawingLibrary& operator=(const DrawingLibrary&) = delete;
+
+    /// Drawings with the fonts of this machine, which are looked for with the first text.
+    [[nodiscard]] virtual std::unique_ptr<Drawings> start() const = 0;
 };
 
 } // namespace quelm

@@ -12,6 +12,7 @@
 #include "driver/desktop/dialogs/program_wait.h"
 #include "driver/desktop/main_window/main_window.h"
 #include "driver/desktop/toolkit/accessible.h"
+#include "driver/desktop/toolkit/pictures.h"
 #include "driver/desktop/toolkit/shown_text.h"
 #include "driver/desktop/toolkit/style.h"
 #include "driver/desktop/window_log.h"
@@ -46,7 +47,12 @@ bool openDisplay()
     std::setlocale(LC_CTYPE, "");
     std::setlocale(LC_MESSAGES, "");
     gtk_disable_setlocale();
-    return gtk_init_check(nullptr, nullptr) != FALSE;
+    // Wayland takes the windows' class from the one, X from the other, whose first letter would be a capital.
+    g_set_prgname(desktopId);
+    if (gtk_init_check(nullptr, nullptr) == FALSE)
+        return false;
+    gdk_set_program_class(desktopId);
+    return true;
 }
 
 /// Beside the user's kept options.
@@ -108,13 +114,13 @@ void runDesktop(const DesktopOptions& options)
     WindowLog log;
     Driver driver(options.driver);
     // Each window is a driver of its own: two may fax two documents.
-    const auto application = Gtk::Application::create("net.quelm.Desktop", Gio::APPLICATION_NON_UNIQUE);
+    const auto application = Gtk::Application::create(desktopId, Gio::APPLICATION_NON_UNIQUE);
     application->signal_startup().connect([&application] {
         application->set_menubar(MainWindow::menu());
         addAccelerators(*application.operator->());
     });
-    MainWindowOptions windowOptions{options.pdl, choicesFile(options.driver), options.creator,
-                                    options.outbox};
+    MainWindowOptions windowOptions{options.pdl,    choicesFile(options.driver), options.creator,
+                                    options.outbox, options.destinations,        options.destination};
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<SignalsClose> signals;
     std::unique_ptr<DialogWindows> dialogs;

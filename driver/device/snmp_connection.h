@@ -17,11 +17,12 @@ struct SnmpReply {
     enum class Kind {
         value,    ///< `text` is the object's value
         noObject, ///< the device has no such object, or one without a text
-        error,    ///< the device refuses the request; `number` is SNMP's error status
-        report,   ///< version 3: the device refuses the user; `number` is one of `UserReport`
-        rubbish,  ///< the device answered something else than it was asked
-        silent,   ///< no answer came within the time
-        refused,  ///< nobody can be reached there; `number` is an errno value
+        error, ///< the device refuses the request; `number` is SNMP's error status, `text` the library's word
+               ///< for it
+        report,  ///< version 3: the device refuses the user; `number` is one of `UserReport`
+        rubbish, ///< the device answered something else than it was asked
+        silent,  ///< no answer came within the time
+        refused, ///< nobody can be reached there; `number` is an errno value
     };
     Kind kind = Kind::silent;
     std::string text;
@@ -30,6 +31,9 @@ struct SnmpReply {
     /// True when the device itself answered.
     bool answered() const { return kind != Kind::silent && kind != Kind::refused; }
 };
+
+/// SNMP's error status of a device that gives the user no rights.
+inline constexpr long noRights = 16;
 
 /// Why a device refuses a user of version 3: the last number but one of the object that it reports.
 enum UserReport : long {
@@ -43,20 +47,30 @@ enum UserReport : long {
 /// At most one connection exists at a time: users of version 3 are the process's.
 class SnmpConnection {
 public:
-    /// Sends nothing yet. Throws Error when this system does not have the user's methods.
-    SnmpConnection(const DeviceSettings& settings, const SocketAddress& device);
-    ~SnmpConnection();
+    SnmpConnection() = default;
+    virtual ~SnmpConnection() = default;
     SnmpConnection(const SnmpConnection&) = delete;
     SnmpConnection& operator=(const SnmpConnection&) = delete;
 
     /// Asks for one object, and returns at `deadline` at the latest; until then the request is
     /// repeated at even intervals, as often as the settings say. With version 3 the first request is
     /// preceded by one that learns the device's engine.
-    SnmpReply get(const ObjectIdentifier& object, Deadline deadline);
+    virtual SnmpReply get(const ObjectIdentifier& object, Deadline deadline) = 0;
+};
 
-private:
-    struct Impl;
-    std::unique_ptr<Impl> impl_;
+/// Makes connections. Implemented by the module "device", which brings the SNMP library.
+class SnmpLibrary {
+public:
+    static constexpr const char* moduleName = "device";
+
+    SnmpLibrary() = default;
+    virtual ~SnmpLibrary() = default;
+    SnmpLibrary(const SnmpLibrary&) = delete;
+    SnmpLibrary& operator=(const SnmpLibrary&) = delete;
+
+    /// Sends nothing yet. Throws Error when this system does not have the user's methods.
+    [[nodiscard]] virtual std::unique_ptr<SnmpConnection> connect(const DeviceSettings& settings,
+                                                                  const SocketAddress& device) const = 0;
 };
 
 } // namespace quelm

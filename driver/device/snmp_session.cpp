@@ -3,11 +3,9 @@
 #include "driver/device/snmp_session.h"
 
 #include "base/error.h"
+#include "base/module.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
-
-#include <net-snmp/net-snmp-config.h>
-#include <net-snmp/net-snmp-includes.h>
 
 #include <cerrno>
 #include <chrono>
@@ -43,7 +41,7 @@ SnmpReply SnmpSession::connectAndAsk(const ObjectIdentifier& object, Deadline de
     for (std::size_t next = 0; next < addresses.size(); ++next) {
         const auto share = (deadline - Clock::now()) / static_cast<int>(addresses.size() - next);
         connection_.reset(); // before another one is made
-        connection_ = std::make_unique<SnmpConnection>(settings_, addresses[next]);
+        connection_ = part<SnmpLibrary>().connect(settings_, addresses[next]);
         SnmpReply reply = connection_->get(object, Clock::now() + share);
         if (reply.answered())
             return reply;
@@ -120,7 +118,7 @@ std::string SnmpSession::troubleWith(const SnmpReply& reply, const ObjectIdentif
     switch (reply.kind) {
     case SnmpReply::Kind::error:
         return localized("the device %s does not tell the object %s: %s; check its access rights",
-                         toText(address_), dotted(object), snmp_errstring(static_cast<int>(reply.number)));
+                         toText(address_), dotted(object), reply.text);
     case SnmpReply::Kind::rubbish:
         return localized("the device %s does not answer what it was asked; check that it is a device that "
                          "serves SNMP",
@@ -151,7 +149,7 @@ SnmpAnswer SnmpSession::get(const ObjectIdentifier& object)
         return {Kind::noObject, "", ""};
     case SnmpReply::Kind::error:
         // Rights are the user's, for all objects; other errors are this object's.
-        if (reply.number != SNMP_ERR_AUTHORIZATIONERROR)
+        if (reply.number != noRights)
             return {Kind::objectRefused, "", troubleWith(reply, object)};
         break;
     default:

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_session.h"
 
+#include "base/module.h"
 #include "base/texts.h"
 #include "driver/directory/directory_messages.h"
 
@@ -59,7 +60,7 @@ void DirectorySession::connect(const DirectorySettings& settings, Deadline deadl
     const auto address = parseDirectoryAddress(addressText_);
     if (!address)
         throw DirectoryError(ldap_code::parameterError, directory_messages::noAddress(addressText_));
-    connection_.emplace(*address, settings, deadline);
+    connection_ = part<DirectoryLibrary>().connect(*address, settings, deadline);
 }
 
 bool DirectorySession::open(const DirectorySettings& settings)
@@ -80,7 +81,7 @@ bool DirectorySession::open(const DirectorySettings& settings)
 bool DirectorySession::bind(const DirectorySettings& settings)
 {
     binds_ = true;
-    if (!connection_)
+    if (connection_ == nullptr)
         return false; // what went wrong was said when it was opened
     const milliseconds limit = std::exchange(leftForBind_, bounded(settings.connectTimeout));
     try {
@@ -97,7 +98,7 @@ bool DirectorySession::bind(const DirectorySettings& settings)
 DirectoryOutcome DirectorySession::attempt(const DirectoryQuery& query, const DirectorySettings& settings,
                                            Deadline deadline)
 {
-    const bool reused = connection_ && connection_->isUsable();
+    const bool reused = connection_ != nullptr && connection_->isUsable();
     const auto openAnew = [&] {
         const Deadline ready = std::min(deadline, Clock::now() + bounded(settings.connectTimeout));
         connect(settings, ready);

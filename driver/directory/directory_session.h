@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -58,8 +59,8 @@ private:
     DirectoryReport& report_;
     std::string addressText_;
     std::string base_;
-    std::optional<DirectoryConnection> connection_;
-    bool binds_ = false; ///< the session is to be bound whenever it is opened
+    std::unique_ptr<DirectoryConnection> connection_; ///< null when it is closed
+    bool binds_ = false;                              ///< the session is to be bound whenever it is opened
     std::chrono::milliseconds leftForBind_{0};
 
     std::vector<DirectoryEntry> results_;

@@ -112,6 +112,21 @@ private:
     FileHandle folder_; // whose lock goes when it is closed
 };
 
+/// The line in which an option has its value, counted from 1: what people find in the file.
+int lineOf(const std::string& name, const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    int number = 0;
+    int found = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        if (line.starts_with(name) &&
+            line.find_first_not_of(" \t", name.size()) == line.find('=', name.size()))
+            found = number; // the last one counts
+    }
+    return found;
+}
+
 std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string& path)
 {
     std::map<std::string, std::string> values;
@@ -121,8 +136,7 @@ std::map<std::string, std::string> valuesOf(const Keys& keys, const std::string&
         const Text value(g_key_file_get_string(keys.get(), group, *name, &error));
         if (value == nullptr) {
             const Failure failure(error); // its text quotes the value, too
-            throw unusable(path,
-                           localized("the value of \"%s\" is no text that can be read", shownText(*name)));
+            throw unusable(path, localized("its line %d is no text that can be read", lineOf(*name, path)));
         }
         values[*name] = value.get();
     }

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/texts.h"
 #include "base/translation.h"
+#include "driver/widgets/widget_label.h"
 #include "driver/widgets/widget_names.h"
 
 #include <glib.h>
@@ -198,7 +199,7 @@ std::optional<int> Features::number(std::string_view name) const
 int Features::setDefaults(std::string_view tokenList)
 {
     return forEachFeature(tree_, tokenList, [this](Widget& widget) {
-        const std::optional<FeatureValue> value = defaultOf(widget);
+        const std::optional<FeatureValue> value = presetOf(widget);
         if (!value || !setValue(widget, *value))
             return false;
         settle(widget.name());
@@ -230,13 +231,29 @@ void Features::setAllDefaults()
     for (const Default& entry : defaults)
         if (Widget* widget = tree_.find(entry.name))
             setValue(*widget, entry.value);
+    presets_.clear();
+    takeValues(configured_, localized("the configuration"));
+    for (const auto& [name, value] : configured_)
+        if (const Widget* widget = tree_.find(name); widget != nullptr && !isTroubled(name))
+            if (const auto preset = valueOf(*widget))
+                presets_[widget] = *preset;
     written_ = keptValues();
+}
+
+std::optional<FeatureValue> Features::presetOf(const Widget& widget) const
+{
+    const auto preset = presets_.find(&widget);
+    return preset == presets_.end() ? defaultOf(widget) : preset->second;
+}
+
+bool Features::isTroubled(std::string_view name) const
+{
+    return std::ranges::find(troubles_, name, &FeatureTrouble::name) != troubles_.end();
 }
 
 void Features::load(const FeatureFile& source, bool takeOver, bool keepChanges)
 {
     std::map<std::string, std::string> values;
-    troubles_.clear();
     try {
         values = source.read(); // also when they are not wanted: a damaged file is not written to
     } catch (const Error& error) {
@@ -256,7 +273,11 @@ void Features::takeValues(const std::map<std::string, std::string>& values, cons
     for (const std::string_view name : keptNames) {
         const auto kept = values.find(std::string(name));
         Widget* widget = tree_.find(name);
-        if (kept == values.end() || widget == nullptr || takeKept(*widget, kept->second))
+        if (kept == values.end() || widget == nullptr)
+            continue;
+        // What was said of a value that this one replaces does not matter any more.
+        std::erase_if(troubles_, [name](const auto& trouble) { return trouble.name == name; });
+        if (takeKept(*widget, kept->second))
             continue;
         // The number of a credit card is nobody's to read.
         const std::string shown =
@@ -264,17 +285,16 @@ void Features::takeValues(const std::map<std::string, std::string>& values, cons
         const bool decides = std::ranges::find(preferences, name) == preferences.end();
         troubles_.push_back(
             {kept->first,
-             // Translators: a value, the name of its option and the file that keeps it.
+             // Translators: a value, what the fax dialog calls its option, and the file that keeps it.
              localized("the value \"%s\" of \"%s\" in %s does not suit and is passed over; set it anew in "
                        "the fax dialog, or remove it from the file",
-                       shown, kept->first, source),
+                       shown, labelText(*widget), source),
              decides});
     }
 }
 
 void Features::takeOver(const std::map<std::string, std::string>& values)
 {
-    troubles_.clear();
     takeValues(values, localized("the outbox"));
 }
 

@@ -47,6 +47,11 @@ public:
     [[nodiscard]] const SavedValues& savedValues() const { return saved_; }
     void setSavedValues(SavedValues values) { saved_ = std::move(values); }
 
+    /// Values that stand in the place of defaults, by the names of their options: what an administrator
+    /// configured. Called ahead of `setAllDefaults`. One that does not suit its widget is passed over;
+    /// `troubles` names it.
+    void configureDefaults(std::map<std::string, std::string> values) { configured_ = std::move(values); }
+
     /// Puts every option to its default; called once the dialogs are built.
     void setAllDefaults();
 
@@ -74,10 +79,14 @@ public:
     void keep();
 
 private:
+    std::optional<FeatureValue> presetOf(const Widget& widget) const;
     void takeValues(const std::map<std::string, std::string>& values, const std::string& source);
+    bool isTroubled(std::string_view name) const;
     std::map<std::string, FeatureValue> keptValues() const;
 
     WidgetTree& tree_;
+    std::map<std::string, std::string> configured_;
+    std::map<const Widget*, FeatureValue> presets_; // those of `configured_` that suit
     SavedValues saved_;
     std::optional<FeatureFile> file_;             // where changes go
     std::map<std::string, FeatureValue> written_; // what the file, or the defaults, say

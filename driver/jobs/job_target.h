@@ -6,6 +6,7 @@
 #include "base/net/network_address.h"
 #include "driver/documents/document.h"
 #include "driver/jobs/output.h"
+#include "driver/plugin/fax_session.h"
 
 #include <ctime>
 #include <functional>
@@ -30,6 +31,13 @@ struct QueueTarget {
 
 /// Where a job is to go. An address is that of a device.
 using JobTarget = std::variant<FileTarget, NetworkAddress, QueueTarget>;
+
+/// A place under the name by which users choose it, which is UTF-8.
+struct NamedTarget {
+    std::string name;
+    JobTarget target;
+    std::optional<Pdl> pdl; ///< the form of jobs that it takes; nothing: any
+};
 
 /// What a destination is told of a job beside its bytes. Texts are UTF-8.
 struct JobLabel {

@@ -11,8 +11,6 @@
 
 namespace quelm {
 
-class CupsServer;
-
 /// One queue or class of the print server.
 struct PrintQueue {
     std::string name;
@@ -26,9 +24,6 @@ struct PrintQueue {
 /// Takes no longer than `limits` allow. Throws quelm::Error when the server cannot be reached or does not
 /// tell.
 std::vector<PrintQueue> printQueues(const QueueLimits& limits = {}, const Transfer& transfer = {});
-
-/// The same over a connection that stands.
-std::vector<PrintQueue> printQueues(CupsServer& server);
 
 } // namespace quelm
 

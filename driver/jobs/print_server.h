@@ -12,15 +12,6 @@ namespace quelm {
 /// such a text, which means the same server in another environment, too.
 [[nodiscard]] std::string currentPrintServer();
 
-/// A print server as libcups is told of it.
-struct PrintServer {
-    std::string host; ///< without brackets; or the path of a socket
-    int port = 0;     ///< 0 for a socket
-};
-
-/// Takes such a text apart. A host without a port has that of the user's server.
-[[nodiscard]] PrintServer printServerIn(const std::string& text);
-
 } // namespace quelm
 
 #endif

@@ -10,6 +10,7 @@
 #include "driver/outbox/job_file_copy.h"
 #include "driver/outbox/job_stream.h"
 #include "driver/outbox/outbox.h"
+#include "driver/outbox/outbox_checks.h"
 #include "driver/outbox/outbox_failure.h"
 #include "driver/outbox/outbox_parts.h"
 #include "driver/outbox/outbox_steps.h"
@@ -38,15 +39,6 @@ bool isSpecial(const std::string& path)
 {
     const WriteTarget target = findWriteTarget(path);
     return target.present && !S_ISREG(target.present->st_mode);
-}
-
-/// Throws JobUnavailable unless the job waits or its user may try it again.
-void requireReady(const LogRow& row)
-{
-    if (row.state != OutboxState::waiting && row.state != OutboxState::failed &&
-        row.state != OutboxState::uncertain)
-        throw JobUnavailable(
-            localized("job %d of the outbox cannot be handed over: %s", row.number, stateClause(row.state)));
 }
 
 /// Notes that a job whose files are damaged did not go out, so that it keeps no others from going.
@@ -94,9 +86,7 @@ private:
         row_ = parts_.change(number_, [&](LogRow& row) {
             if (!isOwn || row.state != OutboxState::handingOver)
                 requireReady(row);
-            if (!row.hasStream)
-                throw JobUnavailable(localized(
-                    "job %d of the outbox cannot be handed over: its print stream is not kept", number_));
+            requireKeptStream(row);
             if (row.state != OutboxState::handingOver)
                 row.before = row.state;
             row.state = OutboxState::handingOver;

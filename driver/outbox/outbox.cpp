@@ -9,6 +9,7 @@
 #include "driver/jobs/queue_inquiry.h"
 #include "driver/outbox/card_line.h"
 #include "driver/outbox/job_file_copy.h"
+#include "driver/outbox/outbox_checks.h"
 #include "driver/outbox/outbox_failure.h"
 #include "driver/outbox/outbox_parts.h"
 #include "driver/outbox/outbox_steps.h"
@@ -180,11 +181,8 @@ void Outbox::cancel(int number, std::time_t now)
             });
             throw;
         }
-    parts_->end(number, [now, number](LogRow& row) {
-        if (row.state != OutboxState::waiting && row.state != OutboxState::failed &&
-            row.state != OutboxState::uncertain && !(row.state == OutboxState::handedOver && row.isHeld))
-            throw JobUnavailable(
-                localized("job %d of the outbox cannot be cancelled: %s", number, stateClause(row.state)));
+    parts_->end(number, [now](LogRow& row) {
+        requireCancellable(row);
         row.state = OutboxState::cancelled;
         row.isHeld = false;
         row.ended = now;
@@ -197,13 +195,7 @@ int Outbox::sendAgain(int number, const std::string& card, std::time_t now, bool
 {
     const FileHandle held = parts_->lock(number);
     const LogRow before = parts_->log.find(number);
-    if (before.state != OutboxState::handedOver && before.state != OutboxState::uncertain &&
-        before.state != OutboxState::failed)
-        throw JobUnavailable(
-            localized("job %d of the outbox cannot be sent again: %s", number, stateClause(before.state)));
-    if (!before.hasStream)
-        throw Error(
-            localized("job %d of the outbox cannot be sent again: its print stream is not kept", number));
+    requireRepeatable(before);
     const std::string line = before.chargesCard && !card.empty() ? cardLine(before.pdl, card) : std::string();
 
     NewFolder files(parts_->folder);

@@ -40,18 +40,45 @@ Content acceptable(Content content)
     return content;
 }
 
-/// Saves one entry or group. `present` says whether the phonebook has one of that name.
+const char* kindOf(const PhonebookEntry& /*entry*/) { return "entry"; }
+const char* kindOf(const PhonebookGroup& /*group*/) { return "group"; }
+
+/// Saves one entry or group. `present` says whether the phonebook has one of that name; `phonebook` is null
+/// for one that a dry run does not make.
 template <typename Content>
-Outcome saveOne(Phonebook& phonebook, const Content& content, bool present, bool replace)
+Outcome saveOne(Phonebook* phonebook, const Content& content, bool present, bool replace, Doing doing)
 {
     const auto what = described(content);
     if (present && !replace)
         // Translators: %s is: the entry "Ann".
         throw Error(localized("%s is in the phonebook already; remove it first, or say --replace", what));
-    phonebook.save(content);
-    phonebook.commit();
-    // Translators: %s is: the entry "Ann".
-    return {(present ? localized("replaced %s", what) : localized("added %s", what)) + "\n", {}};
+    Outcome outcome;
+    outcome.action = present ? "replaced" : "added";
+    outcome.kind = kindOf(content);
+    outcome.name = content.name;
+    if (doing == Doing::dryRun) {
+        // Translators: %s is: the entry "Ann".
+        outcome.done =
+            present ? localized("%s would be replaced", what) : localized("%s would be added", what);
+    } else {
+        phonebook->save(content);
+        phonebook->commit();
+        // Translators: %s is: the entry "Ann".
+        outcome.done = present ? localized("replaced %s", what) : localized("added %s", what);
+    }
+    outcome.done += "\n";
+    return outcome;
+}
+
+/// Whether a file can be made there: its folder is, or is made with a personal phonebook.
+bool canBeMade(const PhonebookPlace& place)
+{
+    std::error_code none;
+    const std::filesystem::path path = place.path;
+    if (std::filesystem::exists(std::filesystem::symlink_status(path, none)))
+        return false;
+    return place.personal ||
+           std::filesystem::is_directory(std::filesystem::absolute(path, none).parent_path(), none);
 }
 
 std::string formatted(const Items& items, FileFormat format)
@@ -59,6 +86,8 @@ std::string formatted(const Items& items, FileFormat format)
     const auto contents = readableItems(items);
     if (format == FileFormat::csv)
         return writeCsvContacts(contents);
+    if (format == FileFormat::ldif)
+        return writeLdif(contents);
     return writeVcards(contents, format == FileFormat::vcard3 ? VcardVersion::v3 : VcardVersion::v4);
 }
 
@@ -78,6 +107,8 @@ std::optional<FileFormat> formatByName(std::string_view file)
     });
     if (ending == ".csv")
         return FileFormat::csv;
+    if (ending == ".ldif")
+        return FileFormat::ldif;
     if (ending == ".vcf")
         return FileFormat::vcard4;
     return std::nullopt;
@@ -91,20 +122,30 @@ Outcome listPhonebook(const PhonebookPlace& place, bool csv)
     return {writeCsvContacts(readableItems(items)), unreadableRecords(items, place.path)};
 }
 
+std::vector<Phonebook::Item> phonebookItems(const PhonebookPlace& place) { return readItems(place); }
+
+Phonebook::Item phonebookItem(const PhonebookPlace& place, const std::string& name)
+{
+    const auto items = readItems(place);
+    return existing(items, name, place.path);
+}
+
 Outcome showItem(const PhonebookPlace& place, const std::string& name)
 {
     const auto items = readItems(place);
     return {showText(existing(items, name, place.path), items), {}};
 }
 
-Outcome addEntry(const PhonebookPlace& place, PhonebookEntry entry, bool replace)
+Outcome addEntry(const PhonebookPlace& place, PhonebookEntry entry, bool replace, Doing doing)
 {
     entry = acceptable(std::move(entry));
-    Phonebook phonebook(place, Phonebook::Access::create);
-    return saveOne(phonebook, entry, phonebook.hasEntry(entry.name), replace);
+    if (doing == Doing::dryRun && canBeMade(place))
+        return saveOne(nullptr, entry, false, replace, doing);
+    Phonebook phonebook(place, doing == Doing::dryRun ? Phonebook::Access::write : Phonebook::Access::create);
+    return saveOne(&phonebook, entry, phonebook.hasEntry(entry.name), replace, doing);
 }
 
-Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace)
+Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace, Doing doing)
 {
     group = acceptable(std::move(group));
     Phonebook phonebook(place, Phonebook::Access::write); // one without entries has no use for groups
@@ -113,10 +154,10 @@ Outcome addGroup(const PhonebookPlace& place, PhonebookGroup group, bool replace
             throw Error(localized("\"%s\": the member \"%s\" is not in the phonebook; add it first",
                                   oneLine(group.name), oneLine(member)));
     }
-    return saveOne(phonebook, group, phonebook.hasGroup(group.name), replace);
+    return saveOne(&phonebook, group, phonebook.hasGroup(group.name), replace, doing);
 }
 
-Outcome removeItem(const PhonebookPlace& place, const std::string& name)
+Outcome removeItem(const PhonebookPlace& place, const std::string& name, Doing doing)
 {
     Phonebook phonebook(place, Phonebook::Access::write);
     const auto items = phonebook.items();
@@ -133,10 +174,26 @@ Outcome removeItem(const PhonebookPlace& place, const std::string& name)
                                                      oneLine(item.key.substr(1))));
         }
     }
-    phonebook.remove(item.key);
-    phonebook.commit();
+    outcome.action = "removed";
+    if (const auto* entry = std::get_if<PhonebookEntry>(&item.content)) {
+        outcome.kind = kindOf(*entry);
+        outcome.name = entry->name;
+    } else if (const auto* group = std::get_if<PhonebookGroup>(&item.content)) {
+        outcome.kind = kindOf(*group);
+        outcome.name = group->name;
+    } else {
+        outcome.kind = "unreadable";
+        outcome.name = item.key.empty() ? "" : item.key.substr(1);
+    }
+    if (doing == Doing::dryRun) {
+        // Translators: %s is: the entry "Ann".
+        outcome.done = localized("%s would be removed", described(item)) + "\n";
+        return outcome;
+    }
     // Translators: %s is: the entry "Ann".
     outcome.done = localized("removed %s", described(item)) + "\n";
+    phonebook.remove(item.key);
+    phonebook.commit();
     return outcome;
 }
 
@@ -146,15 +203,26 @@ Outcome exportText(const PhonebookPlace& place, FileFormat format)
     return {formatted(items, format), unreadableRecords(items, place.path)};
 }
 
-Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format)
+Outcome exportFile(const PhonebookPlace& place, const std::string& file, FileFormat format, Doing doing,
+                   ExportCount* count)
 {
     const auto items = readItems(place);
     if (isSameFile(file, place.path))
         throw Error(localized("%s: is the phonebook itself; export to another file", oneLine(file)));
+    auto warnings = unreadableRecords(items, place.path);
+    if (count != nullptr) {
+        for (const auto& content : readableItems(items))
+            ++(std::holds_alternative<PhonebookEntry>(content) ? count->entries : count->groups);
+        count->warnings = warnings;
+    }
+    const auto text = formatted(items, format);
+    if (doing == Doing::dryRun)
+        // Translators: a file, and what would be in it: 12 entries, 1 group.
+        return {localized("%s: would hold %s", oneLine(file), countText(items)) + "\n", std::move(warnings)};
     AtomicFile output(file);
-    output.write(formatted(items, format));
+    output.write(text);
     output.commit();
-    return {oneLine(file) + ": " + countText(items) + "\n", unreadableRecords(items, place.path)};
+    return {oneLine(file) + ": " + countText(items) + "\n", std::move(warnings)};
 }
 
 } // namespace quelm

@@ -7,8 +7,12 @@
 #include "base/translation.h"
 
 #include <csv.h>
+#include <glib.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace quelm {
@@ -21,7 +25,17 @@ constexpr std::size_t largestRow = bytesOfMebibyte; // a group has a thousand me
 /// goes on in the next.
 class RowReader {
 public:
-    explicit RowReader(std::string_view text) : rest_(text) { start(); }
+    RowReader(std::string_view text, const CsvDialect& dialect) : rest_(text), separator_(dialect.separator)
+    {
+        // Without an LF each CR ends a line, as on old systems.
+        lineEnd_ = text.find('\n') == std::string_view::npos ? '\r' : '\n';
+        start();
+        if (dialect.isNamed) {
+            ++line_;
+            takeLine();
+            startRow();
+        }
+    }
     ~RowReader() { csv_free(&parser_); }
     RowReader(const RowReader&) = delete;
     RowReader& operator=(const RowReader&) = delete;
@@ -30,7 +44,8 @@ public:
     {
         while (!rest_.empty()) {
             ++line_;
-            const auto line = takeLine();
+            std::string unguarded;
+            const auto line = rowStart_ == line_ ? withoutGuards(takeLine(), unguarded) : takeLine();
             const auto problem = problemWithLine(line);
             if (!problem.empty()) {
                 refuse(line_, problem);
@@ -80,6 +95,9 @@ private:
         // By itself it asks for memory every 128 bytes of a field.
         constexpr std::size_t blockSize = 65536;
         csv_set_blk_size(&parser_, blockSize);
+        csv_set_delim(&parser_, static_cast<unsigned char>(separator_));
+        if (separator_ == '\t') // would be taken for a blank beside a field
+            csv_set_space_func(&parser_, [](unsigned char character) { return character == ' ' ? 1 : 0; });
     }
 
     /// The next row begins on the next line.
@@ -107,11 +125,31 @@ private:
 
     std::string_view takeLine()
     {
-        const auto end = rest_.find('\n');
+        const auto end = rest_.find(lineEnd_);
         const auto size = end == std::string_view::npos ? rest_.size() : end + 1;
         const auto line = rest_.substr(0, size);
         rest_.remove_prefix(size);
         return line;
+    }
+
+    /// A line in which spreadsheets' ="0123", which keeps them from calculating, is a plain quoted field.
+    /// `buffer` holds the line where it had to be changed.
+    std::string_view withoutGuards(std::string_view line, std::string& buffer) const
+    {
+        if (line.find("=\"") == std::string_view::npos)
+            return line;
+        bool quoted = false;
+        bool fieldStarts = true;
+        for (std::size_t at = 0; at < line.size(); ++at) {
+            const bool guarded = !quoted && fieldStarts && line.substr(at, 2) == "=\"";
+            if (guarded)
+                continue; // the quotation mark begins the field
+            if (line[at] == '"')
+                quoted = !quoted;
+            fieldStarts = !quoted && line[at] == separator_;
+            buffer += line[at];
+        }
+        return buffer;
     }
 
     static std::string problemWithLine(std::string_view line)
@@ -125,12 +163,37 @@ private:
 
     csv_parser parser_{};
     std::string_view rest_;
+    char separator_;
+    char lineEnd_ = '\n';
     std::size_t line_ = 0;
     std::size_t rowStart_ = 1;
     std::size_t rowSize_ = 0; ///< in bytes, so far
     std::vector<std::string> fields_;
     std::vector<CsvRow> rows_;
 };
+
+void skipMark(std::string_view& text)
+{
+    if (text.starts_with("\xef\xbb\xbf"))
+        text.remove_prefix(3);
+}
+
+/// What spreadsheets go by: a first line "sep=;", which some quote.
+std::optional<char> namedSeparator(std::string_view text)
+{
+    auto line = trimmed(text.substr(0, std::min(text.find_first_of("\r\n"), text.size())));
+    // A tab is white space; it is looked for where it stood.
+    const bool isTab = text.substr(0, 6).find("sep=\t") != std::string_view::npos;
+    if (line.starts_with('"') && line.ends_with('"') && line.size() > 2)
+        line = line.substr(1, line.size() - 2);
+    constexpr std::string_view word = "sep=";
+    if (line.size() < word.size() || g_ascii_strncasecmp(line.data(), word.data(), word.size()) != 0)
+        return std::nullopt;
+    if (line.size() == word.size() && isTab)
+        return '\t';
+    const bool isOne = line.size() == word.size() + 1 && isPrintableAscii(line.back()) && line.back() != '"';
+    return isOne ? std::optional(line.back()) : std::nullopt;
+}
 
 bool needsQuotes(std::string_view field)
 {
@@ -147,13 +210,45 @@ std::string quoted(const std::string& field)
 
 } // namespace
 
-std::vector<CsvRow> readCsvRows(std::string_view text)
+CsvDialect dialectOf(std::string_view text)
 {
-    if (text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff"))
-        return {{1, {}, localized("is UTF-16; save the list as UTF-8 text")}};
-    if (text.starts_with("\xef\xbb\xbf"))
-        text.remove_prefix(3);
-    return RowReader(text).readAll();
+    skipMark(text);
+    if (const auto named = namedSeparator(text))
+        return {*named, true};
+    text.remove_prefix(std::min(text.find_first_not_of(" \r\n"), text.size()));
+    constexpr std::string_view separators = ",;\t";
+    std::array<std::size_t, separators.size()> counts{};
+    bool quoted = false;
+    for (const char character : text) {
+        if (character == '"')
+            quoted = !quoted;
+        if (quoted)
+            continue;
+        if (character == '\r' || character == '\n')
+            break;
+        if (const auto at = separators.find(character); at != std::string_view::npos)
+            ++counts.at(at);
+    }
+    return {separators[static_cast<std::size_t>(std::ranges::max_element(counts) - counts.begin())], false};
+}
+
+std::optional<char> separatorNamed(std::string_view name)
+{
+    if (name == "comma")
+        return ',';
+    if (name == "semicolon")
+        return ';';
+    if (name == "tab" || name == "\t" || name == "\\t")
+        return '\t';
+    if (name.size() != 1 || g_ascii_ispunct(name[0]) == 0 || name[0] == '"')
+        return std::nullopt;
+    return name[0];
+}
+
+std::vector<CsvRow> readCsvRows(std::string_view text, const CsvDialect& dialect)
+{
+    skipMark(text);
+    return RowReader(text, dialect).readAll();
 }
 
 std::string csvLine(const std::vector<std::string>& fields)

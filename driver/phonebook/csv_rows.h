@@ -4,6 +4,7 @@
 #define DRIVER_PHONEBOOK_CSV_ROWS_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,11 +18,26 @@ struct CsvRow {
     std::string problem; ///< why it cannot be read; empty when it can. Then `fields` are of no use
 };
 
-/// The rows of a text: UTF-8 with or without a byte order mark, lines ended by LF or CRLF, fields parted by
-/// commas and quoted with '"' where they need it. Blanks around unquoted fields do not count, empty
-/// lines are passed over. A row of more than 1 MiB has a problem. Behind a quotation mark that is never
-/// closed nothing more can be read.
-std::vector<CsvRow> readCsvRows(std::string_view text);
+/// How a text parts its fields.
+struct CsvDialect {
+    char separator = ',';
+    bool isNamed = false; ///< its first line says so, "sep=;", and is no row
+};
+
+/// The separator that `text` names in a line "sep=;" ahead of all else, or, without one, which of comma,
+/// semicolon and tab stands most often in its first line that is not blank, outside of quotes; a comma when
+/// none does.
+CsvDialect dialectOf(std::string_view text);
+
+/// The separator that a user names: itself, one character of ASCII, or "comma", "semicolon" or "tab". Nothing
+/// for another text, a letter, a digit, a blank or a quotation mark.
+std::optional<char> separatorNamed(std::string_view name);
+
+/// The rows of a text: UTF-8 with or without a byte order mark, lines ended by LF, CRLF or, throughout, CR,
+/// fields parted by the separator and quoted with '"' where they need it. Blanks around unquoted fields do
+/// not count, empty lines are passed over. A row of more than 1 MiB has a problem, as has one that is not
+/// UTF-8. Behind a quotation mark that is never closed nothing more can be read.
+std::vector<CsvRow> readCsvRows(std::string_view text, const CsvDialect& dialect = {});
 
 /// One row as a line that ends in LF, quoted where it has to be.
 std::string csvLine(const std::vector<std::string>& fields);

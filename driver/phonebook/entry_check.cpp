@@ -76,10 +76,15 @@ Problem unlessKept(const Content& content)
 
 } // namespace
 
-Problem problemWith(const PhonebookEntry& entry)
+Problem problemWithEntryName(const std::string& name)
 {
     // Translators: the subject of sentences such as: %s is missing.
-    Problem problem = problemWithNameOf(forTranslation("the name"), entry.name);
+    return problemWithNameOf(forTranslation("the name"), name);
+}
+
+Problem problemWith(const PhonebookEntry& entry)
+{
+    Problem problem = problemWithEntryName(entry.name);
     if (!problem && entry.number.empty())
         problem = localized("%s is missing", localized("the fax number"));
     if (!problem)
@@ -105,6 +110,23 @@ Problem problemWith(const PhonebookGroup& group)
     if (std::ranges::any_of(group.members, hasControlCharacter))
         return localized("%s holds a line break or control character", localized("the name of a member"));
     return unlessKept(group);
+}
+
+std::string acceptableName(std::string_view name, std::size_t room)
+{
+    auto mended = mendedName(name, nameMarks);
+    // A mark of the record format begins with a dot.
+    if (unlessKept(PhonebookEntry{mended, "1", "", "", ""}))
+        std::ranges::replace(mended, '.', ' ');
+    const auto most = nameLength - static_cast<long>(std::min<std::size_t>(room, nameLength - 1));
+    if (g_utf8_strlen(mended.data(), static_cast<gssize>(mended.size())) > most) {
+        const char* end = g_utf8_offset_to_pointer(mended.c_str(), most);
+        while (end > mended.c_str() && g_unichar_ismark(g_utf8_get_char(end)) != FALSE)
+            end = g_utf8_prev_char(end); // a letter stays with its accents
+        mended.resize(static_cast<std::size_t>(end - mended.c_str()));
+    }
+    mended = trimmed(mended);
+    return problemWithEntryName(mended) ? "" : mended;
 }
 
 } // namespace quelm

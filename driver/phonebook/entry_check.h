@@ -5,8 +5,10 @@
 
 #include "driver/phonebook/entry.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace quelm {
 
@@ -16,8 +18,15 @@ namespace quelm {
 /// record's own marks would cut is refused, too.
 [[nodiscard]] std::optional<std::string> problemWith(const PhonebookEntry& entry);
 
+/// What an entry's name alone cannot be kept for.
+[[nodiscard]] std::optional<std::string> problemWithEntryName(const std::string& name);
+
 /// The same for a group, which needs a member. Whether the members exist is not looked at.
 [[nodiscard]] std::optional<std::string> problemWith(const PhonebookGroup& group);
+
+/// A name that can be kept in the place of one that cannot: blanks for what must not be in it, cut to the
+/// greatest length less `room` characters, for what is to stand behind it. Empty when nothing is left.
+[[nodiscard]] std::string acceptableName(std::string_view name, std::size_t room = 0);
 
 } // namespace quelm
 

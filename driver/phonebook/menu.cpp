@@ -9,6 +9,7 @@
 #include "base/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
+#include "driver/phonebook/import_words.h"
 #include "driver/phonebook/listing.h"
 
 #include <algorithm>
@@ -120,9 +121,10 @@ bool Menu::carryOut(const std::string& line)
     else if (const auto removed = after(line, "remove"))
         removeAfterAsking(needed(*removed, forTranslation("say remove NAME, or remove [NAME] for a group")));
     else if (const auto imported = after(line, "import"))
-        importFrom(needed(*imported, forTranslation("say import FILE, a vCard or CSV file")));
+        importFrom(needed(*imported, forTranslation("say import FILE, a vCard, CSV or LDIF file")));
     else if (const auto exported = after(line, "export"))
-        exportTo(needed(*exported, forTranslation("say export FILE, whose name ends in .vcf or .csv")));
+        exportTo(
+            needed(*exported, forTranslation("say export FILE, whose name ends in .vcf, .csv or .ldif")));
     else
         throw Error(localized("there is no command \"%s\"; help lists what there is", line));
     return true;
@@ -171,26 +173,36 @@ void Menu::removeAfterAsking(const std::string& name)
     print(output_, removeItem(place_, name));
 }
 
-void Menu::importFrom(const std::string& file)
+void Menu::importFrom(const std::string& words)
 {
+    auto file = words;
+    auto options = takeImportOptions(file);
     // Commands are read from standard input.
-    if (file == "-")
+    if (file == "-" || file.empty())
         throw Error(localized("name a file to import"));
     ImportReport report;
-    const auto import = [&](bool skipBad) {
+    const auto import = [&] {
         ProgressLine progress(localized("Importing"));
-        ImportOptions options;
-        options.skipBad = skipBad;
         options.progress = [&progress](std::size_t done, std::size_t total) { progress.show(done, total); };
         report = importFile(place_, file, options);
+        if (!report.accepted)
+            for (const auto& refusal : refusalLines(report))
+                output_ << refusal << "\n";
     };
-    import(false);
-    if (!report.written) {
-        for (const auto& refusal : refusalLines(report))
-            output_ << refusal << "\n";
+    import();
+    if (!report.accepted && std::ranges::any_of(report.refused, &Refusal::mendable)) {
+        std::string answer;
+        if (!ask(localized("Import those that other names help under such names? [y/n] "), answer))
+            return;
+        options.settling.rename = isYes(answer);
+        if (options.settling.rename)
+            import();
+    }
+    if (!report.accepted) {
         if (!agreesTo(localized("Import the rest without them? [y/n] ")))
             return;
-        import(true);
+        options.skipBad = true;
+        import();
     }
     print(output_, {importSummary(report), report.strayMembers});
 }
@@ -199,7 +211,7 @@ void Menu::exportTo(const std::string& file)
 {
     const auto format = formatByName(file);
     if (!format)
-        throw Error(localized("%s: ends in neither .vcf nor .csv; name the file so", oneLine(file)));
+        throw Error(localized("%s: ends in none of .vcf, .csv and .ldif; name the file so", oneLine(file)));
     print(output_, exportFile(place_, file, *format));
 }
 

@@ -1,65 +1,34 @@
-// Questions to a card of the vCard library.
+// Questions to a card that the vCard library has read.
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/phonebook/vcard_card.h"
 
+#include "base/module.h"
+#include "base/texts.h"
+#include "driver/phonebook/csv_header.h"
 #include "driver/phonebook/vcard_names.h"
+
+#include <glib.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace quelm {
 namespace {
-
-/// What the library says of odd lines is not for the user, who hears of a card that cannot be used.
-class LibraryKeptQuiet {
-public:
-    LibraryKeptQuiet() : previous_(g_log_set_default_handler(ignore, nullptr)) {}
-    ~LibraryKeptQuiet() { g_log_set_default_handler(previous_, nullptr); }
-    LibraryKeptQuiet(const LibraryKeptQuiet&) = delete;
-    LibraryKeptQuiet& operator=(const LibraryKeptQuiet&) = delete;
-
-private:
-    static void ignore(const gchar*, GLogLevelFlags, const gchar*, gpointer) {}
-
-    GLogFunc previous_;
-};
 
 bool isSame(std::string_view left, std::string_view right)
 {
     return left.size() == right.size() && g_ascii_strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
-/// The values in one of GLib's lists of texts.
-std::vector<std::string_view> viewsOf(const GList* list)
+std::vector<const CardProperty*> propertiesOf(const std::vector<CardProperty>& card, std::string_view name)
 {
-    std::vector<std::string_view> views;
-    for (; list != nullptr; list = list->next)
-        views.emplace_back(static_cast<const char*>(list->data));
-    return views;
-}
-
-std::vector<EVCardAttribute*> attributesOf(EVCard* card, std::string_view property)
-{
-    std::vector<EVCardAttribute*> found;
-    for (const GList* item = e_vcard_get_attributes(card); item != nullptr; item = item->next) {
-        auto* attribute = static_cast<EVCardAttribute*>(item->data);
-        if (isSame(e_vcard_attribute_get_name(attribute), property))
-            found.push_back(attribute);
-    }
+    std::vector<const CardProperty*> found;
+    for (const auto& property : card)
+        if (isSame(property.name, name))
+            found.push_back(&property);
     return found;
-}
-
-/// The components of a value, decoded and in UTF-8.
-std::vector<std::string> componentsOf(EVCardAttribute* attribute)
-{
-    std::vector<std::string> components;
-    for (const GList* item = e_vcard_attribute_get_values_decoded(attribute); item != nullptr;
-         item = item->next) {
-        const auto* value = static_cast<const GString*>(item->data);
-        components.emplace_back(value->str, value->len);
-    }
-    return components;
 }
 
 std::string joined(const std::vector<std::string>& components, const char* separator)
@@ -72,14 +41,13 @@ std::string joined(const std::vector<std::string>& components, const char* separ
 }
 
 /// The values of a parameter. Words that stand between commas in one value count one by one.
-std::vector<std::string_view> parameterOf(EVCardAttribute* attribute, std::string_view name)
+std::vector<std::string_view> parameterOf(const CardProperty& property, std::string_view name)
 {
     std::vector<std::string_view> words;
-    for (const GList* item = e_vcard_attribute_get_params(attribute); item != nullptr; item = item->next) {
-        auto* parameter = static_cast<EVCardAttributeParam*>(item->data);
-        if (!isSame(e_vcard_attribute_param_get_name(parameter), name))
+    for (const auto& parameter : property.parameters) {
+        if (!isSame(parameter.name, name))
             continue;
-        for (auto value : viewsOf(e_vcard_attribute_param_get_values(parameter))) {
+        for (std::string_view value : parameter.values) {
             while (!value.empty()) {
                 const auto end = std::min(value.find(','), value.size());
                 words.push_back(value.substr(0, end));
@@ -92,12 +60,12 @@ std::vector<std::string_view> parameterOf(EVCardAttribute* attribute, std::strin
 
 constexpr int noPreference = 101; // behind PREF=100, the least preferred
 
-CardNumber numberOf(EVCardAttribute* attribute)
+CardNumber numberOf(const CardProperty& property)
 {
     CardNumber number;
-    number.value = joined(componentsOf(attribute), ";");
+    number.value = joined(property.components, ";");
     number.preference = noPreference;
-    const auto types = parameterOf(attribute, "TYPE");
+    const auto types = parameterOf(property, "TYPE");
     const auto is = [&types](std::string_view word) {
         return std::ranges::any_of(types, [word](auto type) { return isSame(type, word); });
     };
@@ -106,11 +74,21 @@ CardNumber numberOf(EVCardAttribute* attribute)
     else if (is("home"))
         number.use = Use::home;
     number.fax = is("fax");
+    for (const auto& [word, use] : {std::pair{"workfax", Use::work},
+                                    {"homefax", Use::home},
+                                    {"otherfax", number.use},
+                                    {"work-fax", Use::work},
+                                    {"home-fax", Use::home},
+                                    {"x-fax", number.use}})
+        if (is(word)) {
+            number.fax = true;
+            number.use = use;
+        }
     constexpr std::array speechless{"fax", "pager", "modem", "bbs", "video", "text", "textphone", "isdn"};
-    number.voice = is("voice") || std::ranges::none_of(speechless, is);
+    number.voice = is("voice") || (!number.fax && std::ranges::none_of(speechless, is));
     if (is("pref"))
         number.preference = 1;
-    for (const auto preference : parameterOf(attribute, "PREF")) {
+    for (const auto preference : parameterOf(property, "PREF")) {
         const int given = std::atoi(std::string(preference).c_str());
         if (given >= 1)
             number.preference = std::min(number.preference, given);
@@ -120,18 +98,12 @@ CardNumber numberOf(EVCardAttribute* attribute)
 
 } // namespace
 
-Card::Card(const std::string& text)
-{
-    const LibraryKeptQuiet quiet;
-    card_.reset(e_vcard_new_from_string(text.c_str()));
-    e_vcard_get_attributes(card_.get()); // reads the text now
-}
+Card::Card(const std::string& text) : properties_(part<VcardLibrary>().read(text)) {}
 
 std::string Card::text(std::string_view property, const char* separator) const
 {
-    const LibraryKeptQuiet quiet;
-    for (auto* attribute : attributesOf(card_.get(), property)) {
-        auto text = joined(componentsOf(attribute), separator);
+    for (const auto* found : propertiesOf(properties_, property)) {
+        auto text = joined(found->components, separator);
         if (!text.empty())
             return text;
     }
@@ -140,11 +112,34 @@ std::string Card::text(std::string_view property, const char* separator) const
 
 std::vector<std::string> Card::texts(std::string_view property) const
 {
-    const LibraryKeptQuiet quiet;
     std::vector<std::string> all;
-    for (auto* attribute : attributesOf(card_.get(), property))
-        all.push_back(joined(componentsOf(attribute), ";"));
+    for (const auto* found : propertiesOf(properties_, property))
+        all.push_back(joined(found->components, ";"));
     return all;
+}
+
+std::vector<std::string> Card::words(std::string_view property) const
+{
+    std::vector<std::string> all;
+    for (const auto* found : propertiesOf(properties_, property))
+        for (std::string_view component : found->components)
+            while (!component.empty()) {
+                const auto end = std::min(component.find(','), component.size());
+                if (const auto word = trimmed(component.substr(0, end)); !word.empty())
+                    all.emplace_back(word);
+                component.remove_prefix(std::min(end + 1, component.size()));
+            }
+    return all;
+}
+
+std::string Card::labelOf(const std::string& group) const
+{
+    if (group.empty())
+        return "";
+    for (const auto* found : propertiesOf(properties_, "X-ABLABEL"))
+        if (isSame(found->group, group))
+            return joined(found->components, ";");
+    return "";
 }
 
 std::string Card::name() const
@@ -152,11 +147,10 @@ std::string Card::name() const
     auto name = text("FN");
     if (!name.empty())
         return name;
-    const LibraryKeptQuiet quiet;
-    const auto attributes = attributesOf(card_.get(), "N");
-    if (attributes.empty())
+    const auto found = propertiesOf(properties_, "N");
+    if (found.empty())
         return "";
-    auto parts = componentsOf(attributes.front());
+    auto parts = found.front()->components;
     parts.resize(3); // family, given and further names; titles are left out
     return joined({parts[1], parts[2], parts[0]}, " ");
 }
@@ -165,10 +159,20 @@ bool Card::isGroup() const { return isSame(text("KIND"), "group") || isSame(text
 
 std::vector<CardNumber> Card::numbers(std::string_view property) const
 {
-    const LibraryKeptQuiet quiet;
     std::vector<CardNumber> numbers;
-    for (auto* attribute : attributesOf(card_.get(), property))
-        numbers.push_back(numberOf(attribute));
+    for (const auto* found : propertiesOf(properties_, property)) {
+        auto number = numberOf(*found);
+        // "_$!<WorkFAX>!$_", or what the user wrote himself.
+        if (const auto label = labelOf(found->group); !label.empty()) {
+            if (isFaxLabel(label)) {
+                number.fax = true;
+                number.voice = false;
+            }
+            if (number.use == Use::unmarked)
+                number.use = useByLabel(label);
+        }
+        numbers.push_back(std::move(number));
+    }
     std::ranges::stable_sort(numbers, {}, &CardNumber::preference);
     return numbers;
 }

@@ -3,16 +3,14 @@
 #ifndef DRIVER_PHONEBOOK_VCARD_CARD_H
 #define DRIVER_PHONEBOOK_VCARD_CARD_H
 
-#include "driver/phonebook/evcard.h"
+#include "driver/phonebook/person.h"
+#include "driver/phonebook/vcard_library.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quelm {
-
-/// What a number or address is for.
-enum class Use { work, home, unmarked };
 
 /// A number or address on a card.
 struct CardNumber {
@@ -35,6 +33,9 @@ public:
     /// All values of a property that occurs several times.
     std::vector<std::string> texts(std::string_view property) const;
 
+    /// The words of a property whose values are parted by commas.
+    std::vector<std::string> words(std::string_view property) const;
+
     /// FN or, without one, N as it is spoken.
     std::string name() const;
     bool isGroup() const;
@@ -42,7 +43,10 @@ public:
     std::vector<CardNumber> numbers(std::string_view property) const;
 
 private:
-    VcardHandle card_;
+    /// What a program of a maker's own calls the property of that group; empty when it does not.
+    std::string labelOf(const std::string& group) const;
+
+    std::vector<CardProperty> properties_;
 };
 
 } // namespace quelm

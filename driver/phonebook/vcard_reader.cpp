@@ -2,19 +2,20 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/translation.h"
 #include "driver/phonebook/contacts.h"
+#include "driver/phonebook/person.h"
 #include "driver/phonebook/vcard_card.h"
 #include "driver/phonebook/vcard_cards.h"
 #include "driver/phonebook/vcard_names.h"
 
+#include <glib.h>
+
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 
 namespace quelm {
 namespace {
-
-/// Nobody has as many fax numbers.
-constexpr std::size_t mostNumbers = 100;
 
 /// What became of a card, for the groups that point at it.
 struct CardFate {
@@ -31,6 +32,13 @@ struct PendingGroup {
     std::vector<std::string> references;
 };
 
+/// Takes over a text that GLib allocated.
+std::string takeText(char* text)
+{
+    const std::unique_ptr<char, decltype(&g_free)> owned(text, g_free);
+    return text == nullptr ? "" : text;
+}
+
 std::string lowered(std::string_view text)
 {
     return takeText(g_ascii_strdown(text.data(), static_cast<gssize>(text.size())));
@@ -42,20 +50,6 @@ std::string normalizedId(std::string_view id)
     auto text = lowered(id);
     constexpr std::string_view scheme = "urn:uuid:";
     return text.starts_with(scheme) ? text.substr(scheme.size()) : text;
-}
-
-/// A number as it is dialled: of "tel:+1-555-1234;phone-context=..." the number alone. Nothing when an
-/// extension would be lost.
-std::optional<std::string> dialled(const std::string& value)
-{
-    if (!lowered(value).starts_with("tel:"))
-        return value;
-    if (lowered(value).find(";ext=") != std::string::npos)
-        return std::nullopt;
-    const auto number =
-        value.substr(4, value.find(';') == std::string::npos ? value.npos : value.find(';') - 4);
-    auto* plain = g_uri_unescape_string(number.c_str(), nullptr);
-    return plain == nullptr ? number : takeText(plain);
 }
 
 class CardReader {
@@ -77,10 +71,11 @@ private:
     {
         const Card card(found.text);
         const auto version = card.text("VERSION");
-        if (version != "3.0" && version != "4.0") {
-            refuse(found.line, version.empty()
-                                   ? localized("names no VERSION; save it as vCard 3.0 or 4.0")
-                                   : localized("is of version %s; save it as vCard 3.0 or 4.0", version));
+        if (version != "2.1" && version != "3.0" && version != "4.0") {
+            refuse(found.line,
+                   version.empty()
+                       ? localized("names no VERSION; save it as vCard 2.1, 3.0 or 4.0")
+                       : localized("is of version %s; save it as vCard 2.1, 3.0 or 4.0", version));
             return;
         }
         if (card.isGroup()) {
@@ -91,8 +86,6 @@ private:
         const auto contactsBefore = all_.contacts.size();
         addEntries(found.line, card);
         CardFate fate{found.line, "", all_.refused.size() != refusedBefore};
-        if (fate.refused)
-            all_.contacts.resize(contactsBefore); // a card counts as one: all of it or none
         if (all_.contacts.size() != contactsBefore)
             fate.entry = std::get<PhonebookEntry>(all_.contacts[contactsBefore].content).name;
         if (const auto id = card.text("UID"); !id.empty())
@@ -101,64 +94,25 @@ private:
 
     void addEntries(std::size_t line, const Card& card)
     {
-        auto telephones = card.numbers("TEL");
-        for (auto& telephone : telephones) {
-            const auto number = dialled(telephone.value);
-            if (!number && (telephone.fax || telephone.voice))
-                return refuse(line,
-                              localized("the number %s has an extension; write it as it is to be dialled",
-                                        telephone.value));
-            telephone.value = tidied(std::string_view(number.value_or("")));
+        Person person;
+        person.line = line;
+        person.name = card.name();
+        person.organization = card.text("ORG", ", ");
+        for (const auto& telephone : card.numbers("TEL")) {
+            if (telephone.fax)
+                person.faxes.push_back({telephone.value, telephone.use});
+            if (telephone.voice)
+                person.phones.push_back({telephone.value, telephone.use});
         }
-        std::vector<std::string> work;
-        std::vector<std::string> home;
-        for (const auto& telephone : telephones) {
-            auto& numbers = telephone.use == Use::home ? home : work;
-            if (telephone.fax && !telephone.value.empty() &&
-                std::ranges::find(numbers, telephone.value) == numbers.end())
-                numbers.push_back(telephone.value);
-            if (numbers.size() > mostNumbers)
-                return refuse(
-                    line, localized("has more than %d fax numbers of a kind; mend the card", mostNumbers));
-        }
-        if (work.empty() && home.empty()) {
-            ++all_.withoutNumber;
-            return;
-        }
-        std::erase_if(telephones, [](const CardNumber& telephone) { return !telephone.voice; });
-        const bool both = !work.empty() && !home.empty();
-        const auto addAll = [&](const std::vector<std::string>& numbers, Use use, std::string_view mark) {
-            PhonebookEntry entry;
-            entry.organization = card.text("ORG", ", ");
-            entry.phone = suitable(telephones, use, both);
-            entry.email = suitable(card.numbers("EMAIL"), use, both);
-            const auto name = tidied(std::string_view(card.name()));
-            for (std::size_t i = 0; i < numbers.size(); ++i) {
-                entry.name = name.empty() ? name : name + std::string(mark);
-                if (i > 0)
-                    entry.name += (use == Use::home ? " " : " - ") + std::to_string(i + 1);
-                entry.number = numbers[i];
-                addContact(all_, line, entry);
-            }
-        };
-        addAll(work, Use::work, "");
-        addAll(home, Use::home, homeMark);
-    }
-
-    /// The first number for `use`, else one for no particular use and, on a card of one use only (not
-    /// `strict`), any.
-    static std::string suitable(const std::vector<CardNumber>& numbers, Use use, bool strict)
-    {
-        const auto first = [&](auto test) {
-            return std::ranges::find_if(
-                numbers, [&](const CardNumber& number) { return !number.value.empty() && test(number); });
-        };
-        auto found = first([&](const CardNumber& number) { return number.use == use; });
-        if (found == numbers.end())
-            found = first([](const CardNumber& number) { return number.use == Use::unmarked; });
-        if (found == numbers.end() && !strict)
-            found = first([](const CardNumber&) { return true; });
-        return found == numbers.end() ? "" : found->value;
+        for (const auto& address : card.numbers("EMAIL"))
+            person.emails.push_back({address.value, address.use});
+        person.categories = card.words("CATEGORIES");
+        // What address books mark as theirs.
+        std::erase_if(person.categories, [](const std::string& category) {
+            const auto word = lowered(category);
+            return word == "mycontacts" || word == "starred";
+        });
+        addPerson(all_, person);
     }
 
     void readGroup(std::size_t line, const Card& card)

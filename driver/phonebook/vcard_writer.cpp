@@ -1,11 +1,15 @@
 // From entries and groups to cards.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/module.h"
 #include "driver/phonebook/contacts.h"
-#include "driver/phonebook/evcard.h"
+#include "driver/phonebook/vcard_library.h"
 #include "driver/phonebook/vcard_names.h"
+
+#include <glib.h>
 
 #include <array>
 #include <initializer_list>
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -32,17 +36,15 @@ std::string identifier(const std::string& key)
            digits.substr(16, 4) + "-" + digits.substr(20, 12);
 }
 
-void addText(EVCard* card, const char* property, const std::string& value,
-             std::initializer_list<const char*> types = {})
+using Properties = std::vector<CardProperty>;
+
+void addText(Properties& card, const char* property, const std::string& value,
+             std::initializer_list<std::string> types = {})
 {
-    auto* attribute = e_vcard_attribute_new(nullptr, property);
-    if (types.size() > 0) {
-        auto* parameter = e_vcard_attribute_param_new("TYPE");
-        for (const char* type : types)
-            e_vcard_attribute_param_add_value(parameter, type);
-        e_vcard_attribute_add_param(attribute, parameter);
-    }
-    e_vcard_append_attribute_with_value(card, attribute, value.c_str());
+    std::vector<CardParameter> parameters;
+    if (types.size() > 0)
+        parameters.push_back({"TYPE", types});
+    card.push_back({"", property, std::move(parameters), {value}});
 }
 
 /// Lines of at most 75 bytes, as readers of cards expect: a longer one goes on behind a blank on the
@@ -106,39 +108,38 @@ private:
         return together ? base->second : own;
     }
 
-    VcardHandle start(const std::string& name, const std::string& key)
+    static Properties start(const std::string& name, const std::string& key)
     {
-        VcardHandle card(e_vcard_new());
-        addText(card.get(), "FN", name);
-        addName(card.get(), name);
-        addText(card.get(), "UID", identifier(key));
+        Properties card;
+        addText(card, "FN", name);
+        addName(card, name);
+        addText(card, "UID", identifier(key));
         return card;
     }
 
     /// N: the last word is taken for the family's name.
-    static void addName(EVCard* card, const std::string& name)
+    static void addName(Properties& card, const std::string& name)
     {
         const auto blank = name.rfind(' ');
         const auto family = blank == std::string::npos ? name : name.substr(blank + 1);
         const auto given = blank == std::string::npos ? "" : name.substr(0, blank);
-        e_vcard_append_attribute_with_values(card, e_vcard_attribute_new(nullptr, "N"), family.c_str(),
-                                             given.c_str(), "", "", "", nullptr);
+        card.push_back({"", "N", {}, {family, given, "", "", ""}});
     }
 
     void writeCard(const PhonebookEntry& entry)
     {
         const auto name = cardNameOf(entry.name);
-        const auto card = start(name, entry.name);
+        auto card = start(name, entry.name);
         if (!entry.organization.empty())
-            addText(card.get(), "ORG", entry.organization);
-        addNumbers(card.get(), entry);
+            addText(card, "ORG", entry.organization);
+        addNumbers(card, entry);
         const auto home = entries_.find(entry.name + std::string(homeMark));
         if (home != entries_.end() && cardOf(*home->second) == &entry)
-            addNumbers(card.get(), *home->second);
-        finish(card.get());
+            addNumbers(card, *home->second);
+        finish(card);
     }
 
-    static void addNumbers(EVCard* card, const PhonebookEntry& entry)
+    static void addNumbers(Properties& card, const PhonebookEntry& entry)
     {
         const char* use = isHomeName(entry.name) ? "home" : "work";
         addText(card, "TEL", entry.number, {use, "fax"});
@@ -152,8 +153,8 @@ private:
     {
         const bool recent = version_ == VcardVersion::v4;
         // No entry's name begins so: names hold no ":".
-        const auto card = start(group.name, "group:" + group.name);
-        addText(card.get(), recent ? "KIND" : oldKindProperty, "group");
+        auto card = start(group.name, "group:" + group.name);
+        addText(card, recent ? "KIND" : oldKindProperty, "group");
         std::unordered_set<std::string> named;
         for (const auto& member : group.members) {
             const auto entry = entries_.find(member);
@@ -161,16 +162,16 @@ private:
                 continue;
             const auto id = identifier(cardOf(*entry->second)->name);
             if (named.insert(id).second)
-                addText(card.get(), recent ? "MEMBER" : oldMemberProperty, id);
+                addText(card, recent ? "MEMBER" : oldMemberProperty, id);
         }
         for (const auto& member : group.members)
-            addText(card.get(), memberProperty, member);
-        finish(card.get());
+            addText(card, memberProperty, member);
+        finish(card);
     }
 
-    void finish(EVCard* card)
+    void finish(const Properties& card)
     {
-        auto text = takeText(e_vcard_to_string(card, EVC_FORMAT_VCARD_30));
+        auto text = part<VcardLibrary>().write(card);
         // The library writes 3.0 alone. What is used here reads the same in 4.0 but for the number.
         constexpr std::string_view old = "VERSION:3.0";
         if (version_ == VcardVersion::v4)

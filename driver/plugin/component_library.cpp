@@ -3,9 +3,9 @@
 #include "driver/plugin/component_library.h"
 
 #include "base/error.h"
+#include "base/shared_object.h"
 #include "base/translation.h"
 #include "base/whole_file.h"
-#include "driver/plugin/shared_object.h"
 #include "host/component.h"
 
 #include <dlfcn.h>
@@ -30,14 +30,6 @@ Error cannotLoad(const std::string& file, const std::string& reason)
 Error notAComponent(const std::string& file, const std::string& reason)
 {
     return Error(localized("%s is not a fax component: %s", file, reason));
-}
-
-std::string loaderMessage(const std::string& file)
-{
-    const char* message = ::dlerror();
-    std::string reason = message == nullptr ? localized("unknown reason") : message;
-    const std::string prefix = file + ": ";
-    return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
 }
 
 } // namespace

@@ -191,4 +191,27 @@ std::optional<std::string> problemWithPhoneNumber(std::string_view number, std::
     return std::nullopt;
 }
 
+std::string mendedName(std::string_view name, std::string_view allowed)
+{
+    const std::vector<gunichar> extra = charactersOf(allowed);
+    std::string mended;
+    bool apart = false; // a blank is to come
+    for (std::size_t at = 0; at < name.size();) {
+        const std::size_t start = at;
+        const auto character = nextCharacter(name, at);
+        if (!character)
+            ++at;
+        if (!character || isBlank(*character) ||
+            (!isNameCharacter(*character) && !contains(extra, *character))) {
+            apart = true;
+            continue;
+        }
+        if (apart && !mended.empty())
+            mended += ' ';
+        apart = false;
+        mended += name.substr(start, at - start);
+    }
+    return mended;
+}
+
 } // namespace quelm

@@ -23,6 +23,10 @@ namespace quelm {
 [[nodiscard]] std::optional<std::string> problemWithPhoneNumber(std::string_view number,
                                                                 std::string_view allowed);
 
+/// A name with one blank in the place of all in a row that `problemWithName` does not accept, and without
+/// blanks around it. It may be empty, or still be refused: what is left may be nothing but marks.
+[[nodiscard]] std::string mendedName(std::string_view name, std::string_view allowed);
+
 } // namespace quelm
 
 #endif

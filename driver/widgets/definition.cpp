@@ -22,11 +22,11 @@ Error definitionError(const std::string& problem)
     return Error(localized("the dialog definition cannot be used: %s", problem));
 }
 
+/// Where to look in the definition: no name of a widget means anything to people.
 std::string describe(const pugi::xml_node& element)
 {
-    const std::string name = element.attribute("Name").value();
-    return name.empty() ? localized("element %s", element.name())
-                        : localized("element %s \"%s\"", element.name(), name);
+    // Translators: the kind of an XML element, and where it stands in the text.
+    return localized("element %s at byte %d", element.name(), element.offset_debug());
 }
 
 Widget::Attributes attributesOf(const pugi::xml_node& element)

@@ -25,7 +25,7 @@ TEST(KeyFileTest, GroupsAndKeysKeepTheirOrder)
     EXPECT_THAT(file.keys("one"), IsEmpty());
     EXPECT_THAT(file.keys("three"), IsEmpty());
     EXPECT_EQ(file.value("two", "b"), "1");
-    EXPECT_THAT(file.value("two", "a"), testing::StartsWith("\xC3\xBC b"));
+    EXPECT_THAT(file.value("two", "a").value_or(""), testing::StartsWith("\xC3\xBC b"));
 }
 
 TEST(KeyFileTest, AnEmptyFileSaysNothing)
@@ -38,13 +38,39 @@ TEST(KeyFileTest, WhatIsWrongIsSaidWithItsPlace)
 {
     EXPECT_EQ(failureLine([] { KeyFile("[one]\n# \xFF\n", fail); }),
               "the file is no UTF-8 text in line 2; save it as UTF-8");
-    EXPECT_THAT(failureLine([] { KeyFile("a = 1\n", fail); }), HasSubstr("the file cannot be understood: "));
-    EXPECT_THAT(failureLine([] { KeyFile("[one]\nnothing\n", fail); }), HasSubstr("cannot be understood: "));
+    EXPECT_THAT(failureLine([] { KeyFile("a = 1\n", fail); }),
+                HasSubstr("the file cannot be understood in line 1: "));
+    EXPECT_THAT(failureLine([] { KeyFile("[one]\nnothing\n", fail); }),
+                HasSubstr("cannot be understood in line 2: "));
     const KeyFile file("[one]\nempty =\nbad = \\q\n", fail);
     EXPECT_EQ(failureLine([&] { (void)file.value("one", "empty"); }),
-              "the file has no value at [one] empty; write one or remove the line");
+              "the file has no value at [one] empty (line 2); write one or remove the line");
     EXPECT_THAT(failureLine([&] { (void)file.value("one", "bad"); }),
-                HasSubstr("has a bad value at [one] bad: "));
+                HasSubstr("has a bad value at [one] bad (line 3): "));
+}
+
+TEST(KeyFileTest, TheLineOfAKeyIsTheOneThatItsValueStandsIn)
+{
+    const KeyFile file("# [none]\r\n\n  [one]\r\na=1\n#b=2\n b = 3 = 4\n[two]\na=5\n[one]\na=6", fail);
+    EXPECT_EQ(file.value("one", "a"), "6");
+    EXPECT_EQ(file.line("one", ""), 3);
+    EXPECT_EQ(file.line("one", "a"), 10);
+    EXPECT_EQ(file.line("one", "b"), 6);
+    EXPECT_EQ(file.line("two", "a"), 8);
+    EXPECT_EQ(file.line("two", "b"), 0);
+}
+
+TEST(KeyFileTest, WhoOnlyTakesNoteOfAProblemGoesOn)
+{
+    std::vector<std::string> problems;
+    const auto note = [&problems](const std::string& problem) { problems.push_back(problem); };
+    const KeyFile file("[one]\nempty=\nbad=\\q\ngood=1\n", note);
+    EXPECT_EQ(file.value("one", "empty"), std::nullopt);
+    EXPECT_EQ(file.value("one", "bad"), std::nullopt);
+    EXPECT_EQ(file.value("one", "good"), "1");
+    EXPECT_EQ(problems.size(), 2U);
+    EXPECT_THAT(KeyFile("[one]\na=1\nb\n", note).groups(), IsEmpty());
+    EXPECT_EQ(problems.size(), 3U);
 }
 
 } // namespace

@@ -40,7 +40,7 @@ TEST(DeviceCommandLine, ReadTakesAJob)
     EXPECT_EQ(other.read.job, "-");
     EXPECT_TRUE(other.read.asJson);
     EXPECT_FALSE(other.read.render);
-    EXPECT_EQ(refusal({"read"}), "JOB is missing; see quelm-device --help");
+    EXPECT_EQ(refusal({"read"}), "JOB is missing; see quelm-device read --help");
     EXPECT_THAT(refusal({"read", "a", "b"}), HasSubstr("\"b\" is one word too many"));
 }
 
@@ -57,7 +57,7 @@ TEST(DeviceCommandLine, ServeKeepsToLoopbackUnlessItIsToldOtherwise)
     EXPECT_EQ(line.serve.panel, 8631);
     EXPECT_EQ(line.serve.snmp, 1161);
     EXPECT_EQ(line.serve.identity, "");
-    EXPECT_EQ(refusal({"serve"}), "--state is missing; see quelm-device --help");
+    EXPECT_EQ(refusal({"serve"}), "--state is missing; see quelm-device serve --help");
 }
 
 TEST(DeviceCommandLine, ServeTakesAllItsOptions)

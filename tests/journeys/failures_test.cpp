@@ -101,7 +101,7 @@ TEST_F(FailuresJourney, AFailedJobLeavesTheOlderOne)
     file("out", "older job");
     expectFailure(fax(path("none.ps"), path("out")), 1, "none.ps");
     expectFailure(driver({"fax", letter, "--output", path("out")}), 1, "no recipients");
-    expectFailure(driver({"fax", letter, "--to", "A@n=1", "--output", path("out")}), 1, "A@n");
+    expectFailure(driver({"fax", letter, "--to", "A@n=1", "--output", path("out")}), 2, "A@n");
     EXPECT_EQ(content("out"), "older job");
 }
 

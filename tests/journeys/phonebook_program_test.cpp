@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 #include <poll.h>
@@ -133,10 +134,15 @@ TEST_F(PhonebookProgram, FailsInOneLine)
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.errors,
                 AllOf(StartsWith("fennodial: "), HasSubstr("no such file"), EndsWith("name\n")));
-    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}, {book}, {"--what"}}) {
+    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}}) {
         const auto result = run(arguments);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.errors, "fennodial: say which phonebook to open: fennodial -FP FILE\n");
+    }
+    for (const auto& arguments : {Arguments{book}, {"--what"}}) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.errors, EndsWith("; see fennodial --help\n"));
     }
     Request request;
     request.arguments = {program, "-FP", book};
@@ -166,7 +172,7 @@ class OpeningPhonebooks : public Journey, public testing::WithParamInterface<boo
 protected:
     OpeningPhonebooks()
     {
-        std::filesystem::copy_file(build_paths::inStage("quelm-driver"), home / "quelm-driver");
+        copyProgram("quelm-driver", home);
         if (GetParam()) {
             Request strip;
             strip.arguments = {"strip", (home / "quelm-driver").string()};

@@ -233,7 +233,7 @@ protected:
 TEST_F(UnreadableChoicesJourney, AFileThatCannotBeReadEndsEveryJob)
 {
     keep("LanFax Cover Sheet Notes=Call \xff me\n");
-    expectRefusal(unusable("the value of \"LanFax Cover Sheet Notes\" is no text that can be read"));
+    expectRefusal(unusable("its line 2 is no text that can be read"));
     keep("rubbish\n");
     expectRefusal(unusable("it holds what is no option"));
     keep(std::string("LanFax Cover Sheet Notes=Call\0 me\n", 34));
@@ -244,7 +244,7 @@ TEST_F(UnreadableChoicesJourney, AValueThatDoesNotSuitEndsEveryJobUnlessItIsSetA
 {
     keep("LanFax Resolution=7\n");
     const std::string line =
-        "the value \"7\" of \"LanFax Resolution\" in " + kept +
+        "the value \"7\" of \"Fax Resolution\" in " + kept +
         " does not suit and is passed over; set it anew in the fax dialog, or remove it from "
         "the file";
     expectRefusal(line);
@@ -266,7 +266,7 @@ TEST_F(UnreadableChoicesJourney, APreferenceThatDoesNotSuitIsAWarningAndACardTha
          "\n");
     const auto fax = driver({"fax", letter, "--to", "Ann=1", "--output", path("job")});
     EXPECT_EQ(fax.status, 0) << fax.errors;
-    EXPECT_THAT(fax.errors, AllOf(HasSubstr("\"LanFax Pref Duplicates\""), Not(HasSubstr("444"))));
+    EXPECT_THAT(fax.errors, AllOf(HasSubstr("\"Adding Duplicate Recipients\""), Not(HasSubstr("444"))));
     EXPECT_EQ(driver({"fax", letter, "--to", "Ann=1", "--kept-credit-card", "--output", path("job")}).status,
               1);
 }
@@ -276,7 +276,7 @@ TEST_F(UnreadableChoicesJourney, AScriptThatWritesNoJobIsToldAtItsEnd)
     keep("LanFax Resolution=7\n");
     const auto result = play({"call T40InvokeFaxDialog"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.errors, HasSubstr("\"LanFax Resolution\""));
+    EXPECT_THAT(result.errors, HasSubstr("\"Fax Resolution\""));
 }
 
 // --- Groups -------------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 
 #include "tests/journeys/run_program.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -36,6 +37,7 @@ protected:
             if (elsewhere)
                 fs::copy_file(built, installation + "/" + file);
         }
+        copySharedParts(installation);
         fs::create_directories(shared);
         openFolder(former);
         for (const uid_t user : {victim, attacker}) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tests/journeys/journey.h"
 #include "tests/support/build_paths.h"
+#include "tests/support/copied_program.h"
 
 #include <gmock/gmock.h>
 
@@ -51,7 +52,7 @@ TEST_F(UsageJourney, ADesktopThatIsNotInstalledIsNamed)
     Request alone;
     alone.arguments = {path("quelm-driver"), document("letter.ps", "Hello")};
     alone.environment = {"DISPLAY=:0"};
-    std::filesystem::copy_file(build_paths::inStage("quelm-driver"), path("quelm-driver"));
+    copyProgram("quelm-driver", folder);
     expectFailure(runProgram(alone), 1, "no program " + path("quelm-desktop"));
 }
 
@@ -70,6 +71,39 @@ TEST_F(UsageJourney, HelpAndVersionStandOnStandardOutput)
         EXPECT_THAT(result.output, HasSubstr("Usage: quelm-driver"));
     }
     EXPECT_THAT(driver({"--version"}).output, StartsWith("quelm-driver "));
+}
+
+TEST_F(UsageJourney, HelpIsAskedForInWhateverWay)
+{
+    const auto help = driver({"phonebook", "import", "--help"});
+    for (const auto& arguments : {Arguments{"phonebook", "import", "-h"},
+                                  {"help", "phonebook", "import"},
+                                  {"-h", "phonebook", "import"}}) {
+        const auto result = driver(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output, help.output);
+    }
+    EXPECT_EQ(driver({"help"}).output, driver({"--help"}).output);
+    EXPECT_EQ(driver({"-V"}).output, driver({"--version"}).output);
+    expectFailure(driver({"help", "phonebok"}), 2, "did you mean phonebook?");
+}
+
+TEST_F(UsageJourney, WhatIsMistypedIsAnsweredWithWhatIsNear)
+{
+    const auto letter = document("letter.ps", "Hello");
+    expectFailure(driver({"fxa", letter}), 2, "there is no command \"fxa\"; did you mean fax?");
+    expectFailure(driver(Arguments{"outbxo"}), 2, "neither a command nor a document; did you mean outbox?");
+    expectFailure(driver({"fax", letter, "--outptu", path("out")}), 2, "did you mean --output?");
+    expectFailure(driver({"attributes", "--to", "Ann=1", "--resolution", "fien"}), 2, "did you mean fine?");
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(UsageJourney, HelpThatCannotBeWrittenIsAFailure)
+{
+    Request full;
+    full.arguments = {"help", "fax"};
+    full.outputFile = "/dev/full";
+    EXPECT_EQ(driver(full).status, 1);
 }
 
 TEST_F(UsageJourney, TheDriversOptionsStandBeforeOrBehindTheCommand)

@@ -71,8 +71,9 @@ const std::vector<Row>& table()
          {"host", "component/common", "component/model", "component/output", "component/phonebook",
           "component/directory", "component/ui"}},
         {"base", {}},
-        {"base/command_line", {"base"}},
+        {"base/command_line", {"base", "base/terminal"}},
         {"base/ghostscript", {"base"}},
+        {"base/manual", {"base", "base/command_line"}},
         {"base/net", {"base"}},
         {"base/snmp", {"base"}},
         {"base/sqlite", {"base"}},
@@ -82,7 +83,9 @@ const std::vector<Row>& table()
         {"driver/plugin", {"base", "host", "component/model/headers"}},
         {"driver/features", {"base", "driver/widgets"}},
         {"driver/directory", {"base", "base/net"}},
-        {"driver/device", {"base", "base/net", "base/snmp"}},
+        {"driver/ldap", {"base", "base/net", "driver/directory"}},
+        {"driver/device", {"base", "base/net"}},
+        {"driver/snmp", {"base", "base/net", "base/snmp", "driver/device"}},
         {"driver/boundary",
          {"base", "host", "driver/device", "driver/directory", "driver/features", "driver/plugin",
           "driver/store", "driver/widgets"}},
@@ -92,13 +95,17 @@ const std::vector<Row>& table()
           "driver/plugin", "driver/widgets"}},
         {"driver/documents", {"base", "base/ghostscript"}},
         {"driver/cover", {"base", "driver/plugin"}},
+        {"driver/drawings", {"base", "driver/cover"}},
         {"driver/jobs", {"base", "base/net", "host", "driver/cover", "driver/documents", "driver/plugin"}},
+        {"driver/queue", {"base", "base/net", "driver/jobs"}},
         {"driver/outbox",
          {"base", "base/net", "base/sqlite", "driver/documents", "driver/jobs", "driver/plugin"}},
         {"driver/handover",
          {"base", "base/net", "driver/core", "driver/documents", "driver/jobs", "driver/outbox",
           "driver/plugin", "driver/store", "driver/widgets"}},
-        {"driver/phonebook", {"base", "base/terminal", "driver/store"}},
+        {"driver/phonebook", {"base", "base/command_line", "base/terminal", "driver/store"}},
+        {"driver/contacts", {"base", "driver/phonebook"}},
+        {"driver/charsets", {"base", "driver/phonebook"}},
         {"device/stream", {"base"}},
         {"device/tiff", {"base"}},
         {"device/pages", {"base", "base/ghostscript", "device/tiff"}},
@@ -132,6 +139,7 @@ const std::vector<Row>& table()
          withoutScreenAnd({"driver/cli", "driver/cli/job", "driver/cli/script", "driver/desktop/toolkit",
                            "driver/desktop/help", "driver/desktop/dialogs", "driver/desktop/sending",
                            "driver/desktop/pages", "driver/desktop/main_window"})},
+        {"manual", {"base", "base/command_line", "base/manual", "device", "driver/cli", "driver/phonebook"}},
     };
     return rows;
 }
@@ -316,7 +324,7 @@ private:
 
 } // namespace
 
-std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device"}; }
+std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device", "manual"}; }
 
 Findings check(const fs::path& root)
 {

@@ -4,6 +4,7 @@
 
 #include <cxxabi.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -113,6 +114,15 @@ std::string ElfFile::stackFlags() const
         return flags;
     }
     throw std::runtime_error(path_ + " has no stack header");
+}
+
+bool ElfFile::closesItsTables() const
+{
+    const auto headers = readelf("--program-headers");
+    return std::any_of(headers.begin(), headers.end(), [](const std::string& line) {
+        const auto word = words(line);
+        return !word.empty() && word[0] == "GNU_RELRO";
+    });
 }
 
 std::string demangled(const std::string& name)

@@ -38,6 +38,9 @@ public:
     /// The flags of the stack's program header: "RW", or "RWE" for an executable stack.
     std::string stackFlags() const;
 
+    /// Whether the dynamic linker closes the tables that it fills to writing (RELRO).
+    bool closesItsTables() const;
+
 private:
     std::vector<std::string> readelf(const std::string& option) const;
 

@@ -62,6 +62,12 @@ expect("the mode of the user's folder and phonebook" "${output}" "700\n600\n")
 run(readlink "${own}/db/phonebook/shared" "${own}/fennodial")
 expect("what the user's folder leads to" "${output}" "${prefix}/lib/quelm/db/phonebook\n${prefix}/lib/quelm/fennodial\n")
 run("${prefix}/bin/fennodial" --version)
+# A card takes a module, which is found where the programs are now.
+run("${prefix}/bin/quelm-driver" --user ann phonebook export "${WORK_DIR}/cards.vcf")
+file(READ "${WORK_DIR}/cards.vcf" cards)
+if(NOT cards MATCHES "FN:Anne Miller")
+  message(FATAL_ERROR "the cards lack the entry:\n${cards}")
+endif()
 
 # What the desktop shows lies beside the programs.
 foreach(file IN ITEMS quelm-desktop help/LanFax.md help/de/LanFax.md help/driver.md help/de/driver.md)

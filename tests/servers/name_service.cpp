@@ -53,7 +53,9 @@ SilentNameService::~SilentNameService()
 
 } // namespace servers
 
-extern "C" int getaddrinfo(const char* host, const char* service, const addrinfo* wanted, addrinfo** found)
+// Exported: modules and libraries find it ahead of the C library's.
+extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, const char* service,
+                                                          const addrinfo* wanted, addrinfo** found)
 {
     const std::string_view name = host != nullptr ? host : "";
     const bool numeric = wanted != nullptr && (wanted->ai_flags & AI_NUMERICHOST) != 0;

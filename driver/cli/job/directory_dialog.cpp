@@ -21,7 +21,6 @@ namespace {
 constexpr const char* resultList = widget_names::faxPbList;
 constexpr const char* pickList = widget_names::faxCurRecipientList;
 constexpr int directoryType = 2;
-constexpr std::size_t longestPrefix = 256; // bytes; escaped it still fits where the component reads it
 
 /// Throws why there is no directory, as far as the host was told.
 [[noreturn]] void failWithoutDirectory(Driver& driver)
@@ -78,7 +77,7 @@ DirectoryDialog::DirectoryDialog(Driver& driver) : driver_(driver)
 std::vector<DirectoryPerson> DirectoryDialog::search(const std::string& prefix)
 {
     if (prefix.size() > longestPrefix)
-        throw Error(localized("the beginning of a name is longer than %d bytes", longestPrefix));
+        throw UsageError(localized("the beginning of a name is longer than %d bytes", longestPrefix));
     const auto surname = prefix.substr(0, prefix.find(','));
     driver_.type(widget_names::searchString, escapedForFilter(surname));
     driver_.press(widget_names::searchButton);

@@ -3,6 +3,7 @@
 #ifndef DRIVER_CLI_JOB_DIRECTORY_DIALOG_H
 #define DRIVER_CLI_JOB_DIRECTORY_DIALOG_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,9 @@ struct DirectoryPerson {
     std::string email;
 };
 
+/// The most bytes that the beginning of a name may have: escaped it still fits where the component reads it.
+inline constexpr std::size_t longestPrefix = 256;
+
 /// A text as a value in a search filter, where it stands for itself alone: "*" is a star.
 std::string escapedForFilter(std::string_view text);
 
@@ -32,7 +36,8 @@ public:
 
     /// Those, in the directory's order, whose surname begins with `prefix` (everybody for an empty one);
     /// "SURNAME, GIVEN" means those whose whole name begins like that. Letters match in either case. Throws
-    /// Error when the search fails; when it ended early, those that came, and the log has a warning.
+    /// UsageError for one that is too long, and Error when the search fails; when it ended early, those that
+    /// came, and the log has a warning.
     std::vector<DirectoryPerson> search(const std::string& prefix);
 
     /// Adds a person of the last search to the dialog's picks.

@@ -10,6 +10,7 @@
 #include "driver/cli/job/pick_recipients.h"
 #include "driver/cli/job/recipients_csv.h"
 #include "driver/core/driver.h"
+#include "driver/core/user_actions.h"
 #include "driver/handover/duplicates.h"
 #include "driver/handover/recipient_check.h"
 #include "driver/handover/recipient_watch.h"
@@ -219,12 +220,12 @@ private:
             driver_.tick(widget_names::addtoPersonalPb, false);
         for (const auto& field : recipientFields)
             if (const auto& text = recipient.*field.text; !text.empty())
-                type(recipient.origin, field.widget, text);
+                act(recipient.origin, recipient.isTyped, [&] { driver_.type(field.widget, text); });
         driver_.press(widget_names::lanFaxAddRcptOkButton);
         answerDuplicateQuestion(recipient, progress);
         if (driver_.show(recipientErrorWindow).visible)
-            throw Error(recipient.origin + ": " +
-                        labelText(driver_, widget_names::lanFaxAddFaxRcptErrorLabel));
+            refuse(recipient,
+                   recipient.origin + ": " + labelText(driver_, widget_names::lanFaxAddFaxRcptErrorLabel));
         if (driver_.show(recipientWindow).visible)
             throw Error(localized("%s: the component does not take this recipient", recipient.origin));
         // The component drops a phone number that it does not accept without a word, and empties
@@ -236,7 +237,19 @@ private:
                 localized("%s: the phone number \"%s\" is not accepted; write digits, such as +1 (555) "
                           "123-4567",
                           recipient.origin, oneLine(recipient.phone)));
-        watch_.require(recipient.origin);
+        try {
+            watch_.require(recipient.origin);
+        } catch (const Error& error) {
+            refuse(recipient, error.what());
+        }
+    }
+
+    /// What was typed on the command line is used wrongly; what a file holds fails the job.
+    [[noreturn]] static void refuse(const RecipientInput& recipient, const std::string& line)
+    {
+        if (recipient.isTyped)
+            throw UsageError(line);
+        throw Error(line);
     }
 
     /// Asks about recipients of one number, or leaves the later one out, as --duplicates says. Without it the
@@ -277,15 +290,28 @@ private:
             throw UsageError(localized("%s needs %s", option, needed));
     }
 
-    /// Runs a user action; `origin` says in the error line whose text or choice was refused.
+    /// Runs a user action; `origin` says in the error line whose text or choice was refused. A value of the
+    /// command line that does not fit is wrong usage.
     template <typename Action>
-    static void act(const std::string& origin, const Action& action)
+    static void act(const std::string& origin, bool isTyped, const Action& action)
     {
         try {
             action();
+        } catch (const UnsuitableValue& error) {
+            if (isTyped)
+                throw UsageError(origin + ": " + error.what());
+            throw Error(origin + ": " + error.what());
         } catch (const Error& error) {
             throw Error(origin + ": " + error.what());
         }
+    }
+
+    /// The same for an option.
+    template <typename Action>
+    void act(const std::string& option, const Action& action)
+    {
+        // A card's number stands in a file.
+        act(option, option != "--credit-card-file", action);
     }
 
     void choose(const std::string& origin, const char* widget, int value)
@@ -321,7 +347,7 @@ std::vector<RecipientInput> recipientsOf(const JobOptions& options)
     std::vector<RecipientInput> recipients;
     std::ranges::transform(options.to, std::back_inserter(recipients), recipientFromOption);
     if (options.recipients) {
-        auto rows = readRecipientsCsv(*options.recipients);
+        auto rows = readRecipientsCsv(*options.recipients, options.recipientsReading);
         std::ranges::move(rows, std::back_inserter(recipients));
     }
     return recipients;

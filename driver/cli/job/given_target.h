@@ -7,12 +7,19 @@
 #include "driver/jobs/job_target.h"
 
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace quelm {
 
-/// The one place that --output, --device or --queue names; nothing when none is given. Throws UsageError when
-/// several are.
-[[nodiscard]] std::optional<JobTarget> givenTarget(const JobOptions& options);
+/// The destination of that name. Throws UsageError, with the names that there are, when there is none.
+[[nodiscard]] const NamedTarget& destinationNamed(const std::string& name,
+                                                  const std::vector<NamedTarget>& destinations);
+
+/// The one place that --output, --device or --queue names, or --destination among `destinations`; nothing
+/// when none is given. Throws UsageError when several are, and for a destination that there is not.
+[[nodiscard]] std::optional<JobTarget> givenTarget(const JobOptions& options,
+                                                   const std::vector<NamedTarget>& destinations);
 
 } // namespace quelm
 

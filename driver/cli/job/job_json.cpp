@@ -72,9 +72,7 @@ std::string written(const Json& json)
     return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-} // namespace
-
-std::string summaryJson(const JobSummary& summary, const std::vector<std::string>& warnings)
+Json summaryObject(const JobSummary& summary, const std::vector<std::string>& warnings)
 {
     Json json;
     json["recipients"] = recipientsOf(summary.recipients);
@@ -93,8 +91,75 @@ std::string summaryJson(const JobSummary& summary, const std::vector<std::string
     json["charges"] = summary.charges;
     json["notReaching"] = summary.notReaching;
     json["warnings"] = warnings;
+    return json;
+}
+
+Json numberOrNull(int number) { return number == 0 ? Json() : Json(number); }
+
+void addEnd(Json& json, const SubmissionEnd& end)
+{
+    const bool waits = end.kind == SubmissionEnd::Kind::waiting;
+    const bool isHeld = end.kind == SubmissionEnd::Kind::held;
+    json["state"] = wordOf(waits ? OutboxState::waiting : OutboxState::handedOver);
+    json["held"] = isHeld;
+    json["number"] = numberOrNull(end.number);
+    json["queueJob"] = waits ? Json() : numberOrNull(end.receipt.job);
+    json["place"] = waits ? Json() : orNull(end.receipt.place);
+    json["due"] = waits || isHeld ? momentOrNull(end.due) : Json();
+    for (const auto& sentence : {end.reason, end.receipt.note})
+        if (!sentence.empty())
+            json["warnings"].push_back(sentence);
+}
+
+Json objectOf(const JobResult& result, std::time_t now)
+{
+    Json json = result.job ? objectOf(*result.job, now) : Json{{"number", result.number}};
+    json["error"] = orNull(result.error);
+    return json;
+}
+
+} // namespace
+
+std::string summaryJson(const JobSummary& summary, const std::vector<std::string>& warnings)
+{
+    return written(summaryObject(summary, warnings));
+}
+
+std::string sentJson(const JobSummary& summary, const std::vector<std::string>& warnings, const SentJob& sent)
+{
+    Json json = summaryObject(summary, warnings);
+    for (const char* key : {"state", "held", "number", "queueJob", "place", "due"})
+        json[key] = Json();
+    if (sent.end)
+        addEnd(json, *sent.end);
+    json["sender"] = orNull(sent.sender);
+    json["coverPicture"] = orNull(sent.coverPicture);
     return written(json);
 }
+
+std::string attributesJson(const AttributeAnswer& answer)
+{
+    const Json json = {{"lines", answer.lines},
+                       {"file", orNull(answer.file)},
+                       {"recipients", recipientsOf(answer.recipients)},
+                       {"warnings", answer.warnings}};
+    return written(json);
+}
+
+std::string resultsJson(const std::vector<JobResult>& results, std::time_t now)
+{
+    Json list = Json::array();
+    for (const auto& result : results)
+        list.push_back(objectOf(result, now));
+    return written(list);
+}
+
+std::string resultLine(const JobResult& result, std::time_t now)
+{
+    return objectOf(result, now).dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string targetJson(const JobTarget& target) { return written(targetOf(target)); }
 
 std::string jobJson(const OutboxJob& job, std::time_t now) { return written(objectOf(job, now)); }
 

@@ -2,12 +2,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/cli/job/job_options.h"
 
+#include "base/command_line/help_texts.h"
+#include "base/command_line/parser_messages.h"
 #include "base/error.h"
+#include "base/texts.h"
 #include "base/translation.h"
+#include "driver/cli/job/directory_dialog.h"
+#include "driver/cli/job/reading_options.h"
+#include "driver/cli/job/recipient_input.h"
 #include "driver/jobs/attribute_lines.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <utility>
@@ -30,9 +37,19 @@ void addChoice(CLI::App& command, const std::string& name, const Choices<Value>&
         for (const auto& [word, value] : choices)
             if (word == given)
                 return store(value);
-        throw CLI::ValidationError(name, localized("\"%s\" is none of %s", given, words));
+        throw UnknownWord(name, given, words);
     };
     command.add_option_function<std::string>(name, choose, description)->type_name(words);
+}
+
+/// The dialog lists Superfine before Fine.
+Choices<int> resolutions() { return {{"standard", 0}, {"fine", 2}, {"superfine", 1}}; }
+
+const std::string& notEmpty(const std::string& name, const std::string& given)
+{
+    if (given.empty())
+        throw CLI::ValidationError(name.substr(name.rfind(',') + 1), localized("is empty"));
+    return given;
 }
 
 /// A pair of flags: `yes` asks for something, `no` for the opposite of what the user has saved.
@@ -58,9 +75,32 @@ CLI::Option* addText(CLI::App& command, const std::string& name, std::optional<s
     return command.add_option_function<std::string>(name, take, description)->type_name(type);
 }
 
+/// Takes a text that names something; an empty one is refused.
+CLI::Option* addName(CLI::App& command, const std::string& name, std::optional<std::string>& value,
+                     const std::string& type, const std::string& description)
+{
+    const auto take = [&value, name](const std::string& given) { value = notEmpty(name, given); };
+    return command.add_option_function<std::string>(name, take, description)->type_name(type);
+}
+
+/// The same for an option that may be repeated.
+CLI::Option* addNames(CLI::App& command, const std::string& name, std::vector<std::string>& values,
+                      const std::string& type, const std::string& description)
+{
+    const auto take = [&values, name](const std::vector<std::string>& given) {
+        for (const auto& one : given)
+            notEmpty(name, one);
+        values = given;
+    };
+    return command.add_option_function<std::vector<std::string>>(name, take, description)
+        ->type_name(type)
+        ->allow_extra_args(false);
+}
+
 /// The options of which one says what card is charged.
 void addCardOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     addCardNumberOptions(command, options);
     auto* kept = command.add_flag("--kept-credit-card", options.keptCreditCard,
                                   localized("Charge the card that the fax dialog keeps"));
@@ -89,10 +129,10 @@ TimeOfDay timeOfDay(const std::string& given)
 
 void addSendingOptions(CLI::App& command, JobOptions& options)
 {
-    // The dialog lists Superfine before Fine.
+    const OptionSection section(command, localized("Transmission"));
     addChoice<int>(
-        command, "--resolution", {{"standard", 0}, {"fine", 2}, {"superfine", 1}},
-        [&options](int index) { options.resolution = index; }, localized("Resolution of the pages"));
+        command, "--resolution", resolutions(), [&options](int index) { options.resolution = index; },
+        localized("Resolution of the pages"));
     addChoice<int>(
         command, "--speed", {{"4800", 0}, {"14.4", 1}, {"super-g3", 2}},
         [&options](int index) { options.speed = index; }, localized("Highest speed of the transmission"));
@@ -122,44 +162,62 @@ void addSendingOptions(CLI::App& command, JobOptions& options)
 
 } // namespace
 
+std::optional<int> resolutionIndex(const std::string& word)
+{
+    for (const auto& [known, index] : resolutions())
+        if (known == word)
+            return index;
+    return std::nullopt;
+}
+
 void addRecipientOptions(CLI::App& command, JobOptions& options)
 {
-    command.add_option("--to", options.to, localized("Add a recipient; repeat for more"))
-        ->type_name("NAME=NUMBER")
+    const OptionSection section(command, localized("Recipients"));
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--to",
+            [&options](const std::vector<std::string>& given) {
+                std::for_each(given.begin(), given.end(), recipientFromOption);
+                options.to = given;
+            },
+            localized("Add a recipient: a name and a fax number, or a number alone; repeat for more"))
+        ->type_name("[NAME=]NUMBER")
         ->allow_extra_args(false);
-    addText(command, "--recipients", options.recipients, "FILE.csv",
-            localized(
-                "Add the recipients of a CSV file with the columns name, number, organization, phone, email "
-                "and mailbox"));
+    addName(command, "--recipients", options.recipients, "FILE.csv",
+            localized("Add the recipients of a CSV file: with the columns name, number, organization, phone, "
+                      "email and mailbox, or as an address book exports it"));
+    addReadingOptions(command, options.recipientsReading.text, "--recipients-charset",
+                      "--recipients-separator");
+    command.add_flag("--rename", options.recipientsReading.rename,
+                     localized("Change the names of --recipients that are not allowed"));
     addChoice<Duplicates>(
         command, "--duplicates",
         {{"ask", Duplicates::ask}, {"add", Duplicates::add}, {"skip", Duplicates::skip}},
         [&options](Duplicates policy) { options.duplicates = policy; },
         localized("What to do with a recipient that the job holds already (ask)"));
-    command
-        .add_option("--entry", options.entries, localized("Add an entry of the phonebook; repeat for more"))
-        ->type_name("NAME")
-        ->allow_extra_args(false);
-    command
-        .add_option("--group", options.groups,
-                    localized("Add the members of a phonebook group; repeat for more"))
-        ->type_name("NAME")
-        ->allow_extra_args(false);
-    addText(command, "--shared", options.shared, "PHONEBOOK",
+    addNames(command, "--entry", options.entries, "NAME",
+             localized("Add an entry of the phonebook; repeat for more"));
+    addNames(command, "--group", options.groups, "NAME",
+             localized("Add the members of a phonebook group; repeat for more"));
+    addName(command, "--shared", options.shared, "PHONEBOOK",
             localized("Take --entry and --group from this phonebook instead of the user's own"));
     command
+        .add_flag("--from-shared", options.fromShared,
+                  localized("Take them from the shared phonebook that the fax dialog shows"))
+        ->excludes(command.get_option("--shared"));
+    const auto takePrefixes = [&options](const std::vector<std::string>& given) {
+        for (const auto& prefix : given)
+            if (notEmpty("--directory", prefix).size() > longestPrefix)
+                throw CLI::ValidationError(
+                    "--directory",
+                    localized("the beginning of a name is longer than %d bytes", longestPrefix));
+        options.directory = given;
+    };
+    command
         .add_option_function<std::vector<std::string>>(
-            "--directory",
-            [&options](const std::vector<std::string>& given) {
-                for (const auto& prefix : given) {
-                    if (prefix.empty())
-                        throw CLI::ValidationError("--directory", localized("is empty"));
-                }
-                options.directory = given;
-            },
-            localized(
-                "Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins like "
-                "this; repeat for more"))
+            "--directory", takePrefixes,
+            localized("Add the one person of the device's directory whose \"SURNAME, GIVEN NAME\" begins "
+                      "like this; repeat for more"))
         ->type_name("PREFIX")
         ->allow_extra_args(false);
 }
@@ -167,6 +225,7 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
 /// Its number is told in no message.
 void addCoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     addSwitch(command, "--cover", "--no-cover", options.cover, localized("Send a cover sheet first"),
               localized("Send no cover sheet"));
     addText(command, "--note", options.note, "TEXT", localized("Note on the cover sheet"));
@@ -184,6 +243,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options)
 
 void addCardNumberOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Credit card"));
     const auto takeNumber = [&options](const std::string& given) {
         if (!isDialText(given))
             throw CLI::ValidationError("--credit-card", localized("this is no number to dial"));
@@ -193,14 +253,16 @@ void addCardNumberOptions(CLI::App& command, JobOptions& options)
                        .add_option_function<std::string>("--credit-card", takeNumber,
                                                          localized("Credit card that the call is charged to"))
                        ->type_name("NUMBER");
-    auto* file = addText(command, "--credit-card-file", options.creditCardFile, "FILE",
+    auto* file = addName(command, "--credit-card-file", options.creditCardFile, "FILE",
                          localized("The same, from the first line of a file; - is standard input"));
     number->excludes(file);
 }
 
 void addDestinationOptions(CLI::App& command, JobOptions& options)
 {
-    addText(command, "--output", options.output, "FILE", localized("Where to write; - is standard output"));
+    const OptionSection section(command, localized("Destination"));
+    addName(command, "-o,--output", options.output, "FILE",
+            localized("Where to write; - is standard output"));
     const auto takeDevice = [&options](const std::string& given) {
         try {
             options.device = parseNetworkAddress(given);
@@ -212,7 +274,18 @@ void addDestinationOptions(CLI::App& command, JobOptions& options)
         .add_option_function<std::string>("--device", takeDevice,
                                           localized("The device that takes the job on a TCP port (9100)"))
         ->type_name("HOST[:PORT]");
-    addText(command, "--queue", options.queue, "NAME", localized("The CUPS queue that takes the job"));
+    const auto takeQueue = [&options](const std::string& given) {
+        if (!isPlainText(notEmpty("--queue", given)))
+            throw CLI::ValidationError("--queue", localized("holds a control character; lpstat -e lists the "
+                                                            "queues"));
+        options.queue = given;
+    };
+    command
+        .add_option_function<std::string>("--queue", takeQueue,
+                                          localized("The CUPS queue that takes the job"))
+        ->type_name("NAME");
+    addName(command, "--destination", options.destination, "NAME",
+            localized("The destination of the configuration that takes the job"));
 }
 
 void addJobOptions(CLI::App& command, JobOptions& options)
@@ -220,6 +293,7 @@ void addJobOptions(CLI::App& command, JobOptions& options)
     addRecipientOptions(command, options);
     addCoverOptions(command, options);
     addSendingOptions(command, options);
+    const OptionSection section(command, localized("Destination"));
     addChoice<Pdl>(
         command, "--pdl", {{"dsc", Pdl::dsc}, {"pjl", Pdl::pjl}}, [&options](Pdl pdl) { options.pdl = pdl; },
         localized("How the job carries its attributes (dsc)"));
@@ -228,22 +302,21 @@ void addJobOptions(CLI::App& command, JobOptions& options)
 
 void addHandoverOptions(CLI::App& command, JobOptions& options)
 {
+    const OptionSection section(command, localized("Destination"));
     command.add_flag("--outbox", options.toOutbox,
                      localized("Put the job into the outbox, which sends it; see quelm-driver outbox"));
     auto* dryRun = command.add_flag("--dry-run", options.dryRun,
                                     localized("Say what would happen, and neither send nor keep anything"));
     dryRun->excludes(command.get_option("--cover-preview"));
-    command.add_flag("--json", options.asJson, localized("With --dry-run: say it as JSON"));
 }
 
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document)
 {
+    const OptionSection section(command, localized("Cover sheet"));
     // Called when the options ahead of it have been taken, and before it is seen what is missing.
     const auto take = [&options, &document](const std::string& given) {
-        if (given.empty())
-            throw CLI::ValidationError("--cover-preview", localized("is empty"));
-        options.coverPreview = given;
-        if (!options.output && !options.device && !options.queue)
+        options.coverPreview = notEmpty("--cover-preview", given);
+        if (!options.output && !options.device && !options.queue && !options.destination)
             document.required(false);
     };
     command

@@ -5,6 +5,7 @@
 
 #include "base/net/network_address.h"
 #include "base/translation.h"
+#include "driver/cli/job/recipients_csv.h"
 #include "driver/plugin/fax_session.h"
 #include "driver/widgets/widget_names.h"
 
@@ -33,12 +34,14 @@ struct TimeOfDay {
 /// What the user asked for. An option that was not given is empty, and then the user's saved
 /// choice stands. Texts are UTF-8, as they are to be typed.
 struct JobOptions {
-    std::vector<std::string> to;           ///< NAME=NUMBER each, in order
+    std::vector<std::string> to;           ///< NAME=NUMBER or NUMBER each, in order
     std::optional<std::string> recipients; ///< CSV file, after `to`
+    RecipientsReading recipientsReading;   ///< how that file is read
     std::vector<std::string> entries;      ///< names in the phonebook, after those
     std::vector<std::string> groups;       ///< groups of the phonebook, after those
     std::vector<std::string> directory;    ///< beginnings of names in the device's directory, last
     std::optional<std::string> shared;     ///< the phonebook that they stand in; without it the user's own
+    bool fromShared = false;               ///< the shared one that the fax dialog shows, in place of `shared`
     std::optional<bool> cover;
     std::optional<std::string> note;
     std::optional<bool> showRecipients;
@@ -60,15 +63,19 @@ struct JobOptions {
     bool keptCreditCard = false;               ///< charge the card that the dialog keeps
     std::optional<Duplicates> duplicates;
     std::optional<Pdl> pdl;
-    std::optional<std::string> output;    ///< a file, or "-" for standard output
-    std::optional<NetworkAddress> device; ///< the device that takes the job
-    std::optional<std::string> queue;     ///< the print queue that takes it
+    std::optional<std::string> output;      ///< a file, or "-" for standard output
+    std::optional<NetworkAddress> device;   ///< the device that takes the job
+    std::optional<std::string> queue;       ///< the print queue that takes it
+    std::optional<std::string> destination; ///< the name of a place that the configuration knows
     /// A picture of the cover page, ahead of all else: a file, or "-" for standard output.
     std::optional<std::string> coverPreview;
     bool toOutbox = false; ///< put the job into the outbox, whenever it goes out
     bool dryRun = false;   ///< sum the job up, and do nothing else
     bool asJson = false;   ///< for other programs
 };
+
+/// The index in "LanFax Resolution" of what --resolution calls so; nothing for another word.
+[[nodiscard]] std::optional<int> resolutionIndex(const std::string& word);
 
 /// Adds the options to a command; parsing it fills `options`, which must outlive the parsing.
 void addJobOptions(CLI::App& command, JobOptions& options);
@@ -77,7 +84,7 @@ void addJobOptions(CLI::App& command, JobOptions& options);
 /// destination is, the command does not need its document any more.
 void addCoverPreviewOption(CLI::App& command, JobOptions& options, CLI::Option& document);
 
-/// Adds --outbox, --dry-run and --json, for the same commands, behind those.
+/// Adds --outbox and --dry-run, for the same commands, behind those.
 void addHandoverOptions(CLI::App& command, JobOptions& options);
 
 /// Adds the options that name recipients, for a job that is sent again; they are among those of
@@ -90,7 +97,7 @@ void addCoverOptions(CLI::App& command, JobOptions& options);
 /// Adds --credit-card and --credit-card-file, likewise.
 void addCardNumberOptions(CLI::App& command, JobOptions& options);
 
-/// Adds --output, --device and --queue, likewise.
+/// Adds --output, --device, --queue and --destination, likewise.
 void addDestinationOptions(CLI::App& command, JobOptions& options);
 
 /// One field of the sender dialog and the option that fills it.

@@ -29,10 +29,22 @@ constexpr const char* pickList = widget_names::faxCurRecipientList;
 constexpr int personalType = 0;
 constexpr int sharedType = 1;
 
+/// The shared phonebook that the dialog shows.
+std::string sharedPhonebook(const Driver& driver)
+{
+    const auto path = driver.show(widget_names::lanFaxSharedPbName).text.value_or("");
+    if (path.empty())
+        throw Error(localized("--from-shared: no shared phonebook is chosen in the fax dialog or configured; "
+                              "name its file with --shared"));
+    return path;
+}
+
 PhonebookPlace placeOf(const Driver& driver, const JobOptions& options)
 {
     if (options.shared)
         return {std::filesystem::absolute(*options.shared).string(), false};
+    if (options.fromShared)
+        return {sharedPhonebook(driver), false};
     return personalPhonebook(driver.location(), driver.user());
 }
 
@@ -148,7 +160,8 @@ private:
         if (options_.shared)
             choosePhonebook();
         driver_.press(widget_names::addPbFaxRcpt);
-        driver_.choose(widget_names::currentPbType, options_.shared ? sharedType : personalType);
+        driver_.choose(widget_names::currentPbType,
+                       options_.shared || options_.fromShared ? sharedType : personalType);
         if (!driver_.show(phonebookWindow).visible)
             throw Error(localized("the component does not open its phonebook dialog; use --to instead"));
         if (driver_.failedCallbacks() != 0)
@@ -255,6 +268,8 @@ void pickRecipients(Driver& driver, const JobOptions& options, const QuestionPol
         RecipientPicker(driver, options, policy, watch).pickAll();
     else if (options.shared)
         throw UsageError(localized("--shared needs --entry or --group"));
+    else if (options.fromShared)
+        throw UsageError(localized("%s needs %s", "--from-shared", "--entry"));
 }
 
 } // namespace quelm

@@ -3,6 +3,7 @@
 #include "driver/cli/job/question_policy.h"
 
 #include "base/error.h"
+#include "base/log.h"
 #include "base/terminal/yes_no.h"
 #include "base/texts.h"
 #include "base/translation.h"
@@ -18,7 +19,7 @@ namespace quelm {
 Terminal Terminal::standard()
 {
     Terminal terminal;
-    terminal.interactive = ::isatty(STDIN_FILENO) == 1;
+    terminal.interactive = ::isatty(STDIN_FILENO) == 1 && !isQuiet();
     terminal.show = [](const std::string& text) { std::cerr << text << std::flush; };
     terminal.readLine = []() -> std::optional<std::string> {
         std::string line;

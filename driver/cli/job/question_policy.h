@@ -18,7 +18,8 @@ struct Terminal {
     std::function<void(const std::string&)> show;
     std::function<std::optional<std::string>()> readLine;
 
-    /// Standard input and standard error; interactive when standard input is a terminal.
+    /// Standard input and standard error; interactive when standard input is a terminal, and the
+    /// program need not be quiet.
     static Terminal standard();
 };
 

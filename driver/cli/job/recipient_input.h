@@ -22,6 +22,7 @@ struct RecipientInput {
     std::string phone;
     std::string email;
     std::string mailbox;
+    bool isTyped = false; ///< stands on the command line: what is wrong with it is wrong usage
 };
 
 /// One field of a recipient: its column in a CSV file, its member, the text field of the
@@ -49,9 +50,15 @@ inline constexpr std::array<RecipientField, 6> recipientFields{{
      false},
 }};
 
-/// The recipient of `--to NAME=NUMBER`, split at the last "=" since a number holds none. Throws
-/// UsageError without a "=", a name or a number.
+/// The recipient of `--to NAME=NUMBER`, split at the last "=" since a number holds none, or of
+/// `--to NUMBER`, whose name is `nameOfNumber`. Throws UsageError for a text without "=" that is no number,
+/// and without a name or a number beside it.
 RecipientInput recipientFromOption(const std::string& value);
+
+/// What a recipient of whom only the number is known is called, in the job and on its cover sheet: the
+/// number, as far as a name may hold it. Other characters are blanks, of which none stands at an end or
+/// beside another: "+1 (555) 123-4567" is "1 555 123-4567". At most 31 characters, as the dialog's field.
+[[nodiscard]] std::string nameOfNumber(std::string_view number);
 
 } // namespace quelm
 

@@ -4,6 +4,7 @@
 #define DRIVER_CLI_JOB_RECIPIENTS_CSV_H
 
 #include "driver/cli/job/recipient_input.h"
+#include "driver/phonebook/contacts.h"
 
 #include <filesystem>
 #include <string>
@@ -11,15 +12,25 @@
 
 namespace quelm {
 
-/// Reads `file`, "-" for standard input: UTF-8 with or without a byte order mark, lines ended by LF or CRLF,
-/// fields parted by commas and quoted with '"' where they need it. The first line names the columns name,
-/// number, organization, phone, email and mailbox in any order; name and number must be there. Blanks around
-/// unquoted fields do not count, empty lines are passed over. All or nothing: throws Error "FILE:LINE:
-/// reason" for the first row that cannot be used, where LINE is the line on which the row begins.
-std::vector<RecipientInput> readRecipientsCsv(const std::filesystem::path& file);
+struct RecipientsReading {
+    ReadingOptions text;
+    bool rename = false; ///< names that are not allowed are changed
+};
+
+/// Reads `file`, "-" for standard input, as phonebooks are imported from CSV files: our own columns name,
+/// number, organization, phone, email and mailbox in any order, or those of address books, in any charset.
+/// Everybody gets one fax, at his number for work where he has several. Whose name is missing is called by
+/// his number; groups are passed over, since their members stand in the list, as are people of an address
+/// book without a fax number. What the user should know of that is logged.
+///
+/// All or nothing: throws Error "FILE:LINE: reason" for the one row that cannot be used, where LINE is the
+/// line on which it begins. Several are named on standard error, a hundred at most, ahead of the Error.
+std::vector<RecipientInput> readRecipientsCsv(const std::filesystem::path& file,
+                                              const RecipientsReading& reading = {});
 
 /// The same for a text in memory; `name` stands for the file in messages.
-std::vector<RecipientInput> parseRecipientsCsv(const std::string& text, const std::string& name);
+std::vector<RecipientInput> parseRecipientsCsv(std::string text, const std::string& name,
+                                               const RecipientsReading& reading = {});
 
 } // namespace quelm
 

@@ -8,8 +8,11 @@
 namespace quelm {
 
 /// Writes a line about what will be or was done to standard error, which is no trouble and so has no
-/// program's name ahead: `messageLine` of it.
+/// program's name ahead: `messageLine` of it. Nothing when the program is to be quiet.
 void say(const std::string& line);
+
+/// The same, also then: what a command was started to find out.
+void sayAlways(const std::string& line);
 
 } // namespace quelm
 

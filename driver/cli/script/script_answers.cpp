@@ -19,8 +19,6 @@ std::string destinationText(const JobTarget& target)
     return "file " + inQuotes(std::get<FileTarget>(target).path);
 }
 
-} // namespace
-
 std::string widgetAnswer(const WidgetView& view)
 {
     std::string line = "widget " + inQuotes(view.name) + " kind " + view.kind + " visible " +
@@ -46,7 +44,7 @@ std::string widgetAnswer(const WidgetView& view)
     return line + "\n";
 }
 
-std::string rowsAnswer(std::string_view list, const std::vector<std::vector<std::string>>& rows)
+std::string rowsAnswer(const std::string& list, const std::vector<std::vector<std::string>>& rows)
 {
     std::string answer = "rows " + inQuotes(list) + " " + std::to_string(rows.size()) + "\n";
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -66,30 +64,18 @@ std::string windowsAnswer(const std::vector<WidgetView>& windows)
     return answer;
 }
 
-std::string questionAnswer(const QuestionView& question)
+std::string receiptAnswer(const ScriptReceipt& receipt)
 {
-    return "question " + inQuotes(question.text) + "\n";
-}
-
-std::string deviceAnswer(const NetworkAddress& device)
-{
-    return "handed device " + inQuotes(toText(device)) + "\n";
-}
-
-std::string queueAnswer(std::string_view queue, int job)
-{
-    return "handed queue " + inQuotes(queue) + " job " + std::to_string(job) + "\n";
-}
-
-std::string heldAnswer(std::string_view queue, int job, std::time_t until)
-{
-    return "held queue " + inQuotes(queue) + " job " + std::to_string(job) + " until " +
-           inQuotes(isoMoment(until)) + "\n";
-}
-
-std::string waitingAnswer(int job, std::time_t until)
-{
-    return "waits outbox job " + std::to_string(job) + " until " + inQuotes(isoMoment(until)) + "\n";
+    if (receipt.kind == ScriptReceipt::Kind::waits)
+        return "waits outbox job " + std::to_string(receipt.job) + " until " +
+               inQuotes(isoMoment(receipt.until)) + "\n";
+    std::string line = receipt.kind == ScriptReceipt::Kind::held ? "held " : "handed ";
+    line += destinationText(receipt.target);
+    if (std::holds_alternative<QueueTarget>(receipt.target))
+        line += " job " + std::to_string(receipt.job);
+    if (receipt.kind == ScriptReceipt::Kind::held)
+        line += " until " + inQuotes(isoMoment(receipt.until));
+    return line + "\n";
 }
 
 std::string summaryAnswer(const JobSummary& summary)
@@ -116,6 +102,26 @@ std::string summaryAnswer(const JobSummary& summary)
     for (const auto& line : lines)
         answer += line + "\n";
     return answer;
+}
+
+} // namespace
+
+std::string answerText(const ScriptAnswer& answer)
+{
+    if (answer.widget)
+        return widgetAnswer(*answer.widget);
+    if (answer.list)
+        return rowsAnswer(*answer.list, answer.rows);
+    if (answer.windows)
+        return windowsAnswer(*answer.windows);
+    std::string text = "ok\n";
+    if (answer.summary)
+        text += summaryAnswer(*answer.summary);
+    if (answer.receipt)
+        text += receiptAnswer(*answer.receipt);
+    if (answer.question)
+        text += "question " + inQuotes(answer.question->text) + "\n";
+    return text;
 }
 
 } // namespace quelm

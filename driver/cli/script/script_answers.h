@@ -3,44 +3,49 @@
 #ifndef DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
 #define DRIVER_CLI_SCRIPT_SCRIPT_ANSWERS_H
 
-#include "base/net/network_address.h"
 #include "driver/core/driver.h"
 #include "driver/handover/summary.h"
+#include "driver/jobs/job_target.h"
+#include "driver/widgets/widget_view.h"
 
+#include <cstddef>
 #include <ctime>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quelm {
 
-/// widget "NAME" kind KIND visible yes|no sensitive yes|no operable yes|no ..., one line.
-std::string widgetAnswer(const WidgetView& view);
+/// What became of a job that a step handed over.
+struct ScriptReceipt {
+    enum class Kind { handed, held, waits };
+    Kind kind = Kind::handed;
+    JobTarget target;      ///< a device or queue; of one that waits, the place that it waits for
+    int job = 0;           ///< its number in a queue, or of one that waits in the outbox; 0 for none
+    std::time_t until = 0; ///< of one that is held or waits
+};
 
-/// rows "LIST" COUNT, and a line for each row with its cells.
-std::string rowsAnswer(std::string_view list, const std::vector<std::vector<std::string>>& rows);
+/// What a step answers: what it asked for, or that it was carried out and what came of that.
+struct ScriptAnswer {
+    std::size_t line = 0; ///< of the script, from 1
+    std::optional<WidgetView> widget;
+    std::optional<std::string> list; ///< the name of the list whose rows these are
+    std::vector<std::vector<std::string>> rows;
+    std::optional<std::vector<WidgetView>> windows;
+    std::optional<ScriptReceipt> receipt;
+    std::optional<JobSummary> summary;
+    std::optional<QuestionView> question; ///< that waits for its answer
 
-/// windows COUNT, and a line for each window (its view) with its title.
-std::string windowsAnswer(const std::vector<WidgetView>& windows);
+    /// False for one that only looked.
+    [[nodiscard]] bool isAction() const { return !widget && !list && !windows; }
+};
 
-/// question "TEXT", one line.
-std::string questionAnswer(const QuestionView& question);
+/// The answer as docs/script.md says, each line ended by LF: "ok" for an action, what was asked for
+/// otherwise. What became of a job stands behind "ok", the question that waits last.
+[[nodiscard]] std::string answerText(const ScriptAnswer& answer);
 
-/// handed device "HOST:PORT", one line.
-std::string deviceAnswer(const NetworkAddress& device);
-
-/// handed queue "NAME" job NUMBER, one line.
-std::string queueAnswer(std::string_view queue, int job);
-
-/// held queue "NAME" job NUMBER until "MOMENT", one line.
-std::string heldAnswer(std::string_view queue, int job, std::time_t until);
-
-/// waits outbox job NUMBER until "MOMENT", one line.
-std::string waitingAnswer(int job, std::time_t until);
-
-/// summary COUNT, and a line for each subject: how many recipients, and a line for each of them; pages;
-/// cover; resolution; speed; confirmation; prefix; card; time; destination; what does not reach the device.
-std::string summaryAnswer(const JobSummary& summary);
+/// The same as a JSON object in one line.
+[[nodiscard]] std::string answerJson(const ScriptAnswer& answer);
 
 } // namespace quelm
 

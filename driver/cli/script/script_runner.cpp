@@ -9,7 +9,6 @@
 #include "driver/cli/job/cover_picture.h"
 #include "driver/cli/job/say.h"
 #include "driver/cli/job/write_document.h"
-#include "driver/cli/script/script_answers.h"
 #include "driver/core/driver.h"
 #include "driver/core/user_actions.h"
 #include "driver/handover/handover.h"
@@ -45,30 +44,35 @@ std::optional<JobTarget> targetOf(const ScriptStep& step)
 
 } // namespace
 
-std::string ScriptRunner::run(const ScriptStep& step)
+ScriptAnswer ScriptRunner::run(const ScriptStep& step)
 {
+    answer_ = {};
+    answer_.line = step.line;
     switch (step.verb) {
     case ScriptVerb::show:
-        return widgetAnswer(driver_.show(step.target));
+        answer_.widget = driver_.show(step.target);
+        return answer_;
     case ScriptVerb::rows:
-        return rowsAnswer(step.target, driver_.rows(step.target));
+        answer_.rows = driver_.rows(step.target);
+        answer_.list = step.target;
+        return answer_;
     case ScriptVerb::windows: {
         std::vector<WidgetView> views;
         std::ranges::transform(driver_.windows(), std::back_inserter(views),
                                [this](const auto& window) { return driver_.show(window); });
-        return windowsAnswer(views);
+        answer_.windows = views;
+        return answer_;
     }
     default:
         break;
     }
     const int failedBefore = driver_.failedCallbacks();
-    receipt_.clear();
     act(step);
     if (driver_.failedCallbacks() != failedBefore)
         throw Error(localized("the component failed in its callback; see the line ahead of this one"));
     logWarnings(watch_.newProblems());
-    const auto question = driver_.pendingQuestion();
-    return "ok\n" + receipt_ + (question ? questionAnswer(*question) : std::string());
+    answer_.question = driver_.pendingQuestion();
+    return answer_;
 }
 
 void ScriptRunner::act(const ScriptStep& step)
@@ -140,7 +144,7 @@ void ScriptRunner::summary(const ScriptStep& step)
     tryDocument(driver_.faxSession(), document, pdl_);
     const auto target = targetOf(step);
     const Submission submission = submissionTo(target.value_or(FileTarget{}), begun);
-    receipt_ = summaryAnswer(summaryOf(driver_, handover, &document, {target, submission.sendAt, false}));
+    answer_.summary = summaryOf(driver_, handover, &document, {target, submission.sendAt, false});
 }
 
 void ScriptRunner::fax(const ScriptStep& step)
@@ -152,7 +156,7 @@ void ScriptRunner::fax(const ScriptStep& step)
     const Submission submission = submissionTo(targetOf(step).value(), begun);
     if (step.place == ScriptPlace::file && !waits(submission)) {
         for (const auto& remark : handover.remarks)
-            writeUnderProgramName(remark);
+            writeRemark(remark);
     } else if (!handover.recipients.empty()) { // a job for nobody is refused
         const JobPlan plan{submission.target, submission.sendAt, false};
         for (const auto& line : summaryLines(summaryOf(driver_, handover, &document, plan), currentTime()))
@@ -160,15 +164,13 @@ void ScriptRunner::fax(const ScriptStep& step)
     }
     const auto tell = [&](const SubmissionEnd& end) {
         if (end.kind == SubmissionEnd::Kind::waiting) {
-            receipt_ = waitingAnswer(end.number, end.due);
+            answer_.receipt = {ScriptReceipt::Kind::waits, submission.target, end.number, end.due};
             // The form of the answers has no room for it.
             say(senderSentence(senderOf(outbox_)));
         } else if (end.kind == SubmissionEnd::Kind::held) {
-            receipt_ = heldAnswer(step.text, end.receipt.job, end.due);
-        } else if (const auto* device = std::get_if<NetworkAddress>(&submission.target)) {
-            receipt_ = deviceAnswer(*device);
-        } else if (step.place == ScriptPlace::queue) {
-            receipt_ = queueAnswer(step.text, end.receipt.job);
+            answer_.receipt = {ScriptReceipt::Kind::held, submission.target, end.receipt.job, end.due};
+        } else if (step.place != ScriptPlace::file) {
+            answer_.receipt = {ScriptReceipt::Kind::handed, submission.target, end.receipt.job, 0};
         }
     };
     writeDocument(driver_.faxSession(), document, submission, outbox_, tell);

@@ -3,6 +3,7 @@
 #ifndef DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 #define DRIVER_CLI_SCRIPT_SCRIPT_RUNNER_H
 
+#include "driver/cli/script/script_answers.h"
 #include "driver/cli/script/script_parser.h"
 #include "driver/handover/handover.h"
 #include "driver/handover/recipient_watch.h"
@@ -10,7 +11,6 @@
 #include "driver/plugin/fax_session.h"
 
 #include <ctime>
-#include <string>
 #include <utility>
 
 namespace quelm {
@@ -29,10 +29,7 @@ public:
     {
     }
 
-    /// The answer, each line ended by LF: "ok" for an action, what is asked for otherwise. While a
-    /// question waits, an action's answer ends with it; a job that went to a device or queue, or waits, is
-    /// told ahead.
-    [[nodiscard]] std::string run(const ScriptStep& step);
+    [[nodiscard]] ScriptAnswer run(const ScriptStep& step);
 
 private:
     void act(const ScriptStep& step);
@@ -49,7 +46,7 @@ private:
     Pdl pdl_;
     OutboxSettings outbox_;
     RecipientWatch watch_;
-    std::string receipt_; ///< what the last step answers beside "ok"
+    ScriptAnswer answer_; ///< of the step that is carried out
 };
 
 } // namespace quelm

@@ -4,6 +4,7 @@
 
 #include "driver/desktop/dialogs/dialog_habits.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/widgets/widget_label.h"
 
 namespace quelm {
 

@@ -5,6 +5,7 @@
 #include "base/log.h"
 #include "base/translation.h"
 
+#include <gtkmm/icontheme.h>
 #include <gtkmm/window.h>
 
 #include <vector>
@@ -28,6 +29,10 @@ Glib::RefPtr<Gdk::Pixbuf> Pictures::load(const std::string& file)
 
 void useProgramIcon(Pictures& pictures)
 {
+    if (Gtk::IconTheme::get_default()->has_icon(desktopId)) {
+        Gtk::Window::set_default_icon_name(desktopId);
+        return;
+    }
     std::vector<Glib::RefPtr<Gdk::Pixbuf>> icons;
     for (const char* size : {"16", "32", "48"})
         if (const auto icon = pictures.load(std::string("icon/quelm-driver-") + size + ".png"))

@@ -94,17 +94,6 @@ std::string withPlainLineEnds(std::string_view text)
     return result;
 }
 
-std::string withoutMnemonic(std::string_view text)
-{
-    std::string result;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (text[index] == '_' && index + 1 < text.size())
-            ++index;
-        result += text[index];
-    }
-    return result;
-}
-
 std::string shownText(const Widget& widget)
 {
     // A file chooser's title is the component's own text; what it holds is a path.

@@ -22,9 +22,6 @@ std::string shownMessage(std::string_view message);
 /// `text` with every kind of line end ("\r\n", "\r") as "\n".
 std::string withPlainLineEnds(std::string_view text);
 
-/// A text without its mnemonic: "_Add >>" is "Add >>", "__" stands for an underscore.
-std::string withoutMnemonic(std::string_view text);
-
 /// What a widget shows for its text: the translation of a text from the dialog definition, mnemonics
 /// included; the component's own texts, which it has translated itself, as they are.
 std::string shownText(const Widget& widget);

@@ -72,10 +72,58 @@ TEST_F(ProgramArguments, HelpAndVersionAreToldInsteadOfActing)
     EXPECT_THAT(parse({"--version"}), StartsWith("quelm-try "));
 }
 
+TEST_F(ProgramArguments, HelpAndVersionHaveLetters)
+{
+    EXPECT_EQ(parse({"-h"}), parse({"--help"}));
+    EXPECT_EQ(parse({"print", "-h"}), parse({"print", "--help"}));
+    EXPECT_EQ(parse({"-V"}), parse({"--version"}));
+}
+
+TEST_F(ProgramArguments, TheCommandHelpShowsTheHelpOfOthers)
+{
+    addHelpCommand(program);
+    EXPECT_EQ(parse({"help"}), parse({"--help"}));
+    EXPECT_EQ(parse({"help", "print"}), parse({"print", "--help"}));
+    EXPECT_EQ(parse({"help", "help"}), parse({"help", "--help"}));
+    EXPECT_EQ(refusal({"help", "pirnt"}), "there is no command \"pirnt\"; did you mean print?");
+    EXPECT_EQ(refusal({"help", "print", "more"}), "there is no command \"more\"; see quelm-try print --help");
+    EXPECT_EQ(parse({"print", "help"}), "");
+    EXPECT_EQ(file, "help");
+}
+
+TEST_F(ProgramArguments, WhoeverAsksForHelpIsNotToldWhatElseIsWrong)
+{
+    EXPECT_EQ(parse({"print", "--bogus", "--help"}), parse({"print", "--help"}));
+    EXPECT_EQ(parse({"--help", "print"}), parse({"print", "--help"}));
+    EXPECT_EQ(parse({"print", "a", "b", "-h"}), parse({"print", "--help"}));
+}
+
+TEST_F(ProgramArguments, ButThatTheCommandIsMistyped)
+{
+    program.add_option("DOCUMENT", note);
+    EXPECT_EQ(refusal({"pirnt", "--help"}), "there is no command \"pirnt\"; did you mean print?");
+    EXPECT_EQ(parse({"letter.ps", "--help"}), parse({"--help"}));
+}
+
+TEST_F(ProgramArguments, AWordThatLooksLikeANumberIsAWord)
+{
+    EXPECT_EQ(parse({"print", "-5"}), "");
+    EXPECT_EQ(file, "-5");
+    EXPECT_EQ(parse({"--note", "-5", "print", "-"}), "");
+    EXPECT_EQ(note, "-5");
+    EXPECT_EQ(file, "-");
+}
+
+TEST_F(ProgramArguments, AValueMayBeginWithADash)
+{
+    EXPECT_EQ(parse({"--note", "--help", "print", "a"}), "");
+    EXPECT_EQ(note, "--help");
+}
+
 TEST_F(ProgramArguments, ARefusalIsOneLineThatNamesTheProgramsHelp)
 {
     const auto line = refusal({"print"});
-    EXPECT_THAT(line, HasSubstr("; see quelm-try --help"));
+    EXPECT_THAT(line, HasSubstr("; see quelm-try print --help"));
     EXPECT_EQ(line.find('\n'), std::string::npos);
 }
 

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/config/configuration_file.h"
 
-#include "base/error.h"
 #include "base/file_handle.h"
+#include "tests/driver/config/configuration_test.h"
 #include "tests/support/failure_line.h"
-#include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -19,77 +18,6 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
-
-namespace {
-
-/// Gives an environment variable a value for the time of a test.
-class Variable {
-public:
-    Variable(const char* variable, const std::string& value) : name_(variable)
-    {
-        if (const char* present = std::getenv(variable))
-            before_ = present;
-        setenv(variable, value.c_str(), 1);
-    }
-    ~Variable()
-    {
-        if (before_)
-            setenv(name_, before_->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
-
-class ConfigurationTest : public testing::Test {
-protected:
-    quelm::Configuration read(const std::string& content, mode_t mode = S_IRUSR | S_IWUSR)
-    {
-        const std::string file = writeFile(folder / "quelm.conf", content);
-        chmod(file.c_str(), mode);
-        return quelm::readConfiguration(file);
-    }
-
-    /// The error's line without the file, which it must name.
-    std::string problemWith(const std::string& content, mode_t mode = S_IRUSR | S_IWUSR)
-    {
-        try {
-            read(content, mode);
-        } catch (const quelm::Error& error) {
-            return withoutFile(error.what(), folder / "quelm.conf");
-        }
-        return "";
-    }
-    static std::string problemAt(const std::string& path)
-    {
-        try {
-            static_cast<void>(quelm::readConfiguration(path));
-        } catch (const quelm::Error& error) {
-            return withoutFile(error.what(), path);
-        }
-        return "";
-    }
-
-    TemporaryFolder folder;
-    Variable xdgFolder{"XDG_CONFIG_HOME", folder / "config"};
-    Variable homeFolder{"HOME", folder / "home"};
-
-private:
-    static std::string withoutFile(const std::string& line, const std::string& path)
-    {
-        const std::string start = "the configuration file \"" + path + "\" ";
-        EXPECT_EQ(line.find(start), 0U) << line;
-        EXPECT_EQ(line.find('\n'), std::string::npos) << line;
-        return line.substr(start.size());
-    }
-};
-
-} // namespace
 
 TEST_F(ConfigurationTest, APipeIsReadToItsEndHoweverSlowly)
 {
@@ -169,24 +97,29 @@ TEST_F(ConfigurationTest, UnknownWordsAreNamedWithWhatIsPossible)
 {
     EXPECT_EQ(
         problemWith("[printer]\nhome=/x\n"),
-        "has an unknown group [printer]; possible are [driver], [job], [device], [directory] and [outbox]");
+        "has an unknown group [printer] in line 1; possible are [driver], [job], [sender], [phonebook], "
+        "[destination NAME], [device], [directory] and [outbox]");
     EXPECT_EQ(problemWith("[driver]\nhomes=/x\n"),
-              "has an unknown key \"homes\" in [driver]; possible are home, user, component");
-    EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job]; possible are pdl");
-    EXPECT_EQ(problemWith("[job]\npdl=PCL\n"), "has \"PCL\" at [job] pdl, where dsc or pjl is expected");
+              "has an unknown key \"homes\" in [driver] (line 2); possible are home, user, component");
+    EXPECT_EQ(problemWith("[job]\nhome=/x\n"), "has an unknown key \"home\" in [job] (line 2); possible are "
+                                               "pdl, destination, resolution, prefix");
+    EXPECT_EQ(problemWith("[job]\npdl=PCL\n"),
+              "has \"PCL\" at [job] pdl (line 2), where dsc or pjl is expected");
     EXPECT_EQ(problemWith("[driver]\nuser=a/b\n"),
-              "has \"a/b\" at [driver] user, where a user name without \"/\" is expected");
+              "has \"a/b\" at [driver] user (line 2), where a user name without \"/\" is expected");
     EXPECT_EQ(problemWith("[driver]\nhome=\n"),
-              "has no value at [driver] home; write one or remove the line");
+              "has no value at [driver] home (line 2); write one or remove the line");
 }
 
 TEST_F(ConfigurationTest, MalformedFilesAreRefused)
 {
-    EXPECT_EQ(problemWith("home=/x\n").find("cannot be understood: "), 0U);
+    EXPECT_EQ(problemWith("home=/x\n").find("cannot be understood in line 1: "), 0U);
     const std::string noPair = problemWith("[driver]\nhome /x\n");
     EXPECT_NE(noPair.find("home /x"), std::string::npos) << noPair;
-    EXPECT_EQ(problemWith("[driver\n").find("cannot be understood: "), 0U);
-    EXPECT_EQ(problemWith("[driver]\nhome=a\\qb\n").find("has a bad value at [driver] home: "), 0U);
+    EXPECT_EQ(noPair.find("cannot be understood in line 2: "), 0U) << noPair;
+    EXPECT_EQ(problemWith("[driver]\nuser=a\nuser b").find("cannot be understood in line 3: "), 0U);
+    EXPECT_EQ(problemWith("\n# ours\n[driver\n").find("cannot be understood in line 3: "), 0U);
+    EXPECT_EQ(problemWith("[driver]\nhome=a\\qb\n").find("has a bad value at [driver] home (line 2): "), 0U);
     EXPECT_EQ(problemWith("[driver]\nuser=Zo\xEB\n"), "is no UTF-8 text in line 2; save it as UTF-8");
     EXPECT_EQ(problemWith(std::string("[driver]\n\0", 10)), "is no UTF-8 text in line 2; save it as UTF-8");
 }
@@ -311,9 +244,20 @@ TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
         const char* expected;
     };
     const char* const seconds = "a number of seconds from 0.1 to 600";
+    const char* const prefix = "at most four digits, \"*\", \"#\" or \",\"";
+    const char* const queue = "NAME or NAME@HOST, such as fax or fax@print.example:631,";
     const char* const address = "HOST or HOST:PORT, such as fax.example:161 or [2001:db8::1]:161,";
     const char* const object = "the dotted number of an object, such as 1.3.6.1.2.1.1.1.0,";
     const Wrong wrongs[] = {
+        {"job", "resolution", "best", "standard, fine or superfine"},
+        {"job", "prefix", "01234", prefix},
+        {"job", "prefix", "0 1", prefix},
+        {"sender", "name", "a name of more than 31 characters", "one line of at most 31 characters"},
+        {"destination A", "device", "a b", "HOST or HOST:PORT, such as fax.example or [2001:db8::1]:9100,"},
+        {"destination A", "queue", "@print.example", queue},
+        {"destination A", "queue", "fax@", queue},
+        {"destination A", "queue", "two words", queue},
+        {"destination A", "pdl", "pcl", "dsc or pjl"},
         {"device", "snmp", "a b", address},
         {"device", "snmp", "fax:0", address},
         {"device", "version", "2", "1, 2c or 3"},
@@ -343,8 +287,8 @@ TEST_F(ConfigurationTest, ImpossibleValuesAreNamedWithWhatIsExpected)
     for (const Wrong& wrong : wrongs) {
         const std::string group = wrong.group;
         EXPECT_EQ(problemWith("[" + group + "]\n" + wrong.key + "=" + wrong.value + "\n"),
-                  std::string("has \"") + wrong.value + "\" at [" + group + "] " + wrong.key + ", where " +
-                      wrong.expected + " is expected");
+                  std::string("has \"") + wrong.value + "\" at [" + group + "] " + wrong.key +
+                      " (line 2), where " + wrong.expected + " is expected");
     }
     EXPECT_EQ(read("[device]\nretries=3 \n").device.retries, 3) << "a blank at the end says nothing";
 }
@@ -419,4 +363,63 @@ TEST_F(ConfigurationTest, TheOpenedFileIsLookedAtAndNotItsName)
     EXPECT_EQ(quelm::readConfiguration(folder / "link").device.community, "sesame");
     chmod((folder / "secret").c_str(), 0644);
     EXPECT_NE(problemAt(folder / "link"), "");
+}
+
+TEST_F(ConfigurationTest, DestinationsHaveNames)
+{
+    const auto configuration = read("[job]\ndestination=Head Office\n[destination Head Office]\n"
+                                    "queue=fax@print.example:6310\npdl=pjl\n[destination Lab]\n"
+                                    "device=10.0.0.7:9101\n[destination Here]\nqueue=fax\n");
+    EXPECT_EQ(configuration.destination, "Head Office");
+    ASSERT_EQ(configuration.destinations.size(), 3U);
+    const auto& office = configuration.destinations[0];
+    EXPECT_EQ(office.name, "Head Office");
+    EXPECT_EQ(office.kind, quelm::NamedDestination::Kind::queue);
+    EXPECT_EQ(office.place, "fax");
+    EXPECT_EQ(office.server, "print.example:6310");
+    EXPECT_EQ(office.pdl, quelm::Pdl::pjl);
+    EXPECT_EQ(configuration.destinations[1].kind, quelm::NamedDestination::Kind::device);
+    EXPECT_EQ(configuration.destinations[1].place, "10.0.0.7:9101");
+    EXPECT_EQ(configuration.destinations[2].server, "");
+    EXPECT_EQ(read("[destination A]\nqueue=fax@[2001:db8::1]:631\n").destinations[0].server,
+              "[2001:db8::1]:631");
+}
+
+TEST_F(ConfigurationTest, ADestinationIsOnePlace)
+{
+    EXPECT_EQ(problemWith("\n[destination Lab]\npdl=dsc\n"),
+              "names no place in [destination Lab] (line 2); write device, queue or file there");
+    EXPECT_EQ(
+        problemWith("[destination Lab]\nqueue=fax\ndevice=fax.example\n"),
+        "has \"fax.example\" at [destination Lab] device (line 3), where nothing beside the other place "
+        "of this destination is expected");
+    EXPECT_EQ(problemWith("[destination ]\nqueue=fax\n"),
+              "has a destination without a name in line 1; write [destination NAME]");
+    EXPECT_EQ(problemWith("[destination  Lab]\nqueue=fax\n[destination Lab]\nqueue=fax\n"),
+              "has a second destination \"Lab\" in line 3; give it another name");
+}
+
+TEST_F(ConfigurationTest, TheDefaultDestinationIsOneThatIsThere)
+{
+    EXPECT_EQ(problemWith("[job]\ndestination=Lab\n[destination A]\nqueue=a\n[destination B]\nqueue=b\n"),
+              "has \"Lab\" at [job] destination (line 2), which is no destination; possible are A, B");
+    EXPECT_EQ(problemWith("[job]\ndestination=Lab\n"),
+              "has \"Lab\" at [job] destination (line 2), and no destination is configured; add [destination "
+              "Lab]");
+}
+
+TEST_F(ConfigurationTest, WhatFillsTheDialogsIsRead)
+{
+    const auto configuration =
+        read("[sender]\nname=Zoë\nnumber=+44 20 7946 0000\norganization=Acme\nphone=1\n"
+             "email=z@acme.example\n[job]\nprefix=0,\nresolution=superfine\n"
+             "[phonebook]\nshared=/srv/fax/office.xdb\n");
+    EXPECT_EQ(configuration.sender.name, "Zoë");
+    EXPECT_EQ(configuration.sender.number, "+44 20 7946 0000");
+    EXPECT_EQ(configuration.sender.organization, "Acme");
+    EXPECT_EQ(configuration.sender.phone, "1");
+    EXPECT_EQ(configuration.sender.email, "z@acme.example");
+    EXPECT_EQ(configuration.dialingPrefix, "0,");
+    EXPECT_EQ(configuration.resolution, "superfine");
+    EXPECT_EQ(configuration.sharedPhonebook, "/srv/fax/office.xdb");
 }

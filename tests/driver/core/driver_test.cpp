@@ -3,6 +3,7 @@
 #include "driver/core/driver.h"
 
 #include "driver/boundary/host_state.h"
+#include "driver/core/user_actions.h"
 #include "driver/plugin/component_library.h"
 #include "tests/support/driver_fixture.h"
 #include "tests/support/log_capture.h"
@@ -25,6 +26,12 @@ TEST_F(RunningDriverTest, ShowsWidgetsRowsAndWindows)
     EXPECT_EQ(driver().show("Button").text, "_Press");
     EXPECT_EQ(driver().rows("One"), (std::vector<std::vector<std::string>>{{"Ann"}, {"Bob"}, {"Cid"}}));
     EXPECT_EQ(driver().windows(), (std::vector<std::string>{"Test Window"}));
+    const std::string lacking = "the component's dialogs lack something that the driver needs; install the "
+                                "component that came with it";
+    EXPECT_EQ(refusal([&] { driver().show("Nothing"); }), lacking);
+    EXPECT_EQ(refusal([&] { driver().rows("Nothing"); }), lacking);
+    EXPECT_EQ(refusal([&] { driver().rows("Button"); }), lacking);
+    driver().actions().nameWidgets();
     EXPECT_EQ(refusal([&] { driver().show("Nothing"); }), "there is no widget \"Nothing\"");
     EXPECT_EQ(refusal([&] { driver().rows("Nothing"); }), "there is no widget \"Nothing\"");
     EXPECT_EQ(refusal([&] { driver().rows("Button"); }), "\"Button\" is no list");
@@ -201,9 +208,9 @@ TEST_F(FailingStart, SaysWhyWhenTheHostKnows)
         return "the component " + pluginPath(plugin) + " cannot start: " + reason;
     };
     EXPECT_EQ(problemOf(pluginPath("start_fails")), startProblem("start_fails", "it gives no reason"));
-    EXPECT_EQ(
-        problemOf(pluginPath("start_misses_widget")),
-        startProblem("start_misses_widget", "it asks for a widget \"Fax PB List\" that does not exist"));
+    EXPECT_EQ(problemOf(pluginPath("start_misses_widget")),
+              startProblem("start_misses_widget",
+                           "its dialogs lack something that it asks for; install the component again"));
     EXPECT_EQ(problemOf(pluginPath("broken_definition"))
                   .find(startProblem("broken_definition", "the dialog definition cannot be used: ")),
               0U);

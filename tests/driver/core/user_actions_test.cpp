@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/core/user_actions.h"
 
+#include "driver/widgets/widget_label.h"
 #include "driver/widgets/widget_tree.h"
 #include "tests/support/driver_fixture.h"
 #include "tests/support/log_capture.h"
@@ -13,6 +14,8 @@ namespace {
 
 class UserActionsTest : public DriverTest {
 protected:
+    UserActionsTest() { driver().actions().nameWidgets(); }
+
     std::string pressing(const char* name)
     {
         return refusal([&] { driver().press(name); });
@@ -291,6 +294,31 @@ TEST_F(UserActionsTest, AnOptionBringsItsFieldToLife)
               "TextEntry \"LanFax Dialing Prefix Info\" is insensitive");
     driver().tick("LanFax Dialing Prefix", true);
     EXPECT_EQ(typing("LanFax Dialing Prefix Info", "9"), "nothing");
+}
+
+using quelm::labelText;
+
+class ActionsOfPeopleTest : public DriverTest {
+protected:
+    void expectLabel(const std::string& line, const std::string& name, const std::string& label)
+    {
+        EXPECT_EQ(line.find(name), std::string::npos) << line;
+        EXPECT_NE(line.find('"' + label + '"'), std::string::npos) << line;
+    }
+};
+
+TEST_F(ActionsOfPeopleTest, RefusalsCallAWidgetWhatPeopleSee)
+{
+    expectLabel(refusal([&] { driver().press("Hidden Button"); }), "Hidden Button",
+                labelText(*driver().widgets().find("Hidden Button")));
+    expectLabel(refusal([&] { driver().press("Insensitive Button"); }), "Insensitive Button",
+                labelText(*driver().widgets().find("Insensitive Button")));
+    expectLabel(refusal([&] { driver().type("Field", "123456"); }), "\"Field\"",
+                labelText(*driver().widgets().find("Field")));
+    EXPECT_THROW(driver().type("Field", "123456"), quelm::UnsuitableValue);
+    EXPECT_THROW(driver().choose("Combo", 7), quelm::UnsuitableValue);
+    const auto missing = refusal([&] { driver().press("No Such Button"); });
+    EXPECT_EQ(missing.find("No Such Button"), std::string::npos) << missing;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/directory/directory_connection.h"
 
+#include "base/module.h"
 #include "tests/driver/directory/directory_fixture.h"
 #include "tests/servers/name_service.h"
 
@@ -24,7 +25,8 @@ std::pair<int, std::string> refusalOf(const std::string& host, milliseconds limi
 {
     const quelm::DirectoryAddress address{host, 389, false};
     try {
-        const quelm::DirectoryConnection connection(address, {}, std::chrono::steady_clock::now() + limit);
+        const auto connection = quelm::part<quelm::DirectoryLibrary>().connect(
+            address, {}, std::chrono::steady_clock::now() + limit);
     } catch (const quelm::DirectoryError& error) {
         return {error.code, error.what()};
     }

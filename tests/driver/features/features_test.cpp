@@ -163,6 +163,47 @@ TEST_F(FeaturesTest, WithoutTakingOverTheDefaultsStay)
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);
 }
 
+TEST_F(FeaturesTest, AConfiguredValueIsTheDefaultOfAnOptionThatWasNotKept)
+{
+    features.configureDefaults({{"LanFax Resolution", "2"}, {"Sender Fax Name", "Reception"}});
+    features.setAllDefaults();
+    loadFrom("[features]\nSender Fax Name=Ann\n");
+    EXPECT_EQ(widget("LanFax Resolution").number(), 2);
+    EXPECT_EQ(widget("Sender Fax Name").text(), "Ann");
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nSender Fax Name=Ann\n") << "it may be configured anew";
+    widget("LanFax Resolution").setNumber(0);
+    features.keep();
+    EXPECT_EQ(contentOf(path), "[features]\nSender Fax Name=Ann\nLanFax Resolution=0\n");
+}
+
+TEST_F(FeaturesTest, AConfiguredValueIsWhatResettingAnOptionGoesBackTo)
+{
+    features.configureDefaults({{"LanFax Resolution", "2"}});
+    features.setAllDefaults();
+    widget("LanFax Resolution").setNumber(1);
+    widget("LanFax Send Speed").setNumber(0);
+    EXPECT_EQ(features.setDefaults("LanFax Resolution,LanFax Send Speed"), 2);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 2);
+    EXPECT_EQ(widget("LanFax Send Speed").number(), 2);
+}
+
+TEST_F(FeaturesTest, AConfiguredValueThatDoesNotSuitIsNamedUntilAnotherIsKept)
+{
+    features.configureDefaults({{"LanFax Resolution", "7"}});
+    features.setAllDefaults();
+    load(true, true);
+    ASSERT_EQ(features.troubles().size(), 1U);
+    EXPECT_EQ(features.troubles()[0].line,
+              "the value \"7\" of \"Options\" in the configuration does not suit and is passed over; "
+              "set it anew in the fax dialog, or remove it from the file");
+    EXPECT_TRUE(features.troubles()[0].decides);
+    EXPECT_EQ(features.setDefaults("LanFax Resolution"), 1);
+    EXPECT_EQ(widget("LanFax Resolution").number(), 0);
+    loadFrom("[features]\nLanFax Resolution=1\n");
+    EXPECT_TRUE(features.troubles().empty());
+}
+
 TEST_F(FeaturesTest, OnlyWhatChangedIsWrittenSoThatTwoDriversLoseNothing)
 {
     loadFrom("# mine\n[features]\nLanFax Resolution=1\nOf A Newer Driver=5\n[other]\na=b\n");
@@ -180,7 +221,7 @@ TEST_F(FeaturesTest, AValueThatDoesNotSuitIsPassedOverAndNamed)
              "Cover Sheet Custom Text=two\\nlines\nLanFax Send Time=1\n");
     ASSERT_EQ(features.troubles().size(), 7U);
     EXPECT_EQ(features.troubles()[1].name, "LanFax Resolution");
-    EXPECT_EQ(features.troubles()[1].line, "the value \"3\" of \"LanFax Resolution\" in " + path +
+    EXPECT_EQ(features.troubles()[1].line, "the value \"3\" of \"Options\" in " + path +
                                                " does not suit and is passed over; set it anew in the fax "
                                                "dialog, or remove it from the file");
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);
@@ -198,7 +239,7 @@ TEST_F(FeaturesTest, OfAValueThatDoesNotSuitNoMoreIsShownThanASentenceHasRoomFor
     loadFrom("[features]\nSender Fax Name=" + std::string(5000, 'x') +
              "\nLanFax Credit Card Info=" + std::string(40, '4') + "\n");
     ASSERT_EQ(features.troubles().size(), 2U);
-    EXPECT_EQ(features.troubles()[0].line.find("the value \"...\" of \"LanFax Credit Card Info\""), 0U);
+    EXPECT_EQ(features.troubles()[0].line.find("the value \"...\" of \"Options\""), 0U);
     EXPECT_LT(features.troubles()[1].line.size(), path.size() + 300);
 }
 

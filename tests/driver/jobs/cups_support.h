@@ -4,7 +4,7 @@
 #define TESTS_DRIVER_JOBS_CUPS_SUPPORT_H
 
 #include "driver/jobs/queue_limits.h"
-#include "driver/jobs/server_job.h"
+#include "driver/queue/server_job.h"
 #include "tests/driver/jobs/job_support.h"
 
 #include <cups/cups.h>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "driver/jobs/job_target.h"
 
-#include "driver/jobs/queue_hold.h"
+#include "driver/queue/queue_hold.h"
 #include "tests/driver/jobs/cups_support.h"
 #include "tests/servers/cupsd_server.h"
 #include "tests/servers/print_listener.h"

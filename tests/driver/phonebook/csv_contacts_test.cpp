@@ -13,7 +13,7 @@ using testing::SizeIs;
 
 using Content = std::variant<PhonebookEntry, PhonebookGroup>;
 
-Contacts parsed(const std::string& text) { return readCsvContacts(text, "list.csv"); }
+SettledContacts parsed(const std::string& text) { return test::settled(readCsvContacts(text, "list.csv")); }
 
 std::string refusal(const std::string& row)
 {
@@ -74,8 +74,9 @@ TEST(CsvContacts, NeedsAFirstLineThatNamesTheColumns)
               "list.csv:1: the column number is missing; the first line names the columns");
     EXPECT_EQ(headerRefusal("name,number,name\n"), "list.csv:1: the column name stands twice");
     EXPECT_EQ(headerRefusal("\nname,colour\n"),
-              "list.csv:2: unknown column \"colour\"; the columns are name, "
-              "number, organization, phone, email, type, members, mailbox");
+              "list.csv:2: the column number is missing; the first line names the columns");
+    EXPECT_EQ(headerRefusal("size,colour\n"), "list.csv:1: unknown column \"size\"; the columns are name, "
+                                              "number, organization, phone, email, type, members, mailbox");
     EXPECT_EQ(headerRefusal("na\xff,number\n").substr(0, 24), "list.csv:1: is not UTF-8");
 }
 

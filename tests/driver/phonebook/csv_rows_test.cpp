@@ -65,16 +65,53 @@ TEST(CsvRows, AMillionEmptyLinesAreNoRows)
     EXPECT_THAT(readCsvRows("a\n" + std::string(1000000, '\n') + "b\n"), SizeIs(2));
 }
 
-TEST(CsvRows, Utf16IsRefused)
+TEST(CsvRows, TheFirstLineNamesOrShowsTheSeparator)
 {
-    for (const auto* text : {"\xff\xfe"
-                             "a",
-                             "\xfe\xff"
-                             "a"}) {
-        const auto rows = readCsvRows(text);
-        ASSERT_THAT(rows, SizeIs(1));
-        EXPECT_THAT(rows[0].problem, HasSubstr("UTF-16"));
-    }
+    EXPECT_EQ(dialectOf("sep=;\na,b;c\n").separator, ';');
+    EXPECT_EQ(dialectOf("\xef\xbb\xbf\"SEP=\t\"\r\na").separator, ',');
+    EXPECT_EQ(dialectOf("sep=\t\r\na,b").separator, '\t');
+    EXPECT_EQ(dialectOf("\r\n\"a;b;c\",d;e;f\n,,,,,").separator, ';');
+    EXPECT_EQ(dialectOf("a\tb\n").separator, '\t');
+    EXPECT_EQ(dialectOf("").separator, ',');
+    EXPECT_FALSE(dialectOf("sep=ab\n").isNamed);
+    const std::string text = "sep=|\na|b,c\n\n\"d|\"|e\n";
+    const auto rows = readCsvRows(text, dialectOf(text));
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[0].line, 2U);
+    EXPECT_EQ(rows[0].fields, (Fields{"a", "b,c"}));
+    EXPECT_EQ(rows[1].fields, (Fields{"d|", "e"}));
+}
+
+TEST(CsvRows, EmptyFieldsBetweenTabsCount)
+{
+    const auto rows = readCsvRows("a\tb\tc\n\t x \t\n", {'\t'});
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[1].fields, (Fields{"", "x", ""}));
+}
+
+TEST(CsvRows, LinesOfOldSystemsEndInCarriageReturns)
+{
+    const auto rows = readCsvRows("a,b\r\r\"c\",d\r");
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[1].line, 3U);
+    EXPECT_EQ(rows[1].fields, (Fields{"c", "d"}));
+}
+
+TEST(CsvRows, TextsThatAreKeptFromBeingCalculatedAreTexts)
+{
+    const auto rows = readCsvRows("=\"012\",\"=\"\"x\"\",=\"\"\",a=b\n=1+2,\"a\n=\"\"\"\n");
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[0].fields, (Fields{"012", "=\"x\",=\"", "a=b"}));
+    EXPECT_EQ(rows[1].fields, (Fields{"=1+2", "a\n=\""}));
+}
+
+TEST(CsvRows, SeparatorsHaveNames)
+{
+    EXPECT_EQ(separatorNamed("semicolon"), ';');
+    EXPECT_EQ(separatorNamed("tab"), '\t');
+    EXPECT_EQ(separatorNamed("|"), '|');
+    for (const auto* text : {"", "a", "1", " ", "\"", ";;", "\u00a7"})
+        EXPECT_EQ(separatorNamed(text), std::nullopt) << text;
 }
 
 TEST(CsvRows, NothingHasNoRows)

@@ -28,7 +28,7 @@ protected:
 TEST_F(ImportTest, MakesThePhonebookAndCounts)
 {
     const auto report = import("name,number\nAnn,1\nBob,2\n");
-    EXPECT_TRUE(report.written);
+    EXPECT_TRUE(report.accepted);
     EXPECT_EQ(list(), "Ann  1\nBob  2\n");
     EXPECT_EQ(importSummary(report), folder / "in" + ": 2 added, 0 merged, 0 refused\n");
 }
@@ -47,14 +47,17 @@ TEST_F(ImportTest, AnythingRefusedMeansNothingIsWritten)
     fill({{"Ann", "1", "", "", ""}});
     const auto before = contentOf(place.path);
     const auto report = import("name,number\nAnn,2\nB@b,3\nCid\nDee,4\n");
-    EXPECT_FALSE(report.written);
+    EXPECT_FALSE(report.accepted);
     EXPECT_EQ(contentOf(place.path), before);
     EXPECT_THAT(refusalLines(report),
-                ElementsAre(testing::StartsWith(folder / "in" + ":3: The Name must not contain"),
+                ElementsAre(testing::StartsWith(folder / "in" + ":3: \"B@b\": The Name must not contain"),
                             folder / "in" + ":4: has 1 fields where the first line names 2"));
     EXPECT_EQ(importFailure(report), folder / "in" +
-                                         ": nothing was imported, for 2 rows or cards are refused; mend "
-                                         "the file or leave them out with --skip-bad");
+                                         ": nothing was imported, with 2 refused; --rename takes 1 of "
+                                         "them under other names, --skip-bad leaves out what is refused");
+    EXPECT_EQ(importFailure(import("name,number\nCid\nDee\n")),
+              folder / "in" + ": nothing was imported, for 2 rows or cards are refused; mend "
+                              "the file or leave them out with --skip-bad");
 }
 
 TEST_F(ImportTest, ALineBreakInAnyFieldIsRefusedWithItsLine)
@@ -63,10 +66,10 @@ TEST_F(ImportTest, ALineBreakInAnyFieldIsRefusedWithItsLine)
     const std::string good = "BEGIN:VCARD\nVERSION:3.0\nFN:Ann\nTEL;TYPE=fax:1\nEND:VCARD\n";
     const auto cards =
         import(good + "BEGIN:VCARD\nVERSION:3.0\nFN:Bob\nTEL;TYPE=fax:2\nORG:Acme\\n%%EOF\nEND:VCARD\n");
-    EXPECT_FALSE(cards.written);
+    EXPECT_FALSE(cards.accepted);
     EXPECT_THAT(refusalLines(cards), ElementsAre(folder / "in" + ":6" + refused));
     const auto rows = import("name,number,organization\nAnn,1,Acme\nBob,2,\"Acme\n@PJL\"\n");
-    EXPECT_FALSE(rows.written);
+    EXPECT_FALSE(rows.accepted);
     EXPECT_THAT(refusalLines(rows), ElementsAre(folder / "in" + ":3" + refused));
 }
 
@@ -80,7 +83,7 @@ TEST_F(ImportTest, NoPhonebookIsMadeWhenNothingIsWritten)
 TEST_F(ImportTest, SkippingTheBadImportsTheRest)
 {
     const auto report = import("name,number\nAnn,2\nB@b,3\nCid,4\n", true);
-    EXPECT_TRUE(report.written);
+    EXPECT_TRUE(report.accepted);
     EXPECT_THAT(report.refused, SizeIs(1));
     EXPECT_EQ(list(), "Ann  2\nCid  4\n");
     EXPECT_THAT(importSummary(report), EndsWith(": 2 added, 0 merged, 1 refused\n"));
@@ -106,7 +109,8 @@ TEST_F(ImportTest, FormatsAreToldApartByContent)
     EXPECT_EQ(import("BEGIN:VCARD\nVERSION:4.0\nFN:Ann\nTEL;TYPE=fax:1\nEND:VCARD\n").added, 1U);
     EXPECT_EQ(import("name,number\nBob,2\n").added, 1U);
     for (const auto* text : {"", " \n"})
-        EXPECT_THAT(failureLine([&] { import(text); }), HasSubstr("is empty; give a CSV or vCard file"));
+        EXPECT_THAT(failureLine([&] { import(text); }),
+                    HasSubstr("is empty; give a CSV, vCard or LDIF file"));
     EXPECT_THAT(failureLine([&] { import("%PDF-1.4\n"); }), HasSubstr(":1: unknown column \"%PDF-1.4\""));
     EXPECT_THAT(failureLine([&] { importFile(place, folder / "none", {}); }),
                 HasSubstr("none: cannot be read"));
@@ -120,14 +124,15 @@ TEST_F(ImportTest, TellsWhatIsLeftOut)
     EXPECT_THAT(importSummary(mailboxes), EndsWith("\n1 mailbox was left out; phonebooks keep none\n"));
     const auto cards =
         import("BEGIN:VCARD\nVERSION:3.0\nFN:A\nEND:VCARD\nBEGIN:VCARD\nVERSION:3.0\nFN:B\nEND:VCARD\n");
-    EXPECT_THAT(importSummary(cards), EndsWith("0 refused\n2 cards without a fax number were passed over\n"));
+    EXPECT_THAT(importSummary(cards),
+                EndsWith("0 refused\n2 people without a fax number were passed over\n"));
 }
 
 TEST_F(ImportTest, WarnsOfMembersThatNoEntryStandsFor)
 {
     fill({{"Ann", "1", "", "", ""}});
     const auto report = import("name,number,type,members\nTeam,,group,\"Ann,Bob,Gone\"\nBob,2,,\n");
-    EXPECT_TRUE(report.written);
+    EXPECT_TRUE(report.accepted);
     EXPECT_THAT(report.strayMembers,
                 ElementsAre("the group \"Team\" has the member \"Gone\", which is not in the phonebook"));
 }

@@ -92,7 +92,7 @@ TEST_F(MenuTest, WhatCannotBeDoneIsSaidAndTheMenuGoesOn)
     for (const auto* line : {"there is no command \"dance\"; help lists what there is", "say show NAME",
                              "no entry or group \"Bob\"", "say remove NAME", "must not contain \"@\"",
                              "say import FILE", "none.csv: cannot be read", "name a file to import",
-                             "say export FILE", "x.txt: ends in neither .vcf nor .csv",
+                             "say export FILE", "x.txt: ends in none of .vcf, .csv and .ldif",
                              "there is no command \"showing\"", "the member \"Bob\" is not in the phonebook"})
         EXPECT_THAT(said, HasSubstr(line));
     EXPECT_THAT(said, EndsWith("> Ann  1\n> \n"));
@@ -109,10 +109,34 @@ TEST_F(MenuTest, ImportsAndExports)
 TEST_F(MenuTest, AsksWhetherTheRestOfABadFileIsWanted)
 {
     const auto file = writeFile(folder / "in.csv", "name,number\nBob,2\nB@d,3\n");
-    EXPECT_THAT(typed("import " + file + "\nn\n"), HasSubstr("in.csv:3: The Name must not"));
+    EXPECT_THAT(typed("import " + file + "\nn\nn\n"), HasSubstr("in.csv:3: \"B@d\": The Name must not"));
     EXPECT_EQ(list(), "Ann  1\n");
-    EXPECT_THAT(typed("import " + file + "\ny\n"), HasSubstr("1 added, 0 merged, 1 refused"));
+    EXPECT_THAT(typed("import " + file + "\nn\ny\n"), HasSubstr("1 added, 0 merged, 1 refused"));
     EXPECT_EQ(list(), "Ann  1\nBob  2\n");
+}
+
+TEST_F(MenuTest, OffersOtherNamesForThoseThatAreNotAllowed)
+{
+    const auto file = writeFile(folder / "in.csv", "name,number\nBob,2\nB@d,3\nCid,none\n");
+    EXPECT_THAT(typed("import " + file + "\ny\nn\n"),
+                HasSubstr("under such names? [y/n] " + file + ":4: the fax number: "));
+    EXPECT_EQ(list(), "Ann  1\n");
+    EXPECT_THAT(
+        typed("import " + file + "\ny\ny\n"),
+        testing::AllOf(HasSubstr("2 added, 0 merged, 1 refused"), HasSubstr("\"B@d\" becomes \"B d\"")));
+    EXPECT_EQ(list(), "Ann  1\nBob  2\nB d  3\n");
+    EXPECT_THAT(typed("import " + file + "\n"), EndsWith("under such names? [y/n] > \n"));
+}
+
+TEST_F(MenuTest, AnImportTakesTheOptionsOfTheCommand)
+{
+    const auto file = writeFile(folder / "in.csv", "Name;Fax\nB@d;555\n");
+    EXPECT_THAT(typed("import --rename --separator ; --dry-run " + file + "\nimport --rename\n"),
+                testing::AllOf(HasSubstr("\"B@d\" becomes \"B d\""), HasSubstr("this was a dry run"),
+                               HasSubstr("name a file to import")));
+    EXPECT_EQ(list(), "Ann  1\n");
+    EXPECT_THAT(typed("import --rename " + file + "\n"), HasSubstr("1 added"));
+    EXPECT_EQ(list(), "Ann  1\nB d  555\n");
 }
 
 TEST_F(MenuTest, APhonebookThatCannotBeReadIsAnError)

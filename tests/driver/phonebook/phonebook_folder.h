@@ -5,6 +5,7 @@
 
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/phonebook.h"
+#include "driver/phonebook/settled_contacts.h"
 #include "tests/support/failure_line.h"
 #include "tests/support/temporary_folder.h"
 
@@ -35,6 +36,12 @@ inline void PrintTo(const UnreadableRecord& record, std::ostream* out)
 }
 
 namespace test {
+
+/// What of a file's contents can be saved, into a phonebook without any items.
+inline SettledContacts settled(Contacts all, const SettlingOptions& options = {})
+{
+    return settle(std::move(all), {}, options);
+}
 
 class PhonebookTest : public testing::Test {
 protected:

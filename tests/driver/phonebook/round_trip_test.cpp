@@ -38,7 +38,8 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryFormat, RoundTripTest,
-                         testing::Values(FileFormat::csv, FileFormat::vcard3, FileFormat::vcard4));
+                         testing::Values(FileFormat::csv, FileFormat::vcard3, FileFormat::vcard4,
+                                         FileFormat::ldif));
 
 TEST_P(RoundTripTest, AwkwardTextsStay)
 {

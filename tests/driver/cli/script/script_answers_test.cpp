@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <ctime>
+#include <string>
+#include <vector>
 
 namespace quelm {
 namespace {
@@ -18,6 +20,42 @@ WidgetView view(const char* name, const char* kind)
     result.kind = kind;
     result.visible = result.sensitive = result.operable = true;
     return result;
+}
+
+std::string widgetAnswer(const WidgetView& widget)
+{
+    ScriptAnswer answer;
+    answer.widget = widget;
+    return answerText(answer);
+}
+
+std::string rowsAnswer(const std::string& list, const std::vector<std::vector<std::string>>& rows)
+{
+    ScriptAnswer answer;
+    answer.list = list;
+    answer.rows = rows;
+    return answerText(answer);
+}
+
+std::string windowsAnswer(const std::vector<WidgetView>& windows)
+{
+    ScriptAnswer answer;
+    answer.windows = windows;
+    return answerText(answer);
+}
+
+std::string receiptAnswer(const ScriptReceipt& receipt)
+{
+    ScriptAnswer answer;
+    answer.receipt = receipt;
+    return answerText(answer);
+}
+
+std::string summaryAnswer(const JobSummary& summary)
+{
+    ScriptAnswer answer;
+    answer.summary = summary;
+    return answerText(answer);
 }
 
 TEST(ScriptAnswers, AButtonShowsItsText)
@@ -81,13 +119,18 @@ TEST(ScriptAnswers, WindowsStandOneALineWithTheirTitles)
 
 TEST(ScriptAnswers, AQuestionStandsOnOneLine)
 {
-    EXPECT_EQ(questionAnswer({3, "Name:   Ann\r\nSure?"}), "question \"Name:   Ann\\r\\nSure?\"\n");
+    ScriptAnswer answer;
+    answer.question = QuestionView{3, "Name:   Ann\r\nSure?"};
+    EXPECT_EQ(answerText(answer), "ok\nquestion \"Name:   Ann\\r\\nSure?\"\n");
 }
 
 TEST(ScriptAnswers, AJobThatWasHandedOverStandsOnOneLine)
 {
-    EXPECT_EQ(deviceAnswer({"::1", 9101}), "handed device \"[::1]:9101\"\n");
-    EXPECT_EQ(queueAnswer("a \"fax\"", 12), "handed queue \"a \\\"fax\\\"\" job 12\n");
+    using Kind = ScriptReceipt::Kind;
+    EXPECT_EQ(receiptAnswer({Kind::handed, NetworkAddress{"::1", 9101}, 0, 0}),
+              "ok\nhanded device \"[::1]:9101\"\n");
+    EXPECT_EQ(receiptAnswer({Kind::handed, QueueTarget{"a \"fax\""}, 12, 0}),
+              "ok\nhanded queue \"a \\\"fax\\\"\" job 12\n");
 }
 
 TEST(ScriptAnswers, AJobThatWaitsSaysUntilWhen)
@@ -95,13 +138,16 @@ TEST(ScriptAnswers, AJobThatWaitsSaysUntilWhen)
     const KeptVariable zone("TZ");
     ::setenv("TZ", "UTC", 1);
     ::tzset();
-    EXPECT_EQ(waitingAnswer(7, 0), "waits outbox job 7 until \"1970-01-01T00:00:00+00:00\"\n");
-    EXPECT_EQ(heldAnswer("fax", 12, 0), "held queue \"fax\" job 12 until \"1970-01-01T00:00:00+00:00\"\n");
+    using Kind = ScriptReceipt::Kind;
+    EXPECT_EQ(receiptAnswer({Kind::waits, NetworkAddress{"::1", 9101}, 7, 0}),
+              "ok\nwaits outbox job 7 until \"1970-01-01T00:00:00+00:00\"\n");
+    EXPECT_EQ(receiptAnswer({Kind::held, QueueTarget{"fax"}, 12, 0}),
+              "ok\nheld queue \"fax\" job 12 until \"1970-01-01T00:00:00+00:00\"\n");
 }
 
 TEST(ScriptAnswers, ASummaryHasALineForEachSubject)
 {
-    EXPECT_EQ(summaryAnswer({}), "summary 6\ndocument \"\" pages unknown\ncover no\nresolution \"\"\n"
+    EXPECT_EQ(summaryAnswer({}), "ok\nsummary 6\ndocument \"\" pages unknown\ncover no\nresolution \"\"\n"
                                  "speed \"\"\nconfirmation no\ntime now\n");
     JobSummary summary;
     JobRecipient ann;
@@ -119,7 +165,7 @@ TEST(ScriptAnswers, ASummaryHasALineForEachSubject)
     summary.plan.target = FileTarget{"a b"};
     summary.notReaching = {"the note"};
     EXPECT_EQ(summaryAnswer(summary),
-              "summary 11\nrecipient \"Ann\\\"\" \"555\"\ndocument \"a.ps\" pages 2\ncover yes\n"
+              "ok\nsummary 11\nrecipient \"Ann\\\"\" \"555\"\ndocument \"a.ps\" pages 2\ncover yes\n"
               "resolution \"fine\"\nspeed \"14.4\"\nconfirmation yes\nprefix \"9\"\ncard \"2345\"\ntime "
               "now\ndestination file \"a b\"\nunsent \"the note\"\n");
     summary.plan.target = NetworkAddress{"::1", 9100};

@@ -19,7 +19,7 @@ protected:
     {
         std::string answer;
         for (const auto& step : parseScript(script, "script"))
-            answer = runner_.run(step);
+            answer = answerText(runner_.run(step));
         return answer;
     }
 

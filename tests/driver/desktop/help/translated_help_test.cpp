@@ -3,6 +3,7 @@
 #include "driver/desktop/help/help_page.h"
 #include "driver/desktop/help/help_window.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/widgets/widget_label.h"
 #include "tests/support/build_paths.h"
 #include "tests/support/temporary_folder.h"
 

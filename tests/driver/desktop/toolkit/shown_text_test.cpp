@@ -10,7 +10,6 @@ namespace {
 using quelm::drawable;
 using quelm::shownMessage;
 using quelm::shownText;
-using quelm::withoutMnemonic;
 using quelm::withPlainLineEnds;
 
 class ShownText : public HostTest {};
@@ -41,14 +40,6 @@ TEST(LineEnds, OfEveryKindBecomeOne)
 {
     EXPECT_EQ(withPlainLineEnds("a\r\nb\rc\nd"), "a\nb\nc\nd");
     EXPECT_EQ(withPlainLineEnds("a\r\n\nb\r"), "a\n\nb\n");
-}
-
-TEST(Mnemonics, AreLeftOut)
-{
-    EXPECT_EQ(withoutMnemonic("_Add >>"), "Add >>");
-    EXPECT_EQ(withoutMnemonic("Save _Group..."), "Save Group...");
-    EXPECT_EQ(withoutMnemonic("a__b"), "a_b");
-    EXPECT_EQ(withoutMnemonic("end_"), "end_");
 }
 
 TEST_F(ShownText, OfTheDefinitionKeepsItsLineBreaksAndMnemonics)
