@@ -9,7 +9,9 @@
 #                               the home folder's db leads there. Each user's own are in a folder of his own, see
 #                               driver/config/user_place.h. Below /usr it is /var/lib/quelm/phonebook.
 # SPDX-License-Identifier: LGPL-2.1-or-later
-include("${CMAKE_CURRENT_LIST_DIR}/InstallManual.cmake")
+if(TARGET write-manual)
+  include("${CMAKE_CURRENT_LIST_DIR}/InstallManual.cmake")
+endif()
 
 set(programs "")
 foreach(program quelm-driver quelm-desktop fennodial quelm-device)

@@ -48,6 +48,16 @@ expect_refusal("old libraries" "libtiff-4>=4.5: the pages that the device sends 
 if(words MATCHES " cairo: ")
   message(SEND_ERROR "old libraries: one that serves is said to be missing: ${words}")
 endif()
+expect_words("old libraries" "-D BRAMBLECOR_DEVICE=OFF leaves the emulated device out.")
+configure(-D BRAMBLECOR_DRIVER=ON -D BRAMBLECOR_DEVICE=OFF)
+if(words MATCHES "libtiff-4")
+  message(SEND_ERROR "without the device: what it needs is said to be missing: ${words}")
+endif()
+unset(ENV{PKG_CONFIG_LIBDIR})
+configure(-D BRAMBLECOR_DRIVER=ON -D BRAMBLECOR_DEVICE=OFF)
+expect_success("the driver without the device")
+configure(-D BRAMBLECOR_DRIVER=ON -D BRAMBLECOR_DEVICE=OFF -D BUILD_TESTING=ON)
+expect_refusal("tests without the device" "The driver's tests and benchmarks need the emulated device")
 
 # --- Without pkg-config nothing is said to be missing that was not looked for ---
 
