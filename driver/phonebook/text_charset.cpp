@@ -129,12 +129,11 @@ bool isKnownCharset(const std::string& name)
 {
     if (name.empty() || !std::ranges::all_of(name, isPrintableAscii) || name.find('/') != std::string::npos)
         return false;
-    auto* const converter = g_iconv_open("UTF-8", name.c_str());
-    // GLib's word for failure.
-    if (converter == reinterpret_cast<GIConv>(-1))
-        return false;
-    g_iconv_close(converter);
-    return true;
+    GError* error = nullptr;
+    g_free(g_convert("", 0, "UTF-8", name.c_str(), nullptr, nullptr, &error));
+    const bool isUnknown = g_error_matches(error, G_CONVERT_ERROR, G_CONVERT_ERROR_NO_CONVERSION) != FALSE;
+    g_clear_error(&error);
+    return !isUnknown;
 }
 
 std::string textFromCharset(std::string_view text, const std::string& charset, const std::string& file)
