@@ -38,7 +38,8 @@ std::string refusal(const std::vector<std::string>& arguments)
         argv.push_back(argument.c_str());
     return test::failureLine<UsageError>([&] {
         const auto line = parseCommandLine(static_cast<int>(argv.size()), argv.data());
-        const auto setup = setUpForOneCommand(line); // the options that every command takes are looked at there
+        const auto setup =
+            setUpForOneCommand(line); // the options that every command takes are looked at there
         static_cast<void>(givenTarget(line.job, setup.destinations));
     });
 }
@@ -64,6 +65,11 @@ std::vector<WrongValue> wrongValues()
     add(fax, "--device-snmp", {"", ":161", "host:0", "host:99999", "[::1"});
     add(fax, "--to", {"", "Ann", "=5", "Ann=", "Ann B", "+"});
     add(fax, "--recipients", {""});
+    add(fax, "--recipients-charset", {"", "klingon", "UTF-8//IGNORE"});
+    add(fax, "--recipients-separator", {"", "ab", "x", "\""});
+    const std::vector<std::string> import{"phonebook", "import", "a.csv"};
+    add(import, "--charset", {"", "klingon"});
+    add(import, "--separator", {"", "7", " "});
     add(fax, "--entry", {""});
     add(fax, "--group", {""});
     add(fax, "--shared", {""});
