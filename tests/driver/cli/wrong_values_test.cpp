@@ -65,8 +65,11 @@ std::vector<WrongValue> wrongValues()
     add(fax, "--device-snmp", {"", ":161", "host:0", "host:99999", "[::1"});
     add(fax, "--to", {"", "Ann", "=5", "Ann=", "Ann B", "+"});
     add(fax, "--recipients", {""});
-    add(fax, "--recipients-charset", {"", "no-such-charset"});
-    add(fax, "--recipients-separator", {"", "ab"});
+    add(fax, "--recipients-charset", {"", "no-such-charset", "UTF-8//IGNORE"});
+    add(fax, "--recipients-separator", {"", "ab", "x", "\""});
+    const std::vector<std::string> import{"phonebook", "import", "a.csv"};
+    add(import, "--charset", {"", "no-such-charset"});
+    add(import, "--separator", {"", "7", " "});
     add(fax, "--entry", {""});
     add(fax, "--group", {""});
     add(fax, "--shared", {""});
