@@ -9,7 +9,9 @@
 #                               the home folder's db leads there. Each user's own are in a folder of his own, see
 #                               driver/config/user_place.h. Below /usr it is /var/lib/quelm/phonebook.
 # SPDX-License-Identifier: LGPL-2.1-or-later
-include("${CMAKE_CURRENT_LIST_DIR}/InstallManual.cmake")
+if(TARGET write-manual)
+  include("${CMAKE_CURRENT_LIST_DIR}/InstallManual.cmake")
+endif()
 
 set(programs "")
 foreach(program quelm-driver quelm-desktop fennodial quelm-device)
@@ -19,9 +21,6 @@ foreach(program quelm-driver quelm-desktop fennodial quelm-device)
   endif()
 endforeach()
 include(cmake/InstallDesktop.cmake)
-
-# Man pages and the shells' completions.
-include(cmake/InstallManual.cmake OPTIONAL)
 
 # For those who read: all guides but those of the house itself, and the pictures in them.
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/quelm" COMPONENT Runtime

@@ -32,7 +32,9 @@ target_sources(message_catalogue INTERFACE $<TARGET_OBJECTS:libiconv_objects>)
 
 if(gettext_dir)
   include(ExternalProject)
-  set(libintl_build "${third_party_dir}/libintl-build")
+  # Beside what the release was unpacked to: another one is built anew.
+  get_filename_component(libintl_place "${gettext_dir}" DIRECTORY)
+  set(libintl_build "${libintl_place}/libintl-build")
   set(libintl_archive "${libintl_build}/intl/.libs/libintl.a")
   string(TOUPPER "${CMAKE_BUILD_TYPE}" build_type)
   configure_file("${libiconv_include_dirs}/iconv.h" "${third_party_dir}/libiconv-alone/iconv.h" COPYONLY)
@@ -41,8 +43,8 @@ if(gettext_dir)
   ExternalProject_Add(libintl_release
     SOURCE_DIR "${gettext_dir}"
     BINARY_DIR "${libintl_build}"
-    STAMP_DIR "${third_party_dir}/libintl-stamps"
-    TMP_DIR "${third_party_dir}/libintl-tmp"
+    STAMP_DIR "${libintl_place}/libintl-stamps"
+    TMP_DIR "${libintl_place}/libintl-tmp"
     DOWNLOAD_COMMAND ""
     CONFIGURE_COMMAND "${gettext_dir}/gettext-runtime/configure" --prefix=/usr --localedir=/usr/share/locale
       --with-included-gettext --enable-nls --disable-shared --enable-static --with-pic --enable-threads=posix

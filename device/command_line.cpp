@@ -121,6 +121,7 @@ CLI::App* addServe(CLI::App& program, ServeOptions& options)
                     localized("Answer nothing over SNMP"));
     serve->add_flag("--with-directory", options.withDirectory,
                     localized("Start a directory server with sample people"));
+    serve->add_flag("--json", options.asJson, localized("Say what happens in JSON, an object a line"));
     addIdentity(*serve, options.identity);
     return serve;
 }

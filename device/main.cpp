@@ -1,5 +1,6 @@
 // The program quelm-device: takes the command line, runs one command, and tells how it ended.
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "base/command_line/json_answer.h"
 #include "base/file_io.h"
 #include "base/program_end.h"
 #include "base/standard_output.h"
@@ -21,6 +22,8 @@ void run(const quelm::device::DeviceCommandLine& line)
 int main(int argc, char** argv)
 {
     const quelm::WriteSignalsIgnored ignored;
-    return quelm::exitStatusOf("quelm-device",
+    return quelm::exitStatusOf("quelm-device", [&] {
+        quelm::withJsonFailure(quelm::asksForJson(argc, argv),
                                [&] { run(quelm::device::parseDeviceCommandLine(argc, argv)); });
+    });
 }

@@ -5,9 +5,13 @@
 #include "base/standard_output.h"
 #include "base/texts.h"
 
+#include <nlohmann/json.hpp>
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <charconv>
+#include <optional>
 #include <utility>
 
 namespace quelm::device {
@@ -33,10 +37,19 @@ bool waitForReader(const std::stop_token& stop)
     return false;
 }
 
+std::optional<int> numberIn(const std::string& text)
+{
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, number);
+    return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
+}
+
 } // namespace
 
-OutputLines::OutputLines(std::size_t mostWaiting)
-    : mostWaiting_(mostWaiting), writer_([this](const std::stop_token& stop) { write(stop); })
+OutputLines::OutputLines(std::size_t mostWaiting, bool asJson)
+    : mostWaiting_(mostWaiting), asJson_(asJson),
+      writer_([this](const std::stop_token& stop) { write(stop); })
 {
 }
 
@@ -85,10 +98,31 @@ void OutputLines::write(const std::stop_token& stop)
         if (waiting_.empty())
             leftOut = std::exchange(leftOut_, 0);
         lock.unlock();
-        writeConfirmation(line + "\n");
+        writeConfirmation((asJson_ ? lineJson(line) : line) + "\n");
         if (leftOut > 0)
             announce(std::to_string(leftOut) + " lines were left out, for nobody read them");
     }
+}
+
+std::string lineJson(const std::string& line)
+{
+    using Json = nlohmann::ordered_json;
+    Json json;
+    const auto colon = line.find(": ");
+    const auto blank = std::min(line.find(' '), colon);
+    const bool isWord = blank == std::string::npos;
+    if (colon == std::string::npos && !isWord) {
+        json = {{"event", "note"}, {"text", line}};
+    } else {
+        json["event"] = line.substr(0, blank);
+        const auto number =
+            blank < colon ? numberIn(line.substr(blank + 1, colon - blank - 1)) : std::nullopt;
+        if (number)
+            json["number"] = *number;
+        if (!isWord)
+            json["text"] = line.substr(number || blank == colon ? colon + 2 : blank + 1);
+    }
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 } // namespace quelm::device

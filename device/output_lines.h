@@ -19,8 +19,8 @@ namespace quelm::device {
 /// output that was closed, or fails, ends nothing. Safe on every thread.
 class OutputLines {
 public:
-    /// At most `mostWaiting` lines wait for a reader.
-    explicit OutputLines(std::size_t mostWaiting = 10000);
+    /// At most `mostWaiting` lines wait for a reader. `asJson`: each is written as `lineJson` of it.
+    explicit OutputLines(std::size_t mostWaiting = 10000, bool asJson = false);
     /// Writes what waits, unless its reader takes nothing for a second.
     ~OutputLines() = default;
     OutputLines(const OutputLines&) = delete;
@@ -39,6 +39,7 @@ private:
     void write(const std::stop_token& stop);
 
     std::size_t mostWaiting_;
+    bool asJson_;
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::deque<std::string> waiting_; ///< to be written
@@ -47,6 +48,11 @@ private:
     std::size_t leftOut_ = 0;
     std::jthread writer_; // last: it uses what stands above
 };
+
+/// A line of the device as a JSON object: "job 1: done, 2 of 2 sent" is {"event":"job","number":1,
+/// "text":"done, 2 of 2 sent"}, "job from HOST: not kept" has no number and the text "from HOST: not kept",
+/// "ready" is an event alone. A sentence is the text of a "note".
+[[nodiscard]] std::string lineJson(const std::string& line);
 
 } // namespace quelm::device
 

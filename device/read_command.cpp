@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "device/read_command.h"
 
+#include "base/command_line/json_answer.h"
 #include "base/error.h"
 #include "base/standard_output.h"
 #include "device/job_reading.h"
@@ -12,7 +13,10 @@ namespace quelm::device {
 void runReadCommand(const ReadOptions& options)
 {
     const auto jobs = readJobs(options.job, options.render);
-    writeAnswer(options.asJson ? readingJson(jobs) : readingText(jobs));
+    if (options.asJson)
+        writeJsonAnswer(readingJson(jobs));
+    else
+        writeAnswer(readingText(jobs));
     if (const auto refusal = refusalLine(jobs); !refusal.empty())
         throw Error(refusal);
 }

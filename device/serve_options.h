@@ -21,6 +21,7 @@ struct ServeOptions {
     std::optional<std::uint16_t> panel = 8631; ///< 0 for any free one; nothing for no status pages
     std::optional<std::uint16_t> snmp = 1161;  ///< likewise; nothing for no agent
     bool withDirectory = false;
+    bool asJson = false;  ///< what happens is said in JSON, an object a line
     std::string identity; ///< of the station: digits, blanks and "+", at most 20; empty for the usual one
 };
 

@@ -44,6 +44,8 @@ std::vector<std::string> addressesOf(const ServeOptions& options)
     return options.addresses.empty() ? std::vector<std::string>{"127.0.0.1", "::1"} : options.addresses;
 }
 
+constexpr std::size_t mostLinesWaiting = 10000;
+
 } // namespace
 
 struct ServedDevice::Parts {
@@ -83,8 +85,8 @@ struct ServedDevice::Parts {
 
 /// Whatever can fail to begin does so before the first call.
 ServedDevice::Parts::Parts(const ServeOptions& options)
-    : folder(options.state), log(folder), exchange(exchangeOf(options, folder)),
-      clock(options.realTime, log.latestMoment())
+    : output(mostLinesWaiting, options.asJson), folder(options.state), log(folder),
+      exchange(exchangeOf(options, folder)), clock(options.realTime, log.latestMoment())
 {
     hasWork = log.load().waitingJobs > 0 || !log.missingReports().empty();
     if (options.withDirectory)

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "base/command_line/help_texts.h"
 
-#include "base/command_line/command_view.h"
-#include "base/command_line/help_formatter.h"
-#include "base/command_line/help_page.h"
+#include <CLI/CLI.hpp>
 
+#include <exception>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -13,23 +13,32 @@
 
 namespace quelm {
 
-std::string HelpFormatter::make_help(const CLI::App* command, std::string, CLI::AppFormatMode) const
-{
-    return helpPage(viewOf(*command));
-}
+namespace {
 
-void addHelp(CLI::App& command, HelpTexts texts)
+/// CLI11 hands a program's formatter to all its commands: the place for texts that it has none for.
+class TextKeeper : public CLI::Formatter {
+public:
+    std::map<const CLI::App*, HelpTexts> texts;
+};
+
+} // namespace
+
+void keepHelp(CLI::App& program) { program.formatter(std::make_shared<TextKeeper>()); }
+
+HelpTexts& keptHelp(CLI::App& command)
 {
-    const auto formatter = std::dynamic_pointer_cast<HelpFormatter>(command.get_formatter());
+    const auto formatter = std::dynamic_pointer_cast<TextKeeper>(command.get_formatter());
     if (formatter == nullptr)
         throw std::logic_error("help for a program that was not begun");
-    formatter->texts[&command] = std::move(texts);
+    return formatter->texts[&command];
 }
+
+void addHelp(CLI::App& command, HelpTexts texts) { keptHelp(command) = std::move(texts); }
 
 const HelpTexts& helpTextsOf(const CLI::App& command)
 {
     static const HelpTexts none;
-    const auto formatter = std::dynamic_pointer_cast<HelpFormatter>(command.get_formatter());
+    const auto formatter = std::dynamic_pointer_cast<TextKeeper>(command.get_formatter());
     if (formatter == nullptr)
         return none;
     const auto found = formatter->texts.find(&command);
@@ -42,7 +51,15 @@ OptionSection::OptionSection(CLI::App& command, const std::string& heading)
     command_.option_defaults()->group(heading);
 }
 
-OptionSection::~OptionSection() { command_.option_defaults()->group(former_); }
+OptionSection::~OptionSection()
+{
+    try {
+        command_.option_defaults()->group(former_);
+    } catch (const std::exception&) {
+        // The heading was taken once, and is taken again.
+        std::terminate();
+    }
+}
 
 CLI::App& commandAt(CLI::App& program, const std::string& path)
 {

@@ -28,8 +28,14 @@ struct HelpTexts {
     std::vector<std::string> related;         ///< of a program: pages to see, "quelm-device(1)"
 };
 
+/// Lets a program without commands keep the texts of those that it is given later.
+void keepHelp(CLI::App& program);
+
 /// Gives a command its texts. Its program has gone through `beginProgram` ahead of that.
 void addHelp(CLI::App& command, HelpTexts texts);
+
+/// The texts of a command, to be added to; they stay where they are as long as the program is there.
+HelpTexts& keptHelp(CLI::App& command);
 
 /// The texts of a command; empty ones when it has none. Valid as long as the program is, until the next
 /// `addHelp`.

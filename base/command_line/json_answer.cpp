@@ -9,10 +9,15 @@
 #include <nlohmann/json.hpp>
 
 #include <exception>
+#include <new>
 #include <string_view>
 
 namespace quelm {
 namespace {
+
+// As the program ends.
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
 
 bool& isAnswered()
 {
@@ -60,11 +65,13 @@ void withJsonFailure(bool asJson, const std::function<void()>& work)
     isAnswered() = false;
     try {
         work();
+    } catch (const std::bad_alloc&) {
+        throw; // there is no memory for an answer
     } catch (const UsageError& error) {
-        tellFailure(error.what(), 2);
+        tellFailure(error.what(), wrongUsage);
         throw;
     } catch (const std::exception& error) {
-        tellFailure(error.what(), 1);
+        tellFailure(error.what(), failed);
         throw;
     }
 }

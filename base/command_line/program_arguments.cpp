@@ -3,15 +3,14 @@
 #include "base/command_line/program_arguments.h"
 
 #include "base/command_line/command_view.h"
-#include "base/command_line/help_formatter.h"
 #include "base/command_line/help_page.h"
+#include "base/command_line/help_texts.h"
 #include "base/command_line/parser_messages.h"
 #include "base/error.h"
 #include "base/translation.h"
 #include "base/version.h"
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 namespace quelm {
@@ -72,7 +71,7 @@ std::string askedHelp(const CLI::App& program, const CLI::App& help)
 
 void beginProgram(CLI::App& program)
 {
-    program.formatter(std::make_shared<HelpFormatter>());
+    keepHelp(program);
     program.option_defaults()->disable_flag_override();
     program.set_version_flag("-V,--version", programAndVersion(program.get_name()),
                              localized("Print the version and exit"));

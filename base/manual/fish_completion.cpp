@@ -27,7 +27,7 @@ std::string finder(const CommandView& program)
             if (option.kind != ValueKind::none)
                 withValue.insert(option.names.begin(), option.names.end());
         for (const auto& below : command.commands)
-            branches += " " + fishQuoted(wordsOf(below));
+            branches += " " + fishQuoted(wordsOf(below)) + " " + fishQuoted("help " + wordsOf(below));
     });
     const auto name = "_" + functionName(program);
     std::string text =
@@ -85,10 +85,28 @@ std::string namePart(const OptionView& option)
     return part;
 }
 
+/// How a rule begins that holds behind these words.
+std::string ruleAt(const CommandView& program, const std::string& words)
+{
+    return "complete -c " + program.name + " -n " + fishQuoted("_" + functionName(program) + "_at " + words);
+}
+
+/// The commands behind `help`, which stand there as they stand elsewhere.
+std::string topicRules(const CommandView& program, const CommandView& help)
+{
+    std::string text;
+    forEachCommand(program, [&](const CommandView& above) {
+        const auto words = wordsOf(help) + (wordsOf(above).empty() ? "" : " ") + wordsOf(above);
+        for (const auto& topic : above.commands)
+            text += ruleAt(program, words) + " -f -a " + topic.name + " -d " + fishQuoted(topic.description) +
+                    "\n";
+    });
+    return text;
+}
+
 std::string rules(const CommandView& program, const CommandView& command)
 {
-    const auto start = "complete -c " + program.name + " -n " +
-                       fishQuoted("_" + functionName(program) + "_at " + wordsOf(command));
+    const auto start = ruleAt(program, wordsOf(command));
     std::string text;
     for (const auto& below : command.commands)
         text += start + " -f -a " + below.name + " -d " + fishQuoted(below.description) + "\n";
@@ -98,8 +116,7 @@ std::string rules(const CommandView& program, const CommandView& command)
         if (place.kind == ValueKind::file)
             text += start + " -F\n";
         if (place.kind == ValueKind::command)
-            for (const auto& topic : program.commands)
-                text += start + " -f -a " + topic.name + " -d " + fishQuoted(topic.description) + "\n";
+            text += topicRules(program, command);
     }
     return text;
 }

@@ -8,7 +8,7 @@
 namespace quelm {
 namespace {
 
-/// A text within a specification of _arguments: some characters part it there.
+/// A text within what _arguments is told of an option: some characters part it there.
 std::string specText(const std::string& text)
 {
     std::string out;
@@ -29,7 +29,7 @@ std::string action(const OptionView& option, const std::string& helpAction)
     case ValueKind::file:
         return "_files";
     case ValueKind::folder:
-        return "_files -/";
+        return "_directories";
     case ValueKind::host:
         return "_hosts";
     case ValueKind::user:
@@ -99,7 +99,9 @@ std::string commandFunction(const CommandView& program, const CommandView& comma
 {
     const auto name = zshName(program, command);
     std::string text = name + "()\n{\n  local curcontext=\"$curcontext\" state state_descr line\n"
-                              "  typeset -A opt_args\n  _arguments -C -s -S \\\n";
+                              "  typeset -A opt_args\n  _arguments -C -s -S ";
+    // What stands behind a command is the command's affair.
+    text += command.commands.empty() ? "\\\n" : "-A '-*' \\\n";
     for (const auto& option : allOptionsOf(command))
         text += optionSpec(option);
     if (command.commands.empty()) {

@@ -3,8 +3,8 @@
 #include "base/terminal/secret_line.h"
 
 #include "base/error.h"
-#include "base/log.h"
 #include "base/interruption.h"
+#include "base/log.h"
 #include "base/system_reason.h"
 #include "base/translation.h"
 

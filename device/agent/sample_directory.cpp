@@ -66,9 +66,9 @@ std::string findIn(const std::vector<std::string>& folders, const std::string& f
 std::string required(const std::string& found)
 {
     if (found.empty())
-        throw Error(
-            localized("there is no directory server on this machine; install the package slapd, or do "
-                      "without --with-directory"));
+        throw Error(localized(
+            "there is no directory server on this machine; install slapd, the server of OpenLDAP, or do "
+            "without --with-directory"));
     return found;
 }
 

@@ -47,7 +47,7 @@ void checkFonts()
     const FcFontSet* const fonts = FcConfigGetFonts(nullptr, FcSetSystem);
     if (fonts == nullptr || fonts->nfont == 0)
         throw Error(localized("the confirmation sheet cannot be drawn: no font is installed on this machine; "
-                              "install one, such as the package fonts-dejavu-core"));
+                              "install one, such as DejaVu Sans"));
 }
 
 } // namespace

@@ -24,8 +24,8 @@ GTKObject* GetWidgetByName(char* name)
         if (widget != nullptr)
             return &state->handleOf(*widget);
         if (state != nullptr)
-            state->failures.widgetMissing(quelm::localized(
-                "its dialogs lack something that it asks for; install the component again"));
+            state->failures.widgetMissing(
+                quelm::localized("its dialogs lack something that it asks for; install the component again"));
         return nullptr;
     });
 }

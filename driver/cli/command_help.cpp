@@ -17,7 +17,7 @@ namespace {
 /// One command of a program, and what to say of it.
 class Command {
 public:
-    Command(CLI::App& program, const char* path) : app_(&commandAt(program, path)) {}
+    Command(CLI::App& program, const char* path) : texts_(keptHelp(commandAt(program, path))) {}
 
     Command& says(const std::string& paragraph)
     {
@@ -29,13 +29,9 @@ public:
         texts_.examples.push_back({line, text});
         return *this;
     }
-    ~Command() { addHelp(*app_, std::move(texts_)); }
-    Command(const Command&) = delete;
-    Command& operator=(const Command&) = delete;
 
 private:
-    CLI::App* app_;
-    HelpTexts texts_;
+    HelpTexts& texts_;
 };
 
 std::vector<ExplainedWords> environment()
@@ -87,13 +83,16 @@ void addJobs(CLI::App& program)
     Command(program, "fax")
         .says(localized(
             "What is not said here is as the user saved it in the fax dialog; an option holds for this job "
-            "alone. A destination is needed: --output, --device or --queue."))
+            "alone. A destination is needed, unless one is configured: --output, --device, --queue or "
+            "--destination."))
         .example("quelm-driver fax letter.pdf --to \"Ann=555-1234\" --device fax.example",
                  localized("Hands a letter for Ann to a fax device."))
-        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --note \"Call me\" --dry-run",
+        .example("quelm-driver fax letter.pdf --recipients sales.csv --cover --dry-run",
                  localized("Says what would go out, with a cover sheet, and to whom."))
         .example("quelm-driver fax letter.pdf --group Team --queue fax --send-at 17:30",
-                 localized("Sends to a group of the phonebook in the evening."));
+                 localized("Sends to a group of the phonebook in the evening."))
+        .example("quelm-driver fax letter.pdf --to 555-1234 --device fax.example --json --quiet",
+                 localized("Sends to a number, and answers what became of it as data."));
     Command(program, "attributes")
         .says(localized(
             "They come out byte for byte as the component writes them, on standard output unless --output "
@@ -107,6 +106,8 @@ void addJobs(CLI::App& program)
             "A script does to the dialogs what a person could do, one action a line, and answers each on "
             "standard output."))
         .example("quelm-driver script steps.txt", localized("Carries out the lines of a file."))
+        .example("quelm-driver script --list",
+                 localized("Lists the widgets and functions that a script can name."))
         .example("quelm-driver script - < steps.txt", localized("Reads them from standard input."));
 }
 

@@ -10,6 +10,7 @@
 #include "driver/device/device_address.h"
 #include "driver/widgets/widget_names.h"
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -23,13 +24,21 @@ void fillIn(std::string& option, const std::optional<std::string>& configured)
         option = *configured;
 }
 
+/// The same server whatever the user's own is: one without a port is at that of print servers.
+std::string printServerOf(const NamedDestination& destination)
+{
+    constexpr std::uint16_t printPort = 631;
+    return destination.server.empty() ? "" : toText(parseNetworkAddress(destination.server, printPort));
+}
+
 NamedTarget targetOf(const NamedDestination& destination)
 {
     switch (destination.kind) {
     case NamedDestination::Kind::device:
         return {destination.name, parseNetworkAddress(destination.place), destination.pdl};
     case NamedDestination::Kind::queue:
-        return {destination.name, QueueTarget{destination.place, destination.server}, destination.pdl};
+        return {destination.name, QueueTarget{destination.place, printServerOf(destination)},
+                destination.pdl};
     case NamedDestination::Kind::file:
     case NamedDestination::Kind::none:
         break;

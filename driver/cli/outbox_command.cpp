@@ -41,17 +41,6 @@ void list(Outbox& outbox, const OutboxRequest& request)
             writeRemark(*question);
 }
 
-void show(Outbox& outbox, const OutboxRequest& request)
-{
-    const auto now = currentTime();
-    const auto job = outbox.job(request.numbers.front());
-    if (request.asJson)
-        return writeJsonAnswer(jobJson(job, now));
-    writeAnswer(shownJob(job, now));
-    if (const auto question = questionOf(job, now))
-        writeRemark(*question);
-}
-
 /// Does something with each of the jobs. One that fails does not keep the others from it: what is wrong with
 /// it is told, and the last line says how many failed.
 void forEach(Outbox& outbox, const OutboxRequest& request, const std::function<void(int number)>& action)
@@ -76,8 +65,9 @@ void forEach(Outbox& outbox, const OutboxRequest& request, const std::function<v
         if (request.asJson)
             results.push_back(resultOf(outbox, number, error));
     }
+    const bool isDone = !request.dryRun && request.action != OutboxAction::show;
     if (request.asJson)
-        writeJsonResult(resultsJson(results, currentTime()));
+        (isDone ? writeJsonResult : writeJsonAnswer)(resultsJson(results, currentTime()));
     if (failed == 0)
         return;
     if (isOne)
@@ -85,6 +75,33 @@ void forEach(Outbox& outbox, const OutboxRequest& request, const std::function<v
     throw Error(localizedCount("%d job was left as it was or failed; see the lines ahead of this one",
                                "%d jobs were left as they were or failed; see the lines ahead of this one",
                                failed, failed));
+}
+
+void showOne(Outbox& outbox, const OutboxRequest& request)
+{
+    const auto now = currentTime();
+    const auto job = outbox.job(request.numbers.front());
+    if (request.asJson)
+        return writeJsonAnswer(jobJson(job, now));
+    writeAnswer(shownJob(job, now));
+    if (const auto question = questionOf(job, now))
+        writeRemark(*question);
+}
+
+void show(Outbox& outbox, const OutboxRequest& request)
+{
+    if (request.numbers.size() == 1)
+        return showOne(outbox, request);
+    bool isFirst = true;
+    forEach(outbox, request, [&](int number) {
+        const auto now = currentTime();
+        const auto job = outbox.job(number);
+        if (!request.asJson)
+            writeAnswer((isFirst ? "" : "\n") + shownJob(job, now));
+        isFirst = false;
+        if (const auto question = questionOf(job, now); question && !request.asJson)
+            writeRemark(*question);
+    });
 }
 
 /// Says what would be done, for people.

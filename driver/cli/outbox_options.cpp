@@ -61,8 +61,8 @@ void addOutboxActions(CLI::App& command, OutboxRequest& request)
 
     add(OutboxAction::list, "list", localized("List the jobs and what became of them"));
 
-    auto& show = add(OutboxAction::show, "show", localized("Show all that is known of a job"));
-    addNumber(show, request);
+    auto& show = add(OutboxAction::show, "show", localized("Show all that is known of jobs"));
+    addNumbers(show, request);
 
     addNumbers(add(OutboxAction::cancel, "cancel", localized("Cancel jobs that were not handed over")),
                request);

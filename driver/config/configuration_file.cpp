@@ -161,7 +161,9 @@ private:
     void readKey(const std::string& group, const std::string& name)
     {
         const ConfigurationKey* key = keyOf(group, name);
-        const auto value = key == nullptr ? std::nullopt : keyFile_.value(group, name);
+        if (key == nullptr)
+            return;
+        const auto value = keyFile_.value(group, name);
         if (!value)
             return;
         const std::string expected = key->take(own_, *value);
@@ -252,11 +254,12 @@ Configuration readSources(std::vector<ConfigurationSource> sources, const PipeLi
                           const ProblemTaker& problems)
 {
     Configuration configuration;
-    for (auto source = sources.rbegin(); source != sources.rend(); ++source) {
-        if (!source->isThere)
+    const std::vector<ConfigurationSource> leastFirst(sources.rbegin(), sources.rend());
+    for (const auto& source : leastFirst) {
+        if (!source.isThere)
             continue;
         try {
-            ConfigurationReader(source->file, limits, problems).putOver(configuration);
+            ConfigurationReader(source.file, limits, problems).putOver(configuration);
         } catch (const Error& error) { // as a file that cannot be read
             problems(error.what());
         }
@@ -317,6 +320,7 @@ std::vector<ConfigurationSource> configurationSources()
         begin = end + 1;
     }
     std::vector<ConfigurationSource> sources;
+    sources.reserve(files.size());
     for (const auto& file : files)
         sources.push_back({file, isThere(file)});
     return sources;

@@ -31,9 +31,10 @@ const Widget& culprit(const Widget& widget, Test test)
 
 Error missingWidget(std::string_view name, bool isNamed)
 {
-    return Error(isNamed ? localized("there is no widget \"%s\"", name)
-                         : localized("the component's dialogs lack something that the driver needs; install the "
-                                     "component that came with it"));
+    return Error(isNamed
+                     ? localized("there is no widget \"%s\"", name)
+                     : localized("the component's dialogs lack something that the driver needs; install the "
+                                 "component that came with it"));
 }
 
 namespace {
@@ -228,8 +229,8 @@ void UserActions::select(Widget& list, const std::vector<int>& rows)
     for (const int row : rows) {
         if (row < 0 || static_cast<std::size_t>(row) >= count) {
             throw UnsuitableValue(localizedCount("%s has no row %d; it has %d row, counted from 0",
-                                       "%s has no row %d; it has %d rows, counted from 0", count,
-                                       described(list), row, count));
+                                                 "%s has no row %d; it has %d rows, counted from 0", count,
+                                                 described(list), row, count));
         }
         if (chosen[static_cast<std::size_t>(row)])
             throw Error(localized("row %d of %s is named twice", row, described(list)));

@@ -50,7 +50,8 @@ public:
     /// Whether `call` takes the function: it is exported, and needs no check box that fires it.
     [[nodiscard]] bool canCall(std::string_view exportedName) const;
 
-    /// From now on messages give the kind and name of a widget: for those who write scripts, which go by them.
+    /// From now on messages give the kind and name of a widget: for those who write scripts, which go by
+    /// them.
     void nameWidgets() { namesWidgets_ = true; }
 
     [[nodiscard]] bool namesWidgets() const { return namesWidgets_; }

@@ -119,8 +119,8 @@ void runDesktop(const DesktopOptions& options)
         application->set_menubar(MainWindow::menu());
         addAccelerators(*application.operator->());
     });
-    MainWindowOptions windowOptions{options.pdl, choicesFile(options.driver), options.creator,
-                                    options.outbox};
+    MainWindowOptions windowOptions{options.pdl,    choicesFile(options.driver), options.creator,
+                                    options.outbox, options.destinations,        options.destination};
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<SignalsClose> signals;
     std::unique_ptr<DialogWindows> dialogs;

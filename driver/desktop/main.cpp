@@ -58,7 +58,8 @@ int main(int argc, char** argv)
             const auto setup = quelm::setUpDriver(line);
             readNothingFromStandardInput();
             quelm::runDesktop({setup.driver, setup.pdl, line.document,
-                               quelm::programAndVersion("quelm-desktop"), setup.outbox});
+                               quelm::programAndVersion("quelm-desktop"), setup.outbox, setup.destinations,
+                               setup.destination ? setup.destination->name : ""});
         });
     });
     // A program that was started by a click has nobody who reads its standard error.

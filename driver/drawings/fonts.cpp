@@ -96,7 +96,7 @@ Fonts::Fonts(Loader load, std::string file) : load_(load), file_(std::move(file)
     if (found == nullptr || found->nfont == 0)
         throw Error(
             localized("the cover page cannot be drawn: no font is installed on this machine; install one, "
-                      "such as the package fonts-dejavu-core"));
+                      "such as DejaVu Sans"));
 }
 
 bool Fonts::upToDate() const { return FcConfigUptoDate(outlines_.get()) == FcTrue; }

@@ -120,7 +120,8 @@ int lineOf(const std::string& name, const std::string& path)
     int found = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
-        if (line.starts_with(name) && line.find_first_not_of(" \t", name.size()) == line.find('=', name.size()))
+        if (line.starts_with(name) &&
+            line.find_first_not_of(" \t", name.size()) == line.find('=', name.size()))
             found = number; // the last one counts
     }
     return found;

@@ -7,8 +7,8 @@
 
 namespace quelm {
 
-// Each throws JobUnavailable (driver/outbox/outbox_failure.h) that names the job and says where it stands, and
-// does nothing else: `Outbox` asks it before it acts, and whoever only wants to know what would happen.
+// Each throws JobUnavailable (driver/outbox/outbox_failure.h) that names the job and says where it stands,
+// and does nothing else: `Outbox` asks it before it acts, and whoever only wants to know what would happen.
 
 /// Unless the job waits, failed or is uncertain: `Outbox::handOver`. Its print stream has to be
 /// kept.

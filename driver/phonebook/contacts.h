@@ -75,7 +75,7 @@ bool isLdifText(std::string_view text);
 /// Entries and groups as records of LDIF, which `readLdif` reads the same from.
 std::string writeLdif(const std::vector<std::variant<PhonebookEntry, PhonebookGroup>>& contents);
 
-/// The cards of a vCard text of version 3.0 or 4.0. A card's work fax number, and one that is neither
+/// The cards of a vCard text of version 2.1, 3.0 or 4.0. A card's work fax number, and one that is neither
 /// for work nor home, becomes an entry of the card's name, the home fax number one of that name with
 /// " - home" behind it; more of a kind are numbered: "Ann - 2", "Ann - home 2". A card of the kind
 /// "group" becomes a group.

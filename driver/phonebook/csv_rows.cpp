@@ -44,7 +44,8 @@ public:
     {
         while (!rest_.empty()) {
             ++line_;
-            const auto line = takeLine();
+            std::string unguarded;
+            const auto line = rowStart_ == line_ ? withoutGuards(takeLine(), unguarded) : takeLine();
             const auto problem = problemWithLine(line);
             if (!problem.empty()) {
                 refuse(line_, problem);
@@ -129,6 +130,26 @@ private:
         const auto line = rest_.substr(0, size);
         rest_.remove_prefix(size);
         return line;
+    }
+
+    /// A line in which spreadsheets' ="0123", which keeps them from calculating, is a plain quoted field.
+    /// `buffer` holds the line where it had to be changed.
+    std::string_view withoutGuards(std::string_view line, std::string& buffer) const
+    {
+        if (line.find("=\"") == std::string_view::npos)
+            return line;
+        bool quoted = false;
+        bool fieldStarts = true;
+        for (std::size_t at = 0; at < line.size(); ++at) {
+            const bool guarded = !quoted && fieldStarts && line.substr(at, 2) == "=\"";
+            if (guarded)
+                continue; // the quotation mark begins the field
+            if (line[at] == '"')
+                quoted = !quoted;
+            fieldStarts = !quoted && line[at] == separator_;
+            buffer += line[at];
+        }
+        return buffer;
     }
 
     static std::string problemWithLine(std::string_view line)

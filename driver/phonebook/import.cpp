@@ -9,6 +9,7 @@
 #include "base/whole_file.h"
 #include "driver/phonebook/record_codec.h"
 #include "driver/phonebook/text_charset.h"
+#include "driver/phonebook/vcard_property.h"
 #include "driver/store/phonebook_file.h"
 
 #include <algorithm>
@@ -23,7 +24,12 @@ constexpr std::size_t mostLines = 100;
 /// A file's people and groups, and how it was read.
 Contacts readContacts(const std::string& file, const ReadingOptions& options, ImportReport& report)
 {
-    auto [text, charset, guessed] = decodeText(readTextFile(file, largestFile), options.charset, report.file);
+    auto bytes = readTextFile(file, largestFile);
+    auto given = options.charset;
+    // Phones say in each card how it is written.
+    if (given.empty() && isVcardText(bytes) && !isUtf8(bytes))
+        given = declaredCharset(bytes);
+    auto [text, charset, guessed] = decodeText(std::move(bytes), given, report.file);
     if (text.find_first_not_of(" \t\r\n") == std::string::npos)
         throw Error(localized("%s: is empty; give a CSV, vCard or LDIF file", report.file));
     report.charset = charset;
@@ -267,10 +273,9 @@ std::string importFailure(const ImportReport& report)
         static_cast<std::size_t>(std::ranges::count(report.refused, true, &Refusal::mendable));
     if (mendable > 0)
         // Translators: a file, how many are refused, how many of them --rename takes.
-        return localized(
-            "%s: nothing was imported, for %d are refused; --rename takes %d of them under other "
-            "names, --skip-bad leaves out what is refused",
-            report.file, report.refused.size(), mendable);
+        return localized("%s: nothing was imported, with %d refused; --rename takes %d of them under other "
+                         "names, --skip-bad leaves out what is refused",
+                         report.file, report.refused.size(), mendable);
     return localizedCount(
         "%s: nothing was imported, for %d row or card is refused; mend the file or leave them "
         "out with --skip-bad",

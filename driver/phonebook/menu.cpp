@@ -9,6 +9,7 @@
 #include "base/translation.h"
 #include "driver/phonebook/actions.h"
 #include "driver/phonebook/import.h"
+#include "driver/phonebook/import_words.h"
 #include "driver/phonebook/listing.h"
 
 #include <algorithm>
@@ -172,12 +173,13 @@ void Menu::removeAfterAsking(const std::string& name)
     print(output_, removeItem(place_, name));
 }
 
-void Menu::importFrom(const std::string& file)
+void Menu::importFrom(const std::string& words)
 {
+    auto file = words;
+    auto options = takeImportOptions(file);
     // Commands are read from standard input.
-    if (file == "-")
+    if (file == "-" || file.empty())
         throw Error(localized("name a file to import"));
-    ImportOptions options;
     ImportReport report;
     const auto import = [&] {
         ProgressLine progress(localized("Importing"));
@@ -188,7 +190,7 @@ void Menu::importFrom(const std::string& file)
                 output_ << refusal << "\n";
     };
     import();
-    if (std::ranges::any_of(report.refused, &Refusal::mendable)) {
+    if (!report.accepted && std::ranges::any_of(report.refused, &Refusal::mendable)) {
         std::string answer;
         if (!ask(localized("Import those that other names help under such names? [y/n] "), answer))
             return;

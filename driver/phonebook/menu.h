@@ -30,7 +30,8 @@ private:
     void add();
     void addGroupOfEntries();
     void removeAfterAsking(const std::string& name);
-    void importFrom(const std::string& file);
+    /// Options and a file, as they were typed.
+    void importFrom(const std::string& words);
     void exportTo(const std::string& file);
     void help();
 

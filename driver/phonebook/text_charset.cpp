@@ -33,8 +33,11 @@ const char* utf16ByZeroBytes(std::string_view bytes)
     for (std::size_t at = 0; at < head.size(); ++at)
         if (head[at] == '\0')
             ++(at % 2 == 0 ? atEven : atOdd);
-    // Separators and line ends alone make some in a hundred.
-    constexpr std::size_t enough = 50;
+    // Digits, separators and line ends alone make some in a hundred.
+    constexpr std::size_t enough = 20;
+    constexpr std::size_t fewest = 4;
+    if (atOdd + atEven < fewest)
+        return nullptr;
     if (atOdd > 10 * atEven && atOdd * enough > head.size())
         return "UTF-16LE";
     if (atEven > 10 * atOdd && atEven * enough > head.size())
@@ -115,6 +118,13 @@ std::string shownCharset(std::string name)
     return name;
 }
 
+/// Whether a conversion failed for what it was given, not for want of the charset.
+bool isAboutTheText(const GError* error)
+{
+    return g_error_matches(error, G_CONVERT_ERROR, G_CONVERT_ERROR_ILLEGAL_SEQUENCE) != FALSE ||
+           g_error_matches(error, G_CONVERT_ERROR, G_CONVERT_ERROR_PARTIAL_INPUT) != FALSE;
+}
+
 DecodedText decoded(std::string_view bytes, const std::string& charset, bool guessed, const std::string& file)
 {
     return {textFromCharset(bytes, charset, file), shownCharset(charset), guessed};
@@ -126,12 +136,12 @@ bool isKnownCharset(const std::string& name)
 {
     if (name.empty() || !std::ranges::all_of(name, isPrintableAscii) || name.find('/') != std::string::npos)
         return false;
-    auto* const converter = g_iconv_open("UTF-8", name.c_str());
-    // GLib's word for failure.
-    if (converter == reinterpret_cast<GIConv>(-1))
-        return false;
-    g_iconv_close(converter);
-    return true;
+    GError* error = nullptr;
+    char* const converted = g_convert("a", 1, "UTF-8", name.c_str(), nullptr, nullptr, &error);
+    g_free(converted);
+    const bool isKnown = converted != nullptr || isAboutTheText(error);
+    g_clear_error(&error);
+    return isKnown;
 }
 
 std::string textFromCharset(std::string_view text, const std::string& charset, const std::string& file)
@@ -146,7 +156,7 @@ std::string textFromCharset(std::string_view text, const std::string& charset, c
         g_free(converted);
         return result;
     }
-    const bool unknown = g_error_matches(error, G_CONVERT_ERROR, G_CONVERT_ERROR_NO_CONVERSION) != FALSE;
+    const bool unknown = !isAboutTheText(error);
     g_error_free(error);
     if (unknown)
         throw Error(localized("%s: this system cannot read the charset %s; save the file as UTF-8", file,

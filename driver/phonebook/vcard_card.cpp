@@ -3,6 +3,8 @@
 #include "driver/phonebook/vcard_card.h"
 
 #include "base/module.h"
+#include "base/texts.h"
+#include "driver/phonebook/csv_header.h"
 #include "driver/phonebook/vcard_names.h"
 
 #include <glib.h>
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace quelm {
 namespace {
@@ -71,8 +74,18 @@ CardNumber numberOf(const CardProperty& property)
     else if (is("home"))
         number.use = Use::home;
     number.fax = is("fax");
+    for (const auto& [word, use] : {std::pair{"workfax", Use::work},
+                                    {"homefax", Use::home},
+                                    {"otherfax", number.use},
+                                    {"work-fax", Use::work},
+                                    {"home-fax", Use::home},
+                                    {"x-fax", number.use}})
+        if (is(word)) {
+            number.fax = true;
+            number.use = use;
+        }
     constexpr std::array speechless{"fax", "pager", "modem", "bbs", "video", "text", "textphone", "isdn"};
-    number.voice = is("voice") || std::ranges::none_of(speechless, is);
+    number.voice = is("voice") || (!number.fax && std::ranges::none_of(speechless, is));
     if (is("pref"))
         number.preference = 1;
     for (const auto preference : parameterOf(property, "PREF")) {
@@ -105,6 +118,30 @@ std::vector<std::string> Card::texts(std::string_view property) const
     return all;
 }
 
+std::vector<std::string> Card::words(std::string_view property) const
+{
+    std::vector<std::string> all;
+    for (const auto* found : propertiesOf(properties_, property))
+        for (std::string_view component : found->components)
+            while (!component.empty()) {
+                const auto end = std::min(component.find(','), component.size());
+                if (const auto word = trimmed(component.substr(0, end)); !word.empty())
+                    all.emplace_back(word);
+                component.remove_prefix(std::min(end + 1, component.size()));
+            }
+    return all;
+}
+
+std::string Card::labelOf(const std::string& group) const
+{
+    if (group.empty())
+        return "";
+    for (const auto* found : propertiesOf(properties_, "X-ABLABEL"))
+        if (isSame(found->group, group))
+            return joined(found->components, ";");
+    return "";
+}
+
 std::string Card::name() const
 {
     auto name = text("FN");
@@ -123,8 +160,19 @@ bool Card::isGroup() const { return isSame(text("KIND"), "group") || isSame(text
 std::vector<CardNumber> Card::numbers(std::string_view property) const
 {
     std::vector<CardNumber> numbers;
-    for (const auto* found : propertiesOf(properties_, property))
-        numbers.push_back(numberOf(*found));
+    for (const auto* found : propertiesOf(properties_, property)) {
+        auto number = numberOf(*found);
+        // "_$!<WorkFAX>!$_", or what the user wrote himself.
+        if (const auto label = labelOf(found->group); !label.empty()) {
+            if (isFaxLabel(label)) {
+                number.fax = true;
+                number.voice = false;
+            }
+            if (number.use == Use::unmarked)
+                number.use = useByLabel(label);
+        }
+        numbers.push_back(std::move(number));
+    }
     std::ranges::stable_sort(numbers, {}, &CardNumber::preference);
     return numbers;
 }

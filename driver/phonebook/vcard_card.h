@@ -33,6 +33,9 @@ public:
     /// All values of a property that occurs several times.
     std::vector<std::string> texts(std::string_view property) const;
 
+    /// The words of a property whose values are parted by commas.
+    std::vector<std::string> words(std::string_view property) const;
+
     /// FN or, without one, N as it is spoken.
     std::string name() const;
     bool isGroup() const;
@@ -40,6 +43,9 @@ public:
     std::vector<CardNumber> numbers(std::string_view property) const;
 
 private:
+    /// What a program of a maker's own calls the property of that group; empty when it does not.
+    std::string labelOf(const std::string& group) const;
+
     std::vector<CardProperty> properties_;
 };
 

@@ -6,6 +6,7 @@
 #include "base/texts.h"
 #include "base/translation.h"
 #include "driver/phonebook/vcard_names.h"
+#include "driver/phonebook/vcard_property.h"
 
 #include <glib.h>
 
@@ -23,28 +24,23 @@ bool isWord(std::string_view word)
     });
 }
 
-/// Where the first of `marks` stands in a text, outside of quotation marks; its size when none does.
-std::size_t findUnquoted(std::string_view text, std::string_view marks)
-{
-    bool quoted = false;
-    for (std::size_t at = 0; at < text.size(); ++at)
-        if (text[at] == '"')
-            quoted = !quoted;
-        else if (!quoted && marks.find(text[at]) != std::string_view::npos)
-            return at;
-    return text.size();
-}
-
 /// The properties that a phonebook has a use for. The others, such as pictures, are as long as they like.
-constexpr std::array<std::string_view, 12> usedProperties{
-    "VERSION",         "FN",          "N", "ORG", "TEL", "EMAIL", "UID", "KIND", "MEMBER", oldKindProperty,
-    oldMemberProperty, memberProperty};
+constexpr std::array<std::string_view, 14> usedProperties{
+    "VERSION", "FN",     "N",          "ORG",       "TEL",           "EMAIL",           "UID",
+    "KIND",    "MEMBER", "CATEGORIES", "X-ABLABEL", oldKindProperty, oldMemberProperty, memberProperty};
 
-bool isUsed(std::string_view line)
+/// "TEL" of "item1.TEL;TYPE=fax:1".
+std::string_view nameOf(std::string_view line)
 {
     auto name = line.substr(0, line.find_first_of(";:"));
     if (const auto dot = name.find('.'); dot != std::string_view::npos)
         name.remove_prefix(dot + 1);
+    return name;
+}
+
+bool isUsed(std::string_view line)
+{
+    const auto name = nameOf(line);
     return std::ranges::any_of(usedProperties, [name](std::string_view used) {
         return name.size() == used.size() && g_ascii_strncasecmp(name.data(), used.data(), used.size()) == 0;
     });
@@ -85,7 +81,11 @@ const char* problemWithProperty(std::string_view line)
 
 class CardFinder {
 public:
-    explicit CardFinder(std::string_view text) : rest_(text) {}
+    explicit CardFinder(std::string_view text) : rest_(text)
+    {
+        // Without an LF each CR ends a line, as on old systems.
+        lineEnd_ = text.find('\n') == std::string_view::npos ? '\r' : '\n';
+    }
 
     std::vector<CardText> findAll()
     {
@@ -102,7 +102,7 @@ private:
     /// The next line without its end.
     std::string_view nextLine()
     {
-        const auto end = rest_.find('\n');
+        const auto end = rest_.find(lineEnd_);
         auto line = rest_.substr(0, end);
         rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
         if (line.ends_with('\r'))
@@ -113,8 +113,13 @@ private:
     void take(std::string_view line)
     {
         const auto content = line.substr(0, line.find_last_not_of(" \t") + 1);
-        if (is(content, "BEGIN:VCARD"))
+        if (is(content, "BEGIN:VCARD")) {
+            if (open_ && (innerCards_ > 0 || is(nameOf(property_), "AGENT"))) {
+                ++innerCards_; // the card of somebody who answers for this one
+                return;
+            }
             return begin();
+        }
         if (!open_) {
             if (!content.empty() && !outside_)
                 cards_.push_back(
@@ -122,12 +127,21 @@ private:
             outside_ = outside_ || !content.empty();
             return;
         }
-        if (is(content, "END:VCARD"))
+        if (is(content, "END:VCARD")) {
+            if (innerCards_ > 0) {
+                --innerCards_;
+                return;
+            }
             return close("");
+        }
+        if (innerCards_ > 0)
+            return;
         if (softBreak())
             property_.replace(property_.size() - 1, 1, line);
         else if (line.starts_with(' ') || line.starts_with('\t'))
             property_ += line.substr(1);
+        else if (!content.empty() && isUnusedText() && problemWithProperty(line) != nullptr)
+            return; // a picture or note whose lines a phone or mailer broke
         else
             startProperty(line);
     }
@@ -137,6 +151,7 @@ private:
         if (open_)
             close(localized("has no END:VCARD"));
         open_ = true;
+        innerCards_ = 0;
         outside_ = false;
         card_ = {line_, "BEGIN:VCARD\r\n", ""};
     }
@@ -152,12 +167,13 @@ private:
     }
 
     /// A quoted-printable value goes on behind "=" at the end of a line.
-    bool softBreak() const
+    bool softBreak() const { return property_.ends_with('=') && isQuotedPrintable(property_); }
+
+    /// Whether the property that is being read is one that a phonebook has no use for.
+    bool isUnusedText() const
     {
-        constexpr std::size_t longestHead = 1000; // asked at every line, however long the value becomes
-        return property_.ends_with('=') &&
-               std::string_view(property_).substr(0, longestHead).find("QUOTED-PRINTABLE") !=
-                   std::string_view::npos;
+        return findUnquoted(std::string_view(property_).substr(0, longestHead), ":") < longestHead &&
+               problemWithProperty(property_) == nullptr && !isUsed(property_);
     }
 
     /// Takes the property that ends here into the card, and notes the first that is wrong with one.
@@ -167,7 +183,7 @@ private:
             if (card_.problem.empty())
                 card_.problem = problemOfCard();
             if (isUsed(property_) && card_.problem.empty())
-                card_.text += property_ + "\r\n";
+                card_.text += plainProperty(property_) + "\r\n";
         }
         property_ = line;
         propertyLine_ = line_;
@@ -196,8 +212,12 @@ private:
                g_ascii_strncasecmp(content.data(), word.data(), word.size()) == 0;
     }
 
+    static constexpr std::size_t longestHead = 1000; ///< no property has more ahead of its value
+
     std::string_view rest_;
+    char lineEnd_ = '\n';
     std::size_t line_ = 0;
+    std::size_t innerCards_ = 0; ///< begun within the card
     bool open_ = false;
     bool outside_ = false; ///< text between two cards is noted once
     CardText card_;
@@ -210,8 +230,6 @@ private:
 
 std::vector<CardText> findCards(std::string_view text)
 {
-    if (text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff"))
-        return {{1, "", localized("is UTF-16; save the cards as UTF-8 text")}};
     if (text.starts_with("\xef\xbb\xbf"))
         text.remove_prefix(3);
     return CardFinder(text).findAll();

@@ -71,10 +71,11 @@ private:
     {
         const Card card(found.text);
         const auto version = card.text("VERSION");
-        if (version != "3.0" && version != "4.0") {
-            refuse(found.line, version.empty()
-                                   ? localized("names no VERSION; save it as vCard 3.0 or 4.0")
-                                   : localized("is of version %s; save it as vCard 3.0 or 4.0", version));
+        if (version != "2.1" && version != "3.0" && version != "4.0") {
+            refuse(found.line,
+                   version.empty()
+                       ? localized("names no VERSION; save it as vCard 2.1, 3.0 or 4.0")
+                       : localized("is of version %s; save it as vCard 2.1, 3.0 or 4.0", version));
             return;
         }
         if (card.isGroup()) {
@@ -105,6 +106,12 @@ private:
         }
         for (const auto& address : card.numbers("EMAIL"))
             person.emails.push_back({address.value, address.use});
+        person.categories = card.words("CATEGORIES");
+        // What address books mark as theirs.
+        std::erase_if(person.categories, [](const std::string& category) {
+            const auto word = lowered(category);
+            return word == "mycontacts" || word == "starred";
+        });
         addPerson(all_, person);
     }
 

@@ -57,6 +57,22 @@ TEST(LogTest, ALineOnStandardErrorIsBounded)
     EXPECT_TRUE(line.ends_with("xend\n"));
 }
 
+TEST(LogTest, AQuietProgramSaysOnlyWhatFails)
+{
+    const auto said = [](bool quiet) {
+        return errorsOf([quiet] {
+            quelm::setQuiet(quiet);
+            quelm::log(Severity::warning, "a warning");
+            quelm::writeRemark("a remark");
+            quelm::log(Severity::error, "an error");
+            quelm::writeUnderProgramName("a failure");
+            quelm::setQuiet(false);
+        });
+    };
+    EXPECT_EQ(said(true), "an error\na failure\n");
+    EXPECT_EQ(said(false), "warning: a warning\na remark\nan error\na failure\n");
+}
+
 TEST(LogTest, StandardErrorGetsWarningsAndErrorsUnderTheProgramsName)
 {
     const ProgramName name("prog");

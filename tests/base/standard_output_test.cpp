@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/file_handle.h"
+#include "base/log.h"
 #include "tests/support/failure_line.h"
 
 #include <fcntl.h>
@@ -96,6 +97,27 @@ TEST(WriteConfirmation, ThatCannotBeWrittenIsNoFailure)
     ASSERT_TRUE(full.isOpen());
     const OutputTo redirected(full.get());
     EXPECT_NO_THROW(writeConfirmation("added Ann"));
+}
+
+TEST(WriteConfirmation, IsNothingForAQuietProgram)
+{
+    testing::internal::CaptureStdout();
+    setQuiet(true);
+    writeConfirmation("added Ann");
+    writeAnswer("Ann");
+    setQuiet(false);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Ann");
+}
+
+TEST(WriteResult, ThatCannotBeWrittenSaysThatTheWorkIsDone)
+{
+    const FileHandle full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+    ASSERT_TRUE(full.isOpen());
+    const OutputTo redirected(full.get());
+    EXPECT_EQ(
+        test::failureLine([] { writeResult("{}"); }),
+        "standard output: cannot be written: the disk is full; make room and try again; what the command "
+        "was to do is done all the same");
 }
 
 } // namespace

@@ -80,6 +80,20 @@ endforeach()
 expect_preset(release BRAMBLECOR_WERROR ON)
 expect_preset(release BRAMBLECOR_FETCH_SOURCES "")
 
+# Ubuntu 22.04 has CMake 3.22: it reads presets of version 3, and refuses a project that asks for more.
+file(READ "${PROJECT}/CMakePresets.json" presets)
+string(JSON version GET "${presets}" version)
+if(version GREATER 3)
+  message(SEND_ERROR "the presets are of version ${version}, which CMake 3.22 does not read")
+endif()
+file(GLOB_RECURSE parts "${PROJECT}/cmake/*.cmake" "${PROJECT}/tests/*.cmake" "${PROJECT}/tests/*CMakeLists.txt")
+foreach(part IN LISTS parts ITEMS "${PROJECT}/CMakeLists.txt")
+  file(STRINGS "${part}" asked REGEX "^cmake_minimum_required\\(VERSION ")
+  if(asked AND NOT asked STREQUAL "cmake_minimum_required(VERSION 3.22)")
+    message(SEND_ERROR "${part} asks for another version of CMake: ${asked}")
+  endif()
+endforeach()
+
 execute_process(COMMAND make --no-print-directory --dry-run build WORKING_DIRECTORY "${PROJECT}"
   OUTPUT_VARIABLE commands)
 if(NOT commands MATCHES "cmake --preset release [^\n]*-D BRAMBLECOR_FETCH_SOURCES=ON")

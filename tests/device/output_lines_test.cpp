@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 #include <csignal>
@@ -140,6 +141,26 @@ TEST_F(OutputLinesTest, AReaderThatIsGoneEndsNothing)
     for (int i = 0; i < 100; ++i)
         lines->tell("nobody hears it");
     lines.reset();
+}
+
+TEST(LineJson, HasTheNumberAndTheRestOfALineApart)
+{
+    using Json = nlohmann::json;
+    EXPECT_EQ(Json::parse(lineJson("job 12: done, 2 of 2 sent")),
+              Json({{"event", "job"}, {"number", 12}, {"text", "done, 2 of 2 sent"}}));
+    EXPECT_EQ(Json::parse(lineJson("jobs: [::1]:9100")), Json({{"event", "jobs"}, {"text", "[::1]:9100"}}));
+    EXPECT_EQ(Json::parse(lineJson("job from 10.0.0.1: not kept: \xff")),
+              Json({{"event", "job"}, {"text", "from 10.0.0.1: not kept: \ufffd"}}));
+    EXPECT_EQ(Json::parse(lineJson("7 lines were left out")),
+              Json({{"event", "note"}, {"text", "7 lines were left out"}}));
+    EXPECT_EQ(Json::parse(lineJson("ready")), Json({{"event", "ready"}}));
+}
+
+TEST_F(OutputLinesTest, LinesAreObjectsWhereThatWasAskedFor)
+{
+    lines.emplace(10000, true);
+    lines->announce("ready");
+    EXPECT_EQ(next(), "{\"event\":\"ready\"}\n");
 }
 
 } // namespace

@@ -328,8 +328,8 @@ TEST_F(CoverPreviewJourney, WhatFaxRefusesIsRefusedHereToo)
         EXPECT_FALSE(exists("cover.png"));
     };
     expect({}, 1, "no recipients");
-    expect({"--to", "A@n=1"}, 1, "--to A@n=1: ");
-    expect({"--to", "Ann=1", "--note", "two\nlines"}, 1, "--note: ");
+    expect({"--to", "A@n=1"}, 2, "--to A@n=1: ");
+    expect({"--to", "Ann=1", "--note", "two\nlines"}, 2, "--note: ");
     expect({"--to", "Ann=1", path("none.ps")}, 1, path("none.ps") + ": there is no such document");
 
     addEve();

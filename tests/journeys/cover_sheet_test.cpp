@@ -189,7 +189,7 @@ TEST_F(CoverSheetJourney, ATextTooLongForItsFieldNamesTheOption)
     const auto expect = [this](const Arguments& options) {
         Arguments all{"attributes", "--to", "Ann=1", "--cover", "--show-recipients", "--show-sender"};
         all.insert(all.end(), options.begin(), options.end());
-        expectFailure(driver(all), 1, options.front() + ": ");
+        expectFailure(driver(all), 2, options.front() + ": ");
     };
     expect({"--note", std::string(65, 'x')});
     expect({"--custom-text", std::string(32, 'x')});

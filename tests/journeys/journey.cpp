@@ -60,8 +60,9 @@ Result Journey::driver(Request request) const
     request.arguments = std::move(all);
     const auto own = (root_ / "home").string();
     for (const auto& setting :
-         {"HOME=" + own, "XDG_CONFIG_HOME=" + own + "/config", "XDG_CONFIG_DIRS=" + own + "/machine", "XDG_STATE_HOME=" + own + "/state",
-          "XDG_DATA_HOME=" + own + "/data", "XDG_CACHE_HOME=" + own + "/cache",
+         {"HOME=" + own, "XDG_CONFIG_HOME=" + own + "/config", "XDG_CONFIG_DIRS=" + own + "/machine",
+          "XDG_STATE_HOME=" + own + "/state", "XDG_DATA_HOME=" + own + "/data",
+          "XDG_CACHE_HOME=" + own + "/cache",
           "LSAN_OPTIONS=print_suppressions=0:suppressions=" + (root_ / "leaks").string(),
           "XDG_RUNTIME_DIR=" + (root_ / "run").string(), std::string("LC_ALL=C.UTF-8"),
           "LANGUAGE=" + language})

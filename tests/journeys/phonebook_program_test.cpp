@@ -134,10 +134,15 @@ TEST_F(PhonebookProgram, FailsInOneLine)
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.errors,
                 AllOf(StartsWith("fennodial: "), HasSubstr("no such file"), EndsWith("name\n")));
-    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}, {book}, {"--what"}}) {
+    for (const auto& arguments : {Arguments{}, {"-FP"}, {"-FP", ""}}) {
         const auto result = run(arguments);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.errors, "fennodial: say which phonebook to open: fennodial -FP FILE\n");
+    }
+    for (const auto& arguments : {Arguments{book}, {"--what"}}) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.errors, EndsWith("; see fennodial --help\n"));
     }
     Request request;
     request.arguments = {program, "-FP", book};

@@ -266,7 +266,7 @@ TEST_F(UnreadableChoicesJourney, APreferenceThatDoesNotSuitIsAWarningAndACardTha
          "\n");
     const auto fax = driver({"fax", letter, "--to", "Ann=1", "--output", path("job")});
     EXPECT_EQ(fax.status, 0) << fax.errors;
-    EXPECT_THAT(fax.errors, AllOf(HasSubstr("\"LanFax Pref Duplicates\""), Not(HasSubstr("444"))));
+    EXPECT_THAT(fax.errors, AllOf(HasSubstr("\"Adding Duplicate Recipients\""), Not(HasSubstr("444"))));
     EXPECT_EQ(driver({"fax", letter, "--to", "Ann=1", "--kept-credit-card", "--output", path("job")}).status,
               1);
 }
@@ -276,7 +276,7 @@ TEST_F(UnreadableChoicesJourney, AScriptThatWritesNoJobIsToldAtItsEnd)
     keep("LanFax Resolution=7\n");
     const auto result = play({"call T40InvokeFaxDialog"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.errors, HasSubstr("\"LanFax Resolution\""));
+    EXPECT_THAT(result.errors, HasSubstr("\"Fax Resolution\""));
 }
 
 // --- Groups -------------------------------------------------------------------------------------------

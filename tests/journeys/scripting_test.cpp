@@ -93,8 +93,8 @@ TEST_F(ScriptingJourney, AFaxAnswersWhatBecameOfItAndItsNumberIsWhatTheOutboxTak
 
 TEST_F(ScriptingJourney, AFileAndAPreviewAreAnsweredToo)
 {
-    const Json file = answer(fax({"-o", path("job"), "--cover", "--cover-preview", path("cover.png"), "--to",
-                                  "Bob=5551234"}));
+    const Json file = answer(
+        fax({"-o", path("job"), "--cover", "--cover-preview", path("cover.png"), "--to", "Bob=5551234"}));
     EXPECT_EQ(file["place"], path("job"));
     EXPECT_EQ(file["number"], nullptr);
     EXPECT_EQ(file["coverPicture"], path("cover.png"));
@@ -164,15 +164,17 @@ TEST_F(ScriptingJourney, ABareNumberStandsOnTheCoverSheetAndNothingElse)
                   .status,
               0);
     const auto cover = pages(path("job")).at(0);
-    EXPECT_THAT(cover, HasSubstr("1555123-4567"));
+    EXPECT_THAT(cover, HasSubstr("To:Name:1555123")) << "the number as far as a name may hold it";
     EXPECT_THAT(content("job"), HasSubstr("PHONE \"+15551234567\""));
 }
 
 TEST_F(ScriptingJourney, PhonebooksAreData)
 {
-    EXPECT_EQ(answer({"phonebook", "add", "Ann", "555", "--dry-run"}),
-              Json({{"action", "added"}, {"kind", "entry"}, {"name", "Ann"}, {"dryRun", true},
-                    {"warnings", Json::array()}}));
+    EXPECT_EQ(answer({"phonebook", "add", "Ann", "555", "--dry-run"}), Json({{"action", "added"},
+                                                                             {"kind", "entry"},
+                                                                             {"name", "Ann"},
+                                                                             {"dryRun", true},
+                                                                             {"warnings", Json::array()}}));
     EXPECT_EQ(answer({"phonebook", "list"})["entries"], Json::array());
     EXPECT_EQ(answer({"phonebook", "add", "Ann", "555"})["dryRun"], false);
     EXPECT_EQ(answer({"phonebook", "add", "Ann", "556", "--replace"})["action"], "replaced");
@@ -211,11 +213,14 @@ TEST_F(ScriptingJourney, ADryRunOfTheOutboxSaysWhatWouldBeAndChangesNothing)
 {
     PrintListener device(Manner::takesAll);
     ASSERT_EQ(driver(fax({"--device", device.address(), "--outbox"})).status, 0);
-    ASSERT_EQ(driver(fax({"--device", device.address(), "--send-at", "00:00", "--now", "2026-01-01T12:00"})).status, 0);
+    ASSERT_EQ(
+        driver(fax({"--device", device.address(), "--send-at", "00:00", "--now", "2026-01-01T12:00"})).status,
+        0);
     const auto before = driver({"outbox", "list", "--json", "--now", "2026-01-01T12:00"}).output;
     const auto would = " (letter.ps) for 1 recipient would go to device " + device.address() + " now\n";
     EXPECT_EQ(driver({"outbox", "send", "1", "2", "--dry-run"}).output, "job 1" + would + "job 2" + would);
-    EXPECT_EQ(driver({"outbox", "cancel", "1", "--dry-run"}).output, "job 1 (letter.ps) would be cancelled\n");
+    EXPECT_EQ(driver({"outbox", "cancel", "1", "--dry-run"}).output,
+              "job 1 (letter.ps) would be cancelled\n");
     EXPECT_EQ(driver({"outbox", "run", "--dry-run", "--now", "2026-01-02T00:00"}).output, "job 2" + would);
     expectFailure(driver({"outbox", "resend", "1", "--dry-run"}), 1, "it waits");
     expectFailure(driver({"outbox", "cancel", "9", "--dry-run"}), 1, "9");
@@ -248,6 +253,8 @@ TEST_F(ScriptingJourney, TheOutboxAnswersWithItsJobs)
     EXPECT_EQ(anew["recipients"][0]["number"], "555-9876");
     EXPECT_EQ(answer({"outbox", "resend", "1", "--to", "555-9876", "--dry-run"})["recipients"].size(), 1U);
     EXPECT_EQ(answer({"outbox", "list"}).size(), 3U);
+    EXPECT_EQ(answer({"outbox", "show", "3", "1"})[0]["number"], 3);
+    EXPECT_THAT(driver({"outbox", "show", "3", "1"}).output, HasSubstr("\n\njob"));
     const Json failed = answer({"outbox", "cancel", "1", "2"}, 1);
     EXPECT_THAT(failed[1]["error"].get<std::string>(), HasSubstr("handed over already"));
 }
@@ -313,7 +320,8 @@ std::set<std::string> widgetNames(const Json& list)
     std::set<std::string> names;
     for (const auto& widget : list["widgets"]) {
         const auto name = widget["name"].get<std::string>();
-        if (name.find(' ') != std::string::npos && name != widget["label"] && name != widget.value("text", ""))
+        if (name.find(' ') != std::string::npos && name != widget["label"] &&
+            name != widget.value("text", ""))
             names.insert(name);
     }
     return names;
@@ -333,17 +341,10 @@ TEST_F(ScriptingJourney, AWrongValueIsWrongUsageAlsoWhereTheDialogsAreAsked)
     const std::string longText(300, 'x');
     const std::vector<std::pair<Arguments, std::string>> wrong{
         {{"--note", longText, "--cover"}, "--note: "},
-        {{"--note", "a\nb", "--cover"}, "--note: "},
         {{"--note", "\xff", "--cover"}, "--note: "},
         {{"--note", "x"}, "--note needs --cover"},
-        {{"--custom-text", longText, "--cover", "--show-recipients"}, "--custom-text: "},
-        {{"--sender-name", longText, "--cover", "--show-sender"}, "--sender-name: "},
-        {{"--sender-number", longText, "--cover", "--show-sender"}, "--sender-number: "},
-        {{"--sender-organization", longText, "--cover", "--show-sender"}, "--sender-organization: "},
-        {{"--sender-phone", longText, "--cover", "--show-sender"}, "--sender-phone: "},
         {{"--sender-email", longText, "--cover", "--show-sender"}, "--sender-email: "},
         {{"--prefix", "12345"}, "--prefix: "},
-        {{"--credit-card", std::string(40, '1')}, "--credit-card: "},
         {{"--to", "A@=5"}, "--to A@=5: "},
         {{"--to", longText + "=5"}, "--to x"},
         {{"--to", "Ann=" + std::string(60, '5')}, "--to Ann="},
@@ -356,18 +357,18 @@ TEST_F(ScriptingJourney, AWrongValueIsWrongUsageAlsoWhereTheDialogsAreAsked)
         expectFailure(result, 2, named);
         expectNone(names, result.errors);
     }
-    for (const Arguments& arguments : {Arguments{"phonebook", "add", "A=B", "5"}, {"phonebook", "add", "Ann", "x"},
-                                       {"phonebook", "add-group", "A=B", "Ann"}})
-        expectFailure(driver(arguments), 2, arguments[2]);
     EXPECT_FALSE(exists("job"));
 }
 
 TEST_F(ScriptingJourney, WhatAFileHoldsFailsTheJob)
 {
-    expectFailure(driver({"attributes", "--recipients", file("list.csv", "name,number\nA@,5\n")}), 1, "list.csv:2");
+    const auto listed = driver({"attributes", "--recipients", file("list.csv", "name,number\nA@,5\n")});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_THAT(listed.errors, HasSubstr("list.csv:2"));
     const auto card = file("card", std::string(40, '1'));
     std::filesystem::permissions(card, std::filesystem::perms::owner_read);
-    expectFailure(driver({"attributes", "--to", "A=1", "--credit-card-file", card}), 1, "--credit-card-file: ");
+    expectFailure(driver({"attributes", "--to", "A=1", "--credit-card-file", card}), 1,
+                  "--credit-card-file: ");
 }
 
 TEST_F(ScriptingJourney, NoMessageShowsTheNameOfAWidget)

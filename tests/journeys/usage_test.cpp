@@ -73,6 +73,39 @@ TEST_F(UsageJourney, HelpAndVersionStandOnStandardOutput)
     EXPECT_THAT(driver({"--version"}).output, StartsWith("quelm-driver "));
 }
 
+TEST_F(UsageJourney, HelpIsAskedForInWhateverWay)
+{
+    const auto help = driver({"phonebook", "import", "--help"});
+    for (const auto& arguments : {Arguments{"phonebook", "import", "-h"},
+                                  {"help", "phonebook", "import"},
+                                  {"-h", "phonebook", "import"}}) {
+        const auto result = driver(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output, help.output);
+    }
+    EXPECT_EQ(driver({"help"}).output, driver({"--help"}).output);
+    EXPECT_EQ(driver({"-V"}).output, driver({"--version"}).output);
+    expectFailure(driver({"help", "phonebok"}), 2, "did you mean phonebook?");
+}
+
+TEST_F(UsageJourney, WhatIsMistypedIsAnsweredWithWhatIsNear)
+{
+    const auto letter = document("letter.ps", "Hello");
+    expectFailure(driver({"fxa", letter}), 2, "there is no command \"fxa\"; did you mean fax?");
+    expectFailure(driver(Arguments{"outbxo"}), 2, "neither a command nor a document; did you mean outbox?");
+    expectFailure(driver({"fax", letter, "--outptu", path("out")}), 2, "did you mean --output?");
+    expectFailure(driver({"attributes", "--to", "Ann=1", "--resolution", "fien"}), 2, "did you mean fine?");
+    EXPECT_FALSE(exists("out"));
+}
+
+TEST_F(UsageJourney, HelpThatCannotBeWrittenIsAFailure)
+{
+    Request full;
+    full.arguments = {"help", "fax"};
+    full.outputFile = "/dev/full";
+    EXPECT_EQ(driver(full).status, 1);
+}
+
 TEST_F(UsageJourney, TheDriversOptionsStandBeforeOrBehindTheCommand)
 {
     const auto before = driver({"--now", "2024-03-05T14:07", "attributes", "--to", "Ann=1"});

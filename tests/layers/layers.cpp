@@ -324,7 +324,7 @@ private:
 
 } // namespace
 
-std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device"}; }
+std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device", "manual"}; }
 
 Findings check(const fs::path& root)
 {

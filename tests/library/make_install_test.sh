@@ -26,7 +26,9 @@ done
     complain "the component is not stripped"
 for file in share/applications/net.quelm.Desktop.desktop share/metainfo/net.quelm.Desktop.metainfo.xml \
     share/mime/packages/net.quelm.Desktop.xml share/icons/hicolor/scalable/apps/net.quelm.Desktop.svg \
-    share/icons/hicolor/256x256/apps/net.quelm.Desktop.png share/doc/quelm/user-guide.md; do
+    share/icons/hicolor/256x256/apps/net.quelm.Desktop.png share/doc/quelm/user-guide.md share/doc/quelm/quelm.conf \
+    share/man/man1/quelm-driver.1 share/man/de/man1/quelm-driver.1 share/bash-completion/completions/quelm-driver \
+    share/zsh/site-functions/_quelm-driver share/fish/vendor_completions.d/quelm-driver.fish; do
     [ -f "$fax/$file" ] || complain "$file is not installed"
 done
 [ -z "$(find "$fax" -not -type l -not -perm -444)" ] || complain "not everybody can read what is installed"

@@ -36,7 +36,8 @@ public:
 
     /// Those, in the directory's order, whose surname begins with `prefix` (everybody for an empty one);
     /// "SURNAME, GIVEN" means those whose whole name begins like that. Letters match in either case. Throws
-    /// UsageError for one that is too long, and Error when the search fails; when it ended early, those that came, and the log has a warning.
+    /// UsageError for one that is too long, and Error when the search fails; when it ended early, those that
+    /// came, and the log has a warning.
     std::vector<DirectoryPerson> search(const std::string& prefix);
 
     /// Adds a person of the last search to the dialog's picks.

@@ -209,7 +209,8 @@ void addRecipientOptions(CLI::App& command, JobOptions& options)
         for (const auto& prefix : given)
             if (notEmpty("--directory", prefix).size() > longestPrefix)
                 throw CLI::ValidationError(
-                    "--directory", localized("the beginning of a name is longer than %d bytes", longestPrefix));
+                    "--directory",
+                    localized("the beginning of a name is longer than %d bytes", longestPrefix));
         options.directory = given;
     };
     command

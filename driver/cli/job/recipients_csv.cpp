@@ -130,13 +130,16 @@ private:
         const auto mendable =
             static_cast<std::size_t>(std::ranges::count(refused_, true, &Refusal::mendable));
         const auto lineOf = [this](const Refusal& one) { return originOf(one.line) + ": " + one.reason; };
-        if (refused_.size() == 1 && mendable == 0)
-            throw Error(lineOf(refused_.front()));
+        if (refused_.size() == 1) {
+            const auto line = lineOf(refused_.front());
+            // Translators: what is wrong with a name.
+            throw Error(mendable == 0 ? line : localized("%s; --rename changes the name", line));
+        }
         for (std::size_t i = 0; i < std::min(refused_.size(), mostLines); ++i)
             writeUnderProgramName(oneLine(lineOf(refused_[i])));
         if (mendable > 0)
             // Translators: a file, how many are refused, how many of them --rename takes.
-            throw Error(localized("%s: no recipient is taken, for %d are refused; --rename takes %d of them "
+            throw Error(localized("%s: no recipient is taken, with %d refused; --rename takes %d of them "
                                   "under other names",
                                   name_, refused_.size(), mendable));
         throw Error(localized("%s: no recipient is taken, for %d rows are refused; mend the file", name_,

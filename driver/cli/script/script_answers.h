@@ -40,8 +40,8 @@ struct ScriptAnswer {
     [[nodiscard]] bool isAction() const { return !widget && !list && !windows; }
 };
 
-/// The answer as docs/script.md says, each line ended by LF: "ok" for an action, what was asked for otherwise.
-/// What became of a job stands behind "ok", the question that waits last.
+/// The answer as docs/script.md says, each line ended by LF: "ok" for an action, what was asked for
+/// otherwise. What became of a job stands behind "ok", the question that waits last.
 [[nodiscard]] std::string answerText(const ScriptAnswer& answer);
 
 /// The same as a JSON object in one line.

@@ -12,7 +12,8 @@ namespace quelm {
 /// The object of a widget; what it does not have is left out.
 [[nodiscard]] nlohmann::ordered_json widgetObject(const WidgetView& view);
 
-/// JSON in one line, with a line end behind it. Texts that are no UTF-8 have U+FFFD in place of their bad bytes.
+/// JSON in one line, with a line end behind it. Texts that are no UTF-8 have U+FFFD in place of their bad
+/// bytes.
 [[nodiscard]] std::string jsonLine(const nlohmann::ordered_json& json);
 
 } // namespace quelm

@@ -54,7 +54,7 @@ void requireOpenablePhonebook(const Widget& button)
         throw Error(localized("no shared phonebook is chosen; choose one with \"Select File...\""));
     }
     if (isStartedFromDesktop())
-        static_cast<void>(terminalEmulator());
+        static_cast<void>(terminalCommand({}));
 }
 
 } // namespace quelm

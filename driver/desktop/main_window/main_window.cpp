@@ -99,8 +99,10 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
     layOut();
     describeControls();
     addActions();
+    destinationPanel_.offer(options_.destinations, options_.destination);
+    destinationPanel_.signalChoiceChanged().connect([this] { showPdl(); });
     destinationPanel_.setChoice(kept_.destination);
-    destinationPanel_.setPdl(kept_.pdl.value_or(options_.pdl));
+    showPdl();
     destinationPanel_.signalPdlChosen().connect([this] { kept_.pdl = destinationPanel_.pdl(); });
     if (kept_.width > 0 && kept_.height > 0)
         set_default_size(kept_.width, kept_.height);
@@ -113,6 +115,16 @@ MainWindow::MainWindow(Driver& driver, const MainWindowOptions& options)
         outbox_ = std::make_unique<OutboxWatch>(options.outbox, *this, messages_, question_);
     if (outbox_)
         outbox_->setLooked([this] { withdrawStopQuestion(); });
+}
+
+/// The form of jobs follows the destination, when that takes but one.
+void MainWindow::showPdl()
+{
+    const auto name = destinationPanel_.choice().name;
+    if (shownFor_ == name)
+        return;
+    shownFor_ = name;
+    destinationPanel_.setPdl(destinationPanel_.requiredPdl().value_or(kept_.pdl.value_or(options_.pdl)));
 }
 
 void MainWindow::layOut()
@@ -454,6 +466,9 @@ DesktopChoices MainWindow::choices() const
 {
     DesktopChoices choices = kept_;
     choices.destination = destinationPanel_.choice();
+    // Who has the default destination follows when another becomes that.
+    if (choices.destination.name == options_.destination)
+        choices.destination.name.clear();
     if (!is_maximized()) {
         get_size(choices.width, choices.height);
         choices.height = height_.atRest();

@@ -25,6 +25,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,10 +35,12 @@ class DialogWindows;
 
 /// What the window starts with.
 struct MainWindowOptions {
-    Pdl pdl = Pdl::dsc;         ///< the form of jobs, unless the user chose one here
-    std::string choicesFile;    ///< where the user's choices are kept
-    std::string creator;        ///< the program, as jobs name it
-    OutboxSettings outbox = {}; ///< the user's; without a folder there is none
+    Pdl pdl = Pdl::dsc;                         ///< the form of jobs, unless the user chose one here
+    std::string choicesFile;                    ///< where the user's choices are kept
+    std::string creator;                        ///< the program, as jobs name it
+    OutboxSettings outbox = {};                 ///< the user's; without a folder there is none
+    std::vector<NamedTarget> destinations = {}; ///< of the configuration
+    std::string destination = {};               ///< the name of the default one; empty for none
 };
 
 /// The window. The component's dialogs belong to `DialogWindows`; this one stands behind them.
@@ -92,6 +95,7 @@ protected:
                                const Gtk::SelectionData& data, guint info, guint time) override;
 
 private:
+    void showPdl();
     void layOut();
     Gtk::Box& form();
     Gtk::Box& buttonBar();
@@ -118,6 +122,7 @@ private:
     std::function<void()> closed_;
     DesktopChoicesFile choicesFile_;
     DesktopChoices kept_;
+    std::optional<std::string> shownFor_; ///< the named destination whose form of jobs is shown
     WindowHeight height_{*this};
     MessageBar messages_;
     MainQuestion question_{*this, messages_};

@@ -37,6 +37,8 @@ constexpr const char* wordOf(DestinationKind kind)
         return "device";
     case DestinationKind::queue:
         return "queue";
+    case DestinationKind::named:
+        return "named";
     case DestinationKind::file:
         break;
     }
@@ -45,7 +47,7 @@ constexpr const char* wordOf(DestinationKind kind)
 
 DestinationKind kindOf(std::string_view word)
 {
-    for (const auto kind : {DestinationKind::device, DestinationKind::queue})
+    for (const auto kind : {DestinationKind::device, DestinationKind::queue, DestinationKind::named})
         if (word == wordOf(kind))
             return kind;
     return DestinationKind::file;
@@ -88,6 +90,7 @@ void write(const std::string& path, const DesktopChoices& choices)
     setText(destinationGroup, "file", choices.destination.file);
     setText(destinationGroup, "device", choices.destination.device);
     setText(destinationGroup, "queue", choices.destination.queue);
+    setText(destinationGroup, "name", choices.destination.name);
     if (choices.pdl)
         setText(jobGroup, "pdl", *choices.pdl == Pdl::pjl ? "pjl" : "dsc");
     setText(windowGroup, "document-folder", choices.documentFolder);
@@ -113,6 +116,7 @@ DesktopChoices DesktopChoicesFile::load()
         choices.destination = {
             kindOf(textOf(keys, destinationGroup, "kind")), textOf(keys, destinationGroup, "file"),
             textOf(keys, destinationGroup, "device"), textOf(keys, destinationGroup, "queue")};
+        choices.destination.name = textOf(keys, destinationGroup, "name");
         if (const auto pdl = textOf(keys, jobGroup, "pdl"); pdl == "dsc" || pdl == "pjl")
             choices.pdl = pdl == "pjl" ? Pdl::pjl : Pdl::dsc;
         choices.documentFolder = textOf(keys, windowGroup, "document-folder");

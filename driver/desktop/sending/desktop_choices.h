@@ -29,6 +29,7 @@ struct DesktopChoices {
 ///     file=/home/anne/fax.job
 ///     device=10.0.0.7:9100
 ///     queue=office
+///     name=Head Office
 ///
 ///     [job]
 ///     pdl=pjl

@@ -28,6 +28,8 @@ std::string missingIn(const DestinationChoice& choice)
         if (choice.queue.empty())
             return translated("Choose the print queue that the fax job is to be sent to.");
         break;
+    case DestinationKind::named: // the configuration was looked at when it was read
+        break;
     }
     return {};
 }
@@ -36,7 +38,7 @@ std::string missingIn(const DestinationChoice& choice)
 
 std::string troubleWith(const DestinationChoice& choice)
 {
-    if (auto missing = missingIn(choice); !missing.empty())
+    if (auto missing = missingIn(choice); !missing.empty() || choice.kind == DestinationKind::named)
         return missing;
     try {
         targetOf(choice);
@@ -46,14 +48,31 @@ std::string troubleWith(const DestinationChoice& choice)
     }
 }
 
+DestinationChoice choiceOf(const JobTarget& target)
+{
+    DestinationChoice choice;
+    if (const auto* device = std::get_if<NetworkAddress>(&target)) {
+        choice.kind = DestinationKind::device;
+        choice.device = toText(*device);
+    } else if (const auto* queue = std::get_if<QueueTarget>(&target)) {
+        choice.kind = DestinationKind::queue;
+        choice.queue = queue->name;
+        choice.server = queue->server;
+    } else {
+        choice.file = std::get<FileTarget>(target).path;
+    }
+    return choice;
+}
+
 JobTarget targetOf(const DestinationChoice& choice)
 {
     switch (choice.kind) {
     case DestinationKind::device:
         return parseNetworkAddress(choice.device);
     case DestinationKind::queue:
-        return QueueTarget{choice.queue};
+        return QueueTarget{choice.queue, choice.server};
     case DestinationKind::file:
+    case DestinationKind::named:
         break;
     }
     return FileTarget{choice.file};

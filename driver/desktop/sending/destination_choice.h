@@ -10,15 +10,18 @@
 
 namespace quelm {
 
-enum class DestinationKind { file, device, queue };
+/// The last is a destination of the configuration, which has a name.
+enum class DestinationKind { file, device, queue, named };
 
 /// The chosen kind, and what was last entered for each of them: UTF-8 as typed, but for a chosen file, whose
 /// path has its own bytes.
 struct DestinationChoice {
     DestinationKind kind = DestinationKind::file;
-    std::string file;   ///< a path; "~/" at its start stands for the user's home folder
-    std::string device; ///< HOST or HOST:PORT
-    std::string queue;  ///< the name of a print queue
+    std::string file;        ///< a path; "~/" at its start stands for the user's home folder
+    std::string device;      ///< HOST or HOST:PORT
+    std::string queue;       ///< the name of a print queue
+    std::string server = {}; ///< of that queue: HOST or HOST:PORT; empty: the user's own
+    std::string name = {};   ///< of a named destination; kept empty for the default one
 
     bool operator==(const DestinationChoice&) const = default;
 };
@@ -26,8 +29,11 @@ struct DestinationChoice {
 /// What is missing or wrong before a job can go there, as one line for the user; empty when nothing is.
 [[nodiscard]] std::string troubleWith(const DestinationChoice& choice);
 
-/// The place that the choice names. The path of a file is absolute. Throws quelm::Error when what stands for
-/// the device is no address.
+/// What was chosen by a name as it would be typed: the same place, of another kind.
+[[nodiscard]] DestinationChoice choiceOf(const JobTarget& target);
+
+/// The place that the choice names, which is not of the kind `named`. The path of a file is absolute. Throws
+/// quelm::Error when what stands for the device is no address.
 JobTarget targetOf(const DestinationChoice& choice);
 
 /// A path that the user typed as an absolute one: "~/" is the folder `home`, anything else that does

@@ -7,11 +7,13 @@
 #include "base/translation.h"
 #include "driver/desktop/toolkit/accessible.h"
 #include "driver/desktop/toolkit/shown_text.h"
+#include "driver/handover/summary.h"
 
 #include <glibmm/convert.h>
 #include <glibmm/miscutils.h>
 #include <gtkmm/window.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <initializer_list>
 #include <utility>
@@ -30,6 +32,10 @@ constexpr int pjlRow = 1;
 constexpr const char* filePage = "file";
 constexpr const char* devicePage = "device";
 constexpr const char* queuePage = "queue";
+constexpr const char* namedPage = "named";
+
+/// The row of the first destination of the configuration, behind the other kinds.
+constexpr int namedRow = static_cast<int>(DestinationKind::named);
 
 /// Lets a file chooser's completion leave the name that stands in its field now. The toolkit completes that
 /// once it has read the folder, so that "fax.job" would be "fax.job.old" where only that is. Other names are
@@ -75,6 +81,9 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     fields_.add(fileBox_, filePage);
     fields_.add(device_, devicePage);
     fields_.add(queue_, queuePage);
+    place_.set_xalign(0);
+    place_.set_ellipsize(Pango::ELLIPSIZE_END);
+    fields_.add(place_, namedPage);
 
     hint_.set_xalign(0);
     hint_.set_line_wrap();
@@ -93,6 +102,7 @@ DestinationPanel::DestinationPanel(QueueLister lister)
     describe(device_, "Main Destination Device", translated("Network device"));
     describe(queue_, "Main Destination Queue", translated("Print queue"));
     describe(*queue_.get_entry(), "Main Destination Queue Name", translated("Print queue"));
+    describe(place_, "Main Destination Place");
     describe(hint_, "Main Destination Hint");
     describe(pdl_, "Main Job Format", translated("Format"));
 
@@ -140,12 +150,45 @@ void DestinationPanel::makeFileField()
     chooseFile_.signal_clicked().connect([this] { chooseFile(); });
 }
 
+void DestinationPanel::offer(std::vector<NamedTarget> destinations, const std::string& preset)
+{
+    destinations_ = std::move(destinations);
+    preset_ = preset;
+    for (const auto& destination : destinations_)
+        kind_.append(drawable(destination.name));
+}
+
+/// Nothing, which is less than the first row, for a name that is not offered.
+int DestinationPanel::rowOf(const std::string& name) const
+{
+    const auto found = std::ranges::find(destinations_, name, &NamedTarget::name);
+    return found == destinations_.end() ? -1 : namedRow + static_cast<int>(found - destinations_.begin());
+}
+
+const NamedTarget* DestinationPanel::named() const
+{
+    const auto row = kind_.get_active_row_number();
+    return row < namedRow ? nullptr : &destinations_.at(static_cast<std::size_t>(row - namedRow));
+}
+
+std::optional<Pdl> DestinationPanel::requiredPdl() const
+{
+    const auto* destination = named();
+    return destination == nullptr ? std::nullopt : destination->pdl;
+}
+
 void DestinationPanel::setChoice(const DestinationChoice& choice)
 {
     setFile(choice.file);
     device_.set_text(choice.device);
     queue_.get_entry()->set_text(choice.queue);
-    kind_.set_active(static_cast<int>(choice.kind));
+    const bool isNamed = choice.kind == DestinationKind::named;
+    const bool isNothing = choice == DestinationChoice{} || (isNamed && rowOf(choice.name) < 0);
+    const int preset = rowOf(preset_);
+    if (isNothing)
+        kind_.set_active(preset < 0 ? 0 : preset);
+    else
+        kind_.set_active(isNamed ? rowOf(choice.name) : static_cast<int>(choice.kind));
 }
 
 DestinationKind DestinationPanel::kind() const
@@ -155,19 +198,28 @@ DestinationKind DestinationPanel::kind() const
         return DestinationKind::device;
     case static_cast<int>(DestinationKind::queue):
         return DestinationKind::queue;
-    default:
+    case -1:
+    case static_cast<int>(DestinationKind::file):
         return DestinationKind::file;
+    default:
+        return DestinationKind::named;
     }
 }
 
 DestinationChoice DestinationPanel::choice() const
 {
-    return {kind(), file(), std::string(trimmed(device_.get_text().raw())),
-            std::string(trimmed(queue_.get_entry_text().raw()))};
+    return {kind(),
+            file(),
+            std::string(trimmed(device_.get_text().raw())),
+            std::string(trimmed(queue_.get_entry_text().raw())),
+            {},
+            named() == nullptr ? "" : named()->name};
 }
 
 DestinationChoice DestinationPanel::absoluteChoice() const
 {
+    if (const auto* destination = named())
+        return choiceOf(destination->target);
     DestinationChoice absolute = choice();
     absolute.file = absolutePath(absolute.file, Glib::get_home_dir(), Glib::get_current_dir());
     return absolute;
@@ -203,6 +255,11 @@ void DestinationPanel::showKind()
         fields_.set_visible_child(queuePage);
         listQueues();
         break;
+    case DestinationKind::named:
+        fieldLabel_.set_text(translated("Place:"));
+        place_.set_text(shownMessage(shownTarget(named()->target)));
+        fields_.set_visible_child(namedPage);
+        break;
     }
 }
 
@@ -215,6 +272,8 @@ void DestinationPanel::focusField()
         return device_.grab_focus();
     case DestinationKind::queue:
         return queue_.get_entry()->grab_focus();
+    case DestinationKind::named:
+        return kind_.grab_focus();
     }
 }
 

@@ -18,6 +18,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,12 +33,20 @@ class DestinationPanel : public Gtk::Grid {
 public:
     explicit DestinationPanel(QueueLister lister);
 
+    /// Offers the destinations of the configuration by their names, behind the others. Called once, ahead of
+    /// `setChoice`. `preset` is the name of the one that is chosen as long as the user chose nothing; may be
+    /// empty.
+    void offer(std::vector<NamedTarget> destinations, const std::string& preset);
+
+    /// A named destination without a name is the default one. One that is not offered any more counts as
+    /// nothing chosen, which is the default one, too, or else a file.
     void setChoice(const DestinationChoice& choice);
     /// What the fields say, without blanks around it. A file whose name is not UTF-8 has its own bytes as
     /// long as the field shows it.
     DestinationChoice choice() const;
 
-    /// The same with the file's absolute path.
+    /// The same with the file's absolute path, and the place that a named destination stands for in place of
+    /// its name.
     DestinationChoice absoluteChoice() const;
 
     void setPdl(Pdl pdl);
@@ -52,6 +61,9 @@ public:
     /// The button beside the file's field, so that it can be made as wide as others.
     Gtk::Button& chooseButton() { return chooseFile_; }
 
+    /// The form of jobs that the chosen destination takes; nothing when it takes any.
+    std::optional<Pdl> requiredPdl() const;
+
     /// Puts the keyboard into the field that is to be filled.
     void focusField();
 
@@ -64,6 +76,8 @@ private:
     void setFile(const std::string& path);
     std::string file() const;
     DestinationKind kind() const;
+    const NamedTarget* named() const;
+    int rowOf(const std::string& name) const;
 
     QueueLister lister_;
     Gtk::Label kindLabel_;
@@ -76,6 +90,9 @@ private:
     Gtk::Button chooseFile_;
     Gtk::Entry device_;
     Gtk::ComboBoxText queue_{true};
+    Gtk::Label place_;
+    std::vector<NamedTarget> destinations_;
+    std::string preset_;
     Gtk::Label hint_;
     Gtk::Label pdlLabel_;
     Gtk::ComboBoxText pdl_;

@@ -25,8 +25,8 @@ private:
     std::map<std::string, Glib::RefPtr<Gdk::Pixbuf>> loaded_;
 };
 
-/// What desktops know the program by: the name of its entry in their menus (without ".desktop") and of its icon in
-/// their themes, and the class of its windows, by which they find the entry.
+/// What desktops know the program by: the name of its entry in their menus (without ".desktop") and of its
+/// icon in their themes, and the class of its windows, by which they find the entry.
 inline constexpr const char* desktopId = "net.quelm.Desktop";
 
 /// Gives every window of the program its icon: the theme's where it is installed, or the pictures in icon/.

@@ -99,7 +99,7 @@ TEST_F(CommandViews, ShowAlsoWhatAProgramTakesByItself)
 
 TEST_F(CommandViews, LeaveHiddenOptionsOut)
 {
-    program.app.add_flag("--secret", "Nobody's business")->group("");
+    program.app.add_flag("--secret", program.chosen, "Nobody's business")->group("");
     for (const auto& one : viewOf(program.app).options)
         EXPECT_NE(one.names.back(), "--secret");
 }

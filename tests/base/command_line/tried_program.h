@@ -26,8 +26,8 @@ public:
         print->add_option("-n,--note", text, "A note on it")->type_name("TEXT");
         print->add_option("--pdl", text, "Its language")->type_name("dsc|pjl");
         print->option_defaults()->group("Speed");
-        auto* fast = print->add_flag("--fast", "In a hurry");
-        print->add_flag("--slow", "With care")->excludes(fast);
+        auto* fast = print->add_flag("--fast", chosen, "In a hurry");
+        print->add_flag("--slow", chosen, "With care")->excludes(fast);
         print->add_option("--watch", text, "Who looks on")->type_name("NAME")->needs(fast);
         addHelp(*print,
                 {{"All of them come out."}, {{"quelm-try print a.ps", "Prints a file."}}, {}, {}, {}, {}});
@@ -47,6 +47,7 @@ public:
     CLI::App app{"Tries.", "quelm-try"};
     std::string text;
     std::string document;
+    bool chosen = false;
     std::vector<std::string> files;
 };
 

@@ -171,9 +171,10 @@ TEST_F(SampleDirectoryTest, WithoutTheServersPackageThePackageIsNamed)
         const SampleDirectory directory(place, 0, {folder / ""});
         FAIL() << "there is no server to run";
     } catch (const quelm::Error& error) {
-        EXPECT_STREQ(error.what(),
-                     "there is no directory server on this machine; install the package slapd, or do "
-                     "without --with-directory");
+        EXPECT_STREQ(
+            error.what(),
+            "there is no directory server on this machine; install slapd, the server of OpenLDAP, or do "
+            "without --with-directory");
     }
     EXPECT_FALSE(std::filesystem::exists(place));
 }

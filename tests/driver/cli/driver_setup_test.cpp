@@ -93,9 +93,12 @@ TEST_F(DriverSetupTest, DestinationsAreOfferedUnderTheirNames)
 {
     CommandLine line;
     line.config = configured("[job]\ndestination=Here\n[destination Lab]\ndevice=10.0.0.7:9101\n"
-                             "[destination Here]\nfile=fax.job\n");
+                             "[destination Here]\nfile=fax.job\n[destination Office]\n"
+                             "queue=fax@print.example\n");
     const auto setup = setUpDriver(line);
-    ASSERT_EQ(setup.destinations.size(), 2U);
+    ASSERT_EQ(setup.destinations.size(), 3U);
+    EXPECT_EQ(std::get<QueueTarget>(setup.destinations[2].target).server, "print.example:631")
+        << "whatever port the user's own server has";
     EXPECT_EQ(std::get<NetworkAddress>(setup.destinations[0].target).port, 9101);
     EXPECT_EQ(setup.destination.value().name, "Here");
     EXPECT_EQ(std::get<FileTarget>(setup.destination.value().target).path, folder / "fax.job");

@@ -66,7 +66,8 @@ TEST(OutboxOptions, WhatIsNoJobIsWrongUsage)
         EXPECT_THAT(refusal({"show", "--", number}), HasSubstr("is no number of a job")) << number;
     EXPECT_THAT(refusal({"send"}), HasSubstr("NUMBER is missing"));
     EXPECT_THAT(refusal({}), HasSubstr("outbox needs one of list|show|cancel|send|resend|run"));
-    EXPECT_THAT(refusal({"show", "1", "2"}), HasSubstr("one word too many"));
+    EXPECT_THAT(refusal({"resend", "1", "2"}), HasSubstr("one word too many"));
+    EXPECT_THAT(parsed({"show", "1", "2"}).numbers, ElementsAre(1, 2));
     EXPECT_THAT(refusal({"resend", "1", "--credit-card", "4", "--without-card"}), HasSubstr("stands beside"));
     EXPECT_THAT(refusal({"resend", "1", "--resolution", "fine"}), HasSubstr("there is no option"));
 }

@@ -70,7 +70,7 @@ TEST(PhonebookOptions, FormatsAreChecked)
     EXPECT_EQ(parsed({"export", "a", "--format", "csv"}).phonebook.format, FileFormat::csv);
     EXPECT_EQ(parsed({"export", "a"}).phonebook.format, std::nullopt);
     EXPECT_THAT(refusal({"list", "--format", "vcard3"}), HasSubstr("\"vcard3\" is none of text|csv"));
-    EXPECT_THAT(refusal({"export", "a", "--format", "text"}), HasSubstr("is none of vcard3|vcard4|csv"));
+    EXPECT_THAT(refusal({"export", "a", "--format", "text"}), HasSubstr("is none of vcard3|vcard4|csv|ldif"));
 }
 
 TEST(PhonebookOptions, ASharedPhonebookIsOnlyRead)
@@ -79,6 +79,27 @@ TEST(PhonebookOptions, ASharedPhonebookIsOnlyRead)
     EXPECT_THAT(refusal({"add", "Ann", "1", "--shared", "b.xdb"}), HasSubstr("--shared"));
     EXPECT_THAT(refusal({"list", "--shared", "b", "--file", "c"}), HasSubstr("--file"));
     EXPECT_THAT(refusal({"list", "--file", ""}), HasSubstr("--file"));
+}
+
+TEST(PhonebookOptions, AnImportIsToldHowToReadAndWhatToDoWithNames)
+{
+    const auto plain = parsed({"import", "a.csv"}).phonebook.import;
+    EXPECT_TRUE(plain.settling.categoryGroups);
+    EXPECT_FALSE(plain.settling.rename);
+    EXPECT_EQ(plain.reading.separator, std::nullopt);
+    const auto request = parsed({"import", "a.csv", "--charset", "cp1252", "--separator", "tab", "--rename",
+                                 "--no-groups", "--skip-bad", "--dry-run"})
+                             .phonebook;
+    EXPECT_EQ(request.import.reading.charset, "cp1252");
+    EXPECT_EQ(request.import.reading.separator, '\t');
+    EXPECT_TRUE(request.import.settling.rename);
+    EXPECT_FALSE(request.import.settling.categoryGroups);
+    EXPECT_TRUE(request.import.skipBad);
+    EXPECT_TRUE(request.dryRun);
+    EXPECT_THAT(refusal({"import", "a.csv", "--charset", "klingon"}),
+                HasSubstr("\"klingon\" is no charset; say one such as UTF-8"));
+    EXPECT_THAT(refusal({"import", "a.csv", "--separator", "ab"}), HasSubstr("\"ab\" parts no fields"));
+    EXPECT_EQ(parsed({"export", "a", "--format", "ldif"}).phonebook.format, FileFormat::ldif);
 }
 
 } // namespace

@@ -38,7 +38,8 @@ std::string refusal(const std::vector<std::string>& arguments)
         argv.push_back(argument.c_str());
     return test::failureLine<UsageError>([&] {
         const auto line = parseCommandLine(static_cast<int>(argv.size()), argv.data());
-        const auto setup = setUpForOneCommand(line); // the options that every command takes are looked at there
+        const auto setup =
+            setUpForOneCommand(line); // the options that every command takes are looked at there
         static_cast<void>(givenTarget(line.job, setup.destinations));
     });
 }
@@ -64,6 +65,11 @@ std::vector<WrongValue> wrongValues()
     add(fax, "--device-snmp", {"", ":161", "host:0", "host:99999", "[::1"});
     add(fax, "--to", {"", "Ann", "=5", "Ann=", "Ann B", "+"});
     add(fax, "--recipients", {""});
+    add(fax, "--recipients-charset", {"", "no-such-charset", "UTF-8//IGNORE"});
+    add(fax, "--recipients-separator", {"", "ab", "x", "\""});
+    const std::vector<std::string> import{"phonebook", "import", "a.csv"};
+    add(import, "--charset", {"", "no-such-charset"});
+    add(import, "--separator", {"", "7", " "});
     add(fax, "--entry", {""});
     add(fax, "--group", {""});
     add(fax, "--shared", {""});
@@ -89,6 +95,8 @@ std::vector<WrongValue> wrongValues()
     add({"phonebook", "list"}, "--file", {""});
     add({"phonebook", "list"}, "--shared", {""});
     add({"phonebook", "export", "-"}, "--format", {"", "xml"});
+    add({"phonebook", "import", "-"}, "--charset", {"", "no-such-charset"});
+    add({"phonebook", "import", "-"}, "--separator", {"", "ab"});
     // Places are named in capitals.
     for (auto& value : all)
         if (value.arguments.front() == "outbox")

@@ -26,8 +26,8 @@ TEST_F(RunningDriverTest, ShowsWidgetsRowsAndWindows)
     EXPECT_EQ(driver().show("Button").text, "_Press");
     EXPECT_EQ(driver().rows("One"), (std::vector<std::vector<std::string>>{{"Ann"}, {"Bob"}, {"Cid"}}));
     EXPECT_EQ(driver().windows(), (std::vector<std::string>{"Test Window"}));
-    const std::string lacking =
-        "the component's dialogs lack something that the driver needs; install the component that came with it";
+    const std::string lacking = "the component's dialogs lack something that the driver needs; install the "
+                                "component that came with it";
     EXPECT_EQ(refusal([&] { driver().show("Nothing"); }), lacking);
     EXPECT_EQ(refusal([&] { driver().rows("Nothing"); }), lacking);
     EXPECT_EQ(refusal([&] { driver().rows("Button"); }), lacking);
@@ -208,9 +208,9 @@ TEST_F(FailingStart, SaysWhyWhenTheHostKnows)
         return "the component " + pluginPath(plugin) + " cannot start: " + reason;
     };
     EXPECT_EQ(problemOf(pluginPath("start_fails")), startProblem("start_fails", "it gives no reason"));
-    EXPECT_EQ(
-        problemOf(pluginPath("start_misses_widget")),
-        startProblem("start_misses_widget", "its dialogs lack something that it asks for; install the component again"));
+    EXPECT_EQ(problemOf(pluginPath("start_misses_widget")),
+              startProblem("start_misses_widget",
+                           "its dialogs lack something that it asks for; install the component again"));
     EXPECT_EQ(problemOf(pluginPath("broken_definition"))
                   .find(startProblem("broken_definition", "the dialog definition cannot be used: ")),
               0U);

@@ -59,7 +59,7 @@ protected:
 
 constexpr const char* noFont =
     "the cover page cannot be drawn: no font is installed on this machine; install one, "
-    "such as the package fonts-dejavu-core";
+    "such as DejaVu Sans";
 
 TEST_F(DrawingsFontsTest, AMachineWithoutFontsIsToldSo)
 {

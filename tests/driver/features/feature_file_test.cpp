@@ -136,9 +136,11 @@ TEST_F(FeatureFileTest, DamageIsNamedWithTheFile)
 
 TEST_F(FeatureFileTest, WhatIsNoTextIsNamedByItsLineAndNeverShown)
 {
-    put("[features]\n# LanFax Credit Card Info=\nLanFax Credit Card=1\nLanFax Credit Card Info=4111222233334444\xff\n");
+    put("[features]\n# LanFax Credit Card Info=\nLanFax Credit Card=1\nLanFax Credit Card "
+        "Info=4111222233334444\xff\n");
     EXPECT_EQ(problemOfReading(), "the kept options in " + path +
-                                      " cannot be used: its line 4 is no text that can be read; repair or remove the file, it is left as it is");
+                                      " cannot be used: its line 4 is no text that can be read; repair or "
+                                      "remove the file, it is left as it is");
 }
 
 TEST_F(FeatureFileTest, ANulCutsNoValueShort)

@@ -194,10 +194,9 @@ TEST_F(FeaturesTest, AConfiguredValueThatDoesNotSuitIsNamedUntilAnotherIsKept)
     features.setAllDefaults();
     load(true, true);
     ASSERT_EQ(features.troubles().size(), 1U);
-    EXPECT_EQ(
-        features.troubles()[0].line,
-        "the value \"7\" of \"Options\" in the configuration does not suit and is passed over; "
-        "set it anew in the fax dialog, or remove it from the file");
+    EXPECT_EQ(features.troubles()[0].line,
+              "the value \"7\" of \"Options\" in the configuration does not suit and is passed over; "
+              "set it anew in the fax dialog, or remove it from the file");
     EXPECT_TRUE(features.troubles()[0].decides);
     EXPECT_EQ(features.setDefaults("LanFax Resolution"), 1);
     EXPECT_EQ(widget("LanFax Resolution").number(), 0);

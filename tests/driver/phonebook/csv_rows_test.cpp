@@ -97,6 +97,14 @@ TEST(CsvRows, LinesOfOldSystemsEndInCarriageReturns)
     EXPECT_EQ(rows[1].fields, (Fields{"c", "d"}));
 }
 
+TEST(CsvRows, TextsThatAreKeptFromBeingCalculatedAreTexts)
+{
+    const auto rows = readCsvRows("=\"012\",\"=\"\"x\"\",=\"\"\",a=b\n=1+2,\"a\n=\"\"\"\n");
+    ASSERT_THAT(rows, SizeIs(2));
+    EXPECT_EQ(rows[0].fields, (Fields{"012", "=\"x\",=\"", "a=b"}));
+    EXPECT_EQ(rows[1].fields, (Fields{"=1+2", "a\n=\""}));
+}
+
 TEST(CsvRows, SeparatorsHaveNames)
 {
     EXPECT_EQ(separatorNamed("semicolon"), ';');

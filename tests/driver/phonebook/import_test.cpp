@@ -53,7 +53,7 @@ TEST_F(ImportTest, AnythingRefusedMeansNothingIsWritten)
                 ElementsAre(testing::StartsWith(folder / "in" + ":3: \"B@b\": The Name must not contain"),
                             folder / "in" + ":4: has 1 fields where the first line names 2"));
     EXPECT_EQ(importFailure(report), folder / "in" +
-                                         ": nothing was imported, for 2 are refused; --rename takes 1 of "
+                                         ": nothing was imported, with 2 refused; --rename takes 1 of "
                                          "them under other names, --skip-bad leaves out what is refused");
     EXPECT_EQ(importFailure(import("name,number\nCid\nDee\n")),
               folder / "in" + ": nothing was imported, for 2 rows or cards are refused; mend "

@@ -128,6 +128,17 @@ TEST_F(MenuTest, OffersOtherNamesForThoseThatAreNotAllowed)
     EXPECT_THAT(typed("import " + file + "\n"), EndsWith("under such names? [y/n] > \n"));
 }
 
+TEST_F(MenuTest, AnImportTakesTheOptionsOfTheCommand)
+{
+    const auto file = writeFile(folder / "in.csv", "Name;Fax\nB@d;555\n");
+    EXPECT_THAT(typed("import --rename --separator ; --dry-run " + file + "\nimport --rename\n"),
+                testing::AllOf(HasSubstr("\"B@d\" becomes \"B d\""), HasSubstr("this was a dry run"),
+                               HasSubstr("name a file to import")));
+    EXPECT_EQ(list(), "Ann  1\n");
+    EXPECT_THAT(typed("import --rename " + file + "\n"), HasSubstr("1 added"));
+    EXPECT_EQ(list(), "Ann  1\nB d  555\n");
+}
+
 TEST_F(MenuTest, APhonebookThatCannotBeReadIsAnError)
 {
     place.path = folder / "none.xdb";

@@ -69,10 +69,6 @@ TEST(FindCards, LinesThatTheLibraryWouldDropAreNoted)
     EXPECT_EQ(problem(card("FN:A\xff")), "its line 2 is not UTF-8; save the cards as UTF-8 text");
     EXPECT_EQ(problem(card(std::string("FN:A\0", 5))),
               "its line 2 holds a NUL byte; save the cards as UTF-8 text");
-    EXPECT_EQ(problem(std::string("\xff\xfe" // the mark of UTF-16, and a "B" in it
-                                  "B\0",
-                                  4)),
-              "is UTF-16; save the cards as UTF-8 text");
 }
 
 TEST(FindCards, FoldedLinesAreUnfoldedWhereverTheyAreFolded)
@@ -85,7 +81,7 @@ TEST(FindCards, FoldedLinesAreUnfoldedWhereverTheyAreFolded)
     const auto whole = [](const std::string& line) { return "BEGIN:VCARD\r\n" + line + "\r\nEND:VCARD\r\n"; };
     EXPECT_EQ(text("TEL;LABEL=\"a:b;\r\n c\";TYPE=\n\twork:d"), whole("TEL;LABEL=\"a:b;c\";TYPE=work:d"));
     EXPECT_EQ(text("FN:Zo\xc3\n \xab"), whole("FN:Zo\xc3\xab"));
-    EXPECT_EQ(text("FN;ENCODING=QUOTED-PRINTABLE:a=\nb=\n c"), whole("FN;ENCODING=QUOTED-PRINTABLE:ab c"));
+    EXPECT_EQ(text("FN;ENCODING=QUOTED-PRINTABLE:a=\nb=\n c"), whole("FN:ab c"));
     EXPECT_EQ(text("\nFN:A\n\n"), whole("FN:A"));
 }
 
@@ -124,13 +120,35 @@ TEST(FindCards, ManyFoldedLinesAreReadInOneGo)
 
 TEST(FindCards, ALineThatContinuesNothingIsNoted)
 {
-    EXPECT_EQ(problem(card("NOTE;ENCODING=QUOTED-PRINTABLE:a=\nb\nc")),
+    EXPECT_EQ(problem(card("FN;ENCODING=QUOTED-PRINTABLE:a=\nb\nc")),
               "its line 4 has no \":\" behind the property's name");
-    EXPECT_EQ(problem(card("NOTE:a=\nb")), "its line 3 has no \":\" behind the property's name");
+    EXPECT_EQ(problem(card("FN:a=\nb")), "its line 3 has no \":\" behind the property's name");
     EXPECT_EQ(problem(card("TEL;=x:1")), "its line 2 has a parameter without a name");
     EXPECT_EQ(problem(card("TEL;TY%E=x:1")), "its line 2 has a parameter without a name");
     EXPECT_EQ(problem(card("TEL;TYPE=\"x:1")), "its line 2 has no \":\" behind the property's name");
     EXPECT_EQ(problem(card("TEL;FAX;WORK:1")), "");
+}
+
+TEST(FindCards, ALineOfANoteOrPictureThatWasBrokenIsPassedOver)
+{
+    EXPECT_EQ(findCards(card("FN:Ann\nNOTE:a\nb c\nPHOTO;ENCODING=BASE64:/9j/\n4AAQ==\n\nTEL:1")).at(0).text,
+              "BEGIN:VCARD\r\nFN:Ann\r\nTEL:1\r\nEND:VCARD\r\n");
+}
+
+TEST(FindCards, TheCardOfAnAgentIsNotTheCards)
+{
+    const auto cards = findCards(card(
+        "FN:Ann\nAGENT:\nBEGIN:VCARD\nFN:Bob\nAGENT:\nBEGIN:VCARD\nFN:Cid\nEND:VCARD\nEND:VCARD\nTEL:1"));
+    ASSERT_THAT(cards, testing::SizeIs(1));
+    EXPECT_EQ(cards[0].text, "BEGIN:VCARD\r\nFN:Ann\r\nTEL:1\r\nEND:VCARD\r\n");
+    EXPECT_EQ(findCards("BEGIN:VCARD\nAGENT:\nBEGIN:VCARD\nFN:Bob\nEND:VCARD\n").at(0).problem,
+              "has no END:VCARD");
+}
+
+TEST(FindCards, LinesOfOldSystemsEndInCarriageReturns)
+{
+    EXPECT_EQ(findCards("BEGIN:VCARD\rFN:Ann\rEND:VCARD\r").at(0).text,
+              "BEGIN:VCARD\r\nFN:Ann\r\nEND:VCARD\r\n");
 }
 
 } // namespace

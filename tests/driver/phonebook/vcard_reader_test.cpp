@@ -167,10 +167,11 @@ TEST(Vcards, RefusesACardAsAWholeWithItsLine)
 
 TEST(Vcards, RefusesOtherVersions)
 {
-    EXPECT_EQ(refusal(card("FN:Ann\r\nTEL;FAX:1\r\n", "2.1")),
-              "is of version 2.1; save it as vCard 3.0 or 4.0");
+    EXPECT_THAT(read(card("FN:Ann\r\nTEL;FAX:1\r\n", "2.1")), ElementsAre(entry("Ann", "1")));
+    EXPECT_EQ(refusal(card("FN:Ann\r\nTEL;FAX:1\r\n", "5.0")),
+              "is of version 5.0; save it as vCard 2.1, 3.0 or 4.0");
     EXPECT_EQ(refusal("BEGIN:VCARD\nFN:Ann\nTEL;TYPE=fax:1\nEND:VCARD\n"),
-              "names no VERSION; save it as vCard 3.0 or 4.0");
+              "names no VERSION; save it as vCard 2.1, 3.0 or 4.0");
 }
 
 TEST(Vcards, AHomeNameTooLongIsRefused)

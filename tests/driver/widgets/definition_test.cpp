@@ -82,19 +82,18 @@ std::string nested(int depth)
 
 INSTANTIATE_TEST_SUITE_P(
     Definitions, BadDefinitionTest,
-    testing::Values(BadDefinition{"Empty", "", "No document element found at byte 0"},
-                    BadDefinition{"NoXml", "hello", "at byte"},
-                    BadDefinition{"Unclosed", "<XmlGuiDefinition><DialogWindow>", "mismatch at byte"},
-                    BadDefinition{"OtherRoot", "<Html/>", "root element is \"Html\""},
-                    BadDefinition{"TwoRoots", "<XmlGuiDefinition/><XmlGuiDefinition/>", "behind its root"},
-                    BadDefinition{"UnknownElement", inWindow("<Slider Name=\"S\"/>"),
-                                  "element Slider at byte "},
-                    BadDefinition{"OutsideAWindow",
-                                  "<XmlGuiDefinition><Label Name=\"L\"/></XmlGuiDefinition>",
-                                  "element Label at byte 19 stands outside a DialogWindow"},
-                    BadDefinition{"WindowInWindow", inWindow("<DialogWindow Name=\"D\"/>"),
-                                  "stands inside another widget"},
-                    BadDefinition{"TooDeep", nested(100000), "nested too deeply"}),
+    testing::Values(
+        BadDefinition{"Empty", "", "No document element found at byte 0"},
+        BadDefinition{"NoXml", "hello", "at byte"},
+        BadDefinition{"Unclosed", "<XmlGuiDefinition><DialogWindow>", "mismatch at byte"},
+        BadDefinition{"OtherRoot", "<Html/>", "root element is \"Html\""},
+        BadDefinition{"TwoRoots", "<XmlGuiDefinition/><XmlGuiDefinition/>", "behind its root"},
+        BadDefinition{"UnknownElement", inWindow("<Slider Name=\"S\"/>"), "element Slider at byte "},
+        BadDefinition{"OutsideAWindow", "<XmlGuiDefinition><Label Name=\"L\"/></XmlGuiDefinition>",
+                      "element Label at byte 19 stands outside a DialogWindow"},
+        BadDefinition{"WindowInWindow", inWindow("<DialogWindow Name=\"D\"/>"),
+                      "stands inside another widget"},
+        BadDefinition{"TooDeep", nested(100000), "nested too deeply"}),
     [](const auto& definition) { return definition.param.name; });
 
 } // namespace

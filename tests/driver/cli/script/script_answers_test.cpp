@@ -127,8 +127,10 @@ TEST(ScriptAnswers, AQuestionStandsOnOneLine)
 TEST(ScriptAnswers, AJobThatWasHandedOverStandsOnOneLine)
 {
     using Kind = ScriptReceipt::Kind;
-    EXPECT_EQ(receiptAnswer({Kind::handed, NetworkAddress{"::1", 9101}, 0, 0}), "ok\nhanded device \"[::1]:9101\"\n");
-    EXPECT_EQ(receiptAnswer({Kind::handed, QueueTarget{"a \"fax\""}, 12, 0}), "ok\nhanded queue \"a \\\"fax\\\"\" job 12\n");
+    EXPECT_EQ(receiptAnswer({Kind::handed, NetworkAddress{"::1", 9101}, 0, 0}),
+              "ok\nhanded device \"[::1]:9101\"\n");
+    EXPECT_EQ(receiptAnswer({Kind::handed, QueueTarget{"a \"fax\""}, 12, 0}),
+              "ok\nhanded queue \"a \\\"fax\\\"\" job 12\n");
 }
 
 TEST(ScriptAnswers, AJobThatWaitsSaysUntilWhen)
@@ -137,8 +139,10 @@ TEST(ScriptAnswers, AJobThatWaitsSaysUntilWhen)
     ::setenv("TZ", "UTC", 1);
     ::tzset();
     using Kind = ScriptReceipt::Kind;
-    EXPECT_EQ(receiptAnswer({Kind::waits, NetworkAddress{"::1", 9101}, 7, 0}), "ok\nwaits outbox job 7 until \"1970-01-01T00:00:00+00:00\"\n");
-    EXPECT_EQ(receiptAnswer({Kind::held, QueueTarget{"fax"}, 12, 0}), "ok\nheld queue \"fax\" job 12 until \"1970-01-01T00:00:00+00:00\"\n");
+    EXPECT_EQ(receiptAnswer({Kind::waits, NetworkAddress{"::1", 9101}, 7, 0}),
+              "ok\nwaits outbox job 7 until \"1970-01-01T00:00:00+00:00\"\n");
+    EXPECT_EQ(receiptAnswer({Kind::held, QueueTarget{"fax"}, 12, 0}),
+              "ok\nheld queue \"fax\" job 12 until \"1970-01-01T00:00:00+00:00\"\n");
 }
 
 TEST(ScriptAnswers, ASummaryHasALineForEachSubject)

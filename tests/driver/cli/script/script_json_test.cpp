@@ -71,13 +71,12 @@ TEST(ScriptJson, AJobsNumbersAreNumbers)
     ::tzset();
     ScriptAnswer answer;
     answer.receipt = {ScriptReceipt::Kind::waits, NetworkAddress{"::1", 9101}, 7, 0};
-    EXPECT_EQ(parsed(answer)["job"],
-              Json({{"state", "waiting"},
-                    {"held", false},
-                    {"number", 7},
-                    {"queueJob", nullptr},
-                    {"destination", {{"kind", "device"}, {"address", "[::1]:9101"}}},
-                    {"due", "1970-01-01T00:00:00+00:00"}}));
+    EXPECT_EQ(parsed(answer)["job"], Json({{"state", "waiting"},
+                                           {"held", false},
+                                           {"number", 7},
+                                           {"queueJob", nullptr},
+                                           {"destination", {{"kind", "device"}, {"address", "[::1]:9101"}}},
+                                           {"due", "1970-01-01T00:00:00+00:00"}}));
     answer.receipt = {ScriptReceipt::Kind::handed, QueueTarget{"fax"}, 12, 0};
     EXPECT_EQ(parsed(answer)["job"]["queueJob"], 12);
     EXPECT_EQ(parsed(answer)["job"]["number"], nullptr);

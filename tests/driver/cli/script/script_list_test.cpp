@@ -88,8 +88,9 @@ TEST_F(ScriptListTest, EachLineIsReadBackByItsWords)
     const auto text = namesText(names);
     EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(text, '\n')),
               names.widgets.size() + names.functions.size());
-    EXPECT_THAT(text, HasSubstr("widget \"LanFax Send Speed\" kind ComboBoxMain window \"Lan Fax Window\" label "
-                                "\"Send Speed\" choose show value 2 from 0 to 2 items "));
+    EXPECT_THAT(text,
+                HasSubstr("widget \"LanFax Send Speed\" kind ComboBoxMain window \"Lan Fax Window\" label "
+                          "\"Send Speed\" choose show value 2 from 0 to 2 items "));
     const auto json = nlohmann::json::parse(namesJson(names));
     EXPECT_EQ(json["widgets"].size(), names.widgets.size());
     EXPECT_EQ(json["functions"], nlohmann::json(names.functions));

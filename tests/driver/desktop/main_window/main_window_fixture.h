@@ -67,15 +67,18 @@ protected:
 
     void open()
     {
-        window =
-            std::make_unique<MainWindow>(*driver, MainWindowOptions{Pdl::dsc, folder / "config/desktop.conf",
-                                                                    "the program 1.0", outbox()});
+        window = std::make_unique<MainWindow>(
+            *driver, MainWindowOptions{Pdl::dsc, folder / "config/desktop.conf", "the program 1.0", outbox(),
+                                       destinations, destination});
         dialogs = std::make_unique<DialogWindows>(*driver, *window);
         window->connectDialogs(*dialogs);
         window->setClosed([this] { closed = true; });
         window->present();
         EXPECT_TRUE(loopUntil([this] { return window->get_mapped(); }));
     }
+    /// What the next window offers of the configuration.
+    std::vector<NamedTarget> destinations;
+    std::string destination;
     /// The user's outbox.
     OutboxSettings outbox() const { return {folder / "outbox"}; }
 

@@ -25,11 +25,12 @@ protected:
     TemporaryFolder folder;
     std::string path = folder / "quelm/desktop.conf";
     std::vector<std::string> logged;
-    const DesktopChoices chosen{{DestinationKind::queue, "/tmp/fax job.out", "[::1]:9100", "b\xC3\xBCro"},
-                                Pdl::pjl,
-                                "/home/ann",
-                                800,
-                                600};
+    const DesktopChoices chosen{
+        {DestinationKind::queue, "/tmp/fax job.out", "[::1]:9100", "b\xC3\xBCro", "", "Head Office"},
+        Pdl::pjl,
+        "/home/ann",
+        800,
+        600};
 
 private:
     LogSink before_;
@@ -39,6 +40,15 @@ TEST_F(DesktopChoicesTest, WithoutAFileTheDefaultsStand)
 {
     EXPECT_EQ(loaded(), DesktopChoices());
     EXPECT_TRUE(logged.empty());
+}
+
+TEST_F(DesktopChoicesTest, ANamedDestinationComesBackByItsName)
+{
+    DesktopChoicesFile file(path);
+    file.load();
+    file.keep({{DestinationKind::named, "", "", "", "", "Head Office"}, {}, "", 0, 0});
+    EXPECT_EQ(loaded().destination.kind, DestinationKind::named);
+    EXPECT_EQ(loaded().destination.name, "Head Office");
 }
 
 TEST_F(DesktopChoicesTest, WhatWasKeptComesBack)

@@ -48,6 +48,19 @@ TEST(DestinationChoiceTest, TheChosenKindIsTheTarget)
     EXPECT_THROW(targetOf(choice), Error);
 }
 
+TEST(DestinationChoiceTest, APlaceOfTheConfigurationIsOneThatCouldBeTyped)
+{
+    const auto queue = choiceOf(QueueTarget{"fax", "print.example"});
+    EXPECT_EQ(queue.kind, DestinationKind::queue);
+    EXPECT_EQ(std::get<QueueTarget>(targetOf(queue)).name, "fax");
+    EXPECT_EQ(std::get<QueueTarget>(targetOf(queue)).server, "print.example");
+    const auto device = choiceOf(NetworkAddress{"2001:db8::1", 9101});
+    EXPECT_EQ(std::get<NetworkAddress>(targetOf(device)).host, "2001:db8::1");
+    EXPECT_EQ(std::get<NetworkAddress>(targetOf(device)).port, 9101);
+    EXPECT_EQ(std::get<FileTarget>(targetOf(choiceOf(FileTarget{"/f"}))).path, "/f");
+    EXPECT_EQ(troubleWith({DestinationKind::named, "", "", "", "", "Office"}), "");
+}
+
 TEST(DestinationChoiceTest, TypedPathsBecomeAbsolute)
 {
     EXPECT_EQ(absolutePath("/a/b", "/home/ann", "/folder"), "/a/b");
