@@ -324,7 +324,10 @@ private:
 
 } // namespace
 
-std::vector<std::string> checkedFolders() { return {"host", "component", "base", "driver", "device", "manual"}; }
+std::vector<std::string> checkedFolders()
+{
+    return {"host", "component", "base", "driver", "device", "manual"};
+}
 
 Findings check(const fs::path& root)
 {
