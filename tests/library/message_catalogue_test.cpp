@@ -46,8 +46,8 @@ protected:
         Library::SetUp();
         if (HasFatalFailure())
             return;
-        // Catalogues are not asked for in the "C" locale; any other one goes by LANGUAGE. Releases of libintl from
-        // 0.23 on count "C.UTF-8" as "C", and so need a machine that has another one.
+        // Catalogues are not asked for in the "C" locale; any other one goes by LANGUAGE. Releases of libintl
+        // from 0.23 on count "C.UTF-8" as "C", and so need a machine that has another one.
         ASSERT_TRUE(std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr ||
                     std::setlocale(LC_ALL, "C.UTF-8") != nullptr);
         setenv("LANGUAGE", "de", 1);
