@@ -167,6 +167,23 @@ void addNetwork(CLI::App& program)
                  localized("Lists the Smiths whose given name begins with A."));
 }
 
+void addConfig(CLI::App& program)
+{
+    Command(program, "config")
+        .says(localized(
+            "The user's file goes over those of all users, key by key; what he chose in the fax dialog goes "
+            "over both."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config check", localized("Says everything that is wrong."));
+    Command(program, "config show")
+        .says(localized("Secrets are shown as stars."))
+        .example("quelm-driver config show", localized("Shows what holds, and where that stands."))
+        .example("quelm-driver config show --json", localized("The same for other programs."));
+    Command(program, "config check")
+        .example("quelm-driver config check", localized("Looks at the files that are in use."))
+        .example("quelm-driver config check new.conf", localized("Looks at a file before it is installed."));
+}
+
 void addOutbox(CLI::App& program)
 {
     Command(program, "outbox")
@@ -205,6 +222,7 @@ void addDriverHelp(CLI::App& program)
     addJobs(program);
     addPhonebook(program);
     addNetwork(program);
+    addConfig(program);
     addOutbox(program);
 }
 

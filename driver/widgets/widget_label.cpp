@@ -17,12 +17,20 @@ bool isField(const Widget& widget)
     switch (widget.kind()) {
     case WidgetKind::textEntry:
     case WidgetKind::comboBoxMain:
+    case WidgetKind::radioButton:
     case WidgetKind::spinBox:
     case WidgetKind::scrolledWindowContainer:
         return true;
     default:
         return false;
     }
+}
+
+/// Where a field begins: a group of choices with its first one.
+const Widget& beginningOf(const Widget& field)
+{
+    const bool isGroup = field.kind() == WidgetKind::radioButton && !field.items().empty();
+    return isGroup ? *field.items().front() : field;
 }
 
 /// The field that a label belongs to: the nearest one that begins right of it or below it.
@@ -38,8 +46,8 @@ const Widget* fieldOf(const Widget& label)
     for (const auto& sibling : label.parent()->children()) {
         if (!isField(*sibling))
             continue;
-        const int right = coordinate(*sibling, "XPos") - x;
-        const int down = coordinate(*sibling, "YPos") - y;
+        const int right = coordinate(beginningOf(*sibling), "XPos") - x;
+        const int down = coordinate(beginningOf(*sibling), "YPos") - y;
         const bool isBelow = std::abs(right) <= sameColumn && down > 0 && down <= furthestBelow;
         const bool isBeside = std::abs(down) <= sameRow && right > 0;
         const int distance = isBelow ? down : right;

@@ -261,6 +261,9 @@ class OtherDialogs(Journey):
         for program in ("quelm-driver", "quelm-desktop", "quelm-supervisor"):
             shutil.copy(self.installation.stage / program, stripped)
             subprocess.run(["strip", stripped / program], check=True)
+        for library in self.installation.stage.glob("libquelm-base.so.*"):
+            shutil.copy(library, stripped)
+        shutil.copytree(self.installation.stage / "modules", stripped / "modules")
         self.installation.stage = stripped
         terminal = Terminal(self.installation)
         self.desktop = self.start_with_letter()

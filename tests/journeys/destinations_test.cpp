@@ -177,7 +177,7 @@ TEST_F(DestinationsJourney, QueuesThatTakeNoJob)
                   "it has closed, fax");
     expectFailure(withoutSummary(driver(printing({"--queue", "closed"}, cupsd.address()))), 1,
                   "queue closed: takes no jobs");
-    expectFailure(driver(printing({"--queue", ""}, cupsd.address())), 1, "a queue is named by");
+    expectFailure(driver(printing({"--queue", ""}, cupsd.address())), 2, "--queue: is empty");
     expectFailure(withoutSummary(driver(printing({"--queue", "fax"}, path("no-socket")))), 1,
                   "queue fax: the print server " + path("no-socket") + " cannot be reached");
 }

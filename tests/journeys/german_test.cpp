@@ -181,7 +181,8 @@ TEST_F(GermanJourney, ThePhonebookProgramSpeaksGerman)
     EXPECT_EQ(refused.errors,
               "fennodial: geben Sie an, welches Telefonbuch geöffnet werden soll: fennodial -FP DATEI\n");
     request.arguments.emplace_back("--help");
-    EXPECT_THAT(runProgram(request).output, StartsWith("Öffnet ein Telefonbuch der LAN-Fax-Komponente.\n"));
+    EXPECT_THAT(runProgram(request).output,
+                StartsWith("Aufruf: fennodial -FP FILE\n\nÖffnet ein Telefonbuch der LAN-Fax-Komponente.\n"));
 }
 
 TEST_F(GermanJourney, AnInstallationBringsItsOwnCatalogues)

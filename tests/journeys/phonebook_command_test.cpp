@@ -142,7 +142,7 @@ TEST_F(PhonebookJourney, ABadFileImportsNothingAndNamesItsLines)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_THAT(result.errors,
-                AllOf(StartsWith("quelm-driver: " + file + ":3: The Name must not contain \"@\""),
+                AllOf(StartsWith("quelm-driver: " + file + ":3: \"B@b\": The Name must not contain \"@\""),
                       HasSubstr("\nquelm-driver: " + file + ":4: has 1 fields"),
                       HasSubstr("\nquelm-driver: " + file + ": nothing was imported")));
     EXPECT_EQ(std::ranges::count(result.errors, '\n'), 3);

@@ -51,7 +51,7 @@ TEST(Examples, StandInTheHelpOfEveryCommand)
     for (const auto& program : describedPrograms())
         forEachCommand(program, [](const CommandView& command) {
             EXPECT_FALSE(command.texts.examples.empty()) << command.path;
-            EXPECT_LE(command.texts.examples.size(), 3U) << command.path;
+            EXPECT_LE(command.texts.examples.size(), 4U) << command.path;
             for (const auto& example : command.texts.examples) {
                 EXPECT_TRUE(example.words.starts_with(command.path)) << example.words;
                 EXPECT_TRUE(example.text.ends_with('.')) << example.text;

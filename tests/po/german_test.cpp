@@ -105,11 +105,11 @@ TEST(English, EveryLetterOfTheMainWindowHasOneMeaning)
         EXPECT_PRED1(isDistinct, mainWindowMnemonics(field));
 }
 
-TEST_F(German, AnImportCountsItsCards)
+TEST_F(German, AnImportCountsItsPeople)
 {
     EXPECT_EQ(summary(0, 0), "in.vcf: 0 hinzugefügt, 0 ersetzt, 0 abgelehnt\n");
-    EXPECT_EQ(summary(1, 0), summary(0, 0) + "1 Karte ohne Faxnummer wurde übergangen\n");
-    EXPECT_EQ(summary(2, 0), summary(0, 0) + "2 Karten ohne Faxnummer wurden übergangen\n");
+    EXPECT_EQ(summary(1, 0), summary(0, 0) + "1 Person ohne Faxnummer wurde übergangen\n");
+    EXPECT_EQ(summary(2, 0), summary(0, 0) + "2 Personen ohne Faxnummer wurden übergangen\n");
 }
 
 TEST_F(German, AnImportCountsTheMailboxes)

@@ -18,6 +18,11 @@ constexpr const char* dialogs = R"(<XmlGuiDefinition>
       <TextEntry Name="Inner Below" XPos="10" YPos="30"/>
       <Label Name="Inner Label Two" Text="Speed:" XPos="10" YPos="100"/>
       <ComboBoxMain Name="Inner Beside" XPos="80" YPos="102"><ComboBoxItem Name="Item"/></ComboBoxMain>
+      <Label Name="Inner Label Three" Text="Cover Sheet:" XPos="10" YPos="140"/>
+      <RadioButton Name="Inner Choice" Text="Print">
+        <RadioButtonItem Name="Inner No" Text="Do Not Print" XPos="10" YPos="160"/>
+        <RadioButtonItem Name="Inner Yes" Text="Print" XPos="10" YPos="180"/>
+      </RadioButton>
       <CheckBox Name="Inner Box" Text="_Prefix" XPos="10" YPos="200"/>
       <TextEntry Name="Inner Completes" XPos="200" YPos="260"/>
       <Button Name="Inner Button" Text="_Add &gt;&gt;"/>
@@ -52,6 +57,7 @@ TEST_F(WidgetLabel, IsThatOfTheLabelAboveOrBesideIt)
     EXPECT_EQ(of("Inner Below"), "Fax Number");
     EXPECT_EQ(of("Inner Beside"), "Speed");
     EXPECT_EQ(of("Inner List"), "People");
+    EXPECT_EQ(of("Inner Choice"), "Cover Sheet");
 }
 
 TEST_F(WidgetLabel, IsThatOfTheBoxThatAFieldCompletes) { EXPECT_EQ(of("Inner Completes"), "Prefix"); }

@@ -337,7 +337,7 @@ TEST_F(DialogWindowsTest, AnActionThatIsRefusedIsExplainedAndTakenBack)
     look(screen("Lan Fax Window"));
     ASSERT_NE(message, nullptr);
     EXPECT_TRUE(loopUntil([&] { return message->get_mapped(); }));
-    EXPECT_NE(message->get_text().raw().find("insensitive"), std::string::npos) << message->get_text();
+    EXPECT_NE(message->get_text().raw().find("cannot be used now"), std::string::npos) << message->get_text();
     screen<Gtk::CheckButton>("LanFax Pref Remove One").clicked();
     EXPECT_TRUE(loopUntil([&] { return !message->get_mapped(); }));
 }

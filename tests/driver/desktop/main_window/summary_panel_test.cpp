@@ -143,9 +143,9 @@ TEST_F(SummaryPanelTest, WhatTheDialogShowsAndTheJobDoesNotHoldIsSaidAheadOfTheS
 
 TEST_F(SummaryPanelTest, AKeptOptionThatCouldNotBeTakenOverIsNamedUntilItIsSet)
 {
-    const auto named = HasSubstr("The value \"7\" of \"LanFax Cover Sheet Option\" in ");
+    const auto named = HasSubstr("The value \"7\" of \"Cover Sheet Options\" in ");
     restartWith("[features]\nLanFax Cover Sheet Option=7\nLanFax Pref Duplicates=7\n");
-    EXPECT_THAT(summary(), AllOf(named, Not(HasSubstr("LanFax Pref Duplicates"))));
+    EXPECT_THAT(summary(), AllOf(named, Not(HasSubstr("Adding Duplicate Recipients"))));
     openDocument();
     EXPECT_THAT(summary(), named);
     fillFax({"Ann"});
