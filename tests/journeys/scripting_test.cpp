@@ -35,7 +35,7 @@ protected:
         all.emplace_back("--json");
         const auto result = driver(all, input);
         EXPECT_EQ(result.status, status) << result.errors;
-        errors_ = result.errors;
+        lastErrors = result.errors;
         return Json::parse(result.output);
     }
 
@@ -61,14 +61,14 @@ protected:
     }
 
     std::string letter = document("letter.ps", "Hello");
-    mutable std::string errors_; ///< of the last answer
+    mutable std::string lastErrors; ///< of the last answer
 };
 
 TEST_F(ScriptingJourney, AFaxAnswersWhatBecameOfItAndItsNumberIsWhatTheOutboxTakes)
 {
     PrintListener device(Manner::takesAll);
     const Json sent = answer(fax({"--device", device.address(), "--quiet"}));
-    EXPECT_EQ(errors_, "");
+    EXPECT_EQ(lastErrors, "");
     EXPECT_EQ(sent["state"], "handed over");
     EXPECT_EQ(sent["number"], 1);
     EXPECT_EQ(sent["held"], false);
@@ -113,7 +113,7 @@ TEST_F(ScriptingJourney, AFailureIsAnObjectAndItsLineStaysOnStandardError)
         EXPECT_EQ(failure.size(), 2U);
         EXPECT_EQ(failure["status"], status);
         EXPECT_THAT(failure["error"].get<std::string>(), HasSubstr(words));
-        EXPECT_EQ(errors_, "quelm-driver: " + failure["error"].get<std::string>() + "\n");
+        EXPECT_EQ(lastErrors, "quelm-driver: " + failure["error"].get<std::string>() + "\n");
     };
     expectFailureJson({"fax", path("none.ps"), "--to", "A=1", "-o", path("job")}, 1, "none.ps");
     expectFailureJson(fax({"-o", "-"}), 2, "--output -");
@@ -245,7 +245,7 @@ TEST_F(ScriptingJourney, TheOutboxAnswersWithItsJobs)
     const Json planned = answer({"outbox", "resend", "1", "--dry-run"});
     EXPECT_EQ(planned["number"], 1);
     const Json again = answer({"outbox", "resend", "1", "--quiet"});
-    EXPECT_EQ(errors_, "");
+    EXPECT_EQ(lastErrors, "");
     EXPECT_EQ(again["number"], 2);
     EXPECT_EQ(again["sentBefore"], 1);
     const Json anew = answer({"outbox", "resend", "1", "--to", "555-9876"});

@@ -32,7 +32,7 @@ constexpr int sharedType = 1;
 /// The shared phonebook that the dialog shows.
 std::string sharedPhonebook(const Driver& driver)
 {
-    const auto path = driver.show(widget_names::lanFaxSharedPbName).text.value_or("");
+    auto path = driver.show(widget_names::lanFaxSharedPbName).text.value_or("");
     if (path.empty())
         throw Error(localized("--from-shared: no shared phonebook is chosen in the fax dialog or configured; "
                               "name its file with --shared"));
