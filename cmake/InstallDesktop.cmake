@@ -12,14 +12,16 @@ list(JOIN languages "\n" list_of_languages)
 file(CONFIGURE OUTPUT "${folder}/po/LINGUAS" CONTENT "@list_of_languages@\n" @ONLY)
 set(catalogues "")
 foreach(language IN LISTS languages)
-  list(APPEND catalogues "${PROJECT_SOURCE_DIR}/po/${language}.po")
+  add_custom_command(OUTPUT "${folder}/po/${language}.po"
+    COMMAND "${CMAKE_COMMAND}" -E copy "${PROJECT_SOURCE_DIR}/po/${language}.po" "${folder}/po"
+    DEPENDS "${PROJECT_SOURCE_DIR}/po/${language}.po" VERBATIM)
+  list(APPEND catalogues "${folder}/po/${language}.po")
 endforeach()
 
 # Translates one of the files: its name, how msgfmt reads it, where it is installed below share/.
 set(translated "")
 function(translated_file name mode destination)
   add_custom_command(OUTPUT "${folder}/${name}"
-    COMMAND "${CMAKE_COMMAND}" -E copy ${catalogues} "${folder}/po"
     COMMAND "${CMAKE_COMMAND}" -E env "GETTEXTDATADIRS=${sources}/gettext"
       "${MSGFMT}" ${mode} "--template=${sources}/${name}.in" -d "${folder}/po" -o "${folder}/${name}"
     DEPENDS "${sources}/${name}.in" ${catalogues} "${sources}/gettext/its/quelm-desktop-files.its"
